@@ -1,0 +1,23 @@
+#pragma once
+
+#include <chrono>
+
+namespace skyhop {
+
+/// A moment in UTC, to the millisecond.
+using UtcTime = std::chrono::sys_time<std::chrono::milliseconds>;
+
+/// The system's clock.
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  /// The current time in UTC.
+  [[nodiscard]] virtual UtcTime UtcNow() const = 0;
+
+  /// What has to be added to UTC to get the user's local time at `time`; negative west of
+  /// Greenwich.
+  [[nodiscard]] virtual std::chrono::seconds LocalOffset(UtcTime time) const = 0;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,122 @@
+#include "common/diagnostics.h"
+
+#include <fstream>
+#include <new>
+
+#include "common/dates.h"
+#include "common/files.h"
+#include "common/program.h"
+
+namespace skyhop {
+
+Diagnostics::Diagnostics(std::filesystem::path program_folder, const Clock& clock,
+                         const MachineFacts& facts)
+    : program_folder_(std::move(program_folder)),
+      path_(program_folder_ / "ErrorLog.txt"),
+      clock_(&clock),
+      facts_(&facts) {}
+
+void Diagnostics::DebugLog(std::string_view text) {
+  if (debug_listener_) debug_listener_(text);
+  if (!debug_) return;
+  if (DebugLogIsFull()) {
+    debug_ = false;
+    return;
+  }
+  Append(text);
+}
+
+void Diagnostics::ErrorLog(std::string_view text) {
+  if (error_listener_) error_listener_(text);
+  // A runaway debug log stops itself, but errors are never held back.
+  if (debug_ && DebugLogIsFull()) debug_ = false;
+  Append(text);
+}
+
+void Diagnostics::ProgramError(std::string_view module, const Error& error) {
+  ErrorLog("program error " + std::to_string(error.Number()) + " in module " + std::string(module) +
+           ": " + error.what());
+}
+
+std::string Diagnostics::CaptionHint() const {
+  std::error_code ignored;
+  if (!std::filesystem::exists(path_, ignored)) return {};
+  return " - see error log in " + PathText(path_);
+}
+
+void Diagnostics::ReportCurrentException(std::string_view module) noexcept {
+  try {
+    try {
+      throw;
+    } catch (const Error& error) {
+      ProgramError(module, error);
+    } catch (const std::filesystem::filesystem_error& error) {
+      ProgramError(module, FileError(error.code(), error.what()));
+    } catch (const std::bad_alloc&) {
+      ProgramError(module, Error(errors::kOutOfMemory, "Out of memory"));
+    } catch (const std::out_of_range& error) {
+      ProgramError(module, Error(errors::kSubscript, error.what()));
+    } catch (const std::exception& error) {
+      ProgramError(module, Error(errors::kInvalidCall, error.what()));
+    }
+  } catch (...) {
+    // Not even the report could be made; the caller still gets its fallback.
+  }
+}
+
+bool Diagnostics::DebugLogIsFull() const {
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path_, error);
+  return !error && size > kDebugLimit;
+}
+
+void Diagnostics::Append(std::string_view text) noexcept {
+  try {
+    std::ofstream file(path_, std::ios::app);
+    if (!file) return;
+    if (!header_written_) {
+      file << Header();
+      header_written_ = true;
+    }
+    file << TimeStampWithMilliseconds(clock_->UtcNow()) << " > " << text << '\n';
+  } catch (...) {
+    // Reporting a failure of the log would need the log.
+  }
+}
+
+std::string Diagnostics::Header() const {
+  const MachineDescription machine = facts_->Describe();
+  const UtcTime now = clock_->UtcNow();
+  const std::string start = TimeStamp(now, clock_->LocalOffset(now)) + "     > ";
+  std::string header;
+  const auto line = [&](std::string_view label, const std::string& value) {
+    header.append(start).append(label).append(value).append("\n");
+  };
+  line("", std::string(kProductName) + " version " + VersionText());
+  line("App.Path          : ", PathText(program_folder_));
+  line("App.exe           : ", machine.executable);
+  line("Module            : ", machine.module_file + " (" + std::to_string(machine.word_length) +
+                                   "-bit) build " + machine.build);
+  line("Operating System  : ", machine.system_name + " (0x" + machine.system_version + ")");
+  line("Locale ID         : ", machine.locale_id);
+  line("ANSI CodePage     : ", machine.ansi_code_page);
+  line("OEM CodePage      : ", machine.oem_code_page);
+  line("Country           : ", machine.country);
+  line("Language          : ", machine.language);
+  line("DecimalSeparator  : ", machine.decimal_separator);
+  line("ThousandSeparator : ", machine.thousand_separator);
+  line("Marlo Apps        : ", peer_caption_ ? peer_caption_() : std::string());
+  line("Monitors          : ", std::to_string(machine.monitors.size()));
+  int number = 0;
+  for (const Monitor& monitor : machine.monitors) {
+    line("Monitor ", std::to_string(++number));
+    line("   width          : ", std::to_string(monitor.right - monitor.left));
+    line("   height         : ", std::to_string(monitor.bottom - monitor.top));
+    line("   dimensions     : ",
+         "(" + std::to_string(monitor.left) + ", " + std::to_string(monitor.top) + ")-(" +
+             std::to_string(monitor.right) + ", " + std::to_string(monitor.bottom) + ")");
+  }
+  return header;
+}
+
+}  // namespace skyhop

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "common/clock.h"
+#include "common/errors.h"
+#include "common/machine_facts.h"
+
+namespace skyhop {
+
+/// The error and debug log "ErrorLog.txt" in the program folder, and the one error trap of the
+/// program.
+///
+/// The first line that a run writes is preceded by a block that describes the machine. The file is
+/// opened and closed for every line, so it is complete up to the last line whatever happens next.
+/// Nothing here throws: a log that cannot be written is not worth stopping the program for.
+class Diagnostics {
+ public:
+  /// Size in bytes beyond which debug logging switches itself off.
+  static constexpr std::uintmax_t kDebugLimit = 100'000'000;
+
+  /// `program_folder` is where the log lies. The clock and the facts must outlive this object.
+  Diagnostics(std::filesystem::path program_folder, const Clock& clock, const MachineFacts& facts);
+
+  /// Switches debug lines on or off.
+  void SetDebug(bool on) { debug_ = on; }
+  [[nodiscard]] bool GetDebug() const { return debug_ || debug_listener_; }
+
+  /// Writes one line when debug lines are on.
+  void DebugLog(std::string_view text);
+
+  /// Writes one line in any case.
+  void ErrorLog(std::string_view text);
+
+  /// Writes "program error <number> in module <module>: <description>".
+  void ProgramError(std::string_view module, const Error& error);
+
+  /// Runs `body`. Whatever it throws is reported under `module`, a qualified procedure name such as
+  /// "IONCAPModule.RunScript", and `fallback` is the result instead of the body's.
+  template <class Result, class Body>
+  Result Trap(std::string_view module, Result fallback, Body&& body) {
+    try {
+      return std::forward<Body>(body)();
+    } catch (...) {
+      ReportCurrentException(module);
+    }
+    return fallback;
+  }
+
+  /// The same for a procedure without a result. Returns whether the body ran to its end.
+  template <class Body>
+  requires std::is_void_v<std::invoke_result_t<Body>>
+  bool Trap(std::string_view module, Body&& body) {
+    try {
+      std::forward<Body>(body)();
+      return true;
+    } catch (...) {
+      ReportCurrentException(module);
+    }
+    return false;
+  }
+
+  /// Path of the log file.
+  [[nodiscard]] const std::filesystem::path& LogPath() const { return path_; }
+
+  /// What the main window's caption ends with: " - see error log in " and the log's path when the
+  /// log file exists, else nothing.
+  [[nodiscard]] std::string CaptionHint() const;
+
+  /// Text of the log header's line about connected peer applications, asked when it is written.
+  void SetPeerCaption(std::function<std::string()> caption) { peer_caption_ = std::move(caption); }
+
+  /// Gets every debug line as well; while it is set, debug lines are made even when the log file
+  /// does not want them.
+  void SetDebugListener(std::function<void(std::string_view)> listener) {
+    debug_listener_ = std::move(listener);
+  }
+
+  /// Gets the text of every error line as well.
+  void SetErrorListener(std::function<void(std::string_view)> listener) {
+    error_listener_ = std::move(listener);
+  }
+
+ private:
+  void ReportCurrentException(std::string_view module) noexcept;
+  void Append(std::string_view text) noexcept;
+  [[nodiscard]] std::string Header() const;
+  [[nodiscard]] bool DebugLogIsFull() const;
+
+  std::filesystem::path program_folder_;
+  std::filesystem::path path_;
+  const Clock* clock_;
+  const MachineFacts* facts_;
+  bool debug_ = false;
+  bool header_written_ = false;
+  std::function<std::string()> peer_caption_;
+  std::function<void(std::string_view)> debug_listener_;
+  std::function<void(std::string_view)> error_listener_;
+};
+
+}  // namespace skyhop

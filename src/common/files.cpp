@@ -1,0 +1,63 @@
+#include "common/files.h"
+
+#include <cerrno>
+#include <fstream>
+
+#include "common/errors.h"
+
+namespace skyhop {
+namespace {
+
+Error LastFileError(const std::string& what) {
+  const int code = errno != 0 ? errno : EIO;
+  return FileError(std::error_code(code, std::generic_category()), what);
+}
+
+}  // namespace
+
+std::string PathText(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+std::filesystem::path PathFromText(const std::string& text) {
+  return std::filesystem::path(std::u8string(text.begin(), text.end()));
+}
+
+std::string ReadFile(const std::filesystem::path& path, std::size_t limit) {
+  const std::string what = "cannot read " + PathText(path);
+  // Opening a folder for reading succeeds on some systems and only the first read fails.
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) {
+    throw Error(errors::kPathFileAccess, what + ": it is a folder");
+  }
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw LastFileError(what);
+  std::string content;
+  std::error_code size_error;
+  const auto size = std::filesystem::file_size(path, size_error);
+  if (!size_error) {
+    if (size > limit) {
+      throw Error(errors::kOverflow,
+                  what + ": it is longer than " + std::to_string(limit) + " bytes");
+    }
+    content.resize(static_cast<std::size_t>(size));
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    content.resize(static_cast<std::size_t>(file.gcount()));
+  }
+  if (file.bad()) throw LastFileError(what);
+  return content;
+}
+
+void WriteFile(const std::filesystem::path& path, const std::string& content) {
+  const std::string what = "cannot write " + PathText(path);
+  errno = 0;
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) throw LastFileError(what);
+  file.write(content.data(), static_cast<std::streamsize>(content.size()));
+  file.close();
+  if (!file) throw LastFileError(what);
+}
+
+}  // namespace skyhop

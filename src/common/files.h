@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+
+namespace skyhop {
+
+/// A path as UTF-8 text, with the platform's separators: the form in which logs, messages, batch
+/// and driver files show it.
+[[nodiscard]] std::string PathText(const std::filesystem::path& path);
+
+/// The path that a UTF-8 text names.
+[[nodiscard]] std::filesystem::path PathFromText(const std::string& text);
+
+/// Reads a whole file, at most `limit` bytes.
+/// Throws Error 53 (no such file), 75 (a folder, or not readable), 70 (no right to read it),
+/// 6 (longer than `limit`).
+[[nodiscard]] std::string ReadFile(const std::filesystem::path& path, std::size_t limit);
+
+/// Writes a file as it is given, replacing an existing one. Throws the Errors of FileError.
+void WriteFile(const std::filesystem::path& path, const std::string& content);
+
+}  // namespace skyhop
