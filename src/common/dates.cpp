@@ -74,8 +74,10 @@ std::string MonthName(std::chrono::month month) {
 }
 
 std::string DateText(year_month_day date) {
+  const int year = static_cast<int>(date.year());
+  const bool short_year = year >= 1930 && year <= 2029;
   return PaddedNumber(static_cast<int>(static_cast<unsigned>(date.day())), 2) + "-" +
-         MonthName(date.month()) + "-" + PaddedNumber(static_cast<int>(date.year()) % 100, 2);
+         MonthName(date.month()) + "-" + PaddedNumber(short_year ? year % 100 : year, 2);
 }
 
 year_month_day UtcDate(UtcTime time) {
