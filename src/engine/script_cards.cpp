@@ -1,0 +1,171 @@
+#include "engine/script_cards.h"
+
+#include <cmath>
+#include <string>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/numbers.h"
+#include "common/text.h"
+
+namespace skyhop::IONCAPModule {
+namespace {
+
+constexpr const char* kFormatError = "***Format Error***";
+constexpr const char* kLineEnd = "\r\n";
+constexpr int kAttempts = 11;
+constexpr std::chrono::milliseconds kBetweenAttempts{50};
+
+/// Runs `attempt` until it succeeds, 11 times at most.
+template <class Attempt>
+bool Retry(Pause& pause, Attempt attempt) {
+  for (int count = 0; count < kAttempts; ++count) {
+    if (count > 0) pause.Wait(kBetweenAttempts);
+    if (attempt()) return true;
+  }
+  return false;
+}
+
+std::string Blanks(std::size_t count) {
+  return std::string(count, ' ');
+}
+
+std::string ZeroPadded(std::string digits, int width) {
+  const auto columns = static_cast<std::size_t>(width);
+  if (digits.size() < columns) digits.insert(0, columns - digits.size(), '0');
+  return digits;
+}
+
+}  // namespace
+
+bool DeleteWithRetries(const std::filesystem::path& file, Pause& pause) {
+  return Retry(pause, [&] {
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(file, error);
+    if (status.type() == std::filesystem::file_type::not_found) return true;
+    // remove() would delete an empty folder that happens to bear the file's name.
+    if (status.type() == std::filesystem::file_type::directory) return false;
+    std::filesystem::remove(file, error);
+    return !error || error == std::errc::no_such_file_or_directory;
+  });
+}
+
+int ScriptCards::InitializeScript(const std::filesystem::path& file, bool snr) {
+  return diagnostics_->Trap("IONCAPModule.InitializeScript", -1, [&] {
+    const std::string tail = PathText(file) + ", SNR = " + BooleanText(snr);
+    if (!DeleteWithRetries(file, *pause_)) {
+      diagnostics_->ErrorLog("IONCAPModule.InitializeScript: unable to delete existing " + tail);
+      return -1;
+    }
+    const int number = snr ? kSnrScript : kPredictionScript;
+    std::ofstream& stream = streams_.at(snr ? 1 : 0);
+    if (stream.is_open()) stream.close();
+    const bool opened = Retry(*pause_, [&] {
+      stream.clear();
+      stream.open(file, std::ios::binary | std::ios::trunc);
+      return stream.is_open();
+    });
+    if (!opened) {
+      diagnostics_->ErrorLog("IONCAPModule.InitializeScript: unable to create " + tail);
+      return -1;
+    }
+    return number;
+  });
+}
+
+bool ScriptCards::CloseScript(int file) {
+  return diagnostics_->Trap("IONCAPModule.CloseScript", false, [&] {
+    std::ofstream& stream = Stream(file);
+    stream.close();
+    if (stream.fail()) {
+      stream.clear();
+      throw Error(errors::kDiskFull, "the script could not be written in full");
+    }
+    return true;
+  });
+}
+
+std::ofstream& ScriptCards::Stream(int file) {
+  if (file != kPredictionScript && file != kSnrScript) {
+    throw Error(errors::kInvalidCall, "no script has the file number " + std::to_string(file));
+  }
+  std::ofstream& stream = streams_.at(file == kSnrScript ? 1 : 0);
+  if (!stream.is_open()) {
+    throw Error(errors::kInvalidCall, "script file " + std::to_string(file) + " is not open");
+  }
+  return stream;
+}
+
+void ScriptCards::Write(int file, std::string_view text) {
+  Stream(file).write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+void ScriptCards::PutString(int file, std::string_view text, int width) {
+  diagnostics_->Trap("IONCAPModule.PutString", [&] {
+    if (width < 0) return Write(file, kFormatError);
+    const auto columns = static_cast<std::size_t>(width);
+    std::string field(text.substr(0, columns));
+    field.resize(columns, ' ');
+    Write(file, field);
+  });
+}
+
+void ScriptCards::PutRightString(int file, std::string_view text, int width) {
+  diagnostics_->Trap("IONCAPModule.PutRightString", [&] {
+    if (width < 0) return Write(file, kFormatError);
+    const auto columns = static_cast<std::size_t>(width);
+    if (text.size() > columns) return Write(file, "***PutRightString Overflow error***");
+    Write(file, Blanks(columns - text.size()).append(text));
+  });
+}
+
+void ScriptCards::PutInteger(int file, std::int16_t value, int width) {
+  diagnostics_->Trap("IONCAPModule.PutInteger", [&] {
+    // The marker goes into the prediction script even while an SNR script is being written: that is
+    // where support looks for it.
+    if (width < 0) return Write(kPredictionScript, kFormatError);
+    Write(file, PaddedNumber(value, width));
+  });
+}
+
+void ScriptCards::PutFloat(int file, float value, float format) {
+  diagnostics_->Trap("IONCAPModule.PutFloat", [&] {
+    const int width = static_cast<int>(format);
+    const auto decimals =
+        static_cast<int>(std::lround(10.0 * (static_cast<double>(format) - width)));
+    if (width < 0 || decimals < 0 || width < decimals) return Write(file, kFormatError);
+    const float product = value * std::pow(10.0F, static_cast<float>(decimals));
+    if (!std::isfinite(product) || std::fabs(product) > 1e15F) {
+      throw Error(errors::kOverflow, "Overflow: " + NumberText(value));
+    }
+    const long long rounded = std::llround(product);
+    const std::string digits = ZeroPadded(std::to_string(std::llabs(rounded)), width);
+    Write(file, rounded < 0 ? "-" + digits : digits);
+  });
+}
+
+void ScriptCards::PutSingle(int file, std::int16_t value, int& width) {
+  diagnostics_->Trap("IONCAPModule.PutSingle", [&] {
+    if (width < 1) return Write(file, kFormatError);
+    const int columns = width - 1;
+    // A number text begins with the minus sign or with a blank in its place.
+    std::string number = value < 0 ? std::to_string(value) : " " + std::to_string(value);
+    const auto size = static_cast<std::size_t>(columns);
+    if (number.size() > size) number.resize(size);
+    Write(file, Blanks(size - number.size()) + number + ".");
+    width = columns;
+  });
+}
+
+void ScriptCards::PutLine(int file, std::string_view text) {
+  diagnostics_->Trap("IONCAPModule.PutLine", [&] {
+    Write(file, text);
+    Write(file, kLineEnd);
+  });
+}
+
+void ScriptCards::PutNewLine(int file) {
+  diagnostics_->Trap("IONCAPModule.PutNewLine", [&] { Write(file, kLineEnd); });
+}
+
+}  // namespace skyhop::IONCAPModule
