@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "engine/parameters.h"
+#include "engine/prediction_panel.h"
+
+namespace skyhop::IONCAPModule {
+
+/// The parameter set as the script cards want it: texts turned into numbers.
+struct DeckParameters {
+  bool short_path = true;
+  Position transmitter;
+  Position receiver;
+  std::int32_t power = 0;         ///< watts
+  std::int16_t takeoff = 0;       ///< degrees
+  std::int16_t availability = 0;  ///< required reliability, percent
+  std::int16_t snr = 0;           ///< required SNR, dB in 1 Hz
+  std::int16_t noise = 0;         ///< man-made noise index
+  std::int16_t year = 0;
+  std::int16_t month = 0;    ///< 1 to 12
+  float sunspot_number = 0;  ///< smoothed sunspot number, given or derived
+  std::string transmitter_label;
+  std::string receiver_label;
+};
+
+/// Reads the parameters. Numbers are the leading numbers of their texts, rounded half to even where
+/// the card takes a whole one.
+/// Throws Error 6 for a number beyond its type's range, Error 13 when the date is not one.
+[[nodiscard]] DeckParameters ReadDeckParameters(const PredictionPanel& panel,
+                                                const Parameters& parameters);
+
+/// The sunspot number that a prediction uses: the given one unless it is 0, else the one that
+/// belongs to the solar flux, SSN = 33.52 sqrt(flux + 85.12) - 408.99, rounded to a whole number
+/// (a flux of 150 gives 105) and never negative.
+[[nodiscard]] float SunspotNumber(float given, std::int16_t solar_flux);
+
+/// Degrees of an angle without regard to its hemisphere. The seconds are not used: the cards show
+/// hundredths of a degree, and whole minutes are what the users of the engines compare.
+[[nodiscard]] float Magnitude(const Angle& angle);
+
+/// "N" or "S", "W" or "E" of an angle.
+[[nodiscard]] const char* LatitudeLetter(const Angle& latitude);
+[[nodiscard]] const char* LongitudeLetter(const Angle& longitude);
+
+/// The noise code of the SYSTEM card, five columns wide.
+[[nodiscard]] const char* NoiseCode(std::int16_t noise_index);
+
+}  // namespace skyhop::IONCAPModule
