@@ -1,0 +1,97 @@
+#include "engine/results.h"
+
+#include <cmath>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "engine/panel_stations.h"
+#include "geo/great_circle.h"
+
+namespace skyhop::IONCAPModule {
+
+bool Results::InitializeResults(const std::filesystem::path& file) {
+  return diagnostics_->Trap("IONCAPModule.InitializeResults", false, [&] {
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(file, error);
+    if (status.type() == std::filesystem::file_type::not_found) return true;
+    const std::string what = "cannot delete " + PathText(file);
+    if (status.type() == std::filesystem::file_type::directory) {
+      throw Error(errors::kPathFileAccess, what + ": it is a folder");
+    }
+    std::filesystem::remove(file, error);
+    if (error) throw FileError(error, what);
+    return true;
+  });
+}
+
+bool Results::DisplayResults(bool has_luf, const std::filesystem::path& file, EngineChoice engine) {
+  return diagnostics_->Trap("IONCAPModule.DisplayResults", false, [&] {
+    const std::string text = ReadFile(file, kLargestFile);
+    ParseLufMufResults(text, PathText(file), has_luf, *table_);
+    heading_ = ReadHeading(text);
+    ShowTable(engine);
+    return true;
+  });
+}
+
+bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
+  return diagnostics_->Trap("IONCAPModule.DisplayMethod2030Results", false, [&] {
+    const std::string text = ReadFile(file, kLargestFile);
+    const Method30Outcome outcome = ParseMethod30Results(text, PathText(file), *table_);
+    if (!outcome.header_found) {
+      messages_->Show("results missing expected header", kProductName);
+      diagnostics_->DebugLog("   results missing expected header");
+      return false;
+    }
+    heading_ = ReadHeading(text);
+    constexpr int kLastHour = static_cast<int>(kHourCount) - 1;
+    if (outcome.last_hour < kLastHour) {
+      diagnostics_->ErrorLog("IONCAPModule.DisplayMethod2030Results: " + PathText(file) +
+                             " ends at line " + std::to_string(outcome.lines) + ", after hour " +
+                             std::to_string(outcome.last_hour) + " of 24");
+    }
+    // Without a single hour there is no axis to draw.
+    if (outcome.last_hour > 0) ShowTable(EngineChoice::kVoaCapSnr);
+    return outcome.last_hour == kLastHour;
+  });
+}
+
+void Results::ShowTable(EngineChoice engine) {
+  panel_->SetText(PanelText::kSummary, SummaryLine());
+  chart_->DisplayTable(engine);
+}
+
+/// The great-circle distance on the chosen path, in the configured unit; 0 when a station is
+/// unknown.
+float Results::Distance() const {
+  const PanelStations stations(*panel_);
+  const Position dx{LatLonModule::ParseAngle(stations.DXLat(), *diagnostics_),
+                    LatLonModule::ParseAngle(stations.DXLon(), *diagnostics_)};
+  if (LatLonModule::IsUndefined(dx)) return 0;
+  // The whole-number distance of the window is rounded down; a line of text rounds to the nearest.
+  return LatLonModule::ComputeVector(stations.LocalLat(), stations.LocalLon(), dx,
+                                     stations.ShortPath() ? "S" : "L", stations.DistanceMiles(),
+                                     *diagnostics_)
+      .distance;
+}
+
+std::string Results::SummaryLine() const {
+  std::string line;
+  if (EqualsIgnoringCase(parameters_->Path(), "SHORT PATH")) line = "SP ";
+  if (EqualsIgnoringCase(parameters_->Path(), "LONG PATH")) line = "LP ";
+  line += std::string(Trim(parameters_->Snr())) + " db ";
+  line += FixedText(std::round(static_cast<double>(Distance())), 0);
+  line += panel_->Checked(PanelCheck::kDistanceMiles) ? " mi  " : " km  ";
+  const bool to = panel_->Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+  line += std::string("propagation ") + (to ? "to" : "from") + " DX ";
+  line += panel_->Text(PanelText::kDXLat) + " " + panel_->Text(PanelText::kDXLon);
+  line += " on " + std::string(Trim(parameters_->Date()));
+  const std::string settings = panel_->SettingsName();
+  if (!settings.empty()) line += " (" + settings + " settings)";
+  return line;
+}
+
+}  // namespace skyhop::IONCAPModule

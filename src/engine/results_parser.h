@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "engine/results_table.h"
+
+namespace skyhop::IONCAPModule {
+
+/// Reads the LUF/MUF table (METHOD 26) from a results file's text into rows 1 to 7 and the axis
+/// bounds of `table`.
+///
+/// The n-th line under the header is hour n, whatever it calls itself. `has_luf` says whether the
+/// lines carry the LUF column; row 7 is -1 otherwise. A LUF printed negative (not reached at any
+/// frequency) is stored as its absolute value. Hour 0 is a copy of hour 24.
+///
+/// Throws Error 62 (header or lines missing) or 13 (a field that is no number), naming `file_name`,
+/// line and columns. Rows read up to there keep their new values.
+void ParseLufMufResults(std::string_view text, const std::string& file_name, bool has_luf,
+                        ResultsTable& table);
+
+/// What a METHOD 30 file turned out to hold.
+struct Method30Outcome {
+  bool header_found = false;
+  /// The last hour that was read, 0 for none.
+  int last_hour = 0;
+  /// Number of lines in the file.
+  std::size_t lines = 0;
+};
+
+/// Reads SNR, reliability, mode and signal power by band (METHOD 20 or 30), and the MUF and FOT
+/// into rows 6 and 3. What the file does not hold is empty afterwards, so that nothing of an
+/// earlier prediction stays behind.
+///
+/// Throws Error 13 or 6 as above; a missing header is told in the result, with `table` unchanged.
+Method30Outcome ParseMethod30Results(std::string_view text, const std::string& file_name,
+                                     ResultsTable& table);
+
+/// What the heading of a results file says about the engine and the run; empty where it is silent.
+struct ResultsHeading {
+  std::string engine;   ///< "VOACAP", "SKYHOP ESTIMATE ENGINE"
+  std::string version;  ///< "16.1207W"
+  std::string month;    ///< "Nov"
+  std::string year;     ///< "2026"
+  std::string sunspot_number;
+  std::string power;  ///< kW
+};
+
+[[nodiscard]] ResultsHeading ReadHeading(std::string_view text);
+
+}  // namespace skyhop::IONCAPModule

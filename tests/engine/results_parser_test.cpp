@@ -1,0 +1,289 @@
+#include "engine/results_parser.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "common/errors.h"
+#include "common/text.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop::IONCAPModule {
+namespace {
+
+using skyhop::testing::TestData;
+
+constexpr const char* kMethod26[] = {"results/newyork-london-method26.results.txt",
+                                     "results/tokyo-saopaulo-long-method26.results.txt"};
+constexpr const char* kMethod30[] = {"results/newyork-london-method30.results.txt",
+                                     "results/tokyo-saopaulo-long-method30.results.txt"};
+
+std::vector<std::string> Words(const std::string& line) {
+  std::istringstream in(line);
+  return {std::istream_iterator<std::string>(in), {}};
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+  std::istringstream in(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+/// The text with its `number`-th line (from 1) replaced.
+std::string WithLine(const std::string& text, std::size_t number, const std::string& line) {
+  std::vector<std::string> lines = Lines(text);
+  lines.at(number - 1) = line;
+  std::string result;
+  for (const std::string& each : lines) result += each + "\n";
+  return result;
+}
+
+std::string ErrorOf(const std::string& text, bool has_luf = true) {
+  ResultsTable table;
+  try {
+    ParseLufMufResults(text, "results.txt", has_luf, table);
+  } catch (const Error& error) {
+    return std::to_string(error.Number()) + " " + error.what();
+  }
+  return "no error";
+}
+
+TEST(LufMufResults, EveryValueOfARealFileIsTaken) {
+  for (const char* name : kMethod26) {
+    for (const bool carriage_returns : {false, true}) {
+      const std::string file = TestData(name);
+      ResultsTable table;
+      ParseLufMufResults(carriage_returns ? ReplaceAll(file, "\n", "\r\n") : file, name, true,
+                         table);
+      // An independent reading: the lines of seven numbers, word by word.
+      std::size_t hour = 0;
+      for (const std::string& line : Lines(file)) {
+        const std::vector<std::string> words = Words(line);
+        if (words.size() != 7 || words[0] != std::to_string(hour + 1) + ".0") continue;
+        ++hour;
+        for (std::size_t row = 1; row < rows::kCount; ++row) {
+          float expected = std::stof(words[row - 1]);
+          if (row == rows::kLuf) expected = std::abs(expected);
+          EXPECT_EQ(table.frequencies[row][hour], expected) << name << " hour " << hour;
+          EXPECT_EQ(table.frequencies[row][hour % 24], expected);
+        }
+      }
+      EXPECT_EQ(hour, 24U);
+    }
+  }
+}
+
+TEST(LufMufResults, TheAxisCoversMufAndLufInWholeMegahertz) {
+  ResultsTable table;
+  ParseLufMufResults(TestData(kMethod26[0]), "", true, table);
+  EXPECT_EQ(table.f_min, 2.0F);
+  EXPECT_EQ(table.f_max, 42.0F);
+  ParseLufMufResults(TestData(kMethod26[1]), "", true, table);
+  EXPECT_EQ(table.f_min, 14.0F);
+  EXPECT_EQ(table.f_max, 50.0F);
+}
+
+TEST(LufMufResults, WithoutTheLufColumnTheRowHoldsMinusOne) {
+  std::string text = "HPF  ESMUF\n\n";
+  for (int hour = 1; hour <= 24; ++hour) {
+    text += "      1.0  20.0   8.16  13.19   0.00  11.18\n";
+  }
+  ResultsTable table;
+  ParseLufMufResults(text, "", false, table);
+  EXPECT_EQ(table.Luf(0), -1.0F);
+  EXPECT_EQ(table.Luf(24), -1.0F);
+  EXPECT_EQ(table.f_min, -1.0F);
+  EXPECT_EQ(table.f_max, 14.0F);
+  EXPECT_EQ(ErrorOf(text).substr(0, 3), "13 ") << "with a LUF expected, the column is missing";
+}
+
+TEST(LufMufResults, DamagedFilesAreToldByLineAndColumn) {
+  const std::string good = TestData(kMethod26[0]);
+  const std::vector<std::string> lines = Lines(good);
+  const std::size_t header = 33;
+  ASSERT_NE(lines.at(header - 1).find("HPF  ESMUF"), std::string::npos);
+  const std::string cut = good.substr(0, good.find("     24.0"));
+  const struct {
+    std::string text;
+    const char* error;
+  } cases[] = {
+      {"",
+       "62 Input past end of file: results.txt ends after line 0, without the header "
+       "\"HPF  ESMUF\""},
+      {std::string("\0\x01\xff\n\0", 5),
+       "62 Input past end of file: results.txt ends after line 2, without the header "
+       "\"HPF  ESMUF\""},
+      {"HPF  ESMUF",
+       "62 Input past end of file: results.txt ends after line 1, right after the "
+       "header"},
+      {cut,
+       "62 Input past end of file: results.txt ends after line 57, before its 24 hours are "
+       "complete"},
+      {WithLine(good, 41, "      3.0  22.0   8.87  14.34   0.00  12.x5   2.13"),
+       "13 Type mismatch: \"  12.x5\" is not a number (results.txt, line 41, columns 37-43)"},
+      {WithLine(good, 41, "      3.0  22.0   8.87  ******   0.00  12.15   2.13"),
+       "13 Type mismatch: \"  *****\" is not a number (results.txt, line 41, columns 23-29)"},
+      {WithLine(good, 50, ""),
+       "13 Type mismatch: \"\" is not a number (results.txt, line 50, "
+       "columns 1-9)"},
+  };
+  for (const auto& [text, error] : cases) EXPECT_EQ(ErrorOf(text), error);
+}
+
+TEST(LufMufResults, RowsBeforeAFaultKeepTheirNewValues) {
+  ResultsTable table;
+  table.frequencies[rows::kMuf50][1] = 99;
+  table.frequencies[rows::kMuf50][7] = 99;
+  const std::string text = WithLine(TestData(kMethod26[0]), 41, "letters");
+  EXPECT_THROW(ParseLufMufResults(text, "", true, table), Error);
+  EXPECT_EQ(table.Muf50(1), 11.18F);
+  EXPECT_EQ(table.Muf50(7), 99.0F);
+}
+
+/// One band's values of one hour, read apart from the parser: the lines of the hour's block by
+/// their tag, cut into words of five columns from the right.
+std::map<std::string, std::vector<std::string>> Block(const std::vector<std::string>& lines,
+                                                      int hour) {
+  std::map<std::string, std::vector<std::string>> block;
+  const std::string start = std::to_string(hour) + ".0";
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const std::vector<std::string> words = Words(lines[i]);
+    if (words.size() < 2 || words[0] != start || words.back() != "FREQ") continue;
+    for (; i < lines.size() && !Words(lines[i]).empty(); ++i) {
+      if (lines[i].size() < 68) continue;
+      std::vector<std::string>& cells = block[std::string(Trim(lines[i].substr(67)))];
+      for (std::size_t column = 16; column < 66; column += 5) {
+        cells.push_back(lines[i].substr(column, 5));
+      }
+      cells.push_back(words[1]);
+      cells.push_back(words[2]);
+    }
+    break;
+  }
+  return block;
+}
+
+TEST(Method30Results, EveryValueOfARealFileIsTaken) {
+  for (const char* name : kMethod30) {
+    const std::string file = TestData(name);
+    const std::vector<std::string> lines = Lines(file);
+    ResultsTable table;
+    const Method30Outcome outcome = ParseMethod30Results(file, name, table);
+    EXPECT_TRUE(outcome.header_found);
+    EXPECT_EQ(outcome.last_hour, 24);
+    for (int hour = 1; hour <= 24; ++hour) {
+      auto block = Block(lines, hour);
+      ASSERT_GE(block.size(), 22U) << name << " hour " << hour;
+      for (const int place : {hour, hour % 24}) {
+        const auto at = static_cast<std::size_t>(place);
+        EXPECT_EQ(table.Muf50(at), std::stof(block["FREQ"][10]));
+        EXPECT_EQ(table.Muf90(at), std::stof(block["FREQ"][11]));
+        for (std::size_t band = 1; band < kBandCount; ++band) {
+          EXPECT_EQ(table.snr[band][at], std::stof(block["SNR"][band - 1]));
+          EXPECT_EQ(table.reliability[band][at], std::stof(block["REL"][band - 1]));
+          EXPECT_EQ(table.mode[band][at], block["MODE"][band - 1]);
+          EXPECT_EQ(table.signal_power[band][at], std::stoi(block["S DBW"][band - 1]));
+        }
+      }
+    }
+  }
+}
+
+std::string FreqLine(const char* hour) {
+  return std::string(6 - std::string(hour).size(), ' ') + hour +
+         " 11.2  8.2  3.5  5.3  7.1 10.1 14.1 18.1 21.1 24.9 28.2 50.1 FREQ\n";
+}
+
+/// A line of the given tag in which every band has `value`, and the band of 28.2 MHz `other`.
+std::string BandLine(const std::string& value, const std::string& other, const std::string& tag) {
+  std::string line(16, ' ');
+  for (int band = 1; band <= 10; ++band) {
+    const std::string& text = band == 9 ? other : value;
+    line += std::string(5 - text.size(), ' ') + text;
+  }
+  return line + " " + tag + "\n";
+}
+
+constexpr const char* kHeader = "  MULTIPATH POWER TOLERANCE =  3.0 dB\n\n";
+
+TEST(Method30Results, ReliabilityAboveOneFifthWidensTheAxis) {
+  const struct {
+    const char* reliability;
+    float f_max;
+  } cases[] = {{"0.20", 12}, {"0.21", 29}};
+  for (const auto& [reliability, f_max] : cases) {
+    ResultsTable table;
+    ParseMethod30Results(kHeader + FreqLine("1.0") + BandLine("0.00", reliability, "rel  "), "",
+                         table);
+    EXPECT_EQ(table.f_min, 8.0F);
+    EXPECT_EQ(table.f_max, f_max) << reliability;
+  }
+}
+
+TEST(Method30Results, AnHourBeyondTheDayEndsTheParse) {
+  ResultsTable table;
+  const std::string text = kHeader + FreqLine("2.0") + BandLine("7", "8", "SNR") +
+                           FreqLine("25.0") + BandLine("1", "1", "SNR");
+  EXPECT_EQ(ParseMethod30Results(text, "", table).last_hour, 2);
+  EXPECT_EQ(table.snr[1][2], 7.0F);
+  EXPECT_EQ(table.snr[9][2], 8.0F);
+}
+
+TEST(Method30Results, NothingOfAnEarlierPredictionStaysBehind) {
+  ResultsTable table;
+  ParseMethod30Results(TestData(kMethod30[0]), "", table);
+  ParseMethod30Results(kHeader + FreqLine("1.0"), "", table);
+  EXPECT_EQ(table.reliability[4][1], 0.0F);
+  EXPECT_EQ(table.Muf50(13), 0.0F);
+  EXPECT_EQ(table.mode[4][13], "");
+}
+
+TEST(Method30Results, FaultsAreToldByLineAndColumn) {
+  const struct {
+    std::string line;
+    const char* error;
+  } cases[] = {
+      {BandLine("1", "x", "SNR"),
+       "13 Type mismatch: \"    x\" is not a number (r.txt, line 4, columns 57-61)"},
+      {BandLine("1", "40000", "S DBW"),
+       "6 Overflow: 40000 is beyond 16 bits (r.txt, line 4, columns 57-61)"},
+      {FreqLine("-1.0"), "9 Subscript out of range: hour -1 (r.txt, line 4, columns 1-6)"},
+  };
+  for (const auto& [line, expected] : cases) {
+    ResultsTable table;
+    try {
+      ParseMethod30Results(kHeader + FreqLine("1.0") + line, "r.txt", table);
+      ADD_FAILURE() << expected;
+    } catch (const Error& error) {
+      EXPECT_EQ(std::to_string(error.Number()) + " " + error.what(), expected);
+    }
+  }
+}
+
+TEST(Method30Results, AMissingHeaderLeavesTheTableAlone) {
+  ResultsTable table;
+  table.f_max = 77;
+  EXPECT_FALSE(ParseMethod30Results(FreqLine("1.0"), "", table).header_found);
+  EXPECT_EQ(table.f_max, 77.0F);
+}
+
+TEST(ResultsHeadings, NameEngineMonthSunspotNumberAndPower) {
+  for (const char* name : {kMethod26[1], kMethod30[1]}) {
+    const ResultsHeading heading = ReadHeading(TestData(name));
+    EXPECT_EQ(heading.engine, "VOACAP");
+    EXPECT_EQ(heading.version, "16.1207W");
+    EXPECT_EQ(heading.month, "Mar");
+    EXPECT_EQ(heading.year, "2026");
+    EXPECT_EQ(heading.sunspot_number, "140");
+    EXPECT_EQ(heading.power, "0.100");
+  }
+  EXPECT_EQ(ReadHeading("no heading").engine, "");
+}
+
+}  // namespace
+}  // namespace skyhop::IONCAPModule
