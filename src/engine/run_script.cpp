@@ -1,0 +1,122 @@
+// Batch and driver files, and the start of an engine with them.
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/text.h"
+#include "engine/run_control.h"
+
+namespace skyhop::IONCAPModule {
+
+bool RunControl::RunScript(bool snr, const std::filesystem::path& executable,
+                           const std::filesystem::path& batch, const std::filesystem::path& driver,
+                           const std::filesystem::path& script,
+                           const std::filesystem::path& results) {
+  return with_.diagnostics.Trap("IONCAPModule.RunScript", false, [&] {
+    with_.diagnostics.DebugLog(std::string("IONCAPModule.RunScript: SNR = ") + BooleanText(snr) +
+                               ", BatFilename = " + PathText(batch) +
+                               ", ScriptFilename = " + PathText(script));
+    const Files files{executable, batch, driver, script, results};
+    if (snr) return StartSnrRuns(files);
+    if (engine_ == EngineChoice::kIonCap) {
+      const std::filesystem::path& folder = paths_.ioncap_short_folder;
+      const std::string command =
+          with_.launcher.BatchText(executable) + " < " + with_.launcher.BatchText(driver);
+      if (!WriteBatch(batch, folder, command)) return false;
+      WriteDriver(driver, script, results);
+      const LaunchResult started = StartBatch(files, PathText(driver), folder);
+      process_ = started.process;
+      return started.Succeeded();
+    }
+    const std::filesystem::path& folder = paths_.its_short_folder;
+    if (!WriteBatch(batch, folder / "run", ItsCommand(executable, folder, script, results))) {
+      return false;
+    }
+    const LaunchResult started = StartBatch(files, {}, folder);
+    process_ = started.process;
+    return started.Succeeded();
+  });
+}
+
+/// Deletes the old batch file and writes the new one: into the folder, run the engine, be quiet.
+bool RunControl::WriteBatch(const std::filesystem::path& batch, const std::filesystem::path& folder,
+                            const std::string& command) {
+  if (!DeleteWithRetries(batch, with_.pause)) {
+    with_.diagnostics.ErrorLog("IONCAPModule.RunScript: could not delete " + PathText(batch));
+    return false;
+  }
+  const std::string end = with_.launcher.LineEnd();
+  const std::string content = "cd " + with_.launcher.BatchText(folder) + end + command + end +
+                              "echo off" + end + "cls" + end;
+  try {
+    WriteFile(batch, content);
+  } catch (const Error& error) {
+    with_.diagnostics.ErrorLog("IONCAPModule.RunScript: could not create " + PathText(batch));
+    with_.diagnostics.DebugLog(std::string("   ") + error.what());
+    return false;
+  }
+  return true;
+}
+
+void RunControl::WriteDriver(const std::filesystem::path& driver,
+                             const std::filesystem::path& script,
+                             const std::filesystem::path& results) {
+  const std::string script_text = PathText(script);
+  const std::string results_text = PathText(results);
+  // The engine reads one path a line and knows no quotes.
+  if ((script_text + results_text).find_first_of("\r\n") != std::string::npos) {
+    throw Error(errors::kInvalidCall,
+                "the engine cannot be told a path with a line break: " + results_text);
+  }
+  if (!DeleteWithRetries(driver, with_.pause)) {
+    throw Error(errors::kPathFileAccess, "could not delete " + PathText(driver));
+  }
+  const std::string end = with_.launcher.LineEnd();
+  WriteFile(driver, script_text + end + results_text + end);
+}
+
+std::string RunControl::ItsCommand(const std::filesystem::path& executable,
+                                   const std::filesystem::path& folder,
+                                   const std::filesystem::path& script,
+                                   const std::filesystem::path& results) const {
+  // The engine looks for both files in the folder's "run" folder, so their names are enough.
+  return with_.launcher.BatchText(executable) + " SILENT " + with_.launcher.BatchText(folder) +
+         " " + PathText(script.filename()) + " " + PathText(results.filename());
+}
+
+bool RunControl::StartSnrRuns(const Files& files) {
+  const auto start = [&](const std::filesystem::path& batch, const std::filesystem::path& script,
+                         const std::filesystem::path& results, const char* label,
+                         ProcessId& process) {
+    const std::filesystem::path& folder = paths_.snr_short_folder;
+    if (!WriteBatch(batch, folder / "run", ItsCommand(files.executable, folder, script, results))) {
+      return false;
+    }
+    const LaunchResult started =
+        StartBatch({files.executable, batch, files.driver, script, results}, {}, folder);
+    process = started.process;
+    with_.diagnostics.DebugLog(label + std::to_string(process));
+    return started.Succeeded();
+  };
+  return start(paths_.short_path_snr_batch, paths_.short_path_snr_script,
+               paths_.short_path_snr_short_results, "   SP PID = ", short_path_snr_process_) &&
+         start(paths_.long_path_snr_batch, paths_.long_path_snr_script,
+               paths_.long_path_snr_short_results, "   LP PID = ", long_path_snr_process_);
+}
+
+LaunchResult RunControl::StartBatch(const Files& files, const std::string& parameter,
+                                    const std::filesystem::path& folder) {
+  const LaunchResult started = with_.launcher.StartBatch(files.batch, parameter, folder);
+  if (!started.Succeeded()) {
+    Diagnostics& log = with_.diagnostics;
+    log.ErrorLog("IONCAPModule.RunScript ShellExecute failure: " + LaunchErrorText(started.code));
+    log.ErrorLog("       Exe filename = " + PathText(files.executable));
+    log.ErrorLog("       Bat filename = " + PathText(files.batch));
+    log.ErrorLog("    Driver filename = " + PathText(files.driver));
+    log.ErrorLog("    Script filename = " + PathText(files.script));
+    log.ErrorLog("   Results filename = " + PathText(files.results));
+    log.ErrorLog("             Folder = " + PathText(folder));
+  }
+  return started;
+}
+
+}  // namespace skyhop::IONCAPModule

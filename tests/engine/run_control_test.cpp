@@ -1,0 +1,287 @@
+#include "engine/run_control.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "common/files.h"
+#include "support/fake_launcher.h"
+#include "support/prediction_fixture.h"
+
+namespace skyhop::IONCAPModule {
+namespace {
+
+using skyhop::testing::FakeLauncher;
+using skyhop::testing::FakePause;
+using skyhop::testing::PredictionFixture;
+using skyhop::testing::TestData;
+
+class FakeChart : public ResultsChart {
+ public:
+  void DisplayTable(EngineChoice engine) override { displayed.push_back(engine); }
+  std::vector<EngineChoice> displayed;
+};
+
+class RunControlTest : public ::testing::Test {
+ protected:
+  RunControlTest() {
+    with_.SetTransatlantic();
+    with_.panel.SetChecked(PanelCheck::kDistanceMiles, true);
+    // The launcher of these tests gives every folder a short name beside the long one.
+    for (const char* name :
+         {"IonCap", "~IonCap", "ITSHFBC/run", "~ITSHFBC/run", "ITSHFBC2/run", "~ITSHFBC2/run"}) {
+      std::filesystem::create_directories(folder_ / name);
+    }
+    run_.LoadEngineData(folder_);
+    with_.log.debug.clear();
+  }
+
+  void Choose(EngineChoice engine) {
+    with_.panel.SetChoice(PanelChoice::kEngineButton, static_cast<int>(engine));
+  }
+
+  [[nodiscard]] bool Logged(const std::string& line) const {
+    const auto& lines = with_.log.debug;
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+  }
+
+  std::string Folder(const char* name) { return PathText(folder_ / name); }
+  std::string Content(const char* name) { return ReadFile(folder_ / name, 10000); }
+
+  PredictionFixture with_;
+  std::filesystem::path folder_ = with_.log.folder.Path();
+  FakePause pause_;
+  FakeLauncher launcher_;
+  FakeChart chart_;
+  ManualTimer timer_;
+  ResultsTable table_;
+  ScriptCards cards_{pause_, with_.log.diagnostics};
+  IonCapScript ioncap_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
+  ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
+  Results results_{table_, with_.panel,    with_.parameters,
+                   chart_, with_.messages, with_.log.diagnostics};
+  RunControl run_{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_,
+                   pause_, with_.messages, with_.settings, with_.log.diagnostics}};
+};
+
+TEST_F(RunControlTest, AMissingIonCapFolderIsToldOnce) {
+  EXPECT_FALSE(run_.LoadEngineData(folder_ / "none"));
+  const std::string text =
+      "Specified IonCap directory " + PathText(folder_ / "none" / "IonCap") + " does not exist";
+  EXPECT_EQ(with_.messages.shown, (decltype(with_.messages.shown){{text, "IonCap Setup"}}));
+  EXPECT_EQ(with_.log.debug.back(), "   " + text);
+}
+
+TEST_F(RunControlTest, AnIonCapRunWritesScriptBatchAndDriverAndStartsTheBatch) {
+  WriteFile(folder_ / "IonCap" / "results.txt", "of an earlier run");
+  ASSERT_TRUE(run_.ForecastPaths());
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "IonCap" / "results.txt"));
+  EXPECT_EQ(Content("~IonCap/script.txt"), TestData("decks/transatlantic-ioncap.txt"));
+  EXPECT_EQ(Content("~IonCap/ioncap.bat"),
+            "cd [" + Folder("~IonCap") + "]|\n[" + Folder("~IonCap/ioncap.exe") + "] < [" +
+                Folder("~IonCap/iondrive.txt") + "]|\necho off|\ncls|\n");
+  EXPECT_EQ(Content("~IonCap/iondrive.txt"),
+            Folder("~IonCap/script.txt") + "|\n" + Folder("~IonCap/results.txt") + "|\n");
+  ASSERT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_EQ(launcher_.starts[0].batch, folder_ / "~IonCap" / "ioncap.bat");
+  EXPECT_EQ(launcher_.starts[0].parameter, Folder("~IonCap/iondrive.txt"));
+  EXPECT_EQ(launcher_.starts[0].working_folder, folder_ / "~IonCap");
+  EXPECT_TRUE(timer_.Running());
+  EXPECT_TRUE(
+      Logged("IONCAPModule.RunScript: SNR = False, BatFilename = " + Folder("~IonCap/ioncap.bat") +
+             ", ScriptFilename = " + Folder("~IonCap/script.txt")));
+  EXPECT_TRUE(Logged("IONCAPModule.DebugFile, theFilename = " + Folder("~IonCap/iondrive.txt")));
+  EXPECT_TRUE(Logged("SUNSPOT   10500"));
+}
+
+TEST_F(RunControlTest, TheOtherEnginesRunSilentlyInTheirRunFolder) {
+  const struct {
+    EngineChoice engine;
+    const char* executable;
+    const char* method;
+  } cases[] = {
+      {EngineChoice::kIcePac, "~ITSHFBC/bin_win/icepacw.exe", "METHOD       26    0"},
+      {EngineChoice::kVoaCap, "~ITSHFBC/bin_win/voacapw.exe", "METHOD       26    0"},
+      {EngineChoice::kVoaCapSnr, "~ITSHFBC/bin_win/voacapw.exe", "METHOD       30    0"},
+  };
+  for (const auto& [engine, executable, method] : cases) {
+    Choose(engine);
+    timer_.Stop();
+    ASSERT_TRUE(run_.ForecastPaths());
+    EXPECT_EQ(Content("~ITSHFBC/run/icevoa.bat"),
+              "cd [" + Folder("~ITSHFBC/run") + "]|\n[" + Folder(executable) + "] SILENT [" +
+                  Folder("~ITSHFBC") + "] script.txt results.txt|\necho off|\ncls|\n");
+    EXPECT_NE(Content("~ITSHFBC/run/script.txt").find(method), std::string::npos);
+    EXPECT_EQ(launcher_.starts.back().parameter, "");
+    EXPECT_EQ(run_.ResultsFile(), folder_ / "ITSHFBC" / "run" / "results.txt");
+  }
+}
+
+TEST_F(RunControlTest, BothSnrRunsStartInTheSecondFolder) {
+  ASSERT_TRUE(run_.RunScript(true, run_.Paths().snr_executable, {}, {}, {}, {}));
+  EXPECT_EQ(Content("~ITSHFBC2/run/lpsnr.bat"),
+            "cd [" + Folder("~ITSHFBC2/run") + "]|\n[" + Folder("~ITSHFBC2/bin_win/voacapw.exe") +
+                "] SILENT [" + Folder("~ITSHFBC2") +
+                "] slpscript.txt lpsnr.txt|\necho off|\ncls|\n");
+  ASSERT_EQ(launcher_.starts.size(), 2U);
+  EXPECT_EQ(launcher_.starts[0].batch, folder_ / "~ITSHFBC2" / "run" / "spsnr.bat");
+  EXPECT_TRUE(Logged("   SP PID = 101"));
+  EXPECT_TRUE(Logged("   LP PID = 102"));
+}
+
+TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
+  timer_.Start();
+  EXPECT_FALSE(run_.IonCapPaths());
+  EXPECT_EQ(with_.log.debug.back(), "   previous computation still running");
+  timer_.Stop();
+  with_.parameters.SetPredictionTakeoff("91");
+  EXPECT_FALSE(run_.IonCapPaths());
+  EXPECT_EQ(with_.log.debug.back(), "   parameters not ok");
+  Choose(EngineChoice::kNone);
+  EXPECT_FALSE(run_.ForecastPaths());
+  EXPECT_EQ(with_.log.debug.back(), "   no engine selected");
+  EXPECT_TRUE(launcher_.starts.empty());
+}
+
+TEST_F(RunControlTest, AFileThatCannotBeReplacedEndsTheRunBeforeItStarts) {
+  const struct {
+    const char* obstacle;
+    const char* error;
+  } cases[] = {
+      {"IonCap/results.txt",
+       "program error 75 in module IONCAPModule.InitializeResults: cannot delete "},
+      {"~IonCap/script.txt", "IONCAPModule.InitializeScript: unable to delete existing "},
+      {"~IonCap/ioncap.bat", "IONCAPModule.RunScript: could not delete "},
+      {"~IonCap/iondrive.txt", "program error 75 in module IONCAPModule.RunScript: could not "},
+  };
+  for (const auto& [obstacle, error] : cases) {
+    std::filesystem::create_directory(folder_ / obstacle);
+    with_.log.errors.clear();
+    EXPECT_FALSE(run_.IonCapPaths()) << obstacle;
+    ASSERT_EQ(with_.log.errors.size(), 1U) << obstacle;
+    EXPECT_EQ(with_.log.errors[0].find(error), 0U) << with_.log.errors[0];
+    EXPECT_FALSE(timer_.Running());
+    std::filesystem::remove(folder_ / obstacle);
+  }
+  EXPECT_TRUE(launcher_.starts.empty());
+}
+
+TEST_F(RunControlTest, AFailedStartIsLoggedWithAllItsFiles) {
+  launcher_.code = 5;
+  EXPECT_FALSE(run_.IonCapPaths());
+  EXPECT_FALSE(timer_.Running());
+  EXPECT_EQ(with_.log.errors,
+            (std::vector<std::string>{
+                "IONCAPModule.RunScript ShellExecute failure: The operating system denied access "
+                "to the specified file.",
+                "       Exe filename = " + Folder("~IonCap/ioncap.exe"),
+                "       Bat filename = " + Folder("~IonCap/ioncap.bat"),
+                "    Driver filename = " + Folder("~IonCap/iondrive.txt"),
+                "    Script filename = " + Folder("~IonCap/script.txt"),
+                "   Results filename = " + Folder("~IonCap/results.txt"),
+                "             Folder = " + Folder("~IonCap")}));
+  EXPECT_EQ(LaunchErrorText(17), "error code 17");
+}
+
+TEST_F(RunControlTest, TicksWaitForAResultsFileWithContent) {
+  ASSERT_TRUE(run_.IonCapPaths());
+  const std::string results = Folder("IonCap/results.txt");
+  run_.HandleIonCapTimer();
+  EXPECT_EQ(with_.log.debug.back(), "   " + results + " does not exist");
+  WriteFile(folder_ / "IonCap" / "results.txt", "");
+  run_.HandleIonCapTimer();
+  EXPECT_EQ(with_.log.debug.back(), "   " + results + " is empty");
+  EXPECT_TRUE(timer_.Running());
+
+  WriteFile(folder_ / "IonCap" / "results.txt",
+            TestData("results/newyork-london-method26.results.txt"));
+  run_.HandleIonCapTimer();
+  EXPECT_TRUE(Logged("   " + results + " exists"));
+  EXPECT_FALSE(timer_.Running());
+  EXPECT_TRUE(run_.LastRunDisplayed());
+  EXPECT_EQ(chart_.displayed, std::vector<EngineChoice>{EngineChoice::kIonCap});
+  EXPECT_EQ(with_.panel.Text(PanelText::kSummary),
+            "SP 24 db 3481 mi  propagation to DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26");
+  EXPECT_EQ(results_.Heading().engine, "VOACAP");
+}
+
+TEST_F(RunControlTest, RunStatesSelectWhatHappensWithIonCapResults) {
+  const std::filesystem::path results = folder_ / "IonCap" / "results.txt";
+  ASSERT_TRUE(run_.IonCapPaths());
+  WriteFile(results, TestData("results/newyork-london-method26.results.txt"));
+  run_.SetRunState(RunState::kChartWithoutLuf);
+  run_.HandleIonCapTimer();
+  EXPECT_EQ(table_.Luf(5), -1.0F);
+  run_.SetRunState(RunState::kViewer);
+  run_.HandleIonCapTimer();
+  EXPECT_EQ(launcher_.viewed,
+            std::vector<std::string>{"c:\\windows\\notepad.exe " + PathText(results)});
+}
+
+TEST_F(RunControlTest, UnreadableResultsAreLoggedAndNotDisplayed) {
+  const struct {
+    EngineChoice engine;
+    const char* results;
+    std::string content;
+    const char* error;
+  } cases[] = {
+      {EngineChoice::kIonCap, "IonCap/results.txt", "garbage",
+       "program error 62 in module IONCAPModule.DisplayResults: Input past end of file: "},
+      {EngineChoice::kVoaCapSnr, "ITSHFBC/run/results.txt",
+       " MULTIPATH POWER TOLERANCE\n   1.0 11.2  x\n", "IONCAPModule.DisplayMethod2030Results: "},
+  };
+  for (const auto& [engine, results, content, error] : cases) {
+    Choose(engine);
+    with_.log.errors.clear();
+    ASSERT_TRUE(run_.ForecastPaths());
+    WriteFile(folder_ / results, content);
+    run_.HandleIonCapTimer();
+    EXPECT_FALSE(run_.LastRunDisplayed());
+    ASSERT_EQ(with_.log.errors.size(), 1U);
+    EXPECT_EQ(with_.log.errors[0].find(error), 0U) << with_.log.errors[0];
+  }
+  EXPECT_TRUE(chart_.displayed.empty());
+}
+
+TEST_F(RunControlTest, SnrResultsWithoutTheirHeaderAreShownToTheUser) {
+  Choose(EngineChoice::kVoaCapSnr);
+  ASSERT_TRUE(run_.ForecastPaths());
+  WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", "something else");
+  run_.HandleIonCapTimer();
+  EXPECT_EQ(with_.messages.Texts(), std::vector<std::string>{"results missing expected header"});
+  EXPECT_TRUE(Logged("   results missing expected header"));
+}
+
+TEST_F(RunControlTest, CutSnrResultsAreShownAsFarAsTheyGo) {
+  Choose(EngineChoice::kVoaCapSnr);
+  ASSERT_TRUE(run_.ForecastPaths());
+  const std::string whole = TestData("results/newyork-london-method30.results.txt");
+  WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", whole.substr(0, whole.find("  13.0 ")));
+  run_.HandleIonCapTimer();
+  EXPECT_FALSE(run_.LastRunDisplayed());
+  EXPECT_EQ(chart_.displayed.size(), 1U);
+  ASSERT_EQ(with_.log.errors.size(), 1U);
+  EXPECT_NE(with_.log.errors[0].find(", after hour 12 of 24"), std::string::npos);
+}
+
+TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {
+  with_.panel.SetChoice(PanelChoice::kPath, path_option::kLong);
+  with_.parameters.SetPath("Long Path");
+  with_.panel.SetChecked(PanelCheck::kDistanceMiles, false);
+  with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
+  with_.panel.settings_name = "contest";
+  EXPECT_EQ(results_.SummaryLine(),
+            "LP 24 db 34428 km  propagation from DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26 "
+            "(contest settings)");
+  with_.parameters.SetPath("sideways");
+  EXPECT_EQ(results_.SummaryLine().substr(0, 6), "24 db ");
+}
+
+TEST_F(RunControlTest, AbortStopsThePolling) {
+  ASSERT_TRUE(run_.IonCapPaths());
+  run_.Abort();
+  EXPECT_FALSE(timer_.Running());
+}
+
+}  // namespace
+}  // namespace skyhop::IONCAPModule

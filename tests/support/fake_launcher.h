@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "common/files.h"
+#include "engine/engine_launcher.h"
+
+namespace skyhop::testing {
+
+/// Starts nothing; keeps what it was asked to start.
+class FakeLauncher : public EngineLauncher {
+ public:
+  struct Start {
+    std::filesystem::path batch;
+    std::string parameter;
+    std::filesystem::path working_folder;
+  };
+
+  LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
+                          const std::filesystem::path& working_folder) override {
+    starts.push_back({batch, parameter, working_folder});
+    return {code, static_cast<ProcessId>(starts.size() + 100)};
+  }
+  LaunchResult OpenInViewer(const std::string& viewer, const std::filesystem::path& file) override {
+    viewed.push_back(viewer + " " + PathText(file));
+    return {code, 1};
+  }
+  [[nodiscard]] bool IsRunning(ProcessId) override { return false; }
+  bool WaitForEnd(ProcessId, std::chrono::milliseconds) override { return true; }
+  void End(ProcessId) override {}
+  [[nodiscard]] std::string Output(ProcessId) override { return {}; }
+  [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
+    return path.parent_path() / ("~" + path.filename().string());
+  }
+  [[nodiscard]] std::string BatchText(const std::filesystem::path& path) const override {
+    return "[" + PathText(path) + "]";
+  }
+  [[nodiscard]] std::string LineEnd() const override { return "|\n"; }
+
+  int code = 42;
+  std::vector<Start> starts;
+  std::vector<std::string> viewed;
+};
+
+}  // namespace skyhop::testing
