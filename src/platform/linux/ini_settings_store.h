@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "common/settings_store.h"
+
+namespace skyhop::platform {
+
+/// Settings as one INI file per application in a folder of the user. Files are read again when
+/// somebody else changed them. Comments and keys that this program does not know stay.
+class IniSettingsStore : public SettingsStore {
+ public:
+  explicit IniSettingsStore(std::filesystem::path folder);
+  ~IniSettingsStore() override;
+
+  [[nodiscard]] std::string Read(const std::string& application, const std::string& section,
+                                 const std::string& key, const std::string& default_text) override;
+
+  /// A file that is damaged beyond what a settings file can hold is kept beside the new one, with
+  /// ".damaged" appended to its name.
+  void Save(const std::string& application, std::span<const SettingEntry> entries) override;
+
+  [[nodiscard]] std::filesystem::path FileOf(const std::string& application) const;
+
+ private:
+  struct File;
+
+  [[nodiscard]] File& Load(const std::string& application);
+
+  std::filesystem::path folder_;
+  std::map<std::string, std::unique_ptr<File>> files_;
+};
+
+}  // namespace skyhop::platform

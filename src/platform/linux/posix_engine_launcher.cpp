@@ -1,0 +1,214 @@
+#include "platform/linux/posix_engine_launcher.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <optional>
+#include <string_view>
+#include <thread>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/output_tail.h"
+
+// The header of this glibc lacks the C linkage that its function has.
+extern "C" {
+#include <sys/pidfd.h>
+}
+
+extern char** environ;
+
+namespace skyhop::platform {
+namespace {
+
+constexpr int kStarted = 33;
+constexpr std::chrono::milliseconds kTimeToEnd{500};
+
+/// The shell's codes for what the system calls `error`.
+int LaunchCode(int error) {
+  switch (error) {
+    case ENOENT:
+      return 2;
+    case ENOTDIR:
+      return 3;
+    case EACCES:
+    case EPERM:
+      return 5;
+    case ENOMEM:
+      return 8;
+    case EAGAIN:
+    case EMFILE:
+    case ENFILE:
+      return 0;
+    case ETXTBSY:
+      return 26;
+    case ENOEXEC:
+      return 27;
+    default:
+      return 1;
+  }
+}
+
+/// posix_spawn's two attribute objects.
+class SpawnSettings {
+ public:
+  SpawnSettings() {
+    ::posix_spawn_file_actions_init(&actions_);
+    ::posix_spawnattr_init(&attributes_);
+  }
+  ~SpawnSettings() {
+    ::posix_spawn_file_actions_destroy(&actions_);
+    ::posix_spawnattr_destroy(&attributes_);
+  }
+  SpawnSettings(const SpawnSettings&) = delete;
+  SpawnSettings& operator=(const SpawnSettings&) = delete;
+
+  posix_spawn_file_actions_t* Actions() { return &actions_; }
+  posix_spawnattr_t* Attributes() { return &attributes_; }
+
+ private:
+  posix_spawn_file_actions_t actions_{};
+  posix_spawnattr_t attributes_{};
+};
+
+bool IsPlain(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+         std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
+}
+
+}  // namespace
+
+struct PosixEngineLauncher::Child {
+  FileDescriptor handle;  ///< becomes readable when the process ends; closed where there is none
+  OutputTail output;
+  bool ended = false;
+
+  /// Asks the system whether the process ended, and takes note if so.
+  void Update(ProcessId process) {
+    if (!ended && ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) != 0) ended = true;
+  }
+};
+
+PosixEngineLauncher::PosixEngineLauncher() = default;
+
+PosixEngineLauncher::~PosixEngineLauncher() = default;
+
+PosixEngineLauncher::Child* PosixEngineLauncher::Find(ProcessId process) {
+  const auto found = children_.find(process);
+  return found == children_.end() ? nullptr : &found->second;
+}
+
+LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
+                                        const std::filesystem::path& working_folder) {
+  int ends[2] = {-1, -1};
+  if (::pipe2(ends, O_CLOEXEC) != 0) return {LaunchCode(errno), 0};
+  FileDescriptor reader(ends[0]);
+  const FileDescriptor writer(ends[1]);
+
+  SpawnSettings settings;
+  ::posix_spawn_file_actions_addopen(settings.Actions(), STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  ::posix_spawn_file_actions_adddup2(settings.Actions(), writer.Get(), STDOUT_FILENO);
+  ::posix_spawn_file_actions_adddup2(settings.Actions(), writer.Get(), STDERR_FILENO);
+  ::posix_spawn_file_actions_addchdir_np(settings.Actions(), working_folder.c_str());
+  // A group of its own, so that an engine can be ended together with the shell that started it.
+  ::posix_spawnattr_setflags(settings.Attributes(), POSIX_SPAWN_SETPGROUP);
+  ::posix_spawnattr_setpgroup(settings.Attributes(), 0);
+
+  pid_t process = 0;
+  const int error = ::posix_spawnp(&process, arguments[0], settings.Actions(),
+                                   settings.Attributes(), const_cast<char**>(arguments), environ);
+  if (error != 0) return {LaunchCode(error), 0};
+  children_.insert_or_assign(
+      process, Child{FileDescriptor(::pidfd_open(process, 0)), OutputTail(std::move(reader))});
+  return {kStarted, process};
+}
+
+LaunchResult PosixEngineLauncher::StartBatch(const std::filesystem::path& batch,
+                                             const std::string& parameter,
+                                             const std::filesystem::path& working_folder) {
+  // The shell itself always starts, so a missing batch file has to be found out before.
+  if (::access(batch.c_str(), R_OK) != 0) return {LaunchCode(errno), 0};
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(working_folder, ignored)) return {LaunchCode(ENOTDIR), 0};
+  const char* const arguments[] = {"/bin/sh", batch.c_str(),
+                                   parameter.empty() ? nullptr : parameter.c_str(), nullptr};
+  return Spawn(arguments, working_folder);
+}
+
+LaunchResult PosixEngineLauncher::OpenInViewer(const std::string& viewer,
+                                               const std::filesystem::path& file) {
+  const char* const own[] = {viewer.c_str(), file.c_str(), nullptr};
+  const LaunchResult result = Spawn(own, file.parent_path());
+  if (result.Succeeded()) return result;
+  const char* const desktop[] = {"xdg-open", file.c_str(), nullptr};
+  return Spawn(desktop, file.parent_path());
+}
+
+bool PosixEngineLauncher::IsRunning(ProcessId process) {
+  Child* child = Find(process);
+  if (child == nullptr) return false;
+  child->Update(process);
+  return !child->ended;
+}
+
+bool PosixEngineLauncher::WaitForEnd(ProcessId process, std::chrono::milliseconds longest) {
+  const auto until = std::chrono::steady_clock::now() + longest;
+  while (IsRunning(process)) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+        until - std::chrono::steady_clock::now());
+    if (left.count() <= 0) return false;
+    const FileDescriptor& handle = Find(process)->handle;
+    if (handle.IsOpen()) {
+      pollfd ended{handle.Get(), POLLIN, 0};
+      (void)::poll(&ended, 1, static_cast<int>(std::min<long long>(left.count() + 1, 60'000)));
+    } else {
+      std::this_thread::sleep_for(std::min(left, std::chrono::milliseconds(2)));
+    }
+  }
+  return true;
+}
+
+void PosixEngineLauncher::End(ProcessId process) {
+  if (!IsRunning(process)) return;
+  const auto group = static_cast<pid_t>(-process);
+  ::kill(group, SIGTERM);
+  if (WaitForEnd(process, kTimeToEnd)) return;
+  ::kill(group, SIGKILL);
+  (void)WaitForEnd(process, kTimeToEnd);
+}
+
+std::string PosixEngineLauncher::Output(ProcessId process) {
+  const Child* child = Find(process);
+  return child == nullptr ? std::string() : child->output.Text();
+}
+
+std::filesystem::path PosixEngineLauncher::ShortPath(const std::filesystem::path& path) {
+  // There are no short names here; quoting does what they are for.
+  return path;
+}
+
+std::string PosixEngineLauncher::BatchText(const std::filesystem::path& path) const {
+  const std::string text = path.string();
+  if (text.find_first_of("\r\n") != std::string::npos) {
+    throw Error(errors::kInvalidCall, "a batch file cannot hold a path with a line break: " + text);
+  }
+  if (!text.empty() && std::all_of(text.begin(), text.end(), IsPlain)) return text;
+  // Between single quotes everything stands for itself but the single quote.
+  std::string quoted = "'";
+  for (const char c : text) {
+    if (c == '\'') {
+      quoted += "'\\''";
+    } else {
+      quoted += c;
+    }
+  }
+  return quoted + "'";
+}
+
+}  // namespace skyhop::platform

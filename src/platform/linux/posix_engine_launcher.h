@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "engine/engine_launcher.h"
+
+namespace skyhop::platform {
+
+/// Runs batch files with /bin/sh. What the processes print is thrown away but for its last lines.
+class PosixEngineLauncher : public EngineLauncher {
+ public:
+  PosixEngineLauncher();
+  /// Leaves running engines alone.
+  ~PosixEngineLauncher() override;
+
+  LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
+                          const std::filesystem::path& working_folder) override;
+  /// A viewer that is not there, such as one of another system, is replaced by the desktop's own.
+  LaunchResult OpenInViewer(const std::string& viewer, const std::filesystem::path& file) override;
+  [[nodiscard]] bool IsRunning(ProcessId process) override;
+  bool WaitForEnd(ProcessId process, std::chrono::milliseconds longest) override;
+  void End(ProcessId process) override;
+  [[nodiscard]] std::string Output(ProcessId process) override;
+  [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override;
+  [[nodiscard]] std::string BatchText(const std::filesystem::path& path) const override;
+  [[nodiscard]] std::string LineEnd() const override { return "\n"; }
+
+ private:
+  struct Child;
+
+  [[nodiscard]] Child* Find(ProcessId process);
+  LaunchResult Spawn(const char* const* arguments, const std::filesystem::path& working_folder);
+
+  std::map<ProcessId, Child> children_;
+};
+
+}  // namespace skyhop::platform

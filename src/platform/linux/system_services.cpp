@@ -1,0 +1,169 @@
+#include <fcntl.h>
+#include <langinfo.h>
+#include <sys/file.h>
+#include <sys/utsname.h>
+
+#include <cerrno>
+#include <charconv>
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <thread>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/ini_settings_store.h"
+#include "platform/linux/posix_engine_launcher.h"
+#include "platform/linux/user_folders.h"
+#include "platform/platform.h"
+
+namespace skyhop::platform {
+namespace {
+
+class SystemClock : public Clock {
+ public:
+  [[nodiscard]] UtcTime UtcNow() const override {
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::system_clock::now());
+  }
+
+  [[nodiscard]] std::chrono::seconds LocalOffset(UtcTime time) const override {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
+    std::tm local{};
+    if (::localtime_r(&seconds, &local) == nullptr) return {};
+    return std::chrono::seconds(local.tm_gmtoff);
+  }
+};
+
+class SleepingPause : public Pause {
+ public:
+  void Wait(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
+};
+
+/// "6.1.12-3" as 0x06010C: a byte each for the first three numbers.
+std::string VersionAsHexadecimal(const char* release) {
+  const char* const end = release + std::char_traits<char>::length(release);
+  unsigned value = 0;
+  for (int part = 0; part < 3; ++part) {
+    unsigned number = 0;
+    const auto result = std::from_chars(release, end, number);
+    release = result.ptr == end ? end : result.ptr + 1;
+    value = (value << 8U) | (number & 0xFFU);
+  }
+  char text[9] = {};
+  const auto result = std::to_chars(text, text + 8, value, 16);
+  return {text, result.ptr};
+}
+
+std::string DistributionName() {
+  std::ifstream file("/etc/os-release");
+  const std::string key = "PRETTY_NAME=";
+  for (std::string line; std::getline(file, line);) {
+    if (line.compare(0, key.size(), key) != 0) continue;
+    line.erase(0, key.size());
+    std::erase(line, '"');
+    return line;
+  }
+  return {};
+}
+
+class LinuxMachineFacts : public MachineFacts {
+ public:
+  [[nodiscard]] MachineDescription Describe() const override {
+    MachineDescription machine;
+    const std::filesystem::path executable = ExecutablePath();
+    machine.executable = PathText(executable.filename());
+    machine.module_file = PathText(executable);
+    machine.word_length = static_cast<int>(sizeof(void*) * 8);
+    machine.build = std::string("g++ ") + __VERSION__;
+    DescribeSystem(machine);
+    DescribeLocale(machine);
+    return machine;
+  }
+
+ private:
+  static void DescribeSystem(MachineDescription& machine) {
+    utsname system{};
+    if (::uname(&system) != 0) return;
+    machine.system_name = system.sysname + std::string(" ") + system.release;
+    const std::string distribution = DistributionName();
+    if (!distribution.empty()) machine.system_name = distribution + ", " + machine.system_name;
+    machine.system_version = VersionAsHexadecimal(system.release);
+  }
+
+  static void DescribeLocale(MachineDescription& machine) {
+    locale_t locale = ::newlocale(LC_ALL_MASK, "", nullptr);
+    if (locale == nullptr) locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    if (locale == nullptr) return;
+    machine.locale_id = LocaleName();
+    machine.ansi_code_page = ::nl_langinfo_l(CODESET, locale);
+    machine.oem_code_page = machine.ansi_code_page;
+    machine.decimal_separator = ::nl_langinfo_l(RADIXCHAR, locale);
+    machine.thousand_separator = ::nl_langinfo_l(THOUSEP, locale);
+    ::freelocale(locale);
+    // A locale's name is language_COUNTRY.codeset.
+    const std::string name = machine.locale_id.substr(0, machine.locale_id.find_first_of(".@"));
+    const std::size_t line = name.find('_');
+    machine.language = name.substr(0, line);
+    if (line != std::string::npos) machine.country = name.substr(line + 1);
+  }
+
+  static std::string LocaleName() {
+    for (const char* variable : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
+      if (const char* value = std::getenv(variable); value != nullptr && *value != '\0') {
+        return value;
+      }
+    }
+    return "C";
+  }
+};
+
+class FileRunLock : public RunLock {
+ public:
+  explicit FileRunLock(FileDescriptor file) : file_(std::move(file)) {}
+
+ private:
+  FileDescriptor file_;
+};
+
+}  // namespace
+
+std::unique_ptr<SettingsStore> MakeSettingsStore() {
+  return std::make_unique<IniSettingsStore>(UserFolder("XDG_CONFIG_HOME", ".config") / "marlo");
+}
+
+std::unique_ptr<Clock> MakeClock() {
+  return std::make_unique<SystemClock>();
+}
+
+std::unique_ptr<MachineFacts> MakeMachineFacts() {
+  return std::make_unique<LinuxMachineFacts>();
+}
+
+std::unique_ptr<EngineLauncher> MakeEngineLauncher() {
+  return std::make_unique<PosixEngineLauncher>();
+}
+
+std::unique_ptr<Pause> MakePause() {
+  return std::make_unique<SleepingPause>();
+}
+
+std::unique_ptr<RunLock> LockRuns(const std::filesystem::path& program_folder,
+                                  std::chrono::milliseconds longest) {
+  const auto until = std::chrono::steady_clock::now() + longest;
+  FileDescriptor folder(::open(program_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder.IsOpen()) {
+    throw FileError(std::error_code(errno, std::generic_category()),
+                    "cannot open " + PathText(program_folder));
+  }
+  // The folder itself carries the lock: it needs no file, so a read-only folder can be locked too.
+  while (::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) {
+    if (errno != EWOULDBLOCK && errno != EINTR) break;
+    if (std::chrono::steady_clock::now() >= until) return nullptr;
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  return std::make_unique<FileRunLock>(std::move(folder));
+}
+
+}  // namespace skyhop::platform

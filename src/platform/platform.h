@@ -1,0 +1,45 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/clock.h"
+#include "common/machine_facts.h"
+#include "common/pause.h"
+#include "common/settings_store.h"
+#include "engine/engine_launcher.h"
+
+/// The operating system's services. `app/` is the only user; everybody else gets the interfaces.
+namespace skyhop::platform {
+
+[[nodiscard]] std::unique_ptr<SettingsStore> MakeSettingsStore();
+[[nodiscard]] std::unique_ptr<Clock> MakeClock();
+[[nodiscard]] std::unique_ptr<MachineFacts> MakeMachineFacts();
+[[nodiscard]] std::unique_ptr<EngineLauncher> MakeEngineLauncher();
+/// A pause that just sleeps, for programs without a window.
+[[nodiscard]] std::unique_ptr<Pause> MakePause();
+
+/// The program's own folder: its band definitions, its error log, the engines' folders.
+/// Throws the Errors of FileError when it cannot be created.
+[[nodiscard]] std::filesystem::path ProgramFolder();
+
+/// Puts the files that come with the program into the program folder: band definitions and, as the
+/// engine of the "IonCap" folder, the estimate engine. A file that the user changed or put there is
+/// never overwritten; one that this function placed is brought up to date. Returns what went wrong,
+/// one text each; nothing when all is well.
+[[nodiscard]] std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder);
+
+/// Holds the engine folders against other runs of the program, as long as it lives.
+class RunLock {
+ public:
+  virtual ~RunLock() = default;
+};
+
+/// Waits at most `longest` for the lock. Returns null when another program still holds it then.
+[[nodiscard]] std::unique_ptr<RunLock> LockRuns(const std::filesystem::path& program_folder,
+                                                std::chrono::milliseconds longest);
+
+}  // namespace skyhop::platform

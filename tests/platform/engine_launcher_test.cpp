@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "platform/linux/posix_engine_launcher.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop::testing {
+namespace {
+
+using platform::PosixEngineLauncher;
+using std::chrono::milliseconds;
+
+class EngineLauncherTest : public ::testing::Test {
+ protected:
+  std::filesystem::path Batch(const std::string& content) {
+    const std::filesystem::path batch = folder_ / "engine.bat";
+    WriteFile(batch, content);
+    return batch;
+  }
+
+  LaunchResult Start(const std::string& content, const std::string& parameter = {}) {
+    const LaunchResult started = launcher_.StartBatch(Batch(content), parameter, folder_.Path());
+    EXPECT_TRUE(started.Succeeded());
+    return started;
+  }
+
+  TemporaryFolder folder_;
+  PosixEngineLauncher launcher_;
+};
+
+TEST_F(EngineLauncherTest, ABatchRunsInItsFolderWithItsParameter) {
+  const LaunchResult started = Start("pwd > where\necho \"$1\" > parameter\n", "a b;c");
+  ASSERT_TRUE(launcher_.WaitForEnd(started.process, milliseconds(10000)));
+  EXPECT_FALSE(launcher_.IsRunning(started.process));
+  EXPECT_EQ(ReadFile(folder_ / "where", 1000), PathText(folder_.Path()) + "\n");
+  EXPECT_EQ(ReadFile(folder_ / "parameter", 1000), "a b;c\n");
+}
+
+TEST_F(EngineLauncherTest, WhatCannotStartIsToldByItsCode) {
+  EXPECT_EQ(launcher_.StartBatch(folder_ / "none.bat", "", folder_.Path()).code, 2);
+  EXPECT_EQ(launcher_.StartBatch(Batch("") / "x.bat", "", folder_.Path()).code, 3);
+  EXPECT_EQ(launcher_.StartBatch(Batch(""), "", folder_ / "nowhere").code, 3);
+  EXPECT_FALSE(launcher_.IsRunning(0));
+  EXPECT_FALSE(launcher_.IsRunning(1)) << "not ours";
+}
+
+TEST_F(EngineLauncherTest, AHangingEngineIsEndedWithItsChildren) {
+  const LaunchResult started = Start("trap '' TERM\n(trap '' TERM; sleep 60; echo > survived)\n");
+  EXPECT_FALSE(launcher_.WaitForEnd(started.process, milliseconds(50)));
+  EXPECT_TRUE(launcher_.IsRunning(started.process));
+  const auto before = std::chrono::steady_clock::now();
+  launcher_.End(started.process);
+  EXPECT_FALSE(launcher_.IsRunning(started.process));
+  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "survived"));
+}
+
+TEST_F(EngineLauncherTest, AnEngineThatPrintsALotIsNotHeldUp) {
+  const LaunchResult started = Start(
+      "i=0; while [ $i -lt 20000 ]; do echo line number $i; i=$((i+1)); done\n"
+      "echo the end >&2\n");
+  ASSERT_TRUE(launcher_.WaitForEnd(started.process, milliseconds(20000)));
+  const std::string output = launcher_.Output(started.process);
+  EXPECT_EQ(output.size(), 4096U);
+  EXPECT_EQ(output.substr(output.size() - 8), "the end\n");
+  EXPECT_EQ(launcher_.Output(started.process + 100000), "");
+}
+
+TEST_F(EngineLauncherTest, NothingInAPathIsEverExecuted) {
+  const char* names[] = {"plain", "two words",     "it's",  "a\"b",         "$(touch pwned)",
+                         "*",     "a;touch pwned", "a&b|c", "back\\slash",  "`touch pwned`",
+                         "#x",    "~root",         "-n",    "Z\xC3\xBCrich"};
+  for (const char* name : names) {
+    const TemporaryFolder odd(name);
+    const LaunchResult started = launcher_.StartBatch(
+        Batch("cd " + launcher_.BatchText(odd.Path()) + "\npwd -P > here\n"), "", folder_.Path());
+    ASSERT_TRUE(launcher_.WaitForEnd(started.process, milliseconds(10000)));
+    EXPECT_EQ(ReadFile(odd / "here", 1000),
+              PathText(std::filesystem::canonical(odd.Path())) + "\n");
+    EXPECT_FALSE(std::filesystem::exists(odd / "pwned"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "pwned"));
+  }
+  EXPECT_EQ(launcher_.BatchText("/usr/lib/x-1.0_2/a+b,c"), "/usr/lib/x-1.0_2/a+b,c");
+  EXPECT_THROW((void)launcher_.BatchText("/a\nb"), Error);
+}
+
+}  // namespace
+}  // namespace skyhop::testing

@@ -1,0 +1,90 @@
+#include "platform/linux/program_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "common/files.h"
+#include "platform/platform.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop::testing {
+namespace {
+
+using platform::PlaceFiles;
+using Texts = std::vector<std::string>;
+
+class ProgramFolderTest : public ::testing::Test {
+ protected:
+  ProgramFolderTest() {
+    WriteFile(installed_ / "bands", "first");
+    WriteFile(installed_ / "engine", "engine 1");
+  }
+
+  Texts Place() {
+    return PlaceFiles(folder_.Path(), {{installed_ / "bands", "Bands.txt", false},
+                                       {installed_ / "engine", "IonCap/ioncap.exe", true}});
+  }
+  std::string Content(const char* name) { return ReadFile(folder_ / name, 1000); }
+
+  TemporaryFolder installed_{"installed"};
+  TemporaryFolder folder_{"program folder"};
+};
+
+TEST_F(ProgramFolderTest, AnEmptyFolderIsFilled) {
+  EXPECT_EQ(Place(), Texts{});
+  EXPECT_EQ(Content("Bands.txt"), "first");
+  EXPECT_EQ(Content("IonCap/ioncap.exe"), "engine 1");
+  const auto permissions = std::filesystem::status(folder_ / "IonCap/ioncap.exe").permissions();
+  EXPECT_NE(permissions & std::filesystem::perms::owner_exec, std::filesystem::perms::none);
+}
+
+TEST_F(ProgramFolderTest, WhatWasPlacedIsBroughtUpToDate) {
+  (void)Place();
+  WriteFile(installed_ / "engine", "engine 22");
+  EXPECT_EQ(Place(), Texts{});
+  EXPECT_EQ(Content("IonCap/ioncap.exe"), "engine 22");
+}
+
+TEST_F(ProgramFolderTest, WhatTheUserChangedOrBroughtIsLeftAlone) {
+  std::filesystem::create_directories(folder_ / "IonCap");
+  WriteFile(folder_ / "IonCap/ioncap.exe", "my own engine");
+  EXPECT_EQ(Place(), Texts{});
+  WriteFile(folder_ / "Bands.txt", "my bands");
+  WriteFile(installed_ / "bands", "second");
+  WriteFile(installed_ / "engine", "engine 22");
+  EXPECT_EQ(Place(), Texts{});
+  EXPECT_EQ(Content("Bands.txt"), "my bands");
+  EXPECT_EQ(Content("IonCap/ioncap.exe"), "my own engine");
+}
+
+TEST_F(ProgramFolderTest, ADamagedRecordCostsNoFile) {
+  (void)Place();
+  WriteFile(folder_ / "installed-files.txt", "nonsense\n1 2 3\n");
+  WriteFile(installed_ / "bands", "second");
+  EXPECT_EQ(Place(), Texts{});
+  EXPECT_EQ(Content("Bands.txt"), "first");
+}
+
+TEST_F(ProgramFolderTest, ProblemsAreToldAndTheRestIsStillPlaced) {
+  std::filesystem::remove(installed_ / "bands");
+  const Texts problems = Place();
+  ASSERT_EQ(problems.size(), 1U);
+  EXPECT_NE(problems[0].find("Bands.txt"), std::string::npos);
+  EXPECT_EQ(Content("IonCap/ioncap.exe"), "engine 1");
+
+  WriteFile(folder_ / "file", "");
+  EXPECT_EQ(PlaceFiles(folder_.Path(), {{installed_ / "engine", "file/engine", true}}).size(), 1U);
+}
+
+TEST_F(ProgramFolderTest, OnlyOneRunHoldsTheLock) {
+  auto first = platform::LockRuns(folder_.Path(), std::chrono::milliseconds(0));
+  EXPECT_NE(first, nullptr);
+  EXPECT_EQ(platform::LockRuns(folder_.Path(), std::chrono::milliseconds(20)), nullptr);
+  first.reset();
+  EXPECT_NE(platform::LockRuns(folder_.Path(), std::chrono::milliseconds(0)), nullptr);
+}
+
+}  // namespace
+}  // namespace skyhop::testing
