@@ -1,0 +1,72 @@
+#include "common/files.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <system_error>
+
+#include "common/errors.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop {
+namespace {
+
+using ::skyhop::testing::TemporaryFolder;
+
+template <class Body>
+int ErrorNumber(Body body) {
+  try {
+    body();
+  } catch (const Error& error) {
+    return error.Number();
+  }
+  return 0;
+}
+
+TEST(Files, KeepEveryByte) {
+  const TemporaryFolder folder("R\xC3\xA9sultats de pr\xC3\xA9vision");
+  const std::filesystem::path path = folder / "d\xC3\xA9j\xC3\xA0.txt";
+  const std::string content("a\r\nb\n\0\x1A\xFF", 8);
+  WriteFile(path, "something longer that is replaced");
+  WriteFile(path, content);
+  EXPECT_EQ(ReadFile(path, content.size()), content);
+  EXPECT_EQ(PathFromText(PathText(path)), path);
+  EXPECT_TRUE(PathText(path).ends_with("d\xC3\xA9j\xC3\xA0.txt"));
+}
+
+TEST(Files, SayWhatWentWrong) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "file", "12345");
+  const auto read = [&](const char* name) {
+    return ErrorNumber([&] { static_cast<void>(ReadFile(folder / name, 4)); });
+  };
+  EXPECT_EQ(read("absent"), errors::kFileNotFound);
+  EXPECT_EQ(read("."), errors::kPathFileAccess);
+  EXPECT_EQ(read("file"), errors::kOverflow);
+  EXPECT_EQ(ErrorNumber([&] { WriteFile(folder / "absent/file", ""); }), errors::kFileNotFound);
+  EXPECT_EQ(ErrorNumber([&] { WriteFile(folder.Path(), ""); }), errors::kPathFileAccess);
+}
+
+TEST(FileError, MapsTheSystemsFailures) {
+  const struct {
+    std::errc code;
+    int number;
+  } cases[] = {
+      {std::errc::no_such_file_or_directory, errors::kFileNotFound},
+      {std::errc::not_a_directory, errors::kPathNotFound},
+      {std::errc::permission_denied, errors::kPermissionDenied},
+      {std::errc::no_space_on_device, errors::kDiskFull},
+      {std::errc::file_exists, errors::kFileAlreadyExists},
+      {std::errc::io_error, errors::kDiskNotReady},
+      {std::errc::too_many_files_open, errors::kPathFileAccess},
+  };
+  for (const auto& c : cases) {
+    const std::error_code code = std::make_error_code(c.code);
+    const Error error = FileError(code, "cannot write deck");
+    EXPECT_EQ(error.Number(), c.number);
+    EXPECT_EQ(error.what(), "cannot write deck: " + code.message());
+  }
+}
+
+}  // namespace
+}  // namespace skyhop
