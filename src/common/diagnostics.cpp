@@ -58,6 +58,8 @@ void Diagnostics::ReportCurrentException(std::string_view module) noexcept {
       ProgramError(module, Error(errors::kSubscript, error.what()));
     } catch (const std::exception& error) {
       ProgramError(module, Error(errors::kInvalidCall, error.what()));
+    } catch (...) {
+      ProgramError(module, Error(errors::kInvalidCall, "Unknown exception"));
     }
   } catch (...) {
     // Not even the report could be made; the caller still gets its fallback.

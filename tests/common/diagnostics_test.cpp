@@ -160,6 +160,7 @@ TEST(Trap, ReportsWhateverIsThrownAndYieldsTheFallback) {
       {[] { throw std::bad_alloc(); }, "7 in module M.P: Out of memory"},
       {[] { throw std::out_of_range("index"); }, "9 in module M.P: index"},
       {[] { throw std::logic_error("logic"); }, "5 in module M.P: logic"},
+      {[] { throw 1; }, "5 in module M.P: Unknown exception"},
   };
   LoggedDiagnostics log;
   for (const auto& c : cases) {
