@@ -80,10 +80,16 @@ void Diagnostics::Append(std::string_view text) noexcept {
       file << Header();
       header_written_ = true;
     }
-    file << TimeStampWithMilliseconds(clock_->UtcNow()) << " > " << text << '\n';
+    file << Line(text);
   } catch (...) {
     // Reporting a failure of the log would need the log.
   }
+}
+
+std::string Diagnostics::Line(std::string_view text) const {
+  std::string line = TimeStampWithMilliseconds(clock_->UtcNow()) + " > ";
+  for (const char c : text) line += static_cast<unsigned char>(c) < ' ' && c != '\t' ? ' ' : c;
+  return line += '\n';
 }
 
 std::string Diagnostics::Header() const {

@@ -18,6 +18,8 @@ namespace skyhop {
 ///
 /// The first line that a run writes is preceded by a block that describes the machine. The file is
 /// opened and closed for every line, so it is complete up to the last line whatever happens next.
+/// Control characters in a line become blanks: whatever a peer or a file brings in, one line stays
+/// one line.
 /// Nothing here throws: a log that cannot be written is not worth stopping the program for.
 class Diagnostics {
  public:
@@ -89,6 +91,7 @@ class Diagnostics {
  private:
   void ReportCurrentException(std::string_view module) noexcept;
   void Append(std::string_view text) noexcept;
+  [[nodiscard]] std::string Line(std::string_view text) const;
   [[nodiscard]] std::string Header() const;
   [[nodiscard]] bool DebugLogIsFull() const;
 

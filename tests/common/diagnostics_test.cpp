@@ -114,6 +114,11 @@ TEST_F(DiagnosticsTest, WritesDebugLinesWhenSwitchedOn) {
   EXPECT_EQ(Messages(), kLine + "   parameters not ok\n");
 }
 
+TEST_F(DiagnosticsTest, KeepsALineWithLineBreaksOneLine) {
+  diagnostics_->ErrorLog("from a peer: a\r\nb\tc\x1B \xC3\xA9");
+  EXPECT_EQ(Messages(), kLine + "from a peer: a  b\tc  \xC3\xA9\n");
+}
+
 TEST_F(DiagnosticsTest, StopsDebuggingAtTheLimitButNotErrors) {
   diagnostics_->SetDebug(true);
   diagnostics_->DebugLog("first");
