@@ -74,15 +74,24 @@ bool Diagnostics::DebugLogIsFull() const {
 
 void Diagnostics::Append(std::string_view text) noexcept {
   try {
+    if (composing_header_) {
+      lines_after_header_ += Line(text);
+      return;
+    }
     std::ofstream file(path_, std::ios::app);
     if (!file) return;
     if (!header_written_) {
-      file << Header();
+      composing_header_ = true;
+      file << Header() << lines_after_header_;
+      composing_header_ = false;
       header_written_ = true;
+      lines_after_header_.clear();
     }
     file << Line(text);
   } catch (...) {
     // Reporting a failure of the log would need the log.
+    composing_header_ = false;
+    lines_after_header_.clear();
   }
 }
 

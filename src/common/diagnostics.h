@@ -75,6 +75,7 @@ class Diagnostics {
   [[nodiscard]] std::string CaptionHint() const;
 
   /// Text of the log header's line about connected peer applications, asked when it is written.
+  /// Lines that `caption` itself logs follow after the header.
   void SetPeerCaption(std::function<std::string()> caption) { peer_caption_ = std::move(caption); }
 
   /// Gets every debug line as well; while it is set, debug lines are made even when the log file
@@ -101,6 +102,8 @@ class Diagnostics {
   const MachineFacts* facts_;
   bool debug_ = false;
   bool header_written_ = false;
+  bool composing_header_ = false;
+  std::string lines_after_header_;
   std::function<std::string()> peer_caption_;
   std::function<void(std::string_view)> debug_listener_;
   std::function<void(std::string_view)> error_listener_;

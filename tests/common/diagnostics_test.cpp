@@ -104,6 +104,29 @@ TEST_F(DiagnosticsTest, DescribesTheMachineBeforeTheFirstLineOfEachRun) {
   EXPECT_EQ(Log(), first_run + header + kLine + "third\n");
 }
 
+TEST_F(DiagnosticsTest, PutsLinesOfThePeerCaptionAfterTheHeader) {
+  diagnostics_->SetDebug(true);
+  diagnostics_->SetPeerCaption([this] {
+    diagnostics_->DebugLog("asking the peers");
+    return "none";
+  });
+  diagnostics_->DebugLog("first");
+  EXPECT_EQ(Messages(), kLine + "asking the peers\n" + kLine + "first\n");
+  EXPECT_TRUE(Log().starts_with(kHeaderLine));
+}
+
+TEST_F(DiagnosticsTest, LosesOnlyTheLineWhoseHeaderFails) {
+  bool fails = true;
+  diagnostics_->SetPeerCaption([&]() -> std::string {
+    if (fails) throw std::runtime_error("no peers");
+    return "none";
+  });
+  diagnostics_->ErrorLog("lost");
+  fails = false;
+  diagnostics_->ErrorLog("kept");
+  EXPECT_EQ(Messages(), kLine + "kept\n");
+}
+
 TEST_F(DiagnosticsTest, WritesDebugLinesWhenSwitchedOn) {
   diagnostics_->DebugLog("not yet");
   EXPECT_FALSE(std::filesystem::exists(LogPath()));
