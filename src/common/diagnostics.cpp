@@ -130,8 +130,8 @@ std::string Diagnostics::Header() const {
     line("   width          : ", std::to_string(monitor.right - monitor.left));
     line("   height         : ", std::to_string(monitor.bottom - monitor.top));
     line("   dimensions     : ",
-         "(" + std::to_string(monitor.left) + ", " + std::to_string(monitor.top) + ")-(" +
-             std::to_string(monitor.right) + ", " + std::to_string(monitor.bottom) + ")");
+         std::string("(") + std::to_string(monitor.left) + ", " + std::to_string(monitor.top) +
+             ")-(" + std::to_string(monitor.right) + ", " + std::to_string(monitor.bottom) + ")");
   }
   return header;
 }
