@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "common/diagnostics.h"
+#include "engine/results_table.h"
+
+namespace skyhop {
+
+/// Names of the bands by index, as the band file and the peers write them.
+inline constexpr std::array<std::string_view, kBandCount> kBandNames = {
+    "160M", "80M", "60M", "40M", "30M", "20M", "17M", "15M", "12M", "10M", "6M"};
+
+/// The same bands as a person reads them, for labels beside the chart.
+inline constexpr std::array<std::string_view, kBandCount> kBandLabelTexts = {
+    "160 m", "80 m", "60 m", "40 m", "30 m", "20 m", "17 m", "15 m", "12 m", "10 m", "6 m"};
+
+namespace FreqDependentModule {
+
+/// The band table that the user can edit: which frequencies carry which band name.
+///
+/// It is read from "Bands.txt" in the program folder or, when the user has none, from
+/// "DefaultBands.txt" beside it. The file is a sequence of records of three fields, band name,
+/// lower edge and upper edge in MHz with a decimal point. Commas and line ends separate fields; a
+/// field in double quotes may contain commas; blank lines and blanks around fields don't count.
+/// There is no header and no comment. Line ends may be CR LF, LF or CR.
+class BandTable {
+ public:
+  /// The most bands that the table holds.
+  static constexpr std::size_t kCapacity = 20;
+
+  struct Band {
+    std::string name;  ///< as the file writes it
+    double lower = 0;  ///< MHz, belongs to the band
+    double upper = 0;  ///< MHz, belongs to the band
+  };
+
+  /// `on_missing` is called when there is no band file at all: it is to switch off and disable the
+  /// control that is of no use without bands. May be empty. `diagnostics` must outlive this object.
+  BandTable(std::filesystem::path program_folder, Diagnostics& diagnostics,
+            std::function<void()> on_missing = {});
+
+  /// Reads the band file anew. Everything that is wrong goes to the error log, never to the caller:
+  /// no file, a 20th record (the rest is not read), a record that is malformed or cut off. The
+  /// records before it stay.
+  void InitializeBandArray();
+
+  /// Name of the first band in file order with lower <= `frequency` <= upper, in MHz; empty when
+  /// there is none.
+  [[nodiscard]] std::string GetBandNameForFreq(double frequency) const;
+
+  /// Index 0 to 10 of a band name, in any case; -1 for any other text.
+  [[nodiscard]] std::int16_t GetbandIndex(std::string_view name) const;
+
+  /// The bands read, in file order.
+  [[nodiscard]] std::span<const Band> Bands() const {
+    return {bands_.data(), static_cast<std::size_t>(count_)};
+  }
+
+ private:
+  [[nodiscard]] std::filesystem::path FindFile();
+  void ReadRecords(const std::filesystem::path& path);
+
+  std::filesystem::path program_folder_;
+  Diagnostics* diagnostics_;
+  std::function<void()> on_missing_;
+  std::array<Band, kCapacity> bands_;
+  std::int16_t count_ = 0;
+};
+
+}  // namespace FreqDependentModule
+
+namespace IONCAPModule {
+
+/// Index 0 to 10 of the band that `frequency` (MHz) lies in, both edges included; -1 for none. The
+/// edges are fixed and independent of the band file.
+[[nodiscard]] std::int16_t BandForFreq(float frequency) noexcept;
+
+/// The same with edges wide enough to catch a pointer near a band's line.
+[[nodiscard]] std::int16_t RelaxedBandForFreq(float frequency) noexcept;
+
+}  // namespace IONCAPModule
+}  // namespace skyhop
