@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string_view>
+
+#include "ui/prediction/surface.h"
+
+namespace skyhop {
+
+/// Shows what is drawn on it on another surface, everything larger by a factor.
+class ScaledSurface : public Surface {
+ public:
+  /// `target` must outlive this object.
+  ScaledSurface(Surface& target, double factor) : target_(&target), factor_(factor) {}
+
+  void Clear(Color background) override { target_->Clear(background); }
+  void Line(Point from, Point to, const Pen& pen) override;
+  void FillRectangle(const Rectangle& area, Color color) override;
+  void Text(Point position, std::string_view text, const TextStyle& style) override;
+
+ private:
+  [[nodiscard]] Point Scaled(Point point) const { return {point.x * factor_, point.y * factor_}; }
+
+  Surface* target_;
+  double factor_;
+};
+
+/// A part of another surface with an origin of its own at its upper left corner. Lines and filled
+/// rectangles are cut off at its edges; texts are not.
+class PartSurface : public Surface {
+ public:
+  /// `target` must outlive this object.
+  PartSurface(Surface& target, const Rectangle& area) : target_(&target), area_(area) {}
+
+  /// Fills this part only.
+  void Clear(Color background) override { target_->FillRectangle(area_, background); }
+  void Line(Point from, Point to, const Pen& pen) override;
+  void FillRectangle(const Rectangle& area, Color color) override;
+  void Text(Point position, std::string_view text, const TextStyle& style) override;
+
+ private:
+  [[nodiscard]] Point Moved(Point point) const {
+    return {point.x + area_.left, point.y + area_.top};
+  }
+
+  Surface* target_;
+  Rectangle area_;
+};
+
+}  // namespace skyhop
