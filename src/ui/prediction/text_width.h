@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "ui/prediction/surface.h"
+
+namespace skyhop {
+
+/// Width in pixels that a line of UTF-8 text takes at most in the usual sans-serif fonts. A
+/// guess that depends on no font, so that a picture is laid out alike wherever it is drawn.
+[[nodiscard]] double TextWidth(std::string_view text, double size, FontWeight weight);
+
+/// The longest start of `text` that is at most `width` pixels wide, cut between words if it can be,
+/// in bytes. Never cuts a UTF-8 character; at least one character.
+[[nodiscard]] std::size_t FittingLength(std::string_view text, double width, double size,
+                                        FontWeight weight);
+
+/// `text` or, when that is wider than `width`, its start with an ellipsis.
+[[nodiscard]] std::string Shortened(std::string_view text, double width, double size,
+                                    FontWeight weight);
+
+}  // namespace skyhop
