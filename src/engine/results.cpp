@@ -11,6 +11,11 @@
 #include "geo/great_circle.h"
 
 namespace skyhop::IONCAPModule {
+namespace {
+
+constexpr int kLastHour = static_cast<int>(kHourCount) - 1;
+
+}  // namespace
 
 bool Results::InitializeResults(const std::filesystem::path& file) {
   return diagnostics_->Trap("IONCAPModule.InitializeResults", false, [&] {
@@ -47,7 +52,6 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
       return false;
     }
     heading_ = ReadHeading(text);
-    constexpr int kLastHour = static_cast<int>(kHourCount) - 1;
     if (outcome.last_hour < kLastHour) {
       diagnostics_->ErrorLog("IONCAPModule.DisplayMethod2030Results: " + PathText(file) +
                              " ends at line " + std::to_string(outcome.lines) + ", after hour " +

@@ -38,6 +38,8 @@ inline constexpr std::size_t kCount = 8;  ///< rows are numbered from 1; row 0 i
 
 /// What the engines' results files say, hour by hour. Every parse overwrites it.
 struct ResultsTable {
+  ResultsTable();
+
   /// Values in MHz by row 1 to 7 and hour 0 to 24.
   std::array<std::array<float, kHourCount>, rows::kCount> frequencies{};
 

@@ -13,6 +13,8 @@ namespace skyhop::IONCAPModule {
 namespace {
 
 constexpr const char* kSection = "Configuration";
+constexpr const char* kTessera = "Tessera";
+constexpr const char* kQth = "QTH";
 constexpr const char* kNoMode = "-1";
 
 /// Texts that are restored and saved as they are.
@@ -164,8 +166,6 @@ void Parameters::Finalize() {
 /// what was read so far: half a location is better than none.
 Angle Parameters::TesseraAngle(const std::string& degrees_text, const std::string& prefix,
                                int most) {
-  constexpr const char* kTessera = "Tessera";
-  constexpr const char* kQth = "QTH";
   const auto sixtieths = [&](const char* name) {
     const std::int16_t value = settings_->GetIntegerSetting(kTessera, kQth, prefix + name, "0");
     return value < 0 || value > 60 ? std::int16_t{0} : value;
@@ -190,8 +190,8 @@ Angle Parameters::TesseraAngle(const std::string& degrees_text, const std::strin
 
 void Parameters::LocateQTH() {
   diagnostics_->Trap("IONCAPModule.LocateQTH", [&] {
-    const std::string latitude = settings_->GetStringSetting("Tessera", "QTH", "LatDeg", "");
-    const std::string longitude = settings_->GetStringSetting("Tessera", "QTH", "LonDeg", "");
+    const std::string latitude = settings_->GetStringSetting(kTessera, kQth, "LatDeg", "");
+    const std::string longitude = settings_->GetStringSetting(kTessera, kQth, "LonDeg", "");
     if (latitude.empty() && longitude.empty()) {
       panel_->SetText(PanelText::kLocalLat, Stored("XLat", ""));
       panel_->SetText(PanelText::kLocalLon, Stored("Xlon", ""));

@@ -194,7 +194,7 @@ std::filesystem::path PosixEngineLauncher::ShortPath(const std::filesystem::path
 }
 
 std::string PosixEngineLauncher::BatchText(const std::filesystem::path& path) const {
-  const std::string text = path.string();
+  std::string text = path.string();
   if (text.find_first_of("\r\n") != std::string::npos) {
     throw Error(errors::kInvalidCall, "a batch file cannot hold a path with a line break: " + text);
   }
