@@ -1,0 +1,11 @@
+#pragma once
+
+namespace skyhop::exit_status {
+
+inline constexpr int kSuccess = 0;
+inline constexpr int kOutputFailed = 1;
+inline constexpr int kInvalid = 2;
+inline constexpr int kEngineFailed = 3;
+inline constexpr int kTimeOut = 4;
+
+}  // namespace skyhop::exit_status

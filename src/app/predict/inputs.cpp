@@ -1,0 +1,118 @@
+#include "app/predict/inputs.h"
+
+#include "app/predict/place.h"
+#include "common/dates.h"
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+
+namespace skyhop {
+namespace {
+
+constexpr const char* kSection = "Configuration";
+
+void RestoreConfiguration(PredictionProgram& program) {
+  program.parameters.Initialize();
+  PlainPanel& panel = program.panel;
+  panel.SetChoice(PanelChoice::kEngineButton,
+                  program.settings.GetIntegerSetting(kProductName, kSection, "Engine", "0"));
+  panel.SetChecked(
+      PanelCheck::kDistanceMiles,
+      program.settings.GetBooleanSetting(kProductName, kSection, "DistanceMiles", "True"));
+  panel.SetChoice(PanelChoice::kPath, path_option::kShort);
+}
+
+void OverrideChoices(const PredictOptions& options, PlainPanel& panel) {
+  const auto choose = [&](const auto& given, PanelChoice choice) {
+    if (given) panel.SetChoice(choice, static_cast<int>(*given));
+  };
+  choose(options.path, PanelChoice::kPath);
+  choose(options.direction, PanelChoice::kPredictSignals);
+  choose(options.noise, PanelChoice::kLocalNoiseLevel);
+  choose(options.dx_noise, PanelChoice::kDXNoiseLevel);
+  choose(options.dx_power, PanelChoice::kDXPwr);
+  choose(options.engine, PanelChoice::kEngineButton);
+}
+
+void OverrideTexts(const PredictOptions& options, PlainPanel& panel) {
+  const auto set = [&](const std::optional<std::string>& given, PanelText text) {
+    if (given) panel.SetText(text, *given);
+  };
+  // Of flux and sunspot number the one that was given counts, not the stored other one.
+  if (options.sfi && !options.ssn) panel.SetText(PanelText::kSSN, "");
+  if (options.ssn && !options.sfi && !Trim(*options.ssn).empty()) {
+    panel.SetText(PanelText::kFlux, "");
+  }
+  set(options.sfi, PanelText::kFlux);
+  set(options.ssn, PanelText::kSSN);
+  set(options.k_index, PanelText::kKindex);
+  set(options.power, PanelText::kLocalPwr);
+  set(options.takeoff, PanelText::kLocalTakeOff);
+  set(options.snr, PanelText::kSNR);
+  set(options.availability, PanelText::kAvail);
+}
+
+/// Puts one station into its fields. Returns what is wrong with it.
+std::string SetStation(const std::optional<std::string>& place, const char* option,
+                       PanelText latitude, PanelText longitude, PredictionProgram& program) {
+  if (place) {
+    const std::optional<Position> position = ParsePlace(*place, program.diagnostics);
+    if (!position) {
+      return std::string(option) + ": \"" + place->substr(0, 80) +
+             "\" is not a place; write a grid square (IO91wm), decimal degrees (51.5,-0.12) or "
+             "coordinates (51 30' 0\" N 0 7' 0\" W)";
+    }
+    program.panel.SetText(latitude, LatLonModule::LatitudeString(*position));
+    program.panel.SetText(longitude, LatLonModule::LongitudeString(*position));
+  }
+  if (!LatLonModule::ValidLatitude(program.panel.Text(latitude), program.diagnostics) ||
+      !LatLonModule::ValidLongitude(program.panel.Text(longitude), program.diagnostics)) {
+    return std::string(option) + " is missing" +
+           (latitude == PanelText::kLocalLat ? ": your station is not in the settings" : "");
+  }
+  return {};
+}
+
+void HandToEngine(const PredictOptions& options, PredictionProgram& program) {
+  PlainPanel& panel = program.panel;
+  IONCAPModule::Parameters& parameters = program.parameters;
+  const bool from =
+      panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
+  // The transmitter's power and the noise at the receiver.
+  parameters.SetPredictionPower(from ? parameters.DXPower() : panel.Text(PanelText::kLocalPwr));
+  parameters.SetPredictionNoise(from ? parameters.LocalNoiseIndex() : parameters.DXNoiseIndex());
+  parameters.SetPredictionTakeoff(panel.Text(PanelText::kLocalTakeOff));
+  if (options.snr || panel.Choice(PanelChoice::kModeSNRCombo) < 0) {
+    parameters.SetPredictionSNR(panel.Text(PanelText::kSNR));
+  }
+  parameters.SetDate(options.date ? *options.date : DateText(UtcDate(program.GetClock().UtcNow())));
+
+  const std::string local_latitude = panel.Text(PanelText::kLocalLat);
+  const std::string local_longitude = panel.Text(PanelText::kLocalLon);
+  const std::string dx_latitude = panel.Text(PanelText::kDXLat);
+  const std::string dx_longitude = panel.Text(PanelText::kDXLon);
+  parameters.SetReceiverLatitude(from ? local_latitude : dx_latitude);
+  parameters.SetReceiverLongitude(from ? local_longitude : dx_longitude);
+  parameters.SetTransmitterLatitude(from ? dx_latitude : local_latitude);
+  parameters.SetTransmitterLongitude(from ? dx_longitude : local_longitude);
+  parameters.SetPath(panel.Choice(PanelChoice::kPath) == path_option::kShort ? "Short Path"
+                                                                             : "Long Path");
+  parameters.SetPrefix();
+}
+
+}  // namespace
+
+std::string HandInputs(const PredictOptions& options, PredictionProgram& program) {
+  RestoreConfiguration(program);
+  OverrideChoices(options, program.panel);
+  OverrideTexts(options, program.panel);
+  std::string problem =
+      SetStation(options.from, "--from", PanelText::kLocalLat, PanelText::kLocalLon, program);
+  if (problem.empty()) {
+    problem = SetStation(options.to, "--to", PanelText::kDXLat, PanelText::kDXLon, program);
+  }
+  if (problem.empty()) HandToEngine(options, program);
+  return problem;
+}
+
+}  // namespace skyhop

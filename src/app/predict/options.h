@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "engine/results_table.h"
+
+namespace skyhop {
+
+enum class OutputFormat { kTable, kCsv, kJson };
+
+/// What the user asked for on the command line. What was not given is empty: the stored settings or
+/// the defaults decide then.
+struct PredictOptions {
+  std::optional<std::string> from;
+  std::optional<std::string> to;
+  std::optional<int> path;
+  std::optional<int> direction;
+  std::optional<std::string> date;
+  std::optional<std::string> sfi;
+  std::optional<std::string> ssn;
+  std::optional<std::string> k_index;
+  std::optional<std::string> power;
+  std::optional<std::string> takeoff;
+  std::optional<int> noise;
+  std::optional<int> dx_noise;
+  std::optional<int> dx_power;
+  std::optional<std::string> snr;
+  std::optional<std::string> availability;
+  std::optional<EngineChoice> engine;
+  bool use_settings = false;
+  OutputFormat format = OutputFormat::kTable;
+  std::optional<std::string> svg_file;
+  bool deck_only = false;
+  double timeout = 60;  ///< seconds
+  bool verbose = false;
+};
+
+/// The result of reading the command line: options, or the exit status to end with at once (help,
+/// version or a mistake, all of which have been printed).
+struct ParsedCommandLine {
+  PredictOptions options;
+  std::optional<int> exit_status;
+};
+
+[[nodiscard]] ParsedCommandLine ParseCommandLine(int argc, const char* const* argv);
+
+}  // namespace skyhop

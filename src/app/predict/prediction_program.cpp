@@ -1,0 +1,46 @@
+#include "app/predict/prediction_program.h"
+
+#include <ostream>
+
+namespace skyhop {
+namespace {
+
+std::unique_ptr<SettingsStore> StoreFor(const PredictOptions& options) {
+  if (options.use_settings) return platform::MakeSettingsStore();
+  return std::make_unique<NoSettings>();
+}
+
+}  // namespace
+
+void StreamMessages::Show(const std::string& text, const std::string& /*caption*/) {
+  ++count_;
+  *err_ << "skyhop-predict: " << text << '\n';
+}
+
+PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream& err)
+    : messages(err),
+      folder(platform::ProgramFolder()),
+      clock_(platform::MakeClock()),
+      facts_(platform::MakeMachineFacts()),
+      pause_(platform::MakePause()),
+      store_(StoreFor(options)),
+      launcher(platform::MakeEngineLauncher()),
+      diagnostics(folder, *clock_, *facts_),
+      settings(*store_, diagnostics),
+      parameters(panel, messages, settings, diagnostics),
+      chart(table, EvenLayout({0, 0, 960, 500}, 14), diagnostics, *clock_),
+      silent_chart_(chart),
+      cards_(*pause_, diagnostics),
+      ioncap_script(cards_, panel, parameters, diagnostics),
+      its_script(cards_, panel, parameters, diagnostics),
+      results(table, panel, parameters, silent_chart_, messages, diagnostics),
+      run({parameters, panel, ioncap_script, its_script, results, timer, *launcher, *pause_,
+           messages, settings, diagnostics}) {
+  diagnostics.SetErrorListener([this](std::string_view line) { error_lines.emplace_back(line); });
+  if (options.verbose) {
+    diagnostics.SetDebugListener([&err](std::string_view line) { err << line << '\n'; });
+  }
+  diagnostics.SetDebug(settings.GetBooleanSetting("Skyhop", "Configuration", "DiagMode", "False"));
+}
+
+}  // namespace skyhop

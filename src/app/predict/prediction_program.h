@@ -1,0 +1,99 @@
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/predict/options.h"
+#include "common/diagnostics.h"
+#include "common/settings.h"
+#include "common/user_messages.h"
+#include "engine/engine_launcher.h"
+#include "engine/ioncap_script.h"
+#include "engine/its_script.h"
+#include "engine/parameters.h"
+#include "engine/plain_panel.h"
+#include "engine/results.h"
+#include "engine/run_control.h"
+#include "platform/platform.h"
+#include "ui/prediction/prediction_chart.h"
+
+namespace skyhop {
+
+/// Shows messages as lines and remembers that there were some.
+class StreamMessages : public UserMessages {
+ public:
+  explicit StreamMessages(std::ostream& err) : err_(&err) {}
+  void Show(const std::string& text, const std::string& caption) override;
+  [[nodiscard]] int Count() const { return count_; }
+
+ private:
+  std::ostream* err_;
+  int count_ = 0;
+};
+
+/// Knows no settings: every read yields the default.
+class NoSettings : public SettingsStore {
+ public:
+  [[nodiscard]] std::string Read(const std::string&, const std::string&, const std::string&,
+                                 const std::string& default_text) override {
+    return default_text;
+  }
+  void Save(const std::string&, std::span<const SettingEntry>) override {}
+};
+
+/// The chart of a program that only asks it questions.
+class SilentChart : public IONCAPModule::ResultsChart {
+ public:
+  explicit SilentChart(IONCAPModule::PredictionChart& chart) : chart_(&chart) {}
+  void DisplayTable(EngineChoice engine) override {
+    chart_->SetPlotted(true);
+    chart_->ComputeAxis(engine);
+  }
+
+ private:
+  IONCAPModule::PredictionChart* chart_;
+};
+
+/// All parts of the program, wired for a run without a window.
+class PredictionProgram {
+ public:
+  PredictionProgram(const PredictOptions& options, std::ostream& err);
+
+  PlainPanel panel;
+  StreamMessages messages;
+  std::filesystem::path folder;
+  /// Error lines since the last look.
+  std::vector<std::string> error_lines;
+
+ private:
+  std::unique_ptr<Clock> clock_;
+  std::unique_ptr<MachineFacts> facts_;
+  std::unique_ptr<Pause> pause_;
+  std::unique_ptr<SettingsStore> store_;
+
+ public:
+  std::unique_ptr<EngineLauncher> launcher;
+  Diagnostics diagnostics;
+  Common::Settings settings;
+  IONCAPModule::Parameters parameters;
+  ResultsTable table;
+  IONCAPModule::PredictionChart chart;
+
+ private:
+  SilentChart silent_chart_;
+  IONCAPModule::ScriptCards cards_;
+
+ public:
+  IONCAPModule::IonCapScript ioncap_script;
+  IONCAPModule::ItsScript its_script;
+  IONCAPModule::Results results;
+  ManualTimer timer;
+  IONCAPModule::RunControl run;
+
+  [[nodiscard]] const Clock& GetClock() const { return *clock_; }
+};
+
+}  // namespace skyhop

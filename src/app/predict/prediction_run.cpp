@@ -1,0 +1,241 @@
+#include "app/predict/prediction_run.h"
+
+#include <chrono>
+#include <cmath>
+#include <fstream>
+#include <ostream>
+#include <random>
+
+#include "app/predict/exit_status.h"
+#include "app/predict/inputs.h"
+#include "app/predict/prediction_program.h"
+#include "app/predict/report.h"
+#include "common/files.h"
+#include "common/numbers.h"
+#include "common/text.h"
+#include "ui/prediction/chart_picture.h"
+
+namespace skyhop {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// How long to watch the process before the results file is looked at again. The end of the process
+/// itself is noticed at once.
+constexpr milliseconds kFileCheck{50};
+
+/// So many bytes at the end of a results file hold its last line.
+constexpr std::streamoff kTail = 200;
+
+class Runner {
+ public:
+  Runner(const PredictOptions& options, std::ostream& out, std::ostream& err)
+      : options_(options), out_(out), err_(err), program_(options, err) {}
+
+  int Run() {
+    const std::string problem = HandInputs(options_, program_);
+    if (!problem.empty()) {
+      Say(problem);
+      return exit_status::kInvalid;
+    }
+    program_.error_lines.clear();
+    return options_.deck_only ? PrintDeck() : Predict();
+  }
+
+ private:
+  void Say(const std::string& text) { err_ << "skyhop-predict: " << text << '\n'; }
+
+  void SayErrors() {
+    for (const std::string& line : program_.error_lines) Say(line);
+    program_.error_lines.clear();
+  }
+
+  int PrintDeck() {
+    if (!program_.parameters.PredictionParametersValid()) return exit_status::kInvalid;
+    const std::filesystem::path script =
+        std::filesystem::temp_directory_path() /
+        ("skyhop-deck-" + std::to_string(std::random_device()()) + ".txt");
+    if (!WriteDeck(script)) {
+      SayErrors();
+      return exit_status::kInvalid;
+    }
+    const std::string deck = ReadFile(script, IONCAPModule::Results::kLargestFile);
+    std::error_code ignored;
+    std::filesystem::remove(script, ignored);
+    out_ << ReplaceAll(deck, "\r\n", "\n");
+    return Finish();
+  }
+
+  bool WriteDeck(const std::filesystem::path& script) {
+    const auto engine =
+        static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
+    if (engine == EngineChoice::kIonCap) {
+      return program_.ioncap_script.CreateIONCAPScript(26, script);
+    }
+    return program_.its_script.CreateScript(engine, engine == EngineChoice::kVoaCapSnr ? 30 : 26,
+                                            script);
+  }
+
+  int Predict() {
+    const std::vector<std::string> problems = platform::FillProgramFolder(program_.folder);
+    for (const std::string& problem : problems) {
+      program_.diagnostics.ErrorLog("cannot set up the program folder: " + problem);
+    }
+    const auto until = steady_clock::now() + milliseconds(std::llround(options_.timeout * 1000));
+    const auto lock = platform::LockRuns(program_.folder, Left(until));
+    if (!lock) {
+      Say("another prediction is running in " + PathText(program_.folder));
+      return exit_status::kTimeOut;
+    }
+    if (!program_.run.LoadEngineData(program_.folder)) {
+      SayErrors();
+      return exit_status::kEngineFailed;
+    }
+    const int messages = program_.messages.Count();
+    if (!program_.run.ForecastPaths()) {
+      SayErrors();
+      return program_.messages.Count() > messages ? exit_status::kInvalid
+                                                  : exit_status::kEngineFailed;
+    }
+    const int status = WaitForResults(until);
+    return status == exit_status::kSuccess ? Report() : status;
+  }
+
+  static milliseconds Left(steady_clock::time_point until) {
+    const auto left = std::chrono::duration_cast<milliseconds>(until - steady_clock::now());
+    return std::max(left, milliseconds(0));
+  }
+
+  int WaitForResults(steady_clock::time_point until) {
+    const ProcessId process = program_.run.EngineProcess();
+    EngineLauncher& launcher = *program_.launcher;
+    bool ended = false;
+    while (!ended && !ResultsAreComplete()) {
+      ended = launcher.WaitForEnd(process, std::min(kFileCheck, Left(until)));
+      if (!ended && Left(until).count() == 0) {
+        program_.run.Abort();
+        launcher.End(process);
+        Say("the engine " + PathText(program_.run.Executable()) + " has not finished after " +
+            NumberText(options_.timeout) + " s");
+        return exit_status::kTimeOut;
+      }
+    }
+    program_.run.HandleIonCapTimer();
+    // What is still running now has delivered its results and serves nobody any more.
+    if (!ended) launcher.End(process);
+    if (program_.run.LastRunDisplayed()) return exit_status::kSuccess;
+    TellFailure(process);
+    return exit_status::kEngineFailed;
+  }
+
+  /// Whether the results file has its last line, although the engine may still be running.
+  bool ResultsAreComplete() {
+    std::error_code ignored;
+    const std::filesystem::path& results = program_.run.ResultsFile();
+    if (!std::filesystem::is_regular_file(results, ignored)) return false;
+    std::ifstream file(results, std::ios::binary | std::ios::ate);
+    if (!file) return false;
+    file.seekg(std::max<std::streamoff>(file.tellg() - kTail, 0));
+    std::string tail(static_cast<std::size_t>(kTail), '\0');
+    file.read(tail.data(), kTail);
+    tail.resize(static_cast<std::size_t>(file.gcount()));
+    return tail.find("END OF RUN") != std::string::npos && tail.ends_with('\n');
+  }
+
+  void TellFailure(ProcessId process) {
+    SayErrors();
+    if (program_.timer.Running()) {
+      program_.run.Abort();
+      Say("the engine " + PathText(program_.run.Executable()) + " ended without writing " +
+          PathText(program_.run.ResultsFile()));
+    }
+    const std::string output(Trim(program_.launcher->Output(process)));
+    std::string_view rest = output;
+    while (!rest.empty()) {
+      const std::size_t end = rest.find('\n');
+      const std::string_view line = rest.substr(0, end);
+      rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+      // The closing lines of every batch file mean nothing to this system's command processor.
+      if (line == "off" || line.find(" cls: not found") != std::string_view::npos) continue;
+      Say("engine: " + std::string(line));
+    }
+  }
+
+  PredictionReport MakeReport() {
+    const std::string given = program_.panel.Text(PanelText::kSSN);
+    const IONCAPModule::DeckParameters deck =
+        IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters);
+    return {program_.table,
+            program_.chart,
+            static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton)),
+            program_.results.Heading(),
+            program_.panel.Text(PanelText::kSummary),
+            program_.parameters.Date(),
+            program_.panel.Text(PanelText::kFlux),
+            NumberText(deck.sunspot_number),
+            LeadingNumber(given) == 0 && !Trim(program_.panel.Text(PanelText::kFlux)).empty()};
+  }
+
+  int Report() {
+    SayErrors();
+    const PredictionReport report = MakeReport();
+    switch (options_.format) {
+      case OutputFormat::kTable:
+        out_ << TableReport(report);
+        break;
+      case OutputFormat::kCsv:
+        out_ << CsvReport(report);
+        break;
+      case OutputFormat::kJson:
+        out_ << JsonReport(report);
+        break;
+    }
+    if (options_.svg_file && !WritePicture(report)) return exit_status::kOutputFailed;
+    return Finish();
+  }
+
+  bool WritePicture(const PredictionReport& report) {
+    PictureTexts texts;
+    texts.summary = report.summary;
+    texts.engine = report.heading.engine;
+    texts.engine_version = report.heading.version;
+    texts.sunspot_number = report.sunspot_number;
+    const std::string picture = PictureAsSvg(program_.table, report.engine, texts, {},
+                                             program_.diagnostics, program_.GetClock());
+    const std::filesystem::path file = PathFromText(*options_.svg_file);
+    try {
+      WriteFile(file, picture);
+    } catch (const Error& error) {
+      Say(error.what());
+      return false;
+    }
+    if (options_.format == OutputFormat::kTable) out_ << "Chart: " << *options_.svg_file << "\n";
+    return true;
+  }
+
+  int Finish() {
+    out_.flush();
+    if (out_) return exit_status::kSuccess;
+    Say("cannot write to standard output");
+    return exit_status::kOutputFailed;
+  }
+
+  const PredictOptions& options_;
+  std::ostream& out_;
+  std::ostream& err_;
+  PredictionProgram program_;
+};
+
+}  // namespace
+
+int RunPrediction(const PredictOptions& options, std::ostream& out, std::ostream& err) {
+  try {
+    return Runner(options, out, err).Run();
+  } catch (const Error& error) {
+    err << "skyhop-predict: " << error.what() << '\n';
+    return exit_status::kEngineFailed;
+  }
+}
+
+}  // namespace skyhop

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "engine/results_parser.h"
+#include "engine/results_table.h"
+#include "ui/prediction/prediction_chart.h"
+
+namespace skyhop {
+
+/// Everything that a report tells about a prediction.
+struct PredictionReport {
+  const ResultsTable& table;
+  const IONCAPModule::PredictionChart& chart;
+  EngineChoice engine;
+  IONCAPModule::ResultsHeading heading;
+  std::string summary;
+  std::string date;
+  std::string solar_flux;      ///< as given, may be empty
+  std::string sunspot_number;  ///< as used
+  bool sunspot_number_derived = false;
+};
+
+/// A table for people: hour, FOT, MUF, HPF, LUF and how open each band is.
+[[nodiscard]] std::string TableReport(const PredictionReport& report);
+
+/// The same as comma-separated values with a header line. A value that the engine does not predict
+/// is empty.
+[[nodiscard]] std::string CsvReport(const PredictionReport& report);
+
+/// The same as JSON, with SNR, reliability, mode and signal power by band where predicted.
+[[nodiscard]] std::string JsonReport(const PredictionReport& report);
+
+}  // namespace skyhop

@@ -1,0 +1,345 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <nlohmann/json.hpp>
+
+#include "common/files.h"
+#include "common/text.h"
+#include "support/program_run.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop::testing {
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+long Count(const std::string& text, const std::string& what) {
+  long count = 0;
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+bool Holds(const std::string& text, const std::string& what) {
+  return text.find(what) != std::string::npos;
+}
+
+class PredictTest : public ::testing::Test {
+ protected:
+  explicit PredictTest(const std::string& folder = "program folder") : folder_(folder) {}
+
+  ProgramResult Run(Arguments more, bool with_circuit = true) {
+    Arguments arguments;
+    if (with_circuit) arguments = {"--from", "FN20", "--to", "IO91wm", "--date", "15-Nov-26"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return RunProgram(
+        SKYHOP_PREDICT, arguments,
+        {{"SKYHOP_HOME", PathText(folder_.Path())}, {"XDG_CONFIG_HOME", PathText(config_.Path())}});
+  }
+
+  /// Makes a shell script the engine. It gets the two paths of the driver file in $script and
+  /// $results.
+  void UseEngine(const std::string& body) {
+    const std::filesystem::path engine = folder_ / "IonCap/ioncap.exe";
+    std::filesystem::create_directories(engine.parent_path());
+    WriteFile(engine, "#!/bin/sh\nread -r script\nread -r results\n" + body + "\n");
+    std::filesystem::permissions(engine, std::filesystem::perms::owner_all);
+  }
+
+  /// An engine that answers with this text.
+  void UseAnswer(const std::string& text) {
+    WriteFile(folder_ / "answer", text);
+    UseEngine("cat \"$(dirname \"$results\")/../answer\" > \"$results\"");
+  }
+
+  TemporaryFolder folder_;
+  TemporaryFolder config_{"config"};
+};
+
+TEST_F(PredictTest, TheDeckOfAKnownCircuitIsPrintedExactly) {
+  const ProgramResult result =
+      Run({"--from", "40 30' 0\" N 74 15' 0\" W", "--to", "51 30' 0\" N 0 7' 0\" W", "--date",
+           "15-Nov-26", "--sfi", "150", "--deck"},
+          false);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.out, ReplaceAll(TestData("decks/transatlantic-ioncap.txt"), "\r\n", "\n"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "IonCap")) << "nothing is set up, nothing run";
+}
+
+TEST_F(PredictTest, TheEstimateEngineMakesAWholePrediction) {
+  const std::string svg = PathText(folder_ / "chart.svg");
+  const ProgramResult result = Run({"--sfi", "150", "--svg", svg});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.err, "");
+  EXPECT_TRUE(Holds(result.out, "SP 24 db ")) << result.out;
+  EXPECT_TRUE(Holds(result.out, "\n 00 "));
+  EXPECT_TRUE(Holds(result.out, "\n 23 "));
+  EXPECT_TRUE(Holds(result.out, "Engine: SKYHOP ESTIMATE ENGINE, version "));
+  EXPECT_TRUE(Holds(result.out, "SSN: 105, from a solar flux of 150"));
+  const std::string picture = ReadFile(svg, 1 << 20);
+  EXPECT_TRUE(Holds(picture, "<svg "));
+  EXPECT_TRUE(picture.ends_with("</svg>\n"));
+  EXPECT_EQ(Count(picture, "lowest useable frequency"), 1);
+}
+
+TEST_F(PredictTest, TableCsvAndJsonTellTheSame) {
+  UseAnswer(TestData("results/newyork-london-method26.results.txt"));
+  const ProgramResult table = Run({});
+  const ProgramResult csv = Run({"--csv"});
+  const ProgramResult json = Run({"--json"});
+  ASSERT_EQ(table.status, 0) << table.err;
+  EXPECT_TRUE(Holds(table.out, " 00   8.09  11.08  12.96   2.23"));
+  EXPECT_TRUE(Holds(table.out, " 13  21.58  30.82  38.53   6.96"));
+  EXPECT_TRUE(Holds(table.out, "Engine: VOACAP, version 16.1207W"));
+  EXPECT_EQ(Count(csv.out, "\n"), 25);
+  EXPECT_TRUE(Holds(csv.out, "hour_utc,fot_mhz,muf_mhz,hpf_mhz,luf_mhz,open_160m,open_80m,"));
+  EXPECT_TRUE(Holds(csv.out, "\n13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0\n"));
+  const auto parsed = nlohmann::json::parse(json.out);
+  EXPECT_EQ(parsed["engine"]["name"], "VOACAP");
+  EXPECT_EQ(parsed["hours"].size(), 24U);
+  EXPECT_EQ(parsed["hours"][13]["muf"], 30.82);
+  EXPECT_EQ(parsed["hours"][13]["bands"][3]["open"], 3);
+  EXPECT_EQ(parsed["hours"][0]["luf"], 2.23);
+}
+
+TEST_F(PredictTest, BadArgumentsEndWithStatusTwoAndAReason) {
+  const struct {
+    Arguments arguments;
+    const char* reason;
+  } cases[] = {
+      {{"--sfi", "63"}, "Illegal solar flux\nskyhop-predict: Illegal Solar Flux\n"},
+      {{"--sfi", "many"}, "\"many\" is not a number"},
+      {{"--sfi", "", "--ssn", ""}, "Illegal Solar Flux and SSN"},
+      {{"--date", "31-Feb-26"}, "Illegal Date"},
+      {{"--snr", "100"}, "Illegal SNR"},
+      {{"--snr", "-31"}, "Illegal SNR"},
+      {{"--availability", "100"}, "Illegal Availability"},
+      {{"--takeoff", "91"}, "Illegal transmitter takeoff angle"},
+      {{"--power", "-1"}, "Illegal Transmitter power"},
+      {{"--k", "21"}, "Illegal geomagnetic K-index"},
+      {{"--dx-power", "7"}, "--dx-power"},
+      {{"--noise", "loud"}, "--noise"},
+      {{"--to", "IO9"}, "--to: \"IO9\" is not a place"},
+      {{"--timeout", "0"}, "--timeout"},
+      {{"--csv", "--json"}, "--json"},
+      {{"--nonsense"}, "--nonsense"},
+      {{"stray"}, "stray"},
+  };
+  for (const auto& [arguments, reason] : cases) {
+    Arguments all = {"--from", "FN20"};
+    if (arguments[0] != "--to") all.insert(all.end(), {"--to", "IO91"});
+    if (arguments[0] != "--date") all.insert(all.end(), {"--date", "15-Nov-26"});
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    const ProgramResult result = Run(all, false);
+    EXPECT_EQ(result.status, 2) << arguments[0];
+    EXPECT_TRUE(Holds(result.err, reason)) << result.err;
+    EXPECT_EQ(result.out, "");
+  }
+  EXPECT_TRUE(Holds(Run({"--to", "IO91"}, false).err, "--from is missing"));
+}
+
+TEST_F(PredictTest, PlacesAreReadInThreeForms) {
+  const struct {
+    const char* place;
+    const char* card;  ///< the receiver's columns; empty: not a place
+  } cases[] = {
+      {"IO91wm", "05152N    00012W"},
+      {" io91 ", "05150N    00100W"},
+      {"51.5,-0.1167", "05150N    00012W"},
+      {"-33.9, 18.4", "03390S    01840E"},
+      {"51 30' 0\" N 0 7' 0\" W", "05150N    00012W"},
+      {"51 30'N, 0 7'W", "05150N    00012W"},
+      {"33.9S 18.4E", "03390S    01840E"},
+      {"33.9 s 18.4 e", "03390S    01840E"},
+      {"0,0", "00000N    00000E"},
+      {"90,-180", "09000N    18000W"},
+      {"91,0", ""},
+      {"0,181", ""},
+      {"1e1,x", ""},
+      {"", ""},
+      {"N051 30.0 W000 7.0", ""},
+      {"51 60'N 0 7'W", ""},
+      {"51 30' N 0 7' N", ""},
+      {"51N", ""},
+      {"51 3o'N 0 7'W", ""},
+      {"ZZ99", ""},
+      {"\xE5\x8C\x97", ""},
+  };
+  for (const auto& [place, card] : cases) {
+    const ProgramResult result =
+        Run({"--from", "FN20", "--to", place, "--date", "15-Nov-26", "--deck"}, false);
+    EXPECT_EQ(result.status, *card == '\0' ? 2 : 0) << place;
+    EXPECT_EQ(result.out.substr(0, 46).substr(std::min<std::size_t>(30, result.out.size())), card)
+        << place;
+  }
+}
+
+TEST_F(PredictTest, RolesAndOptionsReachTheDeck) {
+  const ProgramResult to = Run(
+      {"--deck", "--power", "5", "--dx-noise", "industrial", "--noise", "remote", "--ssn", "0"});
+  EXPECT_TRUE(Holds(to.out, "SYSTEM    00001  -1.   3.  10.  24.\n")) << to.out;
+  EXPECT_TRUE(Holds(to.out, "SUNSPOT   00000\n")) << "a given 0 is not derived from the flux";
+  const ProgramResult from = Run({"--deck", "--direction", "from", "--power", "5", "--dx-power",
+                                  "1500", "--noise", "Remote", "--path", "long"});
+  EXPECT_TRUE(Holds(from.out, "SYSTEM    00150  -4.   3.  10.  24.\n")) << from.out;
+  EXPECT_TRUE(Holds(from.out, "00001\nSYSTEM"));
+  EXPECT_EQ(from.out.substr(10, 16), "05152N    00012W");
+}
+
+TEST_F(PredictTest, StoredSettingsAreTheStartOnRequest) {
+  std::filesystem::create_directories(config_ / "marlo");
+  WriteFile(config_ / "marlo/Skyhop.ini",
+            "[Configuration]\nSFI=200\nPower=100\nXLat=40 0' 0\" N\nXlon=75 0' 0\" W\n");
+  const Arguments circuit = {"--to", "IO91", "--date", "15-Nov-26", "--deck"};
+  EXPECT_EQ(Run(circuit, false).status, 2) << "your station is only in the settings";
+  Arguments with_settings = circuit;
+  with_settings.emplace_back("--settings");
+  const ProgramResult stored = Run(with_settings, false);
+  EXPECT_EQ(stored.out.substr(10, 16), "04000N    07500W") << stored.err;
+  EXPECT_TRUE(Holds(stored.out, "SYSTEM    00010"));
+  EXPECT_TRUE(Holds(stored.out, "SUNSPOT   15700")) << stored.out;
+}
+
+TEST_F(PredictTest, AFailingEngineEndsWithStatusThreeAndItsReason) {
+  const std::string good = TestData("results/newyork-london-method26.results.txt");
+  const std::string results = PathText(folder_ / "IonCap/results.txt");
+  const struct {
+    const char* what;
+    std::string engine;  ///< a script, or the answer when it begins with a blank
+    std::string reason;
+  } cases[] = {
+      {"exits at once", "exit 1", "ended without writing " + results},
+      {"complains", "echo 'card SYSTEM is bad' >&2; exit 1", "engine: card SYSTEM is bad"},
+      {"writes nothing", ": > \"$results\"", "ended without writing " + results},
+      {"stops half way", " " + good.substr(0, 2100), "(" + results + ", line 48, columns 30-36)"},
+      {"prints letters", " " + ReplaceAll(good, "  25.79 ", "  **.** "),
+       "is not a number (" + results + ", line 46, columns 37-43)"},
+      {"prints garbage", std::string(" \0\xFF\x00garbage", 10), "without the header"},
+      {"leaves a folder", "mkdir \"$results\"", "results.txt"},
+  };
+  for (const auto& [what, engine, reason] : cases) {
+    if (engine[0] == ' ') {
+      UseAnswer(engine.substr(1));
+    } else {
+      UseEngine(engine);
+    }
+    const ProgramResult result = Run({"--svg", PathText(folder_ / "chart.svg")});
+    EXPECT_EQ(result.status, 3) << what;
+    EXPECT_TRUE(Holds(result.err, reason)) << what << ": " << result.err;
+    EXPECT_EQ(result.out, "") << what;
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "chart.svg")) << what;
+    std::filesystem::remove_all(results);
+  }
+}
+
+TEST_F(PredictTest, AnOldAnswerIsNeverPassedOffAsNew) {
+  UseEngine("exit 1");
+  WriteFile(folder_ / "IonCap/results.txt",
+            TestData("results/newyork-london-method26.results.txt"));
+  EXPECT_EQ(Run({}).status, 3);
+  // A folder in the place of a file that the run has to write.
+  UseAnswer(TestData("results/newyork-london-method26.results.txt"));
+  std::filesystem::remove_all(folder_ / "IonCap/script.txt");
+  std::filesystem::create_directory(folder_ / "IonCap/script.txt");
+  const ProgramResult result = Run({});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_TRUE(Holds(result.err, "unable to delete existing")) << result.err;
+}
+
+TEST_F(PredictTest, AHangingEngineEndsWithStatusFour) {
+  UseEngine("sleep 30");
+  const auto start = std::chrono::steady_clock::now();
+  const ProgramResult result = Run({"--timeout", "0.2"});
+  EXPECT_EQ(result.status, 4);
+  EXPECT_TRUE(Holds(result.err, "has not finished after 0.2 s")) << result.err;
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(PredictTest, CompleteResultsAreTakenAlthoughTheEngineLingers) {
+  WriteFile(folder_ / "answer",
+            ReplaceAll(TestData("results/newyork-london-method26.results.txt"), "\n", "\r\n"));
+  UseEngine("cat \"$(dirname \"$results\")/../answer\" > \"$results\"; sleep 30");
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(Run({}).status, 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(PredictTest, TheUsersOwnEngineIsUsedAndKept) {
+  UseAnswer(TestData("results/newyork-london-method26.results.txt"));
+  const std::string own = ReadFile(folder_ / "IonCap/ioncap.exe", 10000);
+  EXPECT_EQ(Run({}).status, 0);
+  EXPECT_EQ(ReadFile(folder_ / "IonCap/ioncap.exe", 10000), own);
+}
+
+TEST_F(PredictTest, AnEngineThatIsNotInstalledIsToldByItsPath) {
+  const ProgramResult result = Run({"--engine", "voacap"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_TRUE(Holds(result.err, PathText(folder_ / "ITSHFBC"))) << result.err;
+}
+
+TEST_F(PredictTest, SnrResultsFillTheTableOfBands) {
+  const std::filesystem::path engine = folder_ / "ITSHFBC/bin_win/voacapw.exe";
+  std::filesystem::create_directories(engine.parent_path());
+  std::filesystem::create_directories(folder_ / "ITSHFBC/run");
+  WriteFile(folder_ / "answer", TestData("results/newyork-london-method30.results.txt"));
+  WriteFile(engine, "#!/bin/sh\ntest \"$1\" = SILENT && cp \"$2/../answer\" \"$2/run/$4\"\n");
+  std::filesystem::permissions(engine, std::filesystem::perms::owner_all);
+  const ProgramResult result = Run({"--engine", "voacap-snr", "--json"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  const auto band = nlohmann::json::parse(result.out)["hours"][1]["bands"][4];
+  EXPECT_EQ(band["band"], "30M");
+  EXPECT_EQ(band["snr"], 45);
+  EXPECT_EQ(band["reliability"], 0.85);
+  EXPECT_EQ(band["mode"], "2F2");
+  EXPECT_EQ(band["signal_dbw"], -118);
+  EXPECT_EQ(band["open"], 4);
+}
+
+TEST_F(PredictTest, ThePictureGoesNowhereHalfway) {
+  UseAnswer(TestData("results/newyork-london-method26.results.txt"));
+  const ProgramResult result = Run({"--svg", PathText(folder_ / "no/such/folder.svg")});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(Holds(result.err, "folder.svg")) << result.err;
+}
+
+TEST_F(PredictTest, TheDebugLogGoesToStandardErrorOnRequest) {
+  const ProgramResult result = Run({"--verbose"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(Holds(result.err, "IONCAPModule.LoadEngineData complete\n"));
+  EXPECT_TRUE(Holds(result.err, "TIME      00001000240000100000\n"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "ErrorLog.txt"))
+      << "the log file is not asked for";
+}
+
+struct OddName {
+  const char* description;
+  const char* folder;
+};
+constexpr OddName kOddNames[] = {{"Apostrophe", "it's"},
+                                 {"Substitution", "$(touch pwned)"},
+                                 {"Separator", "a;touch pwned"},
+                                 {"Quote", "a\"b"},
+                                 {"Pattern", "-n *?"},
+                                 {"Umlaut", "Z\xC3\xBCrich"},
+                                 {"Backticks", "`touch pwned` & $HOME"}};
+
+class OddFolderTest : public PredictTest, public ::testing::WithParamInterface<std::size_t> {
+ protected:
+  OddFolderTest() : PredictTest(kOddNames[GetParam()].folder) {}
+};
+
+TEST_P(OddFolderTest, ThePredictionWorksAndNothingIsExecuted) {
+  const ProgramResult result = Run({});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path().parent_path() / "pwned"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "IonCap/pwned"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, OddFolderTest,
+                         ::testing::Range<std::size_t>(0, std::size(kOddNames)),
+                         [](const auto& name) { return kOddNames[name.param].description; });
+
+}  // namespace
+}  // namespace skyhop::testing

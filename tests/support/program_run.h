@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace skyhop::testing {
+
+/// What a program that was run to its end did.
+struct ProgramResult {
+  int status = -1;
+  std::string out;
+  std::string err;
+};
+
+/// Runs a program with arguments and with variables added to the environment.
+[[nodiscard]] ProgramResult RunProgram(const std::filesystem::path& program,
+                                       const std::vector<std::string>& arguments,
+                                       const std::map<std::string, std::string>& environment);
+
+}  // namespace skyhop::testing
