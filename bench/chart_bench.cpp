@@ -1,0 +1,50 @@
+// The chart painted to a recording surface, and the picture written.
+
+#include <benchmark/benchmark.h>
+
+#include "engine/results_parser.h"
+#include "support/diagnostics_fixture.h"
+#include "support/recording_surface.h"
+#include "ui/prediction/chart_picture.h"
+#include "ui/prediction/prediction_chart.h"
+
+namespace skyhop {
+namespace {
+
+/// A real day's results, and a log that nobody listens to.
+struct Day {
+  Day() {
+    log.diagnostics.SetDebugListener({});
+    IONCAPModule::ParseLufMufResults(
+        testing::TestData("results/newyork-london-method26.results.txt"), "", true, table);
+  }
+  testing::LoggedDiagnostics log;
+  ResultsTable table;
+};
+
+void ChartPainted(benchmark::State& state) {
+  Day day;
+  IONCAPModule::PredictionChart chart(day.table, EvenLayout({80, 40, 960, 500}, 14),
+                                      day.log.diagnostics, day.log.clock);
+  testing::RecordingSurface surface;
+  chart.DisplayResult(EngineChoice::kIonCap, {true, true}, surface);
+  for (auto _ : state) {
+    surface.Clear({255, 255, 255});
+    chart.Repaint({true, true}, surface);
+    benchmark::DoNotOptimize(surface);
+  }
+}
+BENCHMARK(ChartPainted)->Unit(benchmark::kMicrosecond);
+
+void PictureWritten(benchmark::State& state) {
+  Day day;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(PictureAsSvg(day.table, EngineChoice::kIonCap,
+                                          {"summary", "engine", "1.0", "105"}, {},
+                                          day.log.diagnostics, day.log.clock));
+  }
+}
+BENCHMARK(PictureWritten)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace skyhop

@@ -1,0 +1,52 @@
+// Decks written and results parsed.
+
+#include <benchmark/benchmark.h>
+
+#include "engine/ioncap_script.h"
+#include "engine/results_parser.h"
+#include "support/prediction_fixture.h"
+
+namespace skyhop::IONCAPModule {
+namespace {
+
+using skyhop::testing::TestData;
+
+void DeckWritten(benchmark::State& state) {
+  skyhop::testing::PredictionFixture with;
+  with.SetTransatlantic();
+  // Debug lines would be kept in memory here; a user's program makes none either.
+  with.log.diagnostics.SetDebugListener({});
+  skyhop::testing::FakePause pause;
+  ScriptCards cards(pause, with.log.diagnostics);
+  IonCapScript script(cards, with.panel, with.parameters, with.log.diagnostics);
+  const std::filesystem::path file = with.log.folder / "script.txt";
+  for (auto _ : state) {
+    if (!script.CreateIONCAPScript(26, file)) state.SkipWithError("the deck was not written");
+  }
+}
+BENCHMARK(DeckWritten)->Unit(benchmark::kMicrosecond);
+
+void Method26Parsed(benchmark::State& state) {
+  const std::string text = TestData("results/newyork-london-method26.results.txt");
+  ResultsTable table;
+  for (auto _ : state) {
+    ParseLufMufResults(text, "results.txt", true, table);
+    benchmark::DoNotOptimize(table);
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+BENCHMARK(Method26Parsed)->Unit(benchmark::kMicrosecond);
+
+void Method30Parsed(benchmark::State& state) {
+  const std::string text = TestData("results/newyork-london-method30.results.txt");
+  ResultsTable table;
+  for (auto _ : state) {
+    const Method30Outcome outcome = ParseMethod30Results(text, "results.txt", table);
+    benchmark::DoNotOptimize(outcome);
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+}
+BENCHMARK(Method30Parsed)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace skyhop::IONCAPModule
