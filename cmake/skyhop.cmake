@@ -14,6 +14,10 @@ target_compile_options(
             # Contraction into fused operations would make single-precision results depend on the
             # processor that the compiler is told to build for.
             -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # This version takes a literal in front of a temporary string for an overlapping copy.
+  target_compile_options(skyhop_options INTERFACE -Wno-restrict)
+endif()
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   # The x87 unit keeps excess precision; SSE2 rounds as the language says.
   target_compile_options(skyhop_options INTERFACE -msse2 -mfpmath=sse)
