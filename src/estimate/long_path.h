@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "estimate/path.h"
+#include "estimate/signal.h"
+
+namespace skyhop::estimate {
+
+/// The signal over a path of 7000 km or more: rays leave and arrive in the way that suits the
+/// ionosphere at each end best, without a whole number of hops in between.
+class LongPath {
+ public:
+  /// The hour must outlive this object.
+  explicit LongPath(const PathHour& hour);
+
+  /// The signal at `frequency`, MHz.
+  [[nodiscard]] RaySignal Signal(double frequency) const;
+
+ private:
+  /// How the signal gets from the ground into its long way, or back, at one end.
+  struct End {
+    Ray ray;
+    Layer layer = Layer::kF2;
+    double hop = 0;   // ground angle of a whole hop
+    double loss = 0;  // dB
+  };
+
+  /// A take-off angle, radians, with its cosine.
+  struct Elevation {
+    double angle;
+    double cosine;
+  };
+
+  [[nodiscard]] End BestEnd(double frequency, const ReflectionArea& area) const;
+  [[nodiscard]] End MufEnd() const;
+  static std::optional<Ray> TraceE(double frequency, const ReflectionArea& area,
+                                   const Elevation& elevation);
+  static std::optional<Ray> TraceF2(double frequency, const ReflectionArea& area,
+                                    const Elevation& elevation);
+  [[nodiscard]] double Loss(double frequency, const End& transmitter, const End& receiver) const;
+  /// How much of the ground angle `middle` rays pass between the layers without a hop.
+  [[nodiscard]] double Ducted(double frequency, double middle) const;
+
+  const PathHour* hour_;
+  std::vector<Elevation> elevations_;  // candidates, ascending
+};
+
+}  // namespace skyhop::estimate
