@@ -1,0 +1,140 @@
+#include "estimate/report.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "estimate/circuit.h"
+#include "estimate/deck.h"
+#include "estimate/propagation_math.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop::estimate {
+namespace {
+
+Deck Example() {
+  return ReadDeck(skyhop::testing::TestData("estimate/example.deck.txt"));
+}
+
+/// The lines of hours in a report, by the way that readers of the engines' reports find them.
+std::vector<std::string> HourLines(const std::string& report) {
+  std::size_t at = report.find("HPF  ESMUF");
+  EXPECT_NE(at, std::string::npos);
+  at = report.find("\n\n", at) + 2;
+  std::vector<std::string> lines;
+  while (report[at + 1] != '*') {
+    const std::size_t end = report.find('\n', at);
+    lines.push_back(report.substr(at, end - at));
+    at = end + 1;
+  }
+  return lines;
+}
+
+/// The seven numbers of an hour's line by their columns; fails for a number that is not there
+/// whole.
+std::array<double, 7> Columns(const std::string& line) {
+  static constexpr std::array<std::size_t, 8> kEnds = {0, 9, 15, 22, 29, 36, 43, 50};
+  std::array<double, 7> numbers{};
+  EXPECT_EQ(line.size(), 50U) << line;
+  for (std::size_t i = 0; i < numbers.size() && line.size() == 50; ++i) {
+    const auto number = WholeNumberText(line.substr(kEnds[i], kEnds[i + 1] - kEnds[i]));
+    EXPECT_TRUE(number && std::isfinite(*number)) << line;
+    numbers[i] = number.value_or(0);
+  }
+  return numbers;
+}
+
+TEST(EstimateReport, IsWholeTheExpectedOne) {
+  const std::string expected = ReplaceAll(skyhop::testing::TestData("estimate/example.results.txt"),
+                                          "@VERSION@", VersionText());
+  EXPECT_EQ(MufReport(Example()), expected);
+}
+
+TEST(EstimateReport, CoversTheHoursAskedFor) {
+  Deck deck = Example();
+  const std::vector<std::string> all = HourLines(MufReport(deck));
+  ASSERT_EQ(all.size(), 24U);
+  deck.hours = {6, 18, 5};
+  EXPECT_EQ(HourLines(MufReport(deck)), (std::vector<std::string>{all[5], all[10], all[15]}));
+}
+
+TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
+  Deck deck = Example();
+  deck.circuit.required_snr = 150;
+  for (const std::string& line : HourLines(MufReport(deck))) {
+    const std::array<double, 7> numbers = Columns(line);
+    EXPECT_EQ(numbers[6], -numbers[5]) << line;
+  }
+}
+
+TEST(EstimateReport, PrintsTheLocalTimeOfTheTransmitterWithoutAnHour24) {
+  Deck deck = Example();
+  deck.circuit.transmitter = PositionFromDegrees(40.5, -0.3);
+  const std::vector<std::string> lines = HourLines(MufReport(deck));
+  EXPECT_EQ(Columns(lines[0])[1], 1.0);
+  EXPECT_EQ(Columns(lines[23])[1], 0.0);
+}
+
+TEST(EstimateReport, NamesTheLongPath) {
+  Deck deck = Example();
+  deck.circuit.long_way = true;
+  const std::string report = MufReport(deck);
+  EXPECT_NE(report.find("AZIMUTHS  <Long>"), std::string::npos);
+  EXPECT_NE(report.find("231.02  108.28   18586.9  34422.9"), std::string::npos) << report;
+}
+
+TEST(EstimateReport, KeepsItsColumnsForExtremeCircuits) {
+  const std::vector<std::pair<GeoPosition, GeoPosition>> ends = {
+      {PositionFromDegrees(48.2, 11.6), PositionFromDegrees(48.2, 11.6)},
+      {PositionFromDegrees(0, 0), PositionFromDegrees(0, 0)},
+      {PositionFromDegrees(90, 0), PositionFromDegrees(-90, 0)},
+      {PositionFromDegrees(90, 0), PositionFromDegrees(90, 180)},
+      {PositionFromDegrees(10, 20), PositionFromDegrees(-10, -160)},
+      {PositionFromDegrees(0, 180), PositionFromDegrees(0, -180)},
+      {PositionFromDegrees(51.5, -0.12), PositionFromDegrees(-20, 90)},
+  };
+  Deck deck = Example();
+  deck.hours = {3, 24, 7};
+  for (const auto& [from, to] : ends) {
+    for (const double angle : {0.0, 0.01, 20.0, 28.0, 89.0, 90.0}) {
+      for (const double sunspots : {0.0, 9999.0}) {
+        for (const bool long_way : {false, true}) {
+          CircuitParameters& circuit = deck.circuit;
+          circuit.transmitter = from;
+          circuit.receiver = to;
+          circuit.min_elevation = Radians(angle);
+          circuit.sunspot_number = sunspots;
+          circuit.long_way = long_way;
+          circuit.power = sunspots == 0 ? kLeastPower : 99999;
+          SCOPED_TRACE(std::to_string(Degrees(from.latitude)) + " angle " + std::to_string(angle) +
+                       " sunspots " + std::to_string(sunspots) + " long " +
+                       std::to_string(static_cast<int>(long_way)));
+          for (const std::string& line : HourLines(MufReport(deck))) {
+            const auto [hour, local, fot, hpf, es, muf, luf] = Columns(line);
+            EXPECT_TRUE(0 < fot && fot <= muf && muf <= hpf) << line;
+            EXPECT_TRUE(luf == -muf || (2 <= luf && luf <= hpf)) << line;
+          }
+          const Circuit month(circuit);
+          const CircuitHour state = month.At(12);
+          for (const double frequency : {1.8, 14.1, 50.1}) {
+            const Reception reception = state.At(frequency);
+            EXPECT_TRUE(std::isfinite(reception.snr));
+            EXPECT_TRUE(0 <= reception.reliability && reception.reliability <= 1);
+            EXPECT_TRUE(std::isfinite(reception.ray.elevation));
+            EXPECT_TRUE(0 <= reception.ray.days && reception.ray.days <= 1);
+          }
+        }
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace skyhop::estimate
