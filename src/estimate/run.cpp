@@ -1,0 +1,126 @@
+#include "estimate/run.h"
+
+#include <cstddef>
+#include <istream>
+#include <ostream>
+#include <random>
+#include <system_error>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/program.h"
+#include "estimate/deck.h"
+#include "estimate/report.h"
+
+namespace skyhop::estimate {
+namespace {
+
+constexpr std::string_view kUsage =
+    "usage: skyhop-estimate < driver\n"
+    "       skyhop-estimate --help | --version\n"
+    "\n"
+    "Estimates MUF, FOT, HPF and LUF of a radio circuit by the hour. The driver has two lines:\n"
+    "the path of the deck to read and the path of the results file to write.\n";
+
+std::filesystem::path ReadPath(std::istream& in, const std::string& what) {
+  static constexpr std::size_t kLongest = 32768;
+  std::string line;
+  char c = 0;
+  bool any = false;
+  while (in.get(c) && c != '\n') {
+    any = true;
+    line += c;
+    if (line.size() > kLongest) {
+      throw Error(errors::kInvalidCall, "driver, " + what + ": the line is too long for a path");
+    }
+  }
+  if (!any && in.eof()) {
+    throw Error(errors::kInputPastEnd, "driver, " + what + ": the line is missing");
+  }
+  if (line.ends_with('\r')) line.pop_back();
+  if (line.empty()) throw Error(errors::kInvalidCall, "driver, " + what + ": the line is empty");
+  if (line.find('\0') != std::string::npos) {
+    throw Error(errors::kInvalidCall, "driver, " + what + ": the path holds a null byte");
+  }
+  return PathFromText(line);
+}
+
+/// A name beside `path` that nothing has.
+std::filesystem::path UnusedNeighbour(const std::filesystem::path& path) {
+  std::random_device random;
+  while (true) {
+    std::filesystem::path neighbour =
+        path.parent_path() / ("skyhop-estimate-" + std::to_string(random()) + ".tmp");
+    std::error_code ignored;
+    if (!std::filesystem::exists(std::filesystem::symlink_status(neighbour, ignored))) {
+      return neighbour;
+    }
+  }
+}
+
+}  // namespace
+
+Driver ReadDriver(std::istream& in) {
+  Driver driver;
+  driver.deck = ReadPath(in, "line 1 (deck)");
+  driver.results = ReadPath(in, "line 2 (results)");
+  return driver;
+}
+
+void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content) {
+  const std::string what = "cannot write " + PathText(path);
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    throw Error(errors::kPathFileAccess, what + ": it is not a regular file");
+  }
+  const std::filesystem::path neighbour = UnusedNeighbour(path);
+  try {
+    WriteFile(neighbour, content);
+    std::filesystem::rename(neighbour, path, error);
+    if (error) throw FileError(error, what);
+  } catch (...) {
+    std::error_code ignored;
+    std::filesystem::remove(neighbour, ignored);
+    throw;
+  }
+}
+
+void RunDriver(const Driver& driver) {
+  static constexpr std::size_t kLongestDeck = 1U << 20U;
+  const std::string text = ReadFile(driver.deck, kLongestDeck);
+  std::error_code ignored;
+  if (std::filesystem::equivalent(driver.deck, driver.results, ignored)) {
+    throw Error(errors::kInvalidCall,
+                "the results would replace the deck " + PathText(driver.deck));
+  }
+  Deck deck;
+  try {
+    deck = ReadDeck(text);
+  } catch (const Error& error) {
+    throw Error(error.Number(), PathText(driver.deck) + ", " + error.what());
+  }
+  WriteFileAtOnce(driver.results, MufReport(deck));
+}
+
+int RunEngine(std::span<const std::string_view> arguments, std::istream& in, std::ostream& out,
+              std::ostream& err) {
+  try {
+    if (arguments.empty()) {
+      RunDriver(ReadDriver(in));
+    } else if (arguments.size() == 1 && arguments[0] == "--help") {
+      out << kUsage;
+    } else if (arguments.size() == 1 && arguments[0] == "--version") {
+      out << "skyhop-estimate " << VersionText() << '\n';
+    } else {
+      err << "skyhop-estimate: cannot use the argument \"" << arguments[0] << "\"\n" << kUsage;
+      return 2;
+    }
+    return 0;
+  } catch (const std::exception& error) {
+    err << "skyhop-estimate: " << error.what() << '\n';
+    return 1;
+  }
+}
+
+}  // namespace skyhop::estimate

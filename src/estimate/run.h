@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace skyhop::estimate {
+
+/// What the driver file tells the engine.
+struct Driver {
+  std::filesystem::path deck;
+  std::filesystem::path results;
+};
+
+/// Reads the driver: the path of the deck and the path of the results file in UTF-8, a line each,
+/// ended by LF or CR LF and otherwise taken as they are. Further lines count for nothing.
+/// Throws Error 62 (a line is missing), 5 (it is empty, holds a null byte or is longer than 32768
+/// bytes).
+[[nodiscard]] Driver ReadDriver(std::istream& in);
+
+/// Writes a file so that nobody ever sees a part of it: into another file of the same folder, which
+/// then takes its name. An existing regular file is replaced. On failure nothing is left behind.
+/// Throws the Errors of FileError, and Error 75 when the name belongs to something else than a
+/// regular file.
+void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content);
+
+/// Reads the deck, of at most 1 MiB, and writes the results.
+/// Throws Error 13 for a bad deck, with the deck's path in front of the description, and the Errors
+/// of ReadFile and WriteFileAtOnce; the results file is not touched then.
+void RunDriver(const Driver& driver);
+
+/// The whole program: with no arguments it does what the driver on `in` says, with "--help" or
+/// "--version" it says so on `out`. Returns the exit status: 0, 1 after a failure that a line on
+/// `err` explains, 2 for other arguments.
+[[nodiscard]] int RunEngine(std::span<const std::string_view> arguments, std::istream& in,
+                            std::ostream& out, std::ostream& err);
+
+}  // namespace skyhop::estimate
