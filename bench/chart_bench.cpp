@@ -29,7 +29,7 @@ void ChartPainted(benchmark::State& state) {
   testing::RecordingSurface surface;
   chart.DisplayResult(EngineChoice::kIonCap, {true, true}, surface);
   for (auto _ : state) {
-    surface.Clear({255, 255, 255});
+    surface.calls.clear();
     chart.Repaint({true, true}, surface);
     benchmark::DoNotOptimize(surface);
   }
