@@ -147,7 +147,8 @@ std::optional<double> CircuitHour::Luf() const {
 Circuit::Circuit(const CircuitParameters& parameters)
     : parameters_(parameters),
       route_(parameters.transmitter, parameters.receiver, parameters.long_way),
-      path_(route_, parameters.month, parameters.sunspot_number, parameters.min_elevation),
+      path_(route_, parameters.month, parameters.sunspot_number,
+            Elevation(parameters.min_elevation)),
       noise_(parameters.receiver, parameters.month, parameters.man_made_noise) {}
 
 CircuitHour Circuit::At(double utc_hour) const {

@@ -7,8 +7,6 @@
 #include <cstddef>
 #include <string_view>
 
-#include "estimate/propagation_math.h"
-
 namespace skyhop::estimate {
 namespace {
 
@@ -33,13 +31,13 @@ struct Surface {
 constexpr Surface kLandSurface = {4.0, 0.001};
 constexpr Surface kSeaSurface = {80.0, 5.0};
 
-double ReflectionLoss(const Surface& surface, double frequency, double elevation) {
+double ReflectionLoss(const Surface& surface, double frequency, const Elevation& elevation) {
   const std::complex<double> z(surface.permittivity, -18000.0 * surface.conductivity / frequency);
-  const double sine = std::sin(elevation);
-  const std::complex<double> root = std::sqrt(z - Square(std::cos(elevation)));
+  const double sine = std::sin(elevation.Angle());
+  const std::complex<double> root = std::sqrt(z - Square(elevation.Cosine()));
   // norm() is the square of the magnitude.
-  const double horizontal = std::norm((sine - root) / (sine + root));
-  const double vertical = std::norm((z * sine - root) / (z * sine + root));
+  const double horizontal = std::norm(sine - root) / std::norm(sine + root);
+  const double vertical = std::norm(z * sine - root) / std::norm(z * sine + root);
   return std::abs(Decibels(std::max(1e-9, (horizontal + vertical) / 2.0)));
 }
 
@@ -58,7 +56,7 @@ GroundReflection::GroundReflection(std::span<const GeoPosition> points)
     : land_share_(static_cast<double>(std::count_if(points.begin(), points.end(), IsLand)) /
                   static_cast<double>(points.size())) {}
 
-double GroundReflection::Loss(double frequency, double elevation) const {
+double GroundReflection::Loss(double frequency, const Elevation& elevation) const {
   double loss = 0;
   if (land_share_ > 0) loss += land_share_ * ReflectionLoss(kLandSurface, frequency, elevation);
   if (land_share_ < 1) {

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "estimate/great_circle.h"
+#include "estimate/propagation_math.h"
 
 namespace skyhop::estimate {
 
@@ -18,7 +19,7 @@ class GroundReflection {
   /// Loss in dB, 0 or more, of one reflection at `frequency` MHz of a ray that arrives at
   /// `elevation`, both polarisations alike. Fresnel's formula with a relative permittivity of 4 and
   /// a conductivity of 0.001 S/m for land, 80 and 5 S/m for sea.
-  [[nodiscard]] double Loss(double frequency, double elevation) const;
+  [[nodiscard]] double Loss(double frequency, const Elevation& elevation) const;
 
  private:
   double land_share_;

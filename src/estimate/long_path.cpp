@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 #include "estimate/propagation_math.h"
 
@@ -24,6 +25,41 @@ double HighestElevation(double length, double min_elevation) {
   const auto* const found =
       std::lower_bound(kElevations.begin(), kElevations.end(), min_elevation + 8.5);
   return found == kElevations.end() ? kElevations.back() : *found;
+}
+
+std::optional<Ray> TraceE(double frequency, const ReflectionArea& area,
+                          const Elevation& elevation) {
+  static constexpr int kRounds = 4;
+  static constexpr double kTopOfTable = 107.19;
+  const double at_top = frequency * IncidenceCosine(elevation.Cosine(), kTopOfTable);
+  if (at_top > 0.99 * area.FoE()) return std::nullopt;
+  Ray ray{elevation, {125.3, 104.2}, 0};
+  for (int round = 0; round < kRounds; ++round) {
+    ray.vertical_frequency = frequency * IncidenceCosine(elevation.Cosine(), ray.heights.actual);
+    ray.heights = area.EHeights(ray.vertical_frequency);
+  }
+  ray.vertical_frequency = std::min(ray.vertical_frequency, area.FoE());
+  return ray;
+}
+
+std::optional<Ray> TraceF2(double frequency, const ReflectionArea& area,
+                           const Elevation& elevation) {
+  static constexpr int kRounds = 6;
+  const double lowest = 1.05 * area.FoE();
+  const double highest = 0.99 * area.F2();
+  Ray ray{elevation, {0, area.FirstGuess()}, 0};
+  double reflected = 0;
+  for (int round = 0; round < kRounds; ++round) {
+    ray.vertical_frequency = frequency * IncidenceCosine(elevation.Cosine(), ray.heights.actual);
+    // From here on the ray would only climb.
+    if (ray.vertical_frequency > highest) return std::nullopt;
+    reflected = std::min(std::max(ray.vertical_frequency, lowest), highest);
+    ray.heights.actual = area.F2ActualHeight(reflected);
+  }
+  ray.heights = area.F2Heights(reflected);
+  ray.vertical_frequency = std::max(ray.vertical_frequency, lowest);
+  ray.heights.apparent += area.CurvatureCorrection(ray.heights, frequency, ray.vertical_frequency);
+  return ray;
 }
 
 /// What decides between the rays that an end could use.
@@ -48,48 +84,12 @@ double DistanceFromWhole(double number) {
 
 LongPath::LongPath(const PathHour& hour) : hour_(&hour) {
   // A little less: a minimum of exactly one of the angles may have lost its last digits in radians.
-  const double least = Degrees(hour.Of().MinElevation()) - 1e-9;
+  const double least = Degrees(hour.Of().MinElevation().Angle()) - 1e-9;
   const double top = HighestElevation(hour.Of().Length(), least);
   for (const double elevation : kElevations) {
     if (elevation < least || elevation > top) continue;
-    const double angle = Radians(elevation);
-    elevations_.push_back({angle, std::cos(angle)});
+    elevations_.emplace_back(Radians(elevation));
   }
-}
-
-std::optional<Ray> LongPath::TraceE(double frequency, const ReflectionArea& area,
-                                    const Elevation& elevation) {
-  static constexpr int kRounds = 4;
-  static constexpr double kTopOfTable = 107.19;
-  const double at_top = frequency * IncidenceCosine(elevation.cosine, kTopOfTable);
-  if (at_top > 0.99 * area.FoE()) return std::nullopt;
-  Ray ray{elevation.angle, {125.3, 104.2}, 0};
-  for (int round = 0; round < kRounds; ++round) {
-    ray.vertical_frequency = frequency * IncidenceCosine(elevation.cosine, ray.heights.actual);
-    ray.heights = area.EHeights(ray.vertical_frequency);
-  }
-  ray.vertical_frequency = std::min(ray.vertical_frequency, area.FoE());
-  return ray;
-}
-
-std::optional<Ray> LongPath::TraceF2(double frequency, const ReflectionArea& area,
-                                     const Elevation& elevation) {
-  static constexpr int kRounds = 6;
-  const double lowest = 1.05 * area.FoE();
-  const double highest = 0.99 * area.F2();
-  Ray ray{elevation.angle, {0, area.FirstGuess()}, 0};
-  double reflected = 0;
-  for (int round = 0; round < kRounds; ++round) {
-    ray.vertical_frequency = frequency * IncidenceCosine(elevation.cosine, ray.heights.actual);
-    // From here on the ray would only climb.
-    if (ray.vertical_frequency > highest) return std::nullopt;
-    reflected = std::min(std::max(ray.vertical_frequency, lowest), highest);
-    ray.heights.actual = area.F2ActualHeight(reflected);
-  }
-  ray.heights = area.F2Heights(reflected);
-  ray.vertical_frequency = std::max(ray.vertical_frequency, lowest);
-  ray.heights.apparent += area.CurvatureCorrection(ray.heights, frequency, ray.vertical_frequency);
-  return ray;
 }
 
 LongPath::End LongPath::MufEnd() const {
@@ -117,12 +117,12 @@ LongPath::End LongPath::BestEnd(double frequency, const ReflectionArea& area) co
     if (!ray) ray = TraceF2(frequency, area, elevation);
     if (!ray) continue;
     end.ray = *ray;
-    end.hop = 2.0 * HalfHopAngle(elevation.angle, end.ray.heights.apparent);
+    end.hop = 2.0 * HalfHopAngle(elevation, end.ray.heights.apparent);
     const double hops = judged_length / (end.hop * kEarthRadius);
     if (hops < 0.9) continue;
     end.loss = end_loss(end.ray);
     const Merit merit = {-hops * end.loss, DistanceFromWhole(hops),
-                         std::abs(elevation.angle - Radians(3.0))};
+                         std::abs(elevation.Angle() - Radians(3.0))};
     if (best && !merit.Beats(best_merit)) continue;
     best = end;
     best_merit = merit;
@@ -135,7 +135,7 @@ LongPath::End LongPath::BestEnd(double frequency, const ReflectionArea& area) co
 
 double LongPath::Ducted(double frequency, double middle) const {
   const auto e_muf = [](const ReflectionArea& area) {
-    return area.FoE() * Secant(Radians(3.0), 110.0);
+    return area.FoE() * Secant(Elevation(Radians(3.0)), 110.0);
   };
   const double first = e_muf(hour_->Areas().front());
   const double last = e_muf(hour_->Areas().back());
@@ -151,15 +151,16 @@ double LongPath::Ducted(double frequency, double middle) const {
 
 double LongPath::Loss(double frequency, const End& transmitter, const End& receiver) const {
   const double path_angle = hour_->Of().Angle();
-  const double elevation = (transmitter.ray.elevation + receiver.ray.elevation) / 2.0;
+  const Elevation elevation((transmitter.ray.elevation.Angle() + receiver.ray.elevation.Angle()) /
+                            2.0);
   const double height = (transmitter.ray.heights.apparent + receiver.ray.heights.apparent) / 2.0;
-  const double incidence = std::asin(kEarthRadius * std::cos(elevation) / (kEarthRadius + height));
-  const double half_hop = std::numbers::pi / 2 - elevation - incidence;
+  const double incidence = std::asin(kEarthRadius * elevation.Cosine() / (kEarthRadius + height));
+  const double half_hop = std::numbers::pi / 2 - elevation.Angle() - incidence;
 
   const double slant = kEarthRadius * std::sin(half_hop) / std::sin(incidence);
   const double length =
       2.0 * slant + (kEarthRadius + height) * std::max(0.001, path_angle - 2.0 * half_hop);
-  const double focus = std::min(15.0, Decibels(length / kEarthRadius * std::cos(elevation) /
+  const double focus = std::min(15.0, Decibels(length / kEarthRadius * elevation.Cosine() /
                                                std::max(1e-6, std::abs(std::sin(path_angle)))));
 
   const double ends = (transmitter.hop + receiver.hop) / 2.0;
@@ -200,7 +201,7 @@ RaySignal LongPath::Signal(double frequency) const {
   signal.level.upper_decile =
       std::min(kWidestDecile,
                hour_->Excess().upper_decile + weight * (over_muf(muf.muf) - over_muf(muf.hpf)));
-  signal.elevation = transmitter.ray.elevation;
+  signal.elevation = transmitter.ray.elevation.Angle();
   signal.days = SupportedDays(frequency, muf.muf, muf.spread);
   signal.first = transmitter.layer;
   signal.last = receiver.layer;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "estimate/path.h"
+#include "estimate/propagation_math.h"
 #include "estimate/signal.h"
 
 namespace skyhop::estimate {
@@ -27,18 +27,8 @@ class LongPath {
     double loss = 0;  // dB
   };
 
-  /// A take-off angle, radians, with its cosine.
-  struct Elevation {
-    double angle;
-    double cosine;
-  };
-
   [[nodiscard]] End BestEnd(double frequency, const ReflectionArea& area) const;
   [[nodiscard]] End MufEnd() const;
-  static std::optional<Ray> TraceE(double frequency, const ReflectionArea& area,
-                                   const Elevation& elevation);
-  static std::optional<Ray> TraceF2(double frequency, const ReflectionArea& area,
-                                    const Elevation& elevation);
   [[nodiscard]] double Loss(double frequency, const End& transmitter, const End& receiver) const;
   /// How much of the ground angle `middle` rays pass between the layers without a hop.
   [[nodiscard]] double Ducted(double frequency, double middle) const;

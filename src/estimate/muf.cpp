@@ -26,7 +26,7 @@ HalfHop HalfHopOf(double path_angle, int hops) {
 
 }  // namespace
 
-int LeastHops(double path_angle, double min_elevation, double height) {
+int LeastHops(double path_angle, const Elevation& min_elevation, double height) {
   const double longest = 2.0 * HalfHopAngle(min_elevation, height);
   if (longest * kMostHops <= path_angle) return static_cast<int>(kMostHops);
   return static_cast<int>(path_angle / longest) + 1;
@@ -35,7 +35,7 @@ int LeastHops(double path_angle, double min_elevation, double height) {
 HopMuf EHopMuf(const ReflectionArea& area, const HalfHop& hop) {
   // A parabola of 20 km below its peak at 110 km.
   const double critical = area.FoE() / std::sqrt(1.0 + 0.5 / 5.5);
-  const double elevation = hop.Elevation(kELayerAtMuf.apparent);
+  const Elevation elevation = hop.TakeOff(kELayerAtMuf.apparent);
   return {critical * Secant(elevation, kELayerAtMuf.actual), {elevation, kELayerAtMuf, critical}};
 }
 
@@ -55,30 +55,30 @@ HopMuf F2HopMuf::For(const HalfHop& hop) const {
   const double curvature =
       excess * (heights_.actual + 2.0 * (kEarthRadius + heights_.actual) * excess);
   HopMuf muf;
-  double cosine = hop.CosineOfElevation(heights_.apparent);
-  muf.ray = {0, heights_, critical_};
+  double cosine = hop.TakeOffCosine(heights_.apparent);
+  muf.ray = {{}, heights_, critical_};
   muf.frequency = critical_ / IncidenceCosine(cosine, heights_.actual);
   for (int round = 0; round < kMostRounds; ++round) {
     const double sine = kEarthRadius * cosine / (kEarthRadius + heights_.actual);
     muf.ray.heights.apparent =
         heights_.apparent + Square(muf.frequency / f2_) * Square(sine) * curvature;
-    cosine = hop.CosineOfElevation(muf.ray.heights.apparent);
+    cosine = hop.TakeOffCosine(muf.ray.heights.apparent);
     const double last = muf.frequency;
     muf.frequency = critical_ / IncidenceCosine(cosine, heights_.actual);
     if (std::abs(muf.frequency - last) < kCloseEnough) break;
   }
-  muf.ray.elevation = hop.Elevation(muf.ray.heights.apparent);
+  muf.ray.elevation = hop.TakeOff(muf.ray.heights.apparent);
   return muf;
 }
 
-LayerMuf EPathMuf(const ReflectionArea& area, double path_angle, double min_elevation) {
+LayerMuf EPathMuf(const ReflectionArea& area, double path_angle, const Elevation& min_elevation) {
   const int hops = LeastHops(path_angle, min_elevation, kELayerAtMuf.apparent);
   const HopMuf hop = EHopMuf(area, HalfHopOf(path_angle, hops));
   return PathMuf(hop, hop.ray.vertical_frequency, kEMufSpread, hops);
 }
 
 LayerMuf F2PathMuf(const F2HopMuf& hops, const MufSpread& spread, double path_angle,
-                   double min_elevation) {
+                   const Elevation& min_elevation) {
   const int count = LeastHops(path_angle, min_elevation, hops.CriticalHeights().apparent);
   return PathMuf(hops.For(HalfHopOf(path_angle, count)), hops.CriticalFrequency(), spread, count);
 }

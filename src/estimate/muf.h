@@ -7,7 +7,7 @@ namespace skyhop::estimate {
 
 /// A ray of one hop.
 struct Ray {
-  double elevation = 0;           ///< take-off angle, radians
+  Elevation elevation;            ///< take-off angle
   Heights heights;                ///< where it is reflected
   double vertical_frequency = 0;  ///< of the vertical ray that is reflected alike, MHz
 };
@@ -33,7 +33,7 @@ struct LayerMuf {
 /// The smallest number of hops over the ground angle `path_angle` whose rays leave at
 /// `min_elevation` or more, for a mirror at `height`. Where an angle near the vertical would ask
 /// for more than 500 hops it is 500: nothing gets through that often.
-[[nodiscard]] int LeastHops(double path_angle, double min_elevation, double height);
+[[nodiscard]] int LeastHops(double path_angle, const Elevation& min_elevation, double height);
 
 /// MUF of single hops by the E layer.
 [[nodiscard]] HopMuf EHopMuf(const ReflectionArea& area, const HalfHop& hop);
@@ -60,10 +60,10 @@ class F2HopMuf {
 
 /// MUF of the path by the E layer of its controlling area.
 [[nodiscard]] LayerMuf EPathMuf(const ReflectionArea& area, double path_angle,
-                                double min_elevation);
+                                const Elevation& min_elevation);
 
 /// MUF of the path by the F2 layer of its controlling area.
 [[nodiscard]] LayerMuf F2PathMuf(const F2HopMuf& hops, const MufSpread& spread, double path_angle,
-                                 double min_elevation);
+                                 const Elevation& min_elevation);
 
 }  // namespace skyhop::estimate

@@ -84,7 +84,8 @@ MufSpread ControllingSpread(const Path& path, const std::vector<IonosphereState>
 
 }  // namespace
 
-Path::Path(const GreatCircle& circle, int month, double sunspot_number, double min_elevation)
+Path::Path(const GreatCircle& circle, int month, double sunspot_number,
+           const Elevation& min_elevation)
     : angle_(circle.Angle()),
       length_(circle.Length()),
       month_(month),

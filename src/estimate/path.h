@@ -9,6 +9,7 @@
 #include "estimate/ionosphere.h"
 #include "estimate/muf.h"
 #include "estimate/path_loss.h"
+#include "estimate/propagation_math.h"
 #include "estimate/reflection_area.h"
 
 namespace skyhop::estimate {
@@ -28,16 +29,16 @@ struct ControlPoint {
 /// A path in one month: what does not change with the hour.
 class Path {
  public:
-  /// `month` and `sunspot_number` as Ionosphere has them; `min_elevation` in radians, 0 to pi/2, is
-  /// the lowest angle at which rays leave.
-  Path(const GreatCircle& circle, int month, double sunspot_number, double min_elevation);
+  /// `month` and `sunspot_number` as Ionosphere has them; `min_elevation`, 0 to pi/2, is the lowest
+  /// angle at which rays leave.
+  Path(const GreatCircle& circle, int month, double sunspot_number, const Elevation& min_elevation);
 
   /// The ground angle from end to end, radians, and the same in km.
   [[nodiscard]] double Angle() const { return angle_; }
   [[nodiscard]] double Length() const { return length_; }
 
   [[nodiscard]] int Month() const { return month_; }
-  [[nodiscard]] double MinElevation() const { return min_elevation_; }
+  [[nodiscard]] const Elevation& MinElevation() const { return min_elevation_; }
 
   /// From transmitter to receiver: the midpoint when the path is not longer than 2000 km, else the
   /// midpoint and a point 1000 km from each end, above 4000 km also one 2000 km from each end.
@@ -52,7 +53,7 @@ class Path {
   double angle_;
   double length_;
   int month_;
-  double min_elevation_;
+  Elevation min_elevation_;
   std::vector<ControlPoint> points_;
   GroundReflection ground_;
   ExcessLoss excess_;

@@ -9,25 +9,27 @@ double LocalTime(double utc_hour, double longitude) {
   return wrapped < 24.0 ? wrapped : 0.0;
 }
 
-double HalfHopAngle(double elevation, double height) {
-  const double sine = kEarthRadius * std::cos(elevation) / (kEarthRadius + height);
-  return std::numbers::pi / 2 - elevation - std::asin(sine);
+double HalfHopAngle(const Elevation& elevation, double height) {
+  const double sine = kEarthRadius * elevation.Cosine() / (kEarthRadius + height);
+  return std::numbers::pi / 2 - elevation.Angle() - std::asin(sine);
 }
 
-double HalfHop::Elevation(double height) const {
-  return std::numbers::pi / 2 - angle_ - std::atan(sine_ / (versine_ + height / kEarthRadius));
+Elevation HalfHop::TakeOff(double height) const {
+  const double angle =
+      std::numbers::pi / 2 - angle_ - std::atan(sine_ / (versine_ + height / kEarthRadius));
+  return {angle, TakeOffCosine(height)};
 }
 
-double HalfHop::CosineOfElevation(double height) const {
+double HalfHop::TakeOffCosine(double height) const {
   // The law of sines in the triangle of the Earth's centre, the take-off and the mirror, whose
   // third side follows from the two legs.
   const double relative = height / kEarthRadius;
   return sine_ * (1.0 + relative) / std::sqrt(Square(versine_ + relative) + sine_ * sine_);
 }
 
-double HalfHop::RayLength(double elevation, double height) const {
+double HalfHop::RayLength(const Elevation& elevation, double height) const {
   return std::abs(2.0 * (height + kEarthRadius * versine_) /
-                  std::cos(std::numbers::pi / 2 - angle_ - elevation));
+                  std::cos(std::numbers::pi / 2 - angle_ - elevation.Angle()));
 }
 
 double UpperTail(double z) {

@@ -44,6 +44,23 @@ inline constexpr double kDecile = 1.28;
 /// Mean local time in hours, at least 0 and below 24, `longitude` east of Greenwich.
 [[nodiscard]] double LocalTime(double utc_hour, double longitude);
 
+/// A take-off angle with its cosine, which nearly every formula wants.
+class Elevation {
+ public:
+  Elevation() = default;
+  /// `angle` in radians.
+  explicit Elevation(double angle) : Elevation(angle, std::cos(angle)) {}
+  /// Where the cosine is known already.
+  Elevation(double angle, double cosine) : angle_(angle), cosine_(cosine) {}
+
+  [[nodiscard]] double Angle() const { return angle_; }
+  [[nodiscard]] double Cosine() const { return cosine_; }
+
+ private:
+  double angle_ = 0;
+  double cosine_ = 1;
+};
+
 /// Cosine of the angle of incidence, at `height`, of a ray that leaves the ground at an elevation
 /// with the given cosine. At least 0.001. Times the ray's frequency it is the frequency of the
 /// vertical ray that is reflected alike.
@@ -52,14 +69,14 @@ inline constexpr double kDecile = 1.28;
   return std::sqrt(std::max(1e-6, 1.0 - sine * sine));
 }
 
-/// Secant of that angle for an elevation in radians.
-[[nodiscard]] inline double Secant(double elevation, double height) {
-  return 1.0 / IncidenceCosine(std::cos(elevation), height);
+/// Secant of that angle.
+[[nodiscard]] inline double Secant(const Elevation& elevation, double height) {
+  return 1.0 / IncidenceCosine(elevation.Cosine(), height);
 }
 
 /// Half of the ground angle that a hop spans which leaves at `elevation` towards a mirror at
 /// `height`: zero for a vertical ray.
-[[nodiscard]] double HalfHopAngle(double elevation, double height);
+[[nodiscard]] double HalfHopAngle(const Elevation& elevation, double height);
 
 /// The take-off side of one hop: half the ground angle between its ends, with the functions of it
 /// that the ray geometry needs again and again.
@@ -71,13 +88,13 @@ class HalfHop {
   [[nodiscard]] double Angle() const { return angle_; }
 
   /// Take-off angle towards a mirror at `height`; `height` > 0.
-  [[nodiscard]] double Elevation(double height) const;
+  [[nodiscard]] Elevation TakeOff(double height) const;
 
-  /// Its cosine, for a fraction of the cost.
-  [[nodiscard]] double CosineOfElevation(double height) const;
+  /// Its cosine alone, for a fraction of the cost.
+  [[nodiscard]] double TakeOffCosine(double height) const;
 
   /// Length of the whole hop's ray, up and down, in km.
-  [[nodiscard]] double RayLength(double elevation, double height) const;
+  [[nodiscard]] double RayLength(const Elevation& elevation, double height) const;
 
  private:
   double angle_;

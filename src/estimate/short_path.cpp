@@ -34,20 +34,20 @@ ShortPath::ShortPath(const PathHour& hour) : hour_(&hour) {
 }
 
 bool ShortPath::Leaves(const Ray& ray) const {
-  return ray.elevation >= hour_->Of().MinElevation() - kAngleSlack;
+  return ray.elevation.Angle() >= hour_->Of().MinElevation().Angle() - kAngleSlack;
 }
 
 Ray ShortPath::TraceE(double frequency, const Hops& hops) const {
   static constexpr int kRounds = 6;
   const ReflectionArea& area = hour_->Controlling();
-  Ray ray{.heights = kELayerAtMuf};
+  Ray ray{{}, kELayerAtMuf, 0};
   for (int round = 0;; ++round) {
-    const double cosine = hops.half.CosineOfElevation(ray.heights.apparent);
+    const double cosine = hops.half.TakeOffCosine(ray.heights.apparent);
     ray.vertical_frequency = frequency * IncidenceCosine(cosine, ray.heights.actual);
     if (round == kRounds) break;
     ray.heights = area.EHeights(ray.vertical_frequency);
   }
-  ray.elevation = hops.half.Elevation(ray.heights.apparent);
+  ray.elevation = hops.half.TakeOff(ray.heights.apparent);
   return ray;
 }
 
@@ -55,9 +55,9 @@ Ray ShortPath::TraceF2(double frequency, const Hops& hops) const {
   static constexpr int kRounds = 8;
   const ReflectionArea& area = hour_->Controlling();
   const double critical = hour_->F2Hops().CriticalFrequency();
-  Ray ray{.heights = {area.ApparentHeight(), area.FirstGuess()}};
+  Ray ray{{}, {area.ApparentHeight(), area.FirstGuess()}, 0};
   for (int round = 0;; ++round) {
-    const double cosine = hops.half.CosineOfElevation(ray.heights.apparent);
+    const double cosine = hops.half.TakeOffCosine(ray.heights.apparent);
     ray.vertical_frequency =
         std::min(frequency * IncidenceCosine(cosine, ray.heights.actual), critical);
     if (round == kRounds) break;
@@ -66,7 +66,7 @@ Ray ShortPath::TraceF2(double frequency, const Hops& hops) const {
     // Halfway only: the full step would overshoot near the layer's peak.
     ray.heights = {(ray.heights.apparent + next.apparent) / 2.0, next.actual};
   }
-  ray.elevation = hops.half.Elevation(ray.heights.apparent);
+  ray.elevation = hops.half.TakeOff(ray.heights.apparent);
   return ray;
 }
 
@@ -150,7 +150,7 @@ RaySignal ShortPath::SignalOf(double frequency, const Candidate& candidate) cons
       std::min(kWidestDecile, hour_->Excess().lower_decile + hops * (over_muf(layer.fot) - at_muf));
   signal.level.upper_decile =
       std::min(kWidestDecile, hour_->Excess().upper_decile + hops * (at_muf - over_muf(layer.hpf)));
-  signal.elevation = ray.elevation;
+  signal.elevation = ray.elevation.Angle();
   signal.days = days;
   signal.hops = hops;
   signal.first = signal.last = candidate.layer;
