@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <random>
 
 #include "common/errors.h"
 
@@ -11,6 +12,29 @@ namespace {
 Error LastFileError(const std::string& what) {
   const int code = errno != 0 ? errno : EIO;
   return FileError(std::error_code(code, std::generic_category()), what);
+}
+
+void WriteFileFor(const std::filesystem::path& path, const std::string& content,
+                  const std::string& what) {
+  errno = 0;
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (!file) throw LastFileError(what);
+  file.write(content.data(), static_cast<std::streamsize>(content.size()));
+  file.close();
+  if (!file) throw LastFileError(what);
+}
+
+/// A name beside `path` that nothing has.
+std::filesystem::path UnusedNeighbour(const std::filesystem::path& path) {
+  std::random_device random;
+  while (true) {
+    std::filesystem::path neighbour =
+        path.parent_path() / ("skyhop-" + std::to_string(random()) + ".tmp");
+    std::error_code ignored;
+    if (!std::filesystem::exists(std::filesystem::symlink_status(neighbour, ignored))) {
+      return neighbour;
+    }
+  }
 }
 
 }  // namespace
@@ -51,13 +75,26 @@ std::string ReadFile(const std::filesystem::path& path, std::size_t limit) {
 }
 
 void WriteFile(const std::filesystem::path& path, const std::string& content) {
+  WriteFileFor(path, content, "cannot write " + PathText(path));
+}
+
+void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content) {
   const std::string what = "cannot write " + PathText(path);
-  errno = 0;
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) throw LastFileError(what);
-  file.write(content.data(), static_cast<std::streamsize>(content.size()));
-  file.close();
-  if (!file) throw LastFileError(what);
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    throw Error(errors::kPathFileAccess, what + ": it is not a regular file");
+  }
+  const std::filesystem::path neighbour = UnusedNeighbour(path);
+  try {
+    WriteFileFor(neighbour, content, what);
+    std::filesystem::rename(neighbour, path, error);
+    if (error) throw FileError(error, what);
+  } catch (...) {
+    std::error_code ignored;
+    std::filesystem::remove(neighbour, ignored);
+    throw;
+  }
 }
 
 }  // namespace skyhop

@@ -21,4 +21,10 @@ namespace skyhop {
 /// Writes a file as it is given, replacing an existing one. Throws the Errors of FileError.
 void WriteFile(const std::filesystem::path& path, const std::string& content);
 
+/// Writes a file so that nobody ever sees a part of it: into another file of the same folder, which
+/// then takes its name. An existing regular file is replaced. On failure nothing is left behind.
+/// Throws the Errors of FileError, and Error 75 when the name belongs to something else than a
+/// regular file.
+void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content);
+
 }  // namespace skyhop

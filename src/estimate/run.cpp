@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <istream>
 #include <ostream>
-#include <random>
 #include <system_error>
 
 #include "common/errors.h"
@@ -45,19 +44,6 @@ std::filesystem::path ReadPath(std::istream& in, const std::string& what) {
   return PathFromText(line);
 }
 
-/// A name beside `path` that nothing has.
-std::filesystem::path UnusedNeighbour(const std::filesystem::path& path) {
-  std::random_device random;
-  while (true) {
-    std::filesystem::path neighbour =
-        path.parent_path() / ("skyhop-estimate-" + std::to_string(random()) + ".tmp");
-    std::error_code ignored;
-    if (!std::filesystem::exists(std::filesystem::symlink_status(neighbour, ignored))) {
-      return neighbour;
-    }
-  }
-}
-
 }  // namespace
 
 Driver ReadDriver(std::istream& in) {
@@ -65,25 +51,6 @@ Driver ReadDriver(std::istream& in) {
   driver.deck = ReadPath(in, "line 1 (deck)");
   driver.results = ReadPath(in, "line 2 (results)");
   return driver;
-}
-
-void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content) {
-  const std::string what = "cannot write " + PathText(path);
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(path, error);
-  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-    throw Error(errors::kPathFileAccess, what + ": it is not a regular file");
-  }
-  const std::filesystem::path neighbour = UnusedNeighbour(path);
-  try {
-    WriteFile(neighbour, content);
-    std::filesystem::rename(neighbour, path, error);
-    if (error) throw FileError(error, what);
-  } catch (...) {
-    std::error_code ignored;
-    std::filesystem::remove(neighbour, ignored);
-    throw;
-  }
 }
 
 void RunDriver(const Driver& driver) {

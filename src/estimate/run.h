@@ -20,12 +20,6 @@ struct Driver {
 /// bytes).
 [[nodiscard]] Driver ReadDriver(std::istream& in);
 
-/// Writes a file so that nobody ever sees a part of it: into another file of the same folder, which
-/// then takes its name. An existing regular file is replaced. On failure nothing is left behind.
-/// Throws the Errors of FileError, and Error 75 when the name belongs to something else than a
-/// regular file.
-void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content);
-
 /// Reads the deck, of at most 1 MiB, and writes the results.
 /// Throws Error 13 for a bad deck, with the deck's path in front of the description, and the Errors
 /// of ReadFile and WriteFileAtOnce; the results file is not touched then.
