@@ -8,6 +8,18 @@
 #include "common/program.h"
 
 namespace skyhop {
+namespace {
+
+/// The text with blanks for its control characters.
+std::string OnOneLine(std::string_view text) {
+  std::string line(text);
+  for (char& c : line) {
+    if (static_cast<unsigned char>(c) < ' ' && c != '\t') c = ' ';
+  }
+  return line;
+}
+
+}  // namespace
 
 Diagnostics::Diagnostics(std::filesystem::path program_folder, const Clock& clock,
                          const MachineFacts& facts)
@@ -96,9 +108,7 @@ void Diagnostics::Append(std::string_view text) noexcept {
 }
 
 std::string Diagnostics::Line(std::string_view text) const {
-  std::string line = TimeStampWithMilliseconds(clock_->UtcNow()) + " > ";
-  for (const char c : text) line += static_cast<unsigned char>(c) < ' ' && c != '\t' ? ' ' : c;
-  return line += '\n';
+  return TimeStampWithMilliseconds(clock_->UtcNow()) + " > " + OnOneLine(text) + '\n';
 }
 
 std::string Diagnostics::Header() const {
@@ -107,7 +117,7 @@ std::string Diagnostics::Header() const {
   const std::string start = TimeStamp(now, clock_->LocalOffset(now)) + "     > ";
   std::string header;
   const auto line = [&](std::string_view label, const std::string& value) {
-    header.append(start).append(label).append(value).append("\n");
+    header.append(start).append(label).append(OnOneLine(value)).append("\n");
   };
   line("", std::string(kProductName) + " version " + VersionText());
   line("App.Path          : ", PathText(program_folder_));

@@ -32,6 +32,8 @@ std::string Settings::WorkingText(const std::string& application, const std::str
   } catch (const Error& error) {
     // A failure with a negative number is the one case that leaves the marker standing.
     if (error.Number() > 0) working = default_text;
+  } catch (const std::exception&) {
+    working = default_text;
   }
   return working;
 }

@@ -13,8 +13,9 @@ struct SettingEntry {
   std::string value;
 };
 
-/// The per-user store: application name, section and key address one text each. All three names
-/// compare without regard to the case of the letters A to Z.
+/// The per-user store: application name, section and key address one text each. Sections and keys
+/// compare without regard to the case of the letters A to Z; applications are named as they name
+/// themselves.
 ///
 /// Every failure is thrown as an Error with a positive number.
 class SettingsStore {
