@@ -54,11 +54,11 @@ struct CheckSetting {
   PanelCheck check;
 };
 
-constexpr std::array<CheckSetting, 3> kChecks = {{
+constexpr std::array<CheckSetting, 2> kChartChecks = {{
     {"ShowOpenBands", PanelCheck::kOpenBandEnable},
     {"ShowCriticalFrequencies", PanelCheck::kPlotEnable},
-    {"DXTracksTessera", PanelCheck::kDXTracksTesseraLocation},
 }};
+constexpr const char* kTracksTessera = "DXTracksTessera";
 
 struct OptionSetting {
   const char* key;
@@ -95,13 +95,16 @@ void Parameters::Initialize() {
     }
     SetPredictionTakeoff(panel_->Text(PanelText::kLocalTakeOff));
     SetPredictionPower(panel_->Text(PanelText::kLocalPwr));
-    for (const CheckSetting& setting : kChecks) {
+    for (const CheckSetting& setting : kChartChecks) {
       panel_->SetChecked(setting.check, LeadingNumber(Stored(setting.key, "1")) != 0);
     }
+    panel_->SetChecked(
+        PanelCheck::kDXTracksTesseraLocation,
+        settings_->GetIntegerSetting(kProductName, kSection, kTracksTessera, "1") != 0);
     for (const OptionSetting& setting : kOptions) {
       int index = StoredOption(setting.key, setting.count, setting.default_index);
       if (setting.choice == PanelChoice::kDXNoiseLevel) {
-        // The group once had two options only; its outer ones never were the DX station's.
+        // The outer options can be chosen for a session but are not restored for the DX station.
         if (index == 0) index = 1;
         if (index == 3) index = 2;
       }
@@ -115,14 +118,20 @@ void Parameters::Initialize() {
 
 void Parameters::RestoreModeAndSnr() {
   const std::string mode = Stored("SNRMode", kNoMode);
-  if (mode == kNoMode) {
+  int index = -1;
+  try {
+    index = ToInteger(mode);
+  } catch (const Error&) {
+    // What is no index is no mode either.
+  }
+  if (index < 0) {
     panel_->SetChoice(PanelChoice::kModeSNRCombo, -1);
     const std::string snr = Stored("SNR", "24");
     panel_->SetText(PanelText::kSNR, snr);
     SetPredictionSNR(snr);
     return;
   }
-  panel_->SetChoice(PanelChoice::kModeSNRCombo, RoundToInteger(LeadingNumber(mode)));
+  panel_->SetChoice(PanelChoice::kModeSNRCombo, index);
 }
 
 void Parameters::RestoreWebPages() {
@@ -130,7 +139,9 @@ void Parameters::RestoreWebPages() {
     std::string address = Stored(page.key, page.default_text);
     if (page.text == PanelText::kURL1 && address == kFormerEnthusiastsPage) {
       address = page.default_text;
-      settings_->Store().SaveSetting(kProductName, kSection, page.key, address);
+      diagnostics_->Trap("IONCAPModule.Initialize", [&] {
+        settings_->Store().SaveSetting(kProductName, kSection, page.key, address);
+      });
     }
     panel_->SetText(page.text, address);
   }
@@ -145,9 +156,10 @@ void Parameters::Finalize() {
     for (const TextSetting& setting : kTexts) add(setting.key, panel_->Text(setting.text));
     for (const TextSetting& page : kWebPages) add(page.key, panel_->Text(page.text));
     for (const TextSetting& url : kDownloadAddresses) add(url.key, panel_->Text(url.text));
-    for (const CheckSetting& setting : kChecks) {
+    for (const CheckSetting& setting : kChartChecks) {
       add(setting.key, panel_->Checked(setting.check) ? "1" : "0");
     }
+    add(kTracksTessera, panel_->Checked(PanelCheck::kDXTracksTesseraLocation) ? "1" : "0");
     for (const OptionSetting& setting : kOptions) {
       const int index = panel_->Choice(setting.choice);
       add(setting.key, std::to_string(index < 0 ? setting.default_index : index));

@@ -220,6 +220,9 @@ TEST_F(ParametersTest, StoredOptionsAreReadWithTheirOldMeanings) {
       {"DXPower", PanelChoice::kDXPwr, "letters", 2},
       {"PredictSignals", PanelChoice::kPredictSignals, "0", 0},
       {"SNRMode", PanelChoice::kModeSNRCombo, "4", 4},
+      {"SNRMode", PanelChoice::kModeSNRCombo, "-1.0", -1},
+      {"SNRMode", PanelChoice::kModeSNRCombo, "40000", -1},
+      {"SNRMode", PanelChoice::kModeSNRCombo, "CW", -1},
   };
   for (const auto& [key, choice, stored, expected] : cases) {
     Store(key, stored);
@@ -234,6 +237,20 @@ TEST_F(ParametersTest, TheFormerEnthusiastsPageIsReplacedAtOnce) {
   const std::string secure = "https://www.swpc.noaa.gov/communities/space-weather-enthusiasts";
   EXPECT_EQ(with_.panel.Text(PanelText::kURL1), secure);
   EXPECT_EQ(Saved("URL1"), secure);
+}
+
+TEST_F(ParametersTest, OneBadValueDoesNotCostTheOthers) {
+  Store("URL1", "http://www.swpc.noaa.gov/communities/space-weather-enthusiasts");
+  Store("DXTracksTessera", "perhaps");
+  Store("SFI", "200");
+  Store("XLat", "1 2' 3\" S");
+  with_.store.save_error = 70;
+  parameters_.Initialize();
+  EXPECT_EQ(with_.panel.Text(PanelText::kFlux), "200");
+  EXPECT_EQ(with_.panel.Text(PanelText::kLocalLat), "1 2' 3\" S");
+  EXPECT_NE(with_.panel.Text(PanelText::kURL2), "");
+  EXPECT_TRUE(with_.panel.Checked(PanelCheck::kDXTracksTesseraLocation));
+  EXPECT_EQ(with_.log.errors.size(), 1U);
 }
 
 TEST_F(ParametersTest, WhatWasSavedIsRestored) {
