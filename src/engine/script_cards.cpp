@@ -58,8 +58,9 @@ int ScriptCards::InitializeScript(const std::filesystem::path& file, bool snr) {
       return -1;
     }
     const int number = snr ? kSnrScript : kPredictionScript;
-    std::ofstream& stream = streams_.at(snr ? 1 : 0);
+    std::ofstream& stream = streams_.at(Slot(number));
     if (stream.is_open()) stream.close();
+    faulty_.at(Slot(number)) = false;
     const bool opened = Retry(*pause_, [&] {
       stream.clear();
       stream.open(file, std::ios::binary | std::ios::trunc);
@@ -81,6 +82,11 @@ bool ScriptCards::CloseScript(int file) {
       stream.clear();
       throw Error(errors::kDiskFull, "the script could not be written in full");
     }
+    if (faulty_.at(Slot(file))) {
+      diagnostics_->ErrorLog(
+          "IONCAPModule.CloseScript: a field of the script could not be written");
+      return false;
+    }
     return true;
   });
 }
@@ -89,7 +95,7 @@ std::ofstream& ScriptCards::Stream(int file) {
   if (file != kPredictionScript && file != kSnrScript) {
     throw Error(errors::kInvalidCall, "no script has the file number " + std::to_string(file));
   }
-  std::ofstream& stream = streams_.at(file == kSnrScript ? 1 : 0);
+  std::ofstream& stream = streams_.at(Slot(file));
   if (!stream.is_open()) {
     throw Error(errors::kInvalidCall, "script file " + std::to_string(file) + " is not open");
   }
@@ -100,9 +106,19 @@ void ScriptCards::Write(int file, std::string_view text) {
   Stream(file).write(text.data(), static_cast<std::streamsize>(text.size()));
 }
 
+void ScriptCards::WriteMarker(int file, std::string_view marker) {
+  Write(file, marker);
+  faulty_.at(Slot(file)) = true;
+}
+
+template <class Body>
+void ScriptCards::Put(const char* name, int file, Body body) {
+  if (!diagnostics_->Trap(name, body)) faulty_.at(Slot(file)) = true;
+}
+
 void ScriptCards::PutString(int file, std::string_view text, int width) {
-  diagnostics_->Trap("IONCAPModule.PutString", [&] {
-    if (width < 0) return Write(file, kFormatError);
+  Put("IONCAPModule.PutString", file, [&] {
+    if (width < 0) return WriteMarker(file, kFormatError);
     const auto columns = static_cast<std::size_t>(width);
     std::string field(text.substr(0, columns));
     field.resize(columns, ' ');
@@ -111,29 +127,29 @@ void ScriptCards::PutString(int file, std::string_view text, int width) {
 }
 
 void ScriptCards::PutRightString(int file, std::string_view text, int width) {
-  diagnostics_->Trap("IONCAPModule.PutRightString", [&] {
-    if (width < 0) return Write(file, kFormatError);
+  Put("IONCAPModule.PutRightString", file, [&] {
+    if (width < 0) return WriteMarker(file, kFormatError);
     const auto columns = static_cast<std::size_t>(width);
-    if (text.size() > columns) return Write(file, "***PutRightString Overflow error***");
+    if (text.size() > columns) return WriteMarker(file, "***PutRightString Overflow error***");
     Write(file, Blanks(columns - text.size()).append(text));
   });
 }
 
 void ScriptCards::PutInteger(int file, std::int16_t value, int width) {
-  diagnostics_->Trap("IONCAPModule.PutInteger", [&] {
+  Put("IONCAPModule.PutInteger", file, [&] {
     // The marker goes into the prediction script even while an SNR script is being written: that is
     // where support looks for it.
-    if (width < 0) return Write(kPredictionScript, kFormatError);
+    if (width < 0) return WriteMarker(kPredictionScript, kFormatError);
     Write(file, PaddedNumber(value, width));
   });
 }
 
 void ScriptCards::PutFloat(int file, float value, float format) {
-  diagnostics_->Trap("IONCAPModule.PutFloat", [&] {
+  Put("IONCAPModule.PutFloat", file, [&] {
     const int width = static_cast<int>(format);
     const auto decimals =
         static_cast<int>(std::lround(10.0 * (static_cast<double>(format) - width)));
-    if (width < 0 || decimals < 0 || width < decimals) return Write(file, kFormatError);
+    if (width < 0 || decimals < 0 || width < decimals) return WriteMarker(file, kFormatError);
     const float product = value * std::pow(10.0F, static_cast<float>(decimals));
     if (!std::isfinite(product) || std::fabs(product) > 1e15F) {
       throw Error(errors::kOverflow, "Overflow: " + NumberText(value));
@@ -145,8 +161,8 @@ void ScriptCards::PutFloat(int file, float value, float format) {
 }
 
 void ScriptCards::PutSingle(int file, std::int16_t value, int& width) {
-  diagnostics_->Trap("IONCAPModule.PutSingle", [&] {
-    if (width < 1) return Write(file, kFormatError);
+  Put("IONCAPModule.PutSingle", file, [&] {
+    if (width < 1) return WriteMarker(file, kFormatError);
     const int columns = width - 1;
     // A number text begins with the minus sign or with a blank in its place.
     std::string number = value < 0 ? std::to_string(value) : " " + std::to_string(value);
@@ -158,14 +174,14 @@ void ScriptCards::PutSingle(int file, std::int16_t value, int& width) {
 }
 
 void ScriptCards::PutLine(int file, std::string_view text) {
-  diagnostics_->Trap("IONCAPModule.PutLine", [&] {
+  Put("IONCAPModule.PutLine", file, [&] {
     Write(file, text);
     Write(file, kLineEnd);
   });
 }
 
 void ScriptCards::PutNewLine(int file) {
-  diagnostics_->Trap("IONCAPModule.PutNewLine", [&] { Write(file, kLineEnd); });
+  Put("IONCAPModule.PutNewLine", file, [&] { Write(file, kLineEnd); });
 }
 
 }  // namespace skyhop::IONCAPModule

@@ -36,7 +36,8 @@ class ScriptCards {
   /// number, or -1 when the file could not be prepared (the error log says why).
   [[nodiscard]] int InitializeScript(const std::filesystem::path& file, bool snr);
 
-  /// Closes a script. Returns whether everything written has reached the file.
+  /// Closes a script. Returns whether all its fields were written, none of them replaced by an
+  /// error marker, and have reached the file; otherwise the error log says why not.
   bool CloseScript(int file);
 
   /// `text` left-justified in `width` columns; a longer text is cut.
@@ -58,10 +59,16 @@ class ScriptCards {
  private:
   [[nodiscard]] std::ofstream& Stream(int file);
   void Write(int file, std::string_view text);
+  void WriteMarker(int file, std::string_view marker);
+  /// Runs a field writer; a script in which one failed is no complete script.
+  template <class Body>
+  void Put(const char* name, int file, Body body);
+  [[nodiscard]] static std::size_t Slot(int file) { return file == kSnrScript ? 1 : 0; }
 
   Pause* pause_;
   Diagnostics* diagnostics_;
   std::array<std::ofstream, 2> streams_;
+  std::array<bool, 2> faulty_{};
 };
 
 }  // namespace skyhop::IONCAPModule

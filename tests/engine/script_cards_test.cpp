@@ -22,8 +22,10 @@ class ScriptCardsTest : public ::testing::Test {
     const int file = cards_.InitializeScript(script_, false);
     EXPECT_EQ(file, kPredictionScript);
     write(file);
-    EXPECT_TRUE(cards_.CloseScript(file));
-    return ReadFile(script_, 1000);
+    const bool complete = cards_.CloseScript(file);
+    std::string content = ReadFile(script_, 1000);
+    EXPECT_EQ(complete, content.find("***") == std::string::npos) << content;
+    return content;
   }
 
   LoggedDiagnostics log_;
@@ -128,8 +130,8 @@ TEST_F(ScriptCardsTest, IntegerFormatErrorsGoIntoThePredictionScript) {
   ASSERT_EQ(cards_.InitializeScript(snr_script, true), kSnrScript);
   cards_.PutInteger(kSnrScript, 7, -1);
   cards_.PutString(kSnrScript, "A", -1);
-  EXPECT_TRUE(cards_.CloseScript(kPredictionScript));
-  EXPECT_TRUE(cards_.CloseScript(kSnrScript));
+  EXPECT_FALSE(cards_.CloseScript(kPredictionScript));
+  EXPECT_FALSE(cards_.CloseScript(kSnrScript));
   EXPECT_EQ(ReadFile(script_, 100), kFormatError);
   EXPECT_EQ(ReadFile(snr_script, 100), kFormatError);
 }
@@ -139,6 +141,16 @@ TEST_F(ScriptCardsTest, AnUnknownFileNumberIsReportedNotFatal) {
   ASSERT_EQ(log_.errors.size(), 1U);
   EXPECT_EQ(log_.errors[0].find("program error 5 in module IONCAPModule.PutInteger: "), 0U);
   EXPECT_FALSE(cards_.CloseScript(7));
+}
+
+TEST_F(ScriptCardsTest, AScriptWithAMissingFieldIsNotComplete) {
+  ASSERT_EQ(cards_.InitializeScript(script_, false), kPredictionScript);
+  cards_.PutFloat(kPredictionScript, 1e30F, 5.2F);
+  EXPECT_FALSE(cards_.CloseScript(kPredictionScript));
+  EXPECT_EQ(log_.errors.back(),
+            "IONCAPModule.CloseScript: a field of the script could not be written");
+  EXPECT_EQ(Written([&](int file) { cards_.PutFloat(file, 1.0F, 5.2F); }), "00100")
+      << "the next script starts afresh";
 }
 
 TEST_F(ScriptCardsTest, LinesEndInCarriageReturnAndLineFeed) {
