@@ -21,8 +21,6 @@ struct DeckParameters {
   std::int16_t year = 0;
   std::int16_t month = 0;    ///< 1 to 12
   float sunspot_number = 0;  ///< smoothed sunspot number, given or derived
-  std::string transmitter_label;
-  std::string receiver_label;
 };
 
 /// Reads the parameters. Numbers are the leading numbers of their texts, rounded half to even where

@@ -40,6 +40,10 @@ class EngineLauncher {
   /// Ends a process that this launcher started, with everything that it started itself.
   virtual void End(ProcessId process) = 0;
 
+  /// Sees to it that a process, with everything that it started, ends when the user interrupts this
+  /// program. 0 takes that back.
+  virtual void EndWithThisProgram(ProcessId process) = 0;
+
   /// The last lines that the process and its children printed, as far as the system can tell.
   [[nodiscard]] virtual std::string Output(ProcessId process) = 0;
 

@@ -13,7 +13,7 @@
 namespace skyhop::IONCAPModule {
 namespace {
 
-constexpr int kLastHour = static_cast<int>(kHourCount) - 1;
+constexpr int kHoursOfDay = static_cast<int>(kHourCount) - 1;
 
 }  // namespace
 
@@ -52,14 +52,15 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
       return false;
     }
     heading_ = ReadHeading(text);
-    if (outcome.last_hour < kLastHour) {
+    if (outcome.complete_hours < kHoursOfDay) {
       diagnostics_->ErrorLog("IONCAPModule.DisplayMethod2030Results: " + PathText(file) +
                              " ends at line " + std::to_string(outcome.lines) + ", after hour " +
-                             std::to_string(outcome.last_hour) + " of 24");
+                             std::to_string(outcome.last_hour) + "; " +
+                             std::to_string(outcome.complete_hours) + " of 24 hours are complete");
     }
     // Without a single hour there is no axis to draw.
     if (outcome.last_hour > 0) ShowTable(EngineChoice::kVoaCapSnr);
-    return outcome.last_hour == kLastHour;
+    return outcome.complete_hours == kHoursOfDay;
   });
 }
 

@@ -1,5 +1,6 @@
 #include "engine/results_parser.h"
 
+#include <bitset>
 #include <cmath>
 #include <optional>
 
@@ -153,6 +154,7 @@ class Method30Reader {
     } else if (tag == "REL") {
       ForEachBand(table_->reliability, place, SingleField);
       WidenAxis();
+      complete_.set(hour_);
     } else if (tag == "MODE") {
       ForEachBand(table_->mode, place, [](const Place& at, std::size_t first, std::size_t width) {
         return std::string(Columns(at.line, first, width));
@@ -169,6 +171,7 @@ class Method30Reader {
   }
 
   [[nodiscard]] int LastHour() const { return static_cast<int>(hour_); }
+  [[nodiscard]] int CompleteHours() const { return static_cast<int>((complete_ >> 1U).count()); }
 
  private:
   bool TakeFrequencies(const Place& place) {
@@ -217,6 +220,7 @@ class Method30Reader {
 
   ResultsTable* table_;
   std::size_t hour_ = 0;
+  std::bitset<kHourCount> complete_;
 };
 
 void ClearMethod30(ResultsTable& table) {
@@ -252,6 +256,7 @@ Method30Outcome ParseMethod30Results(std::string_view text, const std::string& f
       if (!reader.Take({&file_name, lines.Number(), *line})) break;
     }
     outcome.last_hour = reader.LastHour();
+    outcome.complete_hours = reader.CompleteHours();
     RoundAxis(table);
   }
   outcome.lines = lines.Number();

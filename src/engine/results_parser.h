@@ -15,8 +15,9 @@ namespace skyhop::IONCAPModule {
 /// lines carry the LUF column; row 7 is -1 otherwise. A LUF printed negative (not reached at any
 /// frequency) is stored as its absolute value. Hour 0 is a copy of hour 24.
 ///
-/// Throws Error 62 (header or lines missing) or 13 (a field that is no number), naming `file_name`,
-/// line and columns. Rows read up to there keep their new values.
+/// Throws Error 62 (header or lines missing), 13 (a field that is no number) or 6 (one beyond
+/// single precision), naming `file_name`, line and columns. Rows read up to there keep their new
+/// values.
 void ParseLufMufResults(std::string_view text, const std::string& file_name, bool has_luf,
                         ResultsTable& table);
 
@@ -25,6 +26,8 @@ struct Method30Outcome {
   bool header_found = false;
   /// The last hour that was read, 0 for none.
   int last_hour = 0;
+  /// How many of the hours 1 to 24 have come with their reliabilities.
+  int complete_hours = 0;
   /// Number of lines in the file.
   std::size_t lines = 0;
 };

@@ -111,6 +111,11 @@ bool RunControl::StartItsEngine(const std::string& name, EngineChoice engine,
 bool RunControl::Start(const std::string& name, const Run& run) {
   return with_.diagnostics.Trap(name, false, [&] {
     with_.diagnostics.DebugLog(name);
+    if (paths_.ioncap_folder.empty()) {
+      // Without the folders every file name would be one of the current folder.
+      with_.diagnostics.ErrorLog(name + ": the engines' folders are not known");
+      return false;
+    }
     if (with_.timer.Running()) {
       with_.diagnostics.DebugLog("   previous computation still running");
       return false;
@@ -174,7 +179,12 @@ void RunControl::HandOn() {
   switch (engine_) {
     case EngineChoice::kIonCap:
       if (run_state_ == RunState::kViewer) {
-        with_.launcher.OpenInViewer(paths_.viewer, results_file_);
+        const LaunchResult opened = with_.launcher.OpenInViewer(paths_.viewer, results_file_);
+        if (!opened.Succeeded()) {
+          with_.diagnostics.ErrorLog("IONCAPModule.HandleIonCapTimer: cannot show " +
+                                     PathText(results_file_) + " with " + paths_.viewer + ": " +
+                                     LaunchErrorText(opened.code));
+        }
       } else if (run_state_ == RunState::kChart || run_state_ == RunState::kChartWithoutLuf) {
         displayed_ =
             with_.results.DisplayResults(run_state_ == RunState::kChart, results_file_, engine_);
@@ -194,7 +204,11 @@ void RunControl::HandOn() {
 }
 
 void RunControl::Abort() {
-  with_.diagnostics.Trap("IONCAPModule.Abort", [&] { with_.timer.Stop(); });
+  with_.diagnostics.Trap("IONCAPModule.Abort", [&] {
+    with_.timer.Stop();
+    // An engine that ran on could put its results where the next run waits for its own.
+    if (process_ != 0 && with_.launcher.IsRunning(process_)) with_.launcher.End(process_);
+  });
 }
 
 void RunControl::DebugFile(const std::filesystem::path& file) {

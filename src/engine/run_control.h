@@ -82,7 +82,7 @@ class RunControl {
   bool LoadEngineData(const std::filesystem::path& program_folder);
 
   /// Starts a chart prediction with the engine that the configuration selects. All of these return
-  /// whether an engine was started; if not, the error log or a message said why.
+  /// whether an engine was started; if not, the log or a message said why.
   bool ForecastPaths();
   bool IonCapPaths();
   bool IcePacPaths();
@@ -101,7 +101,7 @@ class RunControl {
   /// One tick of the timer: takes the results file as soon as there is something in it.
   void HandleIonCapTimer();
 
-  /// Stops waiting for the engine. The engine itself may run on; its results are not looked at.
+  /// Stops waiting for the engine and ends it where the system tells which process it is.
   void Abort();
 
   /// Copies a file into the debug log, line by line.

@@ -143,6 +143,15 @@ TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
   EXPECT_TRUE(launcher_.starts.empty());
 }
 
+TEST_F(RunControlTest, WithoutTheEnginesFoldersNoFileIsTouched) {
+  RunControl lost{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_,
+                   pause_, with_.messages, with_.settings, with_.log.diagnostics}};
+  EXPECT_FALSE(lost.IonCapPaths());
+  EXPECT_EQ(with_.log.errors, std::vector<std::string>{
+                                  "IONCAPModule.IonCapPaths: the engines' folders are not known"});
+  EXPECT_TRUE(launcher_.starts.empty());
+}
+
 TEST_F(RunControlTest, AFileThatCannotBeReplacedEndsTheRunBeforeItStarts) {
   const struct {
     const char* obstacle;
@@ -216,6 +225,10 @@ TEST_F(RunControlTest, RunStatesSelectWhatHappensWithIonCapResults) {
   run_.HandleIonCapTimer();
   EXPECT_EQ(launcher_.viewed,
             std::vector<std::string>{"c:\\windows\\notepad.exe " + PathText(results)});
+  launcher_.code = 2;
+  run_.HandleIonCapTimer();
+  ASSERT_EQ(with_.log.errors.size(), 1U);
+  EXPECT_NE(with_.log.errors[0].find("The specified file was not found."), std::string::npos);
 }
 
 TEST_F(RunControlTest, UnreadableResultsAreLoggedAndNotDisplayed) {
@@ -256,12 +269,21 @@ TEST_F(RunControlTest, CutSnrResultsAreShownAsFarAsTheyGo) {
   Choose(EngineChoice::kVoaCapSnr);
   ASSERT_TRUE(run_.ForecastPaths());
   const std::string whole = TestData("results/newyork-london-method30.results.txt");
-  WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", whole.substr(0, whole.find("  13.0 ")));
-  run_.HandleIonCapTimer();
-  EXPECT_FALSE(run_.LastRunDisplayed());
-  EXPECT_EQ(chart_.displayed.size(), 1U);
-  ASSERT_EQ(with_.log.errors.size(), 1U);
-  EXPECT_NE(with_.log.errors[0].find(", after hour 12 of 24"), std::string::npos);
+  const std::pair<std::size_t, const char*> cuts[] = {
+      {whole.find("  13.0 "), ", after hour 12; 12 of 24 hours are complete"},
+      // Within the last hour, between its frequencies and its reliabilities.
+      {whole.find('\n', whole.find("  24.0 ")), ", after hour 24; 23 of 24 hours are complete"},
+  };
+  for (const auto& [end, reason] : cuts) {
+    WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", whole.substr(0, end));
+    with_.log.errors.clear();
+    chart_.displayed.clear();
+    run_.HandleIonCapTimer();
+    EXPECT_FALSE(run_.LastRunDisplayed());
+    EXPECT_EQ(chart_.displayed.size(), 1U);
+    ASSERT_EQ(with_.log.errors.size(), 1U);
+    EXPECT_NE(with_.log.errors[0].find(reason), std::string::npos) << with_.log.errors[0];
+  }
 }
 
 TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {

@@ -29,6 +29,7 @@ class FakeLauncher : public EngineLauncher {
   [[nodiscard]] bool IsRunning(ProcessId) override { return false; }
   bool WaitForEnd(ProcessId, std::chrono::milliseconds) override { return true; }
   void End(ProcessId) override {}
+  void EndWithThisProgram(ProcessId) override {}
   [[nodiscard]] std::string Output(ProcessId) override { return {}; }
   [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
     return path.parent_path() / ("~" + path.filename().string());
