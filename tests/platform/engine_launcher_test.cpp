@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <iterator>
+#include <thread>
 
 #include "common/errors.h"
 #include "common/files.h"
@@ -57,6 +59,23 @@ TEST_F(EngineLauncherTest, AHangingEngineIsEndedWithItsChildren) {
   EXPECT_FALSE(launcher_.IsRunning(started.process));
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "survived"));
+}
+
+TEST_F(EngineLauncherTest, ManyStartsLeaveNothingOpen) {
+  const auto descriptors = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  (void)launcher_.WaitForEnd(Start("exit 0\n").process, milliseconds(10000));
+  const auto before = descriptors();
+  ProcessId last = 0;
+  for (int run = 0; run < 20; ++run) {
+    last = Start("exit 0\n").process;
+    // Nobody asks after these; the next start has to clear up on its own.
+    std::this_thread::sleep_for(milliseconds(5));
+  }
+  (void)launcher_.WaitForEnd(last, milliseconds(10000));
+  (void)launcher_.Output(last);
+  EXPECT_LE(descriptors(), before + 4);
 }
 
 TEST_F(EngineLauncherTest, AnEngineThatPrintsALotIsNotHeldUp) {

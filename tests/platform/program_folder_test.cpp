@@ -69,10 +69,14 @@ TEST_F(ProgramFolderTest, ADamagedRecordCostsNoFile) {
 
 TEST_F(ProgramFolderTest, ProblemsAreToldAndTheRestIsStillPlaced) {
   std::filesystem::remove(installed_ / "bands");
-  const Texts problems = Place();
+  Texts problems = Place();
   ASSERT_EQ(problems.size(), 1U);
   EXPECT_NE(problems[0].find("Bands.txt"), std::string::npos);
   EXPECT_EQ(Content("IonCap/ioncap.exe"), "engine 1");
+
+  WriteFile(folder_ / "Bands.txt", "the user's own");
+  problems = Place();
+  EXPECT_EQ(problems, Texts{}) << "nothing is missing where the user has a file";
 
   WriteFile(folder_ / "file", "");
   EXPECT_EQ(PlaceFiles(folder_.Path(), {{installed_ / "engine", "file/engine", true}}).size(), 1U);

@@ -52,7 +52,12 @@ void ReplaceFile(const std::filesystem::path& path, std::string_view content, mo
   const std::string what = "cannot write " + PathText(path);
   std::error_code no_target;
   std::filesystem::path target = std::filesystem::canonical(path, no_target);
-  if (no_target) target = path;
+  if (no_target) {
+    // No file yet, or a link whose target is still to be made.
+    std::error_code no_link;
+    const std::filesystem::path link = std::filesystem::read_symlink(path, no_link);
+    target = no_link ? path : path.parent_path() / link;
+  }
 
   std::string pattern = target.string() + ".XXXXXX";
   FileDescriptor file(::mkostemp(pattern.data(), O_CLOEXEC));

@@ -1,6 +1,8 @@
 #include "platform/linux/ini_settings_store.h"
 
 #include <SimpleIni.h>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -12,6 +14,7 @@
 #include "common/files.h"
 #include "common/text.h"
 #include "platform/linux/atomic_file.h"
+#include "platform/linux/file_descriptor.h"
 
 namespace skyhop::platform {
 namespace {
@@ -100,6 +103,10 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
   std::error_code error;
   std::filesystem::create_directories(folder_, error);
   if (error) throw FileError(error, "cannot create " + PathText(folder_));
+
+  // Two programs that save at once would each write the other one's old values back.
+  const FileDescriptor lock(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (lock.IsOpen()) (void)::flock(lock.Get(), LOCK_EX);
 
   const std::filesystem::path path = FileOf(application);
   File& file = Load(application);

@@ -77,6 +77,15 @@ class SpawnSettings {
   posix_spawnattr_t attributes_{};
 };
 
+/// The process group that ends with this program, 0 for none. A signal handler can reach nothing
+/// but variables of the whole program.
+volatile sig_atomic_t interrupted_group = 0;
+
+extern "C" void EndGroupAndSelf(int signal) {
+  if (interrupted_group > 0) ::kill(static_cast<pid_t>(-interrupted_group), SIGTERM);
+  ::raise(signal);
+}
+
 bool IsPlain(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
          std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
@@ -86,12 +95,14 @@ bool IsPlain(char c) {
 
 struct PosixEngineLauncher::Child {
   FileDescriptor handle;  ///< becomes readable when the process ends; closed where there is none
-  OutputTail output;
+  std::optional<OutputTail> output;
   bool ended = false;
 
   /// Asks the system whether the process ended, and takes note if so.
   void Update(ProcessId process) {
-    if (!ended && ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) != 0) ended = true;
+    if (ended || ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) == 0) return;
+    ended = true;
+    handle.Close();
   }
 };
 
@@ -104,12 +115,22 @@ PosixEngineLauncher::Child* PosixEngineLauncher::Find(ProcessId process) {
   return found == children_.end() ? nullptr : &found->second;
 }
 
+void PosixEngineLauncher::ForgetEnded() {
+  for (auto& [process, child] : children_) child.Update(process);
+  std::erase_if(children_, [](const auto& entry) { return entry.second.ended; });
+}
+
 LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
-                                        const std::filesystem::path& working_folder) {
+                                        const std::filesystem::path& working_folder,
+                                        Printing printing) {
+  ForgetEnded();
   int ends[2] = {-1, -1};
   if (::pipe2(ends, O_CLOEXEC) != 0) return {LaunchCode(errno), 0};
   FileDescriptor reader(ends[0]);
-  const FileDescriptor writer(ends[1]);
+  FileDescriptor writer(ends[1]);
+  if (printing == Printing::kThrownAway) {
+    writer = FileDescriptor(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+  }
 
   SpawnSettings settings;
   ::posix_spawn_file_actions_addopen(settings.Actions(), STDIN_FILENO, "/dev/null", O_RDONLY, 0);
@@ -124,8 +145,9 @@ LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
   const int error = ::posix_spawnp(&process, arguments[0], settings.Actions(),
                                    settings.Attributes(), const_cast<char**>(arguments), environ);
   if (error != 0) return {LaunchCode(error), 0};
-  children_.insert_or_assign(
-      process, Child{FileDescriptor(::pidfd_open(process, 0)), OutputTail(std::move(reader))});
+  Child child{FileDescriptor(::pidfd_open(process, 0)), std::nullopt};
+  if (printing == Printing::kKept) child.output.emplace(std::move(reader));
+  children_.insert_or_assign(process, std::move(child));
   return {kStarted, process};
 }
 
@@ -138,16 +160,17 @@ LaunchResult PosixEngineLauncher::StartBatch(const std::filesystem::path& batch,
   if (!std::filesystem::is_directory(working_folder, ignored)) return {LaunchCode(ENOTDIR), 0};
   const char* const arguments[] = {"/bin/sh", batch.c_str(),
                                    parameter.empty() ? nullptr : parameter.c_str(), nullptr};
-  return Spawn(arguments, working_folder);
+  return Spawn(arguments, working_folder, Printing::kKept);
 }
 
 LaunchResult PosixEngineLauncher::OpenInViewer(const std::string& viewer,
                                                const std::filesystem::path& file) {
   const char* const own[] = {viewer.c_str(), file.c_str(), nullptr};
-  const LaunchResult result = Spawn(own, file.parent_path());
+  // A viewer outlives this program, so nobody may be left to read what it prints.
+  const LaunchResult result = Spawn(own, file.parent_path(), Printing::kThrownAway);
   if (result.Succeeded()) return result;
   const char* const desktop[] = {"xdg-open", file.c_str(), nullptr};
-  return Spawn(desktop, file.parent_path());
+  return Spawn(desktop, file.parent_path(), Printing::kThrownAway);
 }
 
 bool PosixEngineLauncher::IsRunning(ProcessId process) {
@@ -174,6 +197,20 @@ bool PosixEngineLauncher::WaitForEnd(ProcessId process, std::chrono::millisecond
   return true;
 }
 
+void PosixEngineLauncher::EndWithThisProgram(ProcessId process) {
+  interrupted_group = static_cast<sig_atomic_t>(process);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction action {};
+    // A signal that is ignored, as in a background job, stays ignored.
+    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+    action = {};
+    action.sa_handler = EndGroupAndSelf;
+    // The second one, sent from inside the handler, does what it does by default.
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
 void PosixEngineLauncher::End(ProcessId process) {
   if (!IsRunning(process)) return;
   const auto group = static_cast<pid_t>(-process);
@@ -185,7 +222,7 @@ void PosixEngineLauncher::End(ProcessId process) {
 
 std::string PosixEngineLauncher::Output(ProcessId process) {
   const Child* child = Find(process);
-  return child == nullptr ? std::string() : child->output.Text();
+  return child == nullptr || !child->output ? std::string() : child->output->Text();
 }
 
 std::filesystem::path PosixEngineLauncher::ShortPath(const std::filesystem::path& path) {

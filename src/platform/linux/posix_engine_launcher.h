@@ -8,6 +8,7 @@
 namespace skyhop::platform {
 
 /// Runs batch files with /bin/sh. What the processes print is thrown away but for its last lines.
+/// What is known of a process that has ended is kept until the next one is started.
 class PosixEngineLauncher : public EngineLauncher {
  public:
   PosixEngineLauncher();
@@ -21,6 +22,7 @@ class PosixEngineLauncher : public EngineLauncher {
   [[nodiscard]] bool IsRunning(ProcessId process) override;
   bool WaitForEnd(ProcessId process, std::chrono::milliseconds longest) override;
   void End(ProcessId process) override;
+  void EndWithThisProgram(ProcessId process) override;
   [[nodiscard]] std::string Output(ProcessId process) override;
   [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override;
   [[nodiscard]] std::string BatchText(const std::filesystem::path& path) const override;
@@ -29,8 +31,12 @@ class PosixEngineLauncher : public EngineLauncher {
  private:
   struct Child;
 
+  enum class Printing { kKept, kThrownAway };
+
   [[nodiscard]] Child* Find(ProcessId process);
-  LaunchResult Spawn(const char* const* arguments, const std::filesystem::path& working_folder);
+  void ForgetEnded();
+  LaunchResult Spawn(const char* const* arguments, const std::filesystem::path& working_folder,
+                     Printing printing);
 
   std::map<ProcessId, Child> children_;
 };

@@ -81,17 +81,17 @@ void WriteRecord(const std::filesystem::path& path, const Record& record) {
 /// record changed.
 bool PlaceFile(const std::filesystem::path& folder, const ShippedFile& file, Record& record) {
   const std::filesystem::path target = folder / file.target;
+  const auto known = record.find(file.target.string());
+  const std::optional<Stamp> present = StampOf(target);
+  const bool ours = present && known != record.end() && known->second.copy == *present;
+  if (present && !ours) return false;
+
   const std::optional<Stamp> source = StampOf(file.source);
   if (!source) {
     throw Error(errors::kFileNotFound, "the installation lacks " + PathText(file.source) +
                                            ", needed for " + PathText(target));
   }
-  const auto known = record.find(file.target.string());
-  const std::optional<Stamp> present = StampOf(target);
-  if (present) {
-    const bool ours = known != record.end() && known->second.copy == *present;
-    if (!ours || known->second.source == *source) return false;
-  }
+  if (ours && known->second.source == *source) return false;
   std::error_code error;
   std::filesystem::create_directories(target.parent_path(), error);
   if (error) throw FileError(error, "cannot create " + PathText(target.parent_path()));
