@@ -118,6 +118,8 @@ TEST_F(PredictTest, BadArgumentsEndWithStatusTwoAndAReason) {
       {{"--availability", "100"}, "Illegal Availability"},
       {{"--takeoff", "91"}, "Illegal transmitter takeoff angle"},
       {{"--power", "-1"}, "Illegal Transmitter power"},
+      {{"--power", "1e999"}, "--power"},
+      {{"--ssn", "-5"}, "--ssn"},
       {{"--k", "21"}, "Illegal geomagnetic K-index"},
       {{"--dx-power", "7"}, "--dx-power"},
       {{"--noise", "loud"}, "--noise"},
@@ -200,6 +202,15 @@ TEST_F(PredictTest, StoredSettingsAreTheStartOnRequest) {
   EXPECT_EQ(stored.out.substr(10, 16), "04000N    07500W") << stored.err;
   EXPECT_TRUE(Holds(stored.out, "SYSTEM    00010"));
   EXPECT_TRUE(Holds(stored.out, "SUNSPOT   15700")) << stored.out;
+
+  WriteFile(config_ / "marlo/Skyhop.ini", "[Configuration]\nXLat=1N\nXlon=1E\nSNRMode=2\nSNR=50\n");
+  const ProgramResult mode = Run(with_settings, false);
+  EXPECT_TRUE(Holds(mode.out, "  50.\nMONTH")) << mode.out;
+  EXPECT_TRUE(Holds(mode.err, "using 50 dB"));
+  WriteFile(config_ / "marlo/Skyhop.ini", "[Configuration]\nXLat=1N\nXlon=1E\nEngine=7\n");
+  const ProgramResult engine = Run(with_settings, false);
+  EXPECT_EQ(engine.status, 2);
+  EXPECT_TRUE(Holds(engine.err, "the stored engine 7 does not exist")) << engine.err;
 }
 
 TEST_F(PredictTest, AFailingEngineEndsWithStatusThreeAndItsReason) {
@@ -218,6 +229,7 @@ TEST_F(PredictTest, AFailingEngineEndsWithStatusThreeAndItsReason) {
        "is not a number (" + results + ", line 46, columns 37-43)"},
       {"prints garbage", std::string(" \0\xFF\x00garbage", 10), "without the header"},
       {"leaves a folder", "mkdir \"$results\"", "results.txt"},
+      {"never stops printing", "truncate -s 3G \"$results\"", "it is longer than 16777216 bytes"},
   };
   for (const auto& [what, engine, reason] : cases) {
     if (engine[0] == ' ') {
@@ -255,6 +267,23 @@ TEST_F(PredictTest, AHangingEngineEndsWithStatusFour) {
   EXPECT_EQ(result.status, 4);
   EXPECT_TRUE(Holds(result.err, "has not finished after 0.2 s")) << result.err;
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
+TEST_F(PredictTest, AnInterruptedPredictionEndsItsEngineToo) {
+  UseEngine("echo $$ > \"$results.pid\"; sleep 30");
+  const std::string pid_file = PathText(folder_ / "IonCap/results.txt.pid");
+  const ProgramResult result =
+      RunProgram("/bin/sh",
+                 {"-c",
+                  "\"$0\" --from FN20 --to IO91 & program=$!\n"
+                  "while ! test -s \"$1\"; do sleep 0.02; done\n"
+                  "kill -TERM $program; wait $program; echo $?\n"
+                  "n=0; while kill -0 $(cat \"$1\") 2>&-; do n=$((n+1)); test $n -gt 100 && "
+                  "exit 9; sleep 0.02; done",
+                  SKYHOP_PREDICT, pid_file},
+                 {{"SKYHOP_HOME", PathText(folder_.Path())}});
+  EXPECT_EQ(result.status, 0) << "the engine is still there";
+  EXPECT_EQ(result.out, "143\n");
 }
 
 TEST_F(PredictTest, CompleteResultsAreTakenAlthoughTheEngineLingers) {

@@ -73,6 +73,26 @@ std::string SetStation(const std::optional<std::string>& place, const char* opti
   return {};
 }
 
+/// Returns what is wrong with the choice of the engine.
+std::string CheckEngine(const PlainPanel& panel) {
+  const int engine = panel.Choice(PanelChoice::kEngineButton);
+  if (engine >= 0 && engine <= static_cast<int>(EngineChoice::kVoaCapSnr)) return {};
+  return "the stored engine " + std::to_string(engine) +
+         " does not exist; choose one with --engine";
+}
+
+/// The required SNR: the given one, else the stored one. The modes of the window have SNRs of their
+/// own, which are not in the settings.
+void SetSnr(const PredictOptions& options, PredictionProgram& program) {
+  if (!options.snr && program.panel.Choice(PanelChoice::kModeSNRCombo) >= 0) {
+    program.panel.SetText(PanelText::kSNR,
+                          program.settings.GetStringSetting(kProductName, kSection, "SNR", "24"));
+    program.messages.Note("the stored mode's required SNR is unknown here; using " +
+                          program.panel.Text(PanelText::kSNR) + " dB");
+  }
+  program.parameters.SetPredictionSNR(program.panel.Text(PanelText::kSNR));
+}
+
 void HandToEngine(const PredictOptions& options, PredictionProgram& program) {
   PlainPanel& panel = program.panel;
   IONCAPModule::Parameters& parameters = program.parameters;
@@ -82,9 +102,7 @@ void HandToEngine(const PredictOptions& options, PredictionProgram& program) {
   parameters.SetPredictionPower(from ? parameters.DXPower() : panel.Text(PanelText::kLocalPwr));
   parameters.SetPredictionNoise(from ? parameters.LocalNoiseIndex() : parameters.DXNoiseIndex());
   parameters.SetPredictionTakeoff(panel.Text(PanelText::kLocalTakeOff));
-  if (options.snr || panel.Choice(PanelChoice::kModeSNRCombo) < 0) {
-    parameters.SetPredictionSNR(panel.Text(PanelText::kSNR));
-  }
+  SetSnr(options, program);
   parameters.SetDate(options.date ? *options.date : DateText(UtcDate(program.GetClock().UtcNow())));
 
   const std::string local_latitude = panel.Text(PanelText::kLocalLat);
@@ -106,8 +124,9 @@ std::string HandInputs(const PredictOptions& options, PredictionProgram& program
   RestoreConfiguration(program);
   OverrideChoices(options, program.panel);
   OverrideTexts(options, program.panel);
-  std::string problem =
-      SetStation(options.from, "--from", PanelText::kLocalLat, PanelText::kLocalLon, program);
+  std::string problem = CheckEngine(program.panel);
+  if (!problem.empty()) return problem;
+  problem = SetStation(options.from, "--from", PanelText::kLocalLat, PanelText::kLocalLon, program);
   if (problem.empty()) {
     problem = SetStation(options.to, "--to", PanelText::kDXLat, PanelText::kDXLon, program);
   }

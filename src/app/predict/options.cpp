@@ -16,8 +16,9 @@ constexpr const char* kFooter =
     R"(Places are a grid square (IO91wm), decimal degrees (51.5,-0.12; north and east
 positive) or degrees, minutes and seconds (51 30' 0" N 0 7' 0" W).
 
-Exit status: 0 prediction made; 1 output could not be written; 2 invalid
-parameters; 3 the engine failed or its results cannot be read; 4 time-out.
+Exit status: 0 prediction made; 1 output or program folder cannot be written;
+2 invalid parameters; 3 the engine failed or its results cannot be read;
+4 time-out.
 
 Example: skyhop-predict --from FN20 --to IO91wm --sfi 150 --svg prediction.svg)";
 
@@ -25,6 +26,25 @@ Example: skyhop-predict --from FN20 --to IO91wm --sfi 150 --svg prediction.svg)"
 const CLI::Validator kNumber(
     [](std::string& text) {
       return WholeNumberText(text) ? std::string() : "\"" + text + "\" is not a number";
+    },
+    "NUMBER");
+
+/// Accepts an empty text, or a number that the engines' fields can hold.
+const CLI::Validator kSunspotNumber(
+    [](std::string& text) {
+      const std::optional<double> value = WholeNumberText(text);
+      if (Trim(text).empty() || (value && *value >= 0 && *value < 1000)) return std::string();
+      return "\"" + text + "\" is not a number from 0 to 999";
+    },
+    "NUMBER");
+
+/// Accepts a number that the engines' field of kilowatts can hold; too small a one is a matter of
+/// the parameters' own validation.
+const CLI::Validator kPower(
+    [](std::string& text) {
+      const std::optional<double> value = WholeNumberText(text);
+      return value && *value <= 999990 ? std::string()
+                                       : "\"" + text + "\" is not a number up to 999990";
     },
     "NUMBER");
 
@@ -65,7 +85,7 @@ void AddStationOptions(CLI::App& app, PredictOptions& options) {
   AddWords<int>(app, "--dx-noise", options.dx_noise, noise,
                 "Man-made noise at the DX station (default: rural)");
   app.add_option("--power", options.power, "Your transmitter's power in watts (default: 1500)")
-      ->check(kNumber);
+      ->check(kPower);
   AddWords<int>(app, "--dx-power", options.dx_power,
                 {{"5", 0}, {"20", 1}, {"100", 2}, {"500", 3}, {"1500", 4}},
                 "The DX station's power in watts (default: 100)");
@@ -80,7 +100,7 @@ void AddConditionOptions(CLI::App& app, PredictOptions& options) {
       ->check(kNumberOrNothing);
   app.add_option("--ssn", options.ssn,
                  "Smoothed sunspot number (default: derived from the solar flux)")
-      ->check(kNumberOrNothing);
+      ->check(kSunspotNumber);
   app.add_option("--k", options.k_index, "Geomagnetic K index (default: 1)")->check(kNumber);
   app.add_option("--snr", options.snr,
                  "Required signal-to-noise ratio in dB in 1 Hz, -30 to 99 (default: 24)")

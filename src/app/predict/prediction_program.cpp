@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include "common/program.h"
+
 namespace skyhop {
 namespace {
 
@@ -14,6 +16,10 @@ std::unique_ptr<SettingsStore> StoreFor(const PredictOptions& options) {
 
 void StreamMessages::Show(const std::string& text, const std::string& /*caption*/) {
   ++count_;
+  Note(text);
+}
+
+void StreamMessages::Note(const std::string& text) {
   *err_ << "skyhop-predict: " << text << '\n';
 }
 
@@ -40,7 +46,8 @@ PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream
   if (options.verbose) {
     diagnostics.SetDebugListener([&err](std::string_view line) { err << line << '\n'; });
   }
-  diagnostics.SetDebug(settings.GetBooleanSetting("Skyhop", "Configuration", "DiagMode", "False"));
+  diagnostics.SetDebug(
+      settings.GetBooleanSetting(kProductName, "Configuration", "DiagMode", "False"));
 }
 
 }  // namespace skyhop

@@ -28,6 +28,30 @@ constexpr milliseconds kFileCheck{50};
 /// So many bytes at the end of a results file hold its last line.
 constexpr std::streamoff kTail = 200;
 
+/// A folder of this run alone, gone with the object.
+class ScratchFolder {
+ public:
+  ScratchFolder() {
+    const std::filesystem::path parent = std::filesystem::temp_directory_path();
+    std::random_device random;
+    do {
+      path_ = parent / ("skyhop-" + std::to_string(random()));
+      // Creating it fails where somebody else already has the name.
+    } while (!std::filesystem::create_directory(path_));
+  }
+  ~ScratchFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
 class Runner {
  public:
   Runner(const PredictOptions& options, std::ostream& out, std::ostream& err)
@@ -53,16 +77,13 @@ class Runner {
 
   int PrintDeck() {
     if (!program_.parameters.PredictionParametersValid()) return exit_status::kInvalid;
-    const std::filesystem::path script =
-        std::filesystem::temp_directory_path() /
-        ("skyhop-deck-" + std::to_string(std::random_device()()) + ".txt");
+    const ScratchFolder folder;
+    const std::filesystem::path script = folder.Path() / "deck.txt";
     if (!WriteDeck(script)) {
       SayErrors();
       return exit_status::kInvalid;
     }
     const std::string deck = ReadFile(script, IONCAPModule::Results::kLargestFile);
-    std::error_code ignored;
-    std::filesystem::remove(script, ignored);
     out_ << ReplaceAll(deck, "\r\n", "\n");
     return Finish();
   }
@@ -78,15 +99,15 @@ class Runner {
   }
 
   int Predict() {
-    const std::vector<std::string> problems = platform::FillProgramFolder(program_.folder);
-    for (const std::string& problem : problems) {
-      program_.diagnostics.ErrorLog("cannot set up the program folder: " + problem);
-    }
     const auto until = steady_clock::now() + milliseconds(std::llround(options_.timeout * 1000));
     const auto lock = platform::LockRuns(program_.folder, Left(until));
     if (!lock) {
       Say("another prediction is running in " + PathText(program_.folder));
       return exit_status::kTimeOut;
+    }
+    const std::vector<std::string> problems = platform::FillProgramFolder(program_.folder);
+    for (const std::string& problem : problems) {
+      program_.diagnostics.ErrorLog("cannot set up the program folder: " + problem);
     }
     if (!program_.run.LoadEngineData(program_.folder)) {
       SayErrors();
@@ -110,12 +131,12 @@ class Runner {
   int WaitForResults(steady_clock::time_point until) {
     const ProcessId process = program_.run.EngineProcess();
     EngineLauncher& launcher = *program_.launcher;
+    launcher.EndWithThisProgram(process);
     bool ended = false;
     while (!ended && !ResultsAreComplete()) {
       ended = launcher.WaitForEnd(process, std::min(kFileCheck, Left(until)));
       if (!ended && Left(until).count() == 0) {
         program_.run.Abort();
-        launcher.End(process);
         Say("the engine " + PathText(program_.run.Executable()) + " has not finished after " +
             NumberText(options_.timeout) + " s");
         return exit_status::kTimeOut;
@@ -124,6 +145,7 @@ class Runner {
     program_.run.HandleIonCapTimer();
     // What is still running now has delivered its results and serves nobody any more.
     if (!ended) launcher.End(process);
+    launcher.EndWithThisProgram(0);
     if (program_.run.LastRunDisplayed()) return exit_status::kSuccess;
     TellFailure(process);
     return exit_status::kEngineFailed;
@@ -205,7 +227,15 @@ class Runner {
                                              program_.diagnostics, program_.GetClock());
     const std::filesystem::path file = PathFromText(*options_.svg_file);
     try {
-      WriteFile(file, picture);
+      // Something like a pipe can only be written in place.
+      std::error_code ignored;
+      const bool special = std::filesystem::exists(file, ignored) &&
+                           !std::filesystem::is_regular_file(file, ignored);
+      if (special) {
+        WriteFile(file, picture);
+      } else {
+        WriteFileAtOnce(file, picture);
+      }
     } catch (const Error& error) {
       Say(error.what());
       return false;
@@ -234,7 +264,7 @@ int RunPrediction(const PredictOptions& options, std::ostream& out, std::ostream
     return Runner(options, out, err).Run();
   } catch (const Error& error) {
     err << "skyhop-predict: " << error.what() << '\n';
-    return exit_status::kEngineFailed;
+    return exit_status::kOutputFailed;
   }
 }
 
