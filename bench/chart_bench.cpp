@@ -28,7 +28,7 @@ void ChartPainted(benchmark::State& state) {
                                       day.log.diagnostics, day.log.clock);
   testing::RecordingSurface surface;
   chart.DisplayResult(EngineChoice::kIonCap, {true, true}, surface);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     surface.calls.clear();
     chart.Repaint({true, true}, surface);
     benchmark::DoNotOptimize(surface);
@@ -38,7 +38,7 @@ BENCHMARK(ChartPainted)->Unit(benchmark::kMicrosecond);
 
 void PictureWritten(benchmark::State& state) {
   Day day;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(PictureAsSvg(day.table, EngineChoice::kIonCap,
                                           {"summary", "engine", "1.0", "105"}, {},
                                           day.log.diagnostics, day.log.clock));

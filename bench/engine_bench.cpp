@@ -20,7 +20,7 @@ void DeckWritten(benchmark::State& state) {
   ScriptCards cards(pause, with.log.diagnostics);
   IonCapScript script(cards, with.panel, with.parameters, with.log.diagnostics);
   const std::filesystem::path file = with.log.folder / "script.txt";
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     if (!script.CreateIONCAPScript(26, file)) state.SkipWithError("the deck was not written");
   }
 }
@@ -29,7 +29,7 @@ BENCHMARK(DeckWritten)->Unit(benchmark::kMicrosecond);
 void Method26Parsed(benchmark::State& state) {
   const std::string text = TestData("results/newyork-london-method26.results.txt");
   ResultsTable table;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     ParseLufMufResults(text, "results.txt", true, table);
     benchmark::DoNotOptimize(table);
   }
@@ -40,7 +40,7 @@ BENCHMARK(Method26Parsed)->Unit(benchmark::kMicrosecond);
 void Method30Parsed(benchmark::State& state) {
   const std::string text = TestData("results/newyork-london-method30.results.txt");
   ResultsTable table;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     const Method30Outcome outcome = ParseMethod30Results(text, "results.txt", table);
     benchmark::DoNotOptimize(outcome);
   }

@@ -45,7 +45,7 @@ double RunToItsEnd(std::vector<std::string> command, const std::filesystem::path
 void Measure(benchmark::State& state, const std::vector<std::string>& command,
              const std::filesystem::path& input) {
   double memory = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     const double used = RunToItsEnd(command, input);
     if (used < 0) state.SkipWithError("the program failed");
     memory = std::max(memory, used);

@@ -52,13 +52,13 @@ TEST_F(ScriptCardsTest, TextsArePaddedCutOrRefused) {
       {true, "", 0, ""},
       {true, "A", -1, kFormatError},
   };
-  for (const auto& [right, text, width, expected] : cases) {
+  for (const auto& row : cases) {
     EXPECT_EQ(Written([&](int file) {
-                if (right) return cards_.PutRightString(file, text, width);
-                cards_.PutString(file, text, width);
+                if (row.right) return cards_.PutRightString(file, row.text, row.width);
+                cards_.PutString(file, row.text, row.width);
               }),
-              expected)
-        << text << " in " << width;
+              row.expected)
+        << row.text << " in " << row.width;
   }
 }
 
@@ -71,11 +71,11 @@ TEST_F(ScriptCardsTest, IntegersAreZeroPadded) {
                {0, 5, "00000"},       {123456 % 100000, 3, "23456"},
                {-32768, 5, "-32768"}, {7, 0, "7"},
                {7, -1, kFormatError}};
-  for (const auto& [value, width, expected] : cases) {
+  for (const auto& row : cases) {
     EXPECT_EQ(Written([&](int file) {
-                cards_.PutInteger(file, static_cast<std::int16_t>(value), width);
+                cards_.PutInteger(file, static_cast<std::int16_t>(row.value), row.width);
               }),
-              expected);
+              row.expected);
   }
 }
 
@@ -99,9 +99,10 @@ TEST_F(ScriptCardsTest, ImpliedDecimalsAreRoundedInSinglePrecision) {
       {7.0F, 1.2F, kFormatError},
       {7.0F, -5.2F, kFormatError},
   };
-  for (const auto& [value, format, expected] : cases) {
-    EXPECT_EQ(Written([&](int file) { cards_.PutFloat(file, value, format); }), expected)
-        << value << " with " << format;
+  for (const auto& row : cases) {
+    EXPECT_EQ(Written([&](int file) { cards_.PutFloat(file, row.value, row.format); }),
+              row.expected)
+        << row.value << " with " << row.format;
   }
 }
 
@@ -114,13 +115,13 @@ TEST_F(ScriptCardsTest, PointedNumbersLeaveTheWidthOneSmaller) {
   } cases[] = {{24, 5, "  24.", 4},      {-30, 5, " -30.", 4}, {0, 5, "   0.", 4},
                {12345, 5, " 123.", 4},   {5, 1, ".", 0},       {5, 0, kFormatError, 0},
                {5, -3, kFormatError, -3}};
-  for (const auto& [value, width, expected, width_after] : cases) {
-    int remaining = width;
+  for (const auto& row : cases) {
+    int remaining = row.width;
     EXPECT_EQ(Written([&](int file) {
-                cards_.PutSingle(file, static_cast<std::int16_t>(value), remaining);
+                cards_.PutSingle(file, static_cast<std::int16_t>(row.value), remaining);
               }),
-              expected);
-    EXPECT_EQ(remaining, width_after);
+              row.expected);
+    EXPECT_EQ(remaining, row.width_after);
   }
 }
 

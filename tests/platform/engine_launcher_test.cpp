@@ -19,7 +19,7 @@ using std::chrono::milliseconds;
 class EngineLauncherTest : public ::testing::Test {
  protected:
   std::filesystem::path Batch(const std::string& content) {
-    const std::filesystem::path batch = folder_ / "engine.bat";
+    std::filesystem::path batch = folder_ / "engine.bat";
     WriteFile(batch, content);
     return batch;
   }
