@@ -84,7 +84,7 @@ std::string LongitudeString(const Position& position) {
 Angle ParseAngle(std::string_view text, Diagnostics& diagnostics) {
   return diagnostics.Trap("LatLonModule.ParseAngle", UndefinedAngle(), [&] {
     std::string working = UpperCase(Trim(text));
-    // A "W" in front is left to the free form: stored locations rely on it.
+    // A "W" in front is deliberately left to the free form.
     if (working.starts_with('N') || working.starts_with('S') || working.starts_with('E')) {
       return ParsePrefixedAngle(text);
     }
