@@ -93,6 +93,7 @@ TEST_F(PredictTest, TableCsvAndJsonTellTheSame) {
   EXPECT_TRUE(Holds(table.out, " 00   8.09  11.08  12.96   2.23"));
   EXPECT_TRUE(Holds(table.out, " 13  21.58  30.82  38.53   6.96"));
   EXPECT_TRUE(Holds(table.out, "Engine: VOACAP, version 16.1207W"));
+  EXPECT_FALSE(Holds(table.out, "Where the LUF equals the MUF"));
   EXPECT_EQ(Count(csv.out, "\n"), 25);
   EXPECT_TRUE(Holds(csv.out, "hour_utc,fot_mhz,muf_mhz,hpf_mhz,luf_mhz,open_160m,open_80m,"));
   EXPECT_TRUE(Holds(csv.out, "\n13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0\n"));
@@ -102,6 +103,13 @@ TEST_F(PredictTest, TableCsvAndJsonTellTheSame) {
   EXPECT_EQ(parsed["hours"][13]["muf"], 30.82);
   EXPECT_EQ(parsed["hours"][13]["bands"][3]["open"], 3);
   EXPECT_EQ(parsed["hours"][0]["luf"], 2.23);
+}
+
+TEST_F(PredictTest, HoursWithoutALufAreExplained) {
+  UseAnswer(TestData("results/tokyo-saopaulo-long-method26.results.txt"));
+  const ProgramResult result = Run({"--path", "long"});
+  EXPECT_TRUE(Holds(result.out, " 01  19.37  27.68  34.60  27.68")) << result.out;
+  EXPECT_TRUE(Holds(result.out, "Where the LUF equals the MUF"));
 }
 
 TEST_F(PredictTest, BadArgumentsEndWithStatusTwoAndAReason) {

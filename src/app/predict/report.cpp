@@ -68,13 +68,29 @@ std::string BandNumber(std::size_t band) {
 constexpr std::size_t kFrequencyWidth = 7;
 constexpr std::size_t kBandWidth = 4;
 
+/// Engines print minus the MUF where no frequency reaches the required reliability.
+bool LufIsMissing(const PredictionReport& report) {
+  for (std::size_t hour = 0; hour < kHoursOfDay; ++hour) {
+    const float luf = report.table.Luf(hour);
+    if (luf > 0 && luf == report.table.Muf50(hour)) return true;
+  }
+  return false;
+}
+
 std::string Legend(const PredictionReport& report) {
   if (IsSnrMode(report)) {
     return "Frequencies in MHz. Bands: 4 reliable on more than 80 % of the days, 3 on more than "
            "60,\n2 on more than 40, 1 on more than 20; \".\" closed.\n";
   }
-  return "Frequencies in MHz. Bands: 3 open on 90 % of the days or more, 2 on half of them or "
-         "more,\n1 on 10 % or more; \".\" closed.\n";
+  std::string legend =
+      "Frequencies in MHz. Bands: 3 open on 90 % of the days or more, 2 on half of them or "
+      "more,\n1 on 10 % or more; \".\" closed.\n";
+  if (LufIsMissing(report)) {
+    legend +=
+        "Where the LUF equals the MUF, no frequency reaches the required reliability at that "
+        "hour.\n";
+  }
+  return legend;
 }
 
 std::string Provenance(const PredictionReport& report) {
