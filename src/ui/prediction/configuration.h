@@ -1,0 +1,106 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "common/diagnostics.h"
+#include "common/settings.h"
+#include "engine/prediction_panel.h"
+#include "engine/results_table.h"
+
+namespace skyhop {
+
+/// Take-off angle and power of your station on one band, as texts that the user typed; empty where
+/// the band uses the window's values.
+struct BandSettings {
+  std::string takeoff;  ///< degrees
+  std::string power;    ///< watts
+
+  friend bool operator==(const BandSettings&, const BandSettings&) = default;
+};
+
+/// A mode and the signal-to-noise ratio that it needs, dB in 1 Hz, as text.
+struct ModeSettings {
+  std::string mode;
+  std::string snr;
+
+  friend bool operator==(const ModeSettings&, const ModeSettings&) = default;
+};
+
+/// What the configuration window sets and the rest of the program uses. A change is saved at once
+/// and then told to the listeners.
+class Configuration {
+ public:
+  enum class Item {
+    kEngine,
+    kDistanceMiles,
+    kFreqDependent,
+    kModes,
+    kUrls,
+    kDiagMode,
+    kShowToolTips,
+    kDualMonitor,
+  };
+  using Listener = std::function<void(Item)>;
+
+  /// Both must outlive this object.
+  Configuration(const Common::Settings& settings, Diagnostics& diagnostics);
+
+  /// Restores all values. Listeners are not called.
+  void Load();
+
+  /// `listener` is called after each change, in the order of registration.
+  void AddListener(Listener listener) { listeners_.push_back(std::move(listener)); }
+
+  /// Index of the engine's option, an EngineChoice.
+  [[nodiscard]] int Engine() const { return engine_; }
+  [[nodiscard]] bool DistanceMiles() const { return distance_miles_; }
+  [[nodiscard]] bool FreqDependentEnabled() const { return freq_dependent_enabled_; }
+  [[nodiscard]] const BandSettings& Band(std::size_t band) const { return bands_.at(band); }
+  /// In the order in which `ModeSNRCombo` offers them.
+  [[nodiscard]] const std::vector<ModeSettings>& Modes() const { return modes_; }
+  /// The text of one of the addresses `kURL0` to `kURL3`, `kSSNURL`, `kSFIURL`, `kWWVURL`.
+  [[nodiscard]] const std::string& Url(PanelText url) const;
+  [[nodiscard]] bool DiagMode() const { return diag_mode_; }
+  [[nodiscard]] bool ShowToolTips() const { return show_tool_tips_; }
+  [[nodiscard]] bool DualMonitor() const { return dual_monitor_; }
+
+  // Each returns whether the value was saved; the value holds for this run in any case.
+  bool SetEngine(int engine);
+  bool SetDistanceMiles(bool miles);
+  bool SetFreqDependentEnabled(bool enabled);
+  bool SetBand(std::size_t band, const BandSettings& settings);
+  bool SetModes(std::vector<ModeSettings> modes);
+  bool SetUrl(PanelText url, const std::string& text);
+  bool SetDiagMode(bool on);
+  bool SetShowToolTips(bool show);
+  bool SetDualMonitor(bool dual);
+
+  /// Sets an address without saving it: the parameter set saves them when the program ends.
+  void RestoreUrl(PanelText url, const std::string& text);
+
+ private:
+  bool SaveAndTell(Item item, std::span<const SettingEntry> entries);
+
+  const Common::Settings* settings_;
+  Diagnostics* diagnostics_;
+  std::vector<Listener> listeners_;
+
+  int engine_ = 0;
+  bool distance_miles_ = true;
+  bool freq_dependent_enabled_ = false;
+  std::array<BandSettings, kBandCount> bands_;
+  std::vector<ModeSettings> modes_;
+  std::array<std::string, 7> urls_;
+  bool diag_mode_ = false;
+  bool show_tool_tips_ = true;
+  bool dual_monitor_ = false;
+};
+
+/// The modes of a fresh installation.
+[[nodiscard]] std::vector<ModeSettings> DefaultModes();
+
+}  // namespace skyhop

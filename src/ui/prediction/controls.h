@@ -1,0 +1,101 @@
+#pragma once
+
+#include <string_view>
+
+namespace skyhop {
+
+// The controls of the prediction window by their names. Who shows them is the view's business.
+
+enum class TextField {
+  kLocalLat,
+  kLocalLon,
+  kLocalGrid,
+  kLocalPwr,
+  kLocalTakeOff,
+  kDXLat,
+  kDXLon,
+  kDXGrid,
+  kFlux,
+  kKindex,
+  kSSN,
+  kAvail,
+  kSNR,
+  kTheDate,
+};
+inline constexpr int kTextFieldCount = 14;
+
+/// Groups of options; the value is the index of the chosen one, -1 when none is.
+enum class OptionGroup {
+  kLocalNoiseLevel,  ///< 0 "Industrial", 1 "Residential", 2 "Rural", 3 "Remote"
+  kDXNoiseLevel,     ///< the same
+  kDXPwr,            ///< 0 to 4: 5, 20, 100, 500, 1500 W
+  kPath,             ///< 0 `ShortPath`, 1 `LongPath`
+  kPredictSignals,   ///< 0 "From the DX Station", 1 "To the DX Station"
+  kModeSNRCombo,     ///< index into the configured modes
+};
+inline constexpr int kOptionGroupCount = 6;
+
+enum class CheckBox {
+  kDXTracksTesseraLocation,
+  kPlotEnable,
+  kOpenBandEnable,
+  kShowColorKeyCheck,
+  kShowCurrentTimeCheck,
+};
+inline constexpr int kCheckBoxCount = 5;
+
+enum class Button {
+  kPathsButton,
+  kPredictSPToCmd,
+  kPredictLPToCmd,
+  kPredictSPFromCmd,
+  kPredictLPFromCmd,
+  kAbortButton,
+  kForecastCmd,
+  kCurrentCmd,
+  kHistoryCmd,
+  kUpdateSFICmd,
+  kUpdateSSNCmd,
+  kBeaconCmd,
+  kConfigCmd,
+  kHelpCmd,
+};
+inline constexpr int kButtonCount = 14;
+
+enum class Label {
+  kEngineLabel,     ///< engine of the last prediction
+  kPrefix,          ///< prefix of the DX station; "&" is doubled in it
+  kBearingFromQTH,  ///< bearing of the DX station and back, on the chosen path
+  kBearingFromDX,
+  kDistance,
+  kSummary,     ///< the prediction in one line
+  kProvenance,  ///< where the numbers of the chart come from
+  kClock,       ///< the time now, UTC
+  kConditions,  ///< what the transmitter and the receiver are, in the chosen direction
+};
+inline constexpr int kLabelCount = 9;
+
+enum class WindowTimer {
+  kExecuteTimer,        ///< polls for the engine's results, every 1000 ms
+  kEngineWatch,         ///< watches the engine's process while a prediction runs
+  kSNRExecuteTimer,     ///< the same for the point SNR prediction
+  kSolarForecastTimer,  ///< refreshes the forecast
+  kClockTimer,          ///< moves the time index with the clock
+  kShutDownTimer,       ///< closes the program after a peer's command
+};
+inline constexpr int kWindowTimerCount = 6;
+
+/// The words on a control: "&" stands before the letter of its shortcut. Text fields, option groups
+/// and labels yield the caption that stands beside them.
+[[nodiscard]] std::string_view Caption(TextField field);
+[[nodiscard]] std::string_view Caption(OptionGroup group);
+[[nodiscard]] std::string_view Caption(CheckBox box);
+[[nodiscard]] std::string_view Caption(Button button);
+
+/// The words that explain a control while the pointer rests on it.
+[[nodiscard]] std::string_view ToolTip(TextField field);
+[[nodiscard]] std::string_view ToolTip(OptionGroup group);
+[[nodiscard]] std::string_view ToolTip(CheckBox box);
+[[nodiscard]] std::string_view ToolTip(Button button);
+
+}  // namespace skyhop

@@ -1,0 +1,157 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "common/clock.h"
+#include "common/diagnostics.h"
+#include "common/settings.h"
+#include "common/user_messages.h"
+#include "engine/engine_launcher.h"
+#include "engine/parameters.h"
+#include "engine/results.h"
+#include "engine/run_control.h"
+#include "ui/prediction/bands.h"
+#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/configuration.h"
+#include "ui/prediction/prediction_view.h"
+#include "ui/prediction/program_services.h"
+#include "ui/prediction/view_panel.h"
+
+namespace skyhop {
+
+/// The rules of the prediction window, from the program's start to its end: one method for each of
+/// its events. Every handler traps its errors, logs its own name with them and leaves the window
+/// usable.
+class IonCap {
+ public:
+  /// All must outlive the controller.
+  struct Collaborators {
+    PredictionView& view;
+    ViewPanel& panel;
+    ChartPane& chart;
+    Configuration& configuration;
+    ConfigurationWindow& configuration_window;
+    FreqDependentModule::BandTable& bands;
+    IONCAPModule::Parameters& parameters;
+    IONCAPModule::Results& results;
+    IONCAPModule::RunControl& run;
+    EngineLauncher& launcher;
+    InstanceGuard& instance;
+    RunLocker& locker;
+    CommandServer& server;
+    PeerLinks& peers;
+    SpaceWeather& space_weather;
+    PointPrediction& point_prediction;
+    BeaconMonitor& beacons;
+    UserMessages& messages;
+    const Common::Settings& settings;
+    Diagnostics& diagnostics;
+    const Clock& clock;
+    std::filesystem::path program_folder;
+    std::filesystem::path help_file;
+  };
+
+  explicit IonCap(Collaborators collaborators);
+  ~IonCap();
+  IonCap(const IonCap&) = delete;
+  IonCap& operator=(const IonCap&) = delete;
+
+  /// Starts the program. Returns false, after the user was told, when it has to end at once because
+  /// another instance runs.
+  [[nodiscard]] bool Form_Load();
+  /// Ends it: saves place and parameters, ends links and server and a running engine.
+  void Form_Unload();
+
+  // Commands.
+  void PathsButton_Click();
+  void PredictSPToCmd_Click();
+  void PredictLPToCmd_Click();
+  void PredictSPFromCmd_Click();
+  void PredictLPFromCmd_Click();
+  void AbortButton_Click();
+  void ForecastCmd_Click();
+  void CurrentCmd_Click();
+  void HistoryCmd_Click();
+  void UpdateSFICmd_Click();
+  void UpdateSSNCmd_Click();
+  void BeaconCmd_Click();
+  void ConfigCmd_Click();
+  void HelpCmd_Click();
+
+  /// Hands the inputs to the engine interface and starts a prediction.
+  void InitiateForecast();
+  /// Predicts the signal-to-noise ratio at `frequency` MHz for `mode`.
+  void FreqPredict(double frequency, const std::string& mode);
+  /// Band index that a click into the chart chose last, -1 for none.
+  [[nodiscard]] std::int16_t GetPredictionBand() const;
+  /// Shows or hides the display of the point prediction.
+  void SetSNRDisplayActive(bool active);
+  [[nodiscard]] bool SNRDisplayActive() const { return snr_display_active_; }
+
+  // Keep grid square and coordinates of each station in step.
+  void UpdateLocalGrid();
+  void UpdateLocalLatLon();
+  void UpdateDXGrid();
+  void UpdateDXLatLon();
+
+  // Fields.
+  /// Whether a typed character may enter the field. Control characters always may.
+  [[nodiscard]] static bool AcceptsKey(TextField field, char32_t key);
+  /// Enter was struck in the field.
+  void Field_Enter(TextField field);
+  /// The field was left. Returns whether its text was accepted.
+  bool Field_Leave(TextField field);
+  /// The user changed the field's text in any way.
+  void Field_Change(TextField field);
+  void TheDate_DblClick();
+
+  // Options and check boxes; the view holds the new state already.
+  void DXPwr_Click();
+  void DXNoiseLevel_Click();
+  void LocalNoiseLevel_Click();
+  void Path_Click();
+  void PredictSignals_Click();
+  void ModeSNRCombo_Click();
+  void DXTracksTesseraLocation_Click();
+  void PlotEnable_Click();
+  void OpenBandEnable_Click();
+  void ShowColorKeyCheck_Click();
+  void ShowCurrentTimeCheck_Click();
+
+  // Timers.
+  void ExecuteTimer_Tick();
+  void EngineWatch_Tick();
+  void SNRExecuteTimer_Tick();
+  void SolarForecastTimer_Tick();
+  void ClockTimer_Tick();
+  void ShutDownTimer_Tick();
+
+  /// Enables or disables every command that starts a download, all together.
+  void EnableDownloads(bool enable);
+  /// Asks for the program's end after the current event.
+  void SetShutdownTrigger();
+
+  /// Sets the window's caption: `text` and, when there is an error log, where it lies.
+  void UpdateCaption(const std::string& text);
+  /// The caption of a window at rest.
+  [[nodiscard]] std::string GetPropFormCaption() const;
+
+  /// Whether a prediction is running.
+  [[nodiscard]] bool Running() const;
+  /// The chart's results as comma-separated values; empty when there are none.
+  [[nodiscard]] std::string ResultsAsCsv() const;
+  /// The chart as a picture in a file's own format.
+  [[nodiscard]] std::string ChartAsSvg() const;
+
+ private:
+  struct Asked;
+
+  Collaborators with_;
+  bool snr_display_active_ = false;
+};
+
+}  // namespace skyhop

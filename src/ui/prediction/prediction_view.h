@@ -1,0 +1,77 @@
+#pragma once
+
+#include <chrono>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "ui/prediction/controls.h"
+#include "ui/prediction/window_placement.h"
+
+namespace skyhop {
+
+/// What the window tells across the chart.
+struct Notice {
+  enum class Kind {
+    kNone,     ///< the chart shows the last prediction
+    kEmpty,    ///< there was no prediction yet: what to do
+    kRunning,  ///< an engine works
+    kFailed,   ///< why there is no new prediction
+  };
+  Kind kind = Kind::kNone;
+  std::string text;
+
+  friend bool operator==(const Notice&, const Notice&) = default;
+};
+
+/// The prediction window without its rules: holds values, shows texts, passes on events. The
+/// controller decides everything.
+///
+/// Setting a value here never raises the event that a user's own input would. Texts are UTF-8.
+class PredictionView {
+ public:
+  virtual ~PredictionView() = default;
+
+  [[nodiscard]] virtual std::string Text(TextField field) const = 0;
+  virtual void SetText(TextField field, const std::string& text) = 0;
+  /// Shows that a field's text was refused, or no longer.
+  virtual void MarkRefused(TextField field, bool refused) = 0;
+
+  /// Index of the chosen option, -1 when none is.
+  [[nodiscard]] virtual int Selected(OptionGroup group) const = 0;
+  virtual void Select(OptionGroup group, int index) = 0;
+  /// The modes that `ModeSNRCombo` offers, beside the choice of none. Its selection becomes none.
+  virtual void SetModes(std::span<const std::string> modes) = 0;
+
+  [[nodiscard]] virtual bool Checked(CheckBox box) const = 0;
+  virtual void SetChecked(CheckBox box, bool checked) = 0;
+
+  virtual void SetLabel(Label label, const std::string& text) = 0;
+  virtual void Enable(Button button, bool enabled) = 0;
+
+  /// Starts a timer that ticks again and again; a running one starts anew.
+  virtual void StartTimer(WindowTimer timer, std::chrono::milliseconds interval) = 0;
+  virtual void StopTimer(WindowTimer timer) = 0;
+  [[nodiscard]] virtual bool TimerRunning(WindowTimer timer) const = 0;
+
+  virtual void SetCaption(const std::string& caption) = 0;
+  virtual void ShowNotice(const Notice& notice) = 0;
+  /// The left field of the status bar.
+  virtual void SetStatus(const std::string& text) = 0;
+  virtual void ShowToolTips(bool show) = 0;
+
+  /// Place and state of the window now, and the monitors of the desktop; the main one comes first.
+  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
+  virtual void SetPlacement(const WindowPlacement& placement) = 0;
+  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
+  /// Restores a minimised or maximised window.
+  virtual void RestoreWindow() = 0;
+
+  /// Opens an address in the user's browser. Returns whether that could be done.
+  virtual bool OpenInBrowser(const std::string& url) = 0;
+
+  /// Asks the window to close, as the user would.
+  virtual void Close() = 0;
+};
+
+}  // namespace skyhop

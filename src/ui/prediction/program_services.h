@@ -1,0 +1,103 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace skyhop {
+
+// The parts of the program that the prediction window starts, ends and commands but knows nothing
+// else about. A part that this build does not have is stood in for by the class itself: each
+// operation does nothing.
+
+/// Keeps a second start of the program from running beside the first.
+class InstanceGuard {
+ public:
+  virtual ~InstanceGuard() = default;
+  /// Whether another instance is running already.
+  [[nodiscard]] virtual bool AnotherIsRunning() = 0;
+};
+
+/// Held while an engine runs: keeps other programs out of the engines' folders.
+class RunLock {
+ public:
+  virtual ~RunLock() = default;
+};
+
+class RunLocker {
+ public:
+  virtual ~RunLocker() = default;
+  /// Null when another program holds the lock. Does not wait.
+  [[nodiscard]] virtual std::unique_ptr<RunLock> Lock() = 0;
+};
+
+/// Serves the commands of peer applications.
+class CommandServer {
+ public:
+  virtual ~CommandServer() = default;
+  virtual void Initialize() {}
+  /// Tells the suite's launcher that the program has started.
+  virtual void AcknowledgeLauncher() {}
+  virtual void Terminate() {}
+};
+
+/// The links to peer applications.
+class PeerLinks {
+ public:
+  virtual ~PeerLinks() = default;
+  virtual void Initialize() {}
+  virtual void Terminate() {}
+  /// The transceiver's frequency in kHz; nothing while the application that controls it is not
+  /// connected.
+  [[nodiscard]] virtual std::optional<double> TransceiverFrequency() { return std::nullopt; }
+  /// Whether the application that collects spots is connected.
+  [[nodiscard]] virtual bool HasSolarHistory() { return false; }
+  /// Asks it to show its solar history.
+  virtual void DisplaySolarHistory() {}
+};
+
+/// Downloads of solar and geomagnetic data.
+class SpaceWeather {
+ public:
+  virtual ~SpaceWeather() = default;
+  /// Whether this build can download at all.
+  [[nodiscard]] virtual bool Available() const { return false; }
+  virtual void DownloadSSN() {}
+  /// Shows the forecast window and has the forecast refreshed at the next tick of its timer.
+  virtual void ShowForecast() {}
+  /// One tick of the forecast's timer.
+  virtual void SolarForecastTimer_Tick() {}
+  /// Updates solar flux and K index from the current conditions bulletin.
+  virtual void UpdateCurrentConditions() {}
+  /// The same, and shows the bulletin.
+  virtual void ShowCurrentConditions() {}
+};
+
+/// Predicts the signal-to-noise ratio at one frequency.
+class PointPrediction {
+ public:
+  virtual ~PointPrediction() = default;
+  /// `frequency` in MHz.
+  virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
+  virtual void SNRExecuteTimer_Tick() {}
+};
+
+class BeaconMonitor {
+ public:
+  virtual ~BeaconMonitor() = default;
+  [[nodiscard]] virtual bool Available() const { return false; }
+  virtual void Show() {}
+};
+
+/// The configuration window `IoncapConfig`.
+class ConfigurationWindow {
+ public:
+  virtual ~ConfigurationWindow() = default;
+  /// Restores the configuration; once, at start-up, before the window is ever shown.
+  virtual void Form_Load() = 0;
+  virtual void Show() = 0;
+  /// The program ends.
+  virtual void Form_Unload() = 0;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include "engine/execute_timer.h"
+#include "engine/prediction_panel.h"
+#include "ui/prediction/configuration.h"
+#include "ui/prediction/prediction_view.h"
+
+namespace skyhop {
+
+/// The inputs that the engine folder reads and writes, where there is a window: most are controls
+/// of the view, the engine's choice, the unit of distance and the addresses belong to the
+/// configuration.
+class ViewPanel : public PredictionPanel {
+ public:
+  /// Both must outlive this object.
+  ViewPanel(PredictionView& view, Configuration& configuration)
+      : view_(&view), configuration_(&configuration) {}
+
+  /// Called when a station's coordinates were written.
+  void SetStationsListener(std::function<void()> listener) { on_stations_ = std::move(listener); }
+
+  [[nodiscard]] std::string Text(PanelText text) const override;
+  void SetText(PanelText text, const std::string& value) override;
+  [[nodiscard]] int Choice(PanelChoice choice) const override;
+  void SetChoice(PanelChoice choice, int index) override;
+  [[nodiscard]] bool Checked(PanelCheck check) const override;
+  void SetChecked(PanelCheck check, bool on) override;
+  void RestoreWindow() override { view_->RestoreWindow(); }
+  void StationsChanged() override {
+    if (on_stations_) on_stations_();
+  }
+
+ private:
+  PredictionView* view_;
+  Configuration* configuration_;
+  std::string last_prefix_;
+  std::string summary_;
+  std::function<void()> on_stations_;
+};
+
+/// The timer that polls for results, as one of the view's timers.
+class ViewTimer : public ExecuteTimer {
+ public:
+  static constexpr std::chrono::milliseconds kInterval{1000};
+
+  explicit ViewTimer(PredictionView& view) : view_(&view) {}
+  void Start() override { view_->StartTimer(WindowTimer::kExecuteTimer, kInterval); }
+  void Stop() override { view_->StopTimer(WindowTimer::kExecuteTimer); }
+  [[nodiscard]] bool Running() const override {
+    return view_->TimerRunning(WindowTimer::kExecuteTimer);
+  }
+
+ private:
+  PredictionView* view_;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "common/diagnostics.h"
+#include "common/machine_facts.h"
+#include "common/settings.h"
+
+namespace skyhop {
+
+/// Place and state of a window on the desktop, in the window system's units.
+struct WindowPlacement {
+  /// As it is stored.
+  enum class State { kNormal = 0, kMinimized = 1, kMaximized = 2 };
+
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  State state = State::kNormal;
+
+  friend bool operator==(const WindowPlacement&, const WindowPlacement&) = default;
+};
+
+/// Saves where a window is, under the window's own name such as "IonCap", in section "Windows".
+/// A minimised or maximised window has the place that it would be restored to. Failures are logged.
+void SaveWindowPosition(const std::string& window, const WindowPlacement& placement,
+                        const Common::Settings& settings, Diagnostics& diagnostics);
+
+/// The stored place of a window; what is missing or unreadable is taken from `current`. The result
+/// always lies on a monitor: a place beyond them comes back onto the nearest one, a window larger
+/// than its monitor becomes as large as it. A stored minimised state is read as normal, since a
+/// program that starts out of sight seems not to start. Unless the user has set "DualMonitor",
+/// a place on any other than the main monitor, the first one, comes back onto that one.
+[[nodiscard]] WindowPlacement RestoreWindowPosition(const std::string& window,
+                                                    const WindowPlacement& current,
+                                                    std::span<const Monitor> monitors,
+                                                    const Common::Settings& settings);
+
+/// `placement` moved and, where necessary, shrunk so that it lies on one of the monitors. Without
+/// monitors it is returned as it is.
+[[nodiscard]] WindowPlacement OnScreen(const WindowPlacement& placement,
+                                       std::span<const Monitor> monitors);
+
+}  // namespace skyhop
