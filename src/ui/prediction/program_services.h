@@ -1,8 +1,9 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
+
+#include "engine/run_lock.h"
 
 namespace skyhop {
 
@@ -16,19 +17,6 @@ class InstanceGuard {
   virtual ~InstanceGuard() = default;
   /// Whether another instance is running already.
   [[nodiscard]] virtual bool AnotherIsRunning() = 0;
-};
-
-/// Held while an engine runs: keeps other programs out of the engines' folders.
-class RunLock {
- public:
-  virtual ~RunLock() = default;
-};
-
-class RunLocker {
- public:
-  virtual ~RunLocker() = default;
-  /// Null when another program holds the lock. Does not wait.
-  [[nodiscard]] virtual std::unique_ptr<RunLock> Lock() = 0;
 };
 
 /// Serves the commands of peer applications.

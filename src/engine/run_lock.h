@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+
+namespace skyhop {
+
+/// Held while an engine runs: keeps other programs out of the engines' folders.
+class RunLock {
+ public:
+  virtual ~RunLock() = default;
+};
+
+class RunLocker {
+ public:
+  virtual ~RunLocker() = default;
+  /// Null when another program holds the lock. Does not wait.
+  [[nodiscard]] virtual std::unique_ptr<RunLock> Lock() = 0;
+};
+
+}  // namespace skyhop
