@@ -40,9 +40,9 @@ std::string Refusal(const ModeSettings& mode, const std::vector<ModeSettings>& m
     return "The name of a mode may have " + std::to_string(kLongestModeName) +
            " characters at most";
   }
-  if (!IsSettingName(mode.mode)) {
-    return "The name of a mode may hold neither brackets nor \"=\" or \"\\\", nor begin with "
-           "\";\" or \"#\"";
+  if (!IsSettingName(mode.mode) || mode.mode.find(',') != std::string::npos) {
+    return "The name of a mode may hold no comma, no bracket, no \"=\" and no \"\\\", and may not "
+           "begin with \";\" or \"#\"";
   }
   for (std::size_t other = 0; other < modes.size(); ++other) {
     if (other != row && EqualsIgnoringCase(modes[other].mode, mode.mode)) {

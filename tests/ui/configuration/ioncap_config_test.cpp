@@ -55,7 +55,7 @@ class IoncapConfigTest : public ::testing::Test {
     EXPECT_LE(with_.messages.shown.size(), 1U);
     if (with_.messages.shown.empty()) return "";
     EXPECT_EQ(with_.messages.shown[0].second, kProductName);
-    const std::string text = with_.messages.shown[0].first;
+    std::string text = with_.messages.shown[0].first;
     with_.messages.shown.clear();
     return text;
   }
@@ -157,8 +157,8 @@ TEST_F(IoncapConfigTest, BandValuesAreTakenOrRefusedWithTheReason) {
 
 TEST_F(IoncapConfigTest, ModesAreTakenOrRefusedWithTheReason) {
   const std::string name =
-      "The name of a mode may hold neither brackets nor \"=\" or \"\\\", nor begin with \";\" or "
-      "\"#\". The value before stays.";
+      "The name of a mode may hold no comma, no bracket, no \"=\" and no \"\\\", and may not "
+      "begin with \";\" or \"#\". The value before stays.";
   const std::string snr =
       "The required SNR of RTTY has to be a number of decibels from -30 to 99. The value before "
       "stays.";
@@ -176,6 +176,7 @@ TEST_F(IoncapConfigTest, ModesAreTakenOrRefusedWithTheReason) {
       {{"  ", "24"}, rtty, "A mode needs a name. The value before stays."},
       {{"A=B", "24"}, rtty, name},
       {{"[A]", "24"}, rtty, name},
+      {{"A,B", "24"}, rtty, name},
       {{"#1", "24"}, rtty, name},
       {{"A mode with a long name", "24"},
        rtty,
