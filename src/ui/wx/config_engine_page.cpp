@@ -1,11 +1,6 @@
 #include "ui/wx/config_engine_page.h"
 
 namespace skyhop {
-namespace {
-
-constexpr int kIndent = 26;  // DIP: below a radio button's words
-
-}  // namespace
 
 ConfigEnginePage::ConfigEnginePage(wxWindow* parent, const ConfigEvents& events)
     : ConfigPage(parent, "Engine", events) {
@@ -20,7 +15,7 @@ ConfigEnginePage::ConfigEnginePage(wxWindow* parent, const ConfigEvents& events)
       Events().Send(&IoncapConfig::EngineButton_Click, static_cast<int>(i));
     });
     AddNarrow(button);
-    choices_.at(i) = {button, AddText("", kIndent)};
+    choices_.at(i) = {button, AddSubText("")};
   }
   AddHeading("Test");
   AddText(

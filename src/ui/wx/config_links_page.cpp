@@ -22,7 +22,11 @@ void ConfigLinksPage::SetPeers(std::span<const PeerState> peers) {
   const auto add = [this](const std::string& text, bool bold) {
     auto* label = new wxStaticText(this, wxID_ANY, "");
     label->SetLabelText(ToWx(text));
-    if (bold) label->SetFont(label->GetFont().Bold());
+    if (bold) {
+      label->SetFont(label->GetFont().Bold());
+      // The size that a label asks for does not follow its font at once.
+      label->SetMinSize(label->GetTextExtent(label->GetLabelText()));
+    }
     grid_->Add(label);
   };
   for (const PeerState& peer : peers) {

@@ -65,7 +65,8 @@ void ConfigModePage::AddButtons() {
 wxButton* ConfigModePage::MakeButton(wxSizer* row, const wxString& caption, const wxString& tip) {
   auto* button = new wxButton(this, wxID_ANY, caption);
   button->SetToolTip(tip);
-  row->Add(button, wxSizerFlags().Border(wxRIGHT, FromDIP(8)));
+  if (!row->IsEmpty()) row->AddSpacer(FromDIP(8));
+  row->Add(button);
   return button;
 }
 

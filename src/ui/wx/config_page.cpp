@@ -39,7 +39,8 @@ ConfigPage::ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEv
   SetScrollRate(0, FromDIP(10));
   auto* title = new wxStaticText(this, wxID_ANY, heading);
   title->SetFont(title->GetFont().Bold().Scaled(1.2F));
-  content_->Add(title);
+  // Expanded, since the size that a label asks for does not follow its font at once.
+  content_->Add(title, wxSizerFlags().Expand());
   auto* outer = new wxBoxSizer(wxVERTICAL);
   outer->Add(content_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kMargin)));
   SetSizer(outer);
@@ -49,11 +50,23 @@ ConfigPage::ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEv
   });
 }
 
-wxStaticText* ConfigPage::AddText(const wxString& text, int indent) {
+wxStaticText* ConfigPage::AddWrapped(const wxString& text, int indent) {
   auto* label = new wxStaticText(this, wxID_ANY, "");
-  wrapped_.push_back({label, text, FromDIP(indent)});
+  wrapped_.push_back({label, text, indent});
   label->Show(!text.empty());
-  Add(label, indent);
+  return label;
+}
+
+wxStaticText* ConfigPage::AddText(const wxString& text) {
+  auto* label = AddWrapped(text, 0);
+  Add(label);
+  return label;
+}
+
+wxStaticText* ConfigPage::AddSubText(const wxString& text) {
+  const int indent = FromDIP(kSubIndent);
+  auto* label = AddWrapped(text, indent);
+  content_->Add(label, wxSizerFlags().Expand().Border(wxLEFT, indent));
   return label;
 }
 

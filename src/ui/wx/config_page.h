@@ -18,22 +18,22 @@ class ConfigPage : public wxScrolledWindow {
   ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEvents& events);
 
  protected:
-  /// Adds a text that is wrapped; `indent` in DIP.
-  wxStaticText* AddText(const wxString& text, int indent = 0);
+  /// Adds a text that is wrapped.
+  wxStaticText* AddText(const wxString& text);
+  /// The same for a text that belongs to the control above it.
+  wxStaticText* AddSubText(const wxString& text);
   /// Gives such a text other words. An empty one takes no place.
   void SetText(wxStaticText* label, const std::string& text);
 
   /// Adds a row or a control with the usual distance to the one before.
   template <class Item>
-  void Add(Item* item, int indent = 0) {
-    AddItem(item, wxSizerFlags().Expand(), indent);
+  void Add(Item* item) {
+    AddItem(item, wxSizerFlags().Expand());
   }
   /// The same for a control that keeps its width.
-  void AddNarrow(wxWindow* control, int indent = 0) {
-    AddItem(control, wxSizerFlags().Left(), indent);
-  }
+  void AddNarrow(wxWindow* control) { AddItem(control, wxSizerFlags().Left()); }
   /// The same for one that takes the height that is left.
-  void AddGrowing(wxWindow* control) { AddItem(control, wxSizerFlags(1).Expand(), 0); }
+  void AddGrowing(wxWindow* control) { AddItem(control, wxSizerFlags(1).Expand()); }
   /// A heading within the page.
   void AddHeading(const wxString& text);
 
@@ -49,21 +49,17 @@ class ConfigPage : public wxScrolledWindow {
   };
 
   template <class Item>
-  void AddItem(Item* item, wxSizerFlags flags, int indent) {
+  void AddItem(Item* item, const wxSizerFlags& flags) {
     content_->AddSpacer(FromDIP(kGap));
-    if (indent == 0) {
-      content_->Add(item, flags);
-      return;
-    }
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->AddSpacer(FromDIP(indent));
-    row->Add(item, wxSizerFlags(1));
-    content_->Add(row, wxSizerFlags().Expand());
+    content_->Add(item, flags);
   }
+  wxStaticText* AddWrapped(const wxString& text, int indent);
   void Wrap(const Wrapped& wrapped);
 
   static constexpr int kGap = 8;      // DIP
   static constexpr int kMargin = 16;  // DIP
+  /// Where the words of a radio button begin, DIP.
+  static constexpr int kSubIndent = 24;
 
   const ConfigEvents* events_;
   wxBoxSizer* content_;

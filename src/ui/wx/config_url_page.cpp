@@ -27,8 +27,7 @@ void ConfigUrlPage::AddRow(std::size_t index) {
     Events().Send(&IoncapConfig::URL_Change, target, rows_.at(index).field->Text());
   });
   field->SetToolTip("Address of: " + name);
-  auto* open =
-      new wxButton(this, wxID_ANY, "Open", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+  auto* open = new wxButton(this, wxID_ANY, "Open");
   open->SetToolTip("Show this address in the web browser");
   open->Bind(wxEVT_BUTTON, [this, index, target = url.url](wxCommandEvent&) {
     rows_.at(index).field->Commit();
