@@ -13,7 +13,8 @@ class RunLock {
 class RunLocker {
  public:
   virtual ~RunLocker() = default;
-  /// Null when another program holds the lock. Does not wait.
+  /// Null when another program holds the lock. Does not wait. Throws the Errors of FileError when
+  /// the folder cannot be locked at all.
   [[nodiscard]] virtual std::unique_ptr<RunLock> Lock() = 0;
 };
 

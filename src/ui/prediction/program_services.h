@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "common/instance_guard.h"
 #include "engine/run_lock.h"
 
 namespace skyhop {
@@ -10,14 +11,6 @@ namespace skyhop {
 // The parts of the program that the prediction window starts, ends and commands but knows nothing
 // else about. A part that this build does not have is stood in for by the class itself: each
 // operation does nothing.
-
-/// Keeps a second start of the program from running beside the first.
-class InstanceGuard {
- public:
-  virtual ~InstanceGuard() = default;
-  /// Whether another instance is running already.
-  [[nodiscard]] virtual bool AnotherIsRunning() = 0;
-};
 
 /// Serves the commands of peer applications.
 class CommandServer {
