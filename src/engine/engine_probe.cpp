@@ -127,14 +127,14 @@ std::optional<Outcome> EngineProbe::Start(EngineChoice engine, Time now) {
 
 std::optional<Outcome> EngineProbe::Launch(EngineChoice engine, Time now) {
   Run run = Prepare(engine);
-  run.lock = with_.locker.Lock();
-  if (!run.lock) {
-    return Outcome{false, "A prediction is running. Test the engine when it has finished."};
-  }
   try {
+    run.lock = with_.locker.Lock();
+    if (!run.lock) {
+      return Outcome{false, "A prediction is running. Test the engine when it has finished."};
+    }
     WriteFiles(run);
   } catch (const Error& error) {
-    return Outcome{false, std::string("The files of the test cannot be written: ") + error.what()};
+    return Outcome{false, std::string("The test cannot be prepared: ") + error.what()};
   }
   const std::string parameter = IsIonCap(engine) ? PathText(run.short_folder / kDriverName) : "";
   const LaunchResult started =

@@ -196,7 +196,7 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
     launcher_.output = "Starting\nOuch\noff\ntest.bat: 4: cls: not found\n";
     launcher_.running = false;
     const std::string told = OutcomeAfter(milliseconds(50));
-    EXPECT_EQ(told.substr(0, std::string(outcome).size()), outcome) << told;
+    EXPECT_TRUE(told.starts_with(outcome)) << told;
     EXPECT_FALSE(locker_.busy);
     EXPECT_TRUE(std::filesystem::exists(log_.folder / kItsResults)) << "kept for support";
   }
@@ -254,6 +254,11 @@ TEST_F(EngineProbeTest, WhatKeepsAnEngineFromStartingIsToldAtOnce) {
             "A prediction is running. Test the engine when it has finished.");
   EXPECT_FALSE(std::filesystem::exists(log_.folder / "IonCap/test.bat"));
   EXPECT_EQ(launcher_.starts.size(), 1U);
+  locker_.busy = false;
+  std::filesystem::permissions(bin + "voacapw.exe", perms::owner_all);
+  std::filesystem::remove_all(log_.folder / "ITSHFBC/run");
+  EXPECT_EQ(told(EngineChoice::kVoaCap).find("The test cannot be prepared: "), 0U);
+  EXPECT_FALSE(locker_.busy);
 }
 
 TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {

@@ -7,8 +7,8 @@ namespace skyhop {
 ConfigModePage::ConfigModePage(wxWindow* parent, const ConfigEvents& events)
     : ConfigPage(parent, "Mode-dependent settings", events) {
   AddText(
-      "The modes that the prediction window offers, with the signal-to-noise ratio in 1 Hz "
-      "that each needs.");
+      "The modes that the prediction window offers, with the signal-to-noise ratio "
+      "that each needs in a bandwidth of one hertz.");
   AddTable();
   AddFields();
   AddButtons();

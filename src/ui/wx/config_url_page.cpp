@@ -3,6 +3,12 @@
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
+namespace {
+
+/// An ordinary button is higher than its field, and the rows have to fit into a small window.
+constexpr int kOpenWidth = 64;  // DIP
+
+}  // namespace
 
 ConfigUrlPage::ConfigUrlPage(wxWindow* parent, const ConfigEvents& events)
     : ConfigPage(parent, "Prediction URLs", events) {
@@ -27,7 +33,9 @@ void ConfigUrlPage::AddRow(std::size_t index) {
     Events().Send(&IoncapConfig::URL_Change, target, rows_.at(index).field->Text());
   });
   field->SetToolTip("Address of: " + name);
-  auto* open = new wxButton(this, wxID_ANY, "Open");
+  auto* open =
+      new wxButton(this, wxID_ANY, "Open", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+  open->SetMinSize(FromDIP(wxSize(kOpenWidth, -1)));
   open->SetToolTip("Show this address in the web browser");
   open->Bind(wxEVT_BUTTON, [this, index, target = url.url](wxCommandEvent&) {
     rows_.at(index).field->Commit();

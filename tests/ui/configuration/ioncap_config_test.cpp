@@ -262,6 +262,9 @@ TEST_F(IoncapConfigTest, DefaultAddressesAreThoseOfAFreshInstallation) {
     EXPECT_EQ(DefaultUrl(page), with_.panel.Text(page));
   }
   Load();
+  for (const PanelText download : {PanelText::kSFIURL, PanelText::kSSNURL, PanelText::kWWVURL}) {
+    EXPECT_EQ(DefaultUrl(download), configuration_.Url(download));
+  }
   for (const ConfigUrl& row : kConfigUrls) window_.URL_Change(row.url, "elsewhere");
   window_.RestoreURLsCmd_Click();
   for (const ConfigUrl& row : kConfigUrls) {
