@@ -1,5 +1,6 @@
 #include "ui/wx/prediction_frame.h"
 
+#include <wx/display.h>
 #include <wx/notebook.h>
 #include <wx/sizer.h>
 #include <wx/statusbr.h>
@@ -86,7 +87,22 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
   SetMinClientSize(margin->GetMinSize());
-  SetClientSize(FromDIP(wxSize(1100, 760)));
+  SetClientSize(DefaultSize());
+}
+
+/// Room for a large chart, within what the main monitor has.
+wxSize PredictionFrame::DefaultSize() const {
+  wxSize size = FromDIP(wxSize(1180, 800));
+  const wxRect desktop = wxDisplay(0U).GetClientArea();
+  size.DecTo(desktop.GetSize() - FromDIP(wxSize(40, 80)));
+  return size;
+}
+
+void PredictionFrame::PutToDefaultPlace() {
+  if (IsIconized()) Iconize(false);
+  if (IsMaximized()) Maximize(false);
+  SetClientSize(DefaultSize());
+  CentreOnScreen();
 }
 
 wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {

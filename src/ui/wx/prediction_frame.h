@@ -35,6 +35,9 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   [[nodiscard]] ControlSet& Controls() { return *controls_; }
   [[nodiscard]] ChartCanvas& Canvas() { return *canvas_; }
 
+  /// The size and place of a fresh installation.
+  void PutToDefaultPlace();
+
   // For the view.
   void ShowNotice(const Notice& notice);
   void SetStatus(const std::string& text);
@@ -58,6 +61,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void DoubleClicked(TextField field) override;
 
   void Assemble(ChartPane& pane);
+  [[nodiscard]] wxSize DefaultSize() const;
   [[nodiscard]] wxSizer* MakeChartOptions(wxWindow* parent);
   void MakeMenu();
   void Ticked(WindowTimer timer);
