@@ -1,5 +1,9 @@
 #include "ui/prediction/text_width.h"
 
+#include <cmath>
+
+#include "common/numbers.h"
+
 namespace skyhop {
 namespace {
 
@@ -45,6 +49,11 @@ std::size_t FittingLength(std::string_view text, double width, double size, Font
     at = next;
   }
   return text.size();
+}
+
+std::string ClockText(double hours) {
+  const auto minutes = static_cast<int>(std::lround(hours * 60));
+  return PaddedNumber(minutes / 60, 2) + ":" + PaddedNumber(minutes % 60, 2);
 }
 
 std::string Shortened(std::string_view text, double width, double size, FontWeight weight) {
