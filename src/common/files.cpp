@@ -5,6 +5,7 @@
 #include <random>
 
 #include "common/errors.h"
+#include "common/text.h"
 
 namespace skyhop {
 namespace {
@@ -97,4 +98,14 @@ void WriteFileAtOnce(const std::filesystem::path& path, const std::string& conte
   }
 }
 
+namespace Common {
+
+std::string HTTPFilename(const std::string& name) {
+  // A fourth slash would make the folder's name the first part of a path that begins with "//",
+  // which some browsers take for the name of a server.
+  const char* const scheme = name.starts_with('/') ? "file://" : "file:///";
+  return scheme + ReplaceAll(ReplaceAll(name, " ", "%20"), "\\", "/");
+}
+
+}  // namespace Common
 }  // namespace skyhop

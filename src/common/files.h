@@ -27,4 +27,12 @@ void WriteFile(const std::filesystem::path& path, const std::string& content);
 /// regular file.
 void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content);
 
+namespace Common {
+
+/// The URL of a local file, for a browser: "file:///" and the name with every blank as "%20" and
+/// every backslash as "/"; nothing else is changed. A name that begins with "/" brings the third
+/// slash along.
+[[nodiscard]] std::string HTTPFilename(const std::string& name);
+
+}  // namespace Common
 }  // namespace skyhop

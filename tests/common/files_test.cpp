@@ -47,6 +47,19 @@ TEST(Files, SayWhatWentWrong) {
   EXPECT_EQ(ErrorNumber([&] { WriteFile(folder.Path(), ""); }), errors::kPathFileAccess);
 }
 
+TEST(Files, HaveUrlsThatABrowserOpens) {
+  const struct {
+    const char* name;
+    const char* url;
+  } cases[] = {
+      {"C:\\Program Files\\Skyhop\\index.htm", "file:///C:/Program%20Files/Skyhop/index.htm"},
+      {"/home/me/my  files/index.htm", "file:///home/me/my%20%20files/index.htm"},
+      {"help/a%20b#c?.htm", "file:///help/a%20b#c?.htm"},
+      {"", "file:///"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Common::HTTPFilename(c.name), c.url);
+}
+
 TEST(FileError, MapsTheSystemsFailures) {
   const struct {
     std::errc code;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <functional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -49,7 +48,8 @@ class Configuration {
   /// Both must outlive this object.
   Configuration(const Common::Settings& settings, Diagnostics& diagnostics);
 
-  /// Restores all values. Listeners are not called.
+  /// Restores all values but the addresses of web pages, which the parameter set restores through
+  /// RestoreUrl. Listeners are not called.
   void Load();
 
   /// `listener` is called after each change, in the order of registration.
@@ -63,17 +63,23 @@ class Configuration {
   /// In the order in which `ModeSNRCombo` offers them.
   [[nodiscard]] const std::vector<ModeSettings>& Modes() const { return modes_; }
   /// The text of one of the addresses `kURL0` to `kURL3`, `kSSNURL`, `kSFIURL`, `kWWVURL`.
+  /// Throws Error 5 for any other text.
   [[nodiscard]] const std::string& Url(PanelText url) const;
   [[nodiscard]] bool DiagMode() const { return diag_mode_; }
   [[nodiscard]] bool ShowToolTips() const { return show_tool_tips_; }
   [[nodiscard]] bool DualMonitor() const { return dual_monitor_; }
 
-  // Each returns whether the value was saved; the value holds for this run in any case.
+  // Each returns whether the value is saved; the value holds for this run in any case. Setting what
+  // is set already saves nothing, tells nobody and returns true.
+  /// Returns false and changes nothing for an index that is no EngineChoice.
   bool SetEngine(int engine);
   bool SetDistanceMiles(bool miles);
   bool SetFreqDependentEnabled(bool enabled);
   bool SetBand(std::size_t band, const BandSettings& settings);
-  bool SetModes(std::vector<ModeSettings> modes);
+  /// Returns false and changes nothing when a mode's name is empty, comes twice (in whatever case),
+  /// has a comma in it or cannot be part of a setting's name. Blanks around the texts don't count.
+  bool SetModes(const std::vector<ModeSettings>& modes);
+  /// Throws Error 5 for a text that is none of the addresses.
   bool SetUrl(PanelText url, const std::string& text);
   bool SetDiagMode(bool on);
   bool SetShowToolTips(bool show);
@@ -83,7 +89,9 @@ class Configuration {
   void RestoreUrl(PanelText url, const std::string& text);
 
  private:
-  bool SaveAndTell(Item item, std::span<const SettingEntry> entries);
+  template <class Value>
+  bool Change(Item item, Value& member, const Value& value,
+              const std::vector<SettingEntry>& entries);
 
   const Common::Settings* settings_;
   Diagnostics* diagnostics_;
@@ -100,7 +108,8 @@ class Configuration {
   bool dual_monitor_ = false;
 };
 
-/// The modes of a fresh installation.
+/// The modes of a fresh installation. Each needs the signal-to-noise ratio that is usual for it in
+/// a receiver's bandwidth B (Hz), which is 10 log10(B) dB more in 1 Hz.
 [[nodiscard]] std::vector<ModeSettings> DefaultModes();
 
 }  // namespace skyhop

@@ -1,0 +1,245 @@
+#include "ui/prediction/configuration.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "common/errors.h"
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "ui/prediction/bands.h"
+
+namespace skyhop {
+namespace {
+
+constexpr const char* kGeneral = "General";
+constexpr const char* kWindows = "Windows";
+constexpr const char* kConfiguration = "Configuration";
+constexpr const char* kPerBand = "FreqDependentSettings";
+constexpr const char* kPerMode = "ModeDependentSettings";
+
+constexpr const char* kEngineKey = "Engine";
+constexpr const char* kDistanceMilesKey = "DistanceMiles";
+constexpr const char* kDiagModeKey = "DiagMode";
+constexpr const char* kFreqDependentEnabledKey = "FreqDependentEnabled";
+constexpr const char* kTakeoffKey = "FreqDependentTakeoff";
+constexpr const char* kPowerKey = "FreqDependentPower";
+constexpr const char* kModesKey = "Modes";
+constexpr const char* kModeKey = "SNR ";
+constexpr const char* kShowToolTipsKey = "ShowToolTips";
+constexpr const char* kDualMonitorKey = "DualMonitor";
+
+constexpr int kEngineCount = 4;
+
+/// Required SNR of a mode that is neither known nor stored: the one of a fresh parameter set.
+constexpr const char* kUnknownModeSnr = "24";
+
+struct UrlSetting {
+  PanelText url;
+  const char* key;
+  const char* default_text;
+};
+
+constexpr std::array<UrlSetting, 7> kUrls = {{
+    {PanelText::kURL0, "URL0", ""},
+    {PanelText::kURL1, "URL1", ""},
+    {PanelText::kURL2, "URL2", ""},
+    {PanelText::kURL3, "URL3", ""},
+    {PanelText::kSSNURL, "SSNURL",
+     "https://services.swpc.noaa.gov/json/solar-cycle/predicted-solar-cycle.json"},
+    {PanelText::kSFIURL, "SFIURL", "https://services.swpc.noaa.gov/text/45-day-ap-forecast.txt"},
+    {PanelText::kWWVURL, "WWVURL", "https://services.swpc.noaa.gov/text/wwv.txt"},
+}};
+/// The parameter set restores the addresses of web pages, which come first.
+constexpr std::size_t kFirstDownload = 4;
+
+std::size_t UrlIndex(PanelText url) {
+  const auto* const found = std::find_if(kUrls.begin(), kUrls.end(),
+                                         [&](const UrlSetting& known) { return known.url == url; });
+  if (found == kUrls.end()) {
+    throw Error(errors::kInvalidCall, "no address: text " + std::to_string(static_cast<int>(url)));
+  }
+  return static_cast<std::size_t>(found - kUrls.begin());
+}
+
+std::string BandKey(const char* prefix, std::size_t band) {
+  return std::string(prefix).append(kBandNames.at(band));
+}
+
+bool HasMode(const std::vector<ModeSettings>& modes, std::string_view name) {
+  return std::any_of(modes.begin(), modes.end(), [&](const ModeSettings& known) {
+    return EqualsIgnoringCase(known.mode, name);
+  });
+}
+
+/// Whether a further mode can have this name: the list is stored with commas, the value under it.
+bool IsNewModeName(const std::vector<ModeSettings>& modes, const std::string& name) {
+  return !name.empty() && name.find(',') == std::string::npos && IsSettingName(kModeKey + name) &&
+         !HasMode(modes, name);
+}
+
+std::string ModeList(const std::vector<ModeSettings>& modes) {
+  std::string list;
+  for (const ModeSettings& mode : modes) {
+    if (!list.empty()) list += ',';
+    list += mode.mode;
+  }
+  return list;
+}
+
+std::string DefaultSnr(const std::string& mode) {
+  for (const ModeSettings& known : DefaultModes()) {
+    if (EqualsIgnoringCase(known.mode, mode)) return known.snr;
+  }
+  return kUnknownModeSnr;
+}
+
+std::vector<ModeSettings> StoredModes(const Common::Settings& settings) {
+  const std::string list =
+      settings.GetStringSetting(kProductName, kPerMode, kModesKey, ModeList(DefaultModes()));
+  std::vector<ModeSettings> modes;
+  for (std::string_view rest = list; !rest.empty();) {
+    const std::size_t comma = rest.find(',');
+    const std::string name(Trim(rest.substr(0, comma)));
+    rest.remove_prefix(comma == std::string_view::npos ? rest.size() : comma + 1);
+    if (!IsNewModeName(modes, name)) continue;
+    modes.push_back({name, settings.GetStringSetting(kProductName, kPerMode, kModeKey + name,
+                                                     DefaultSnr(name))});
+  }
+  return modes;
+}
+
+}  // namespace
+
+Configuration::Configuration(const Common::Settings& settings, Diagnostics& diagnostics)
+    : settings_(&settings), diagnostics_(&diagnostics), modes_(DefaultModes()) {
+  for (std::size_t url = 0; url < kUrls.size(); ++url) urls_.at(url) = kUrls.at(url).default_text;
+}
+
+void Configuration::Load() {
+  const auto text = [&](const char* section, const std::string& key, const char* default_text) {
+    return settings_->GetStringSetting(kProductName, section, key, default_text);
+  };
+  const auto flag = [&](const char* section, const char* key, bool default_value) {
+    return settings_->GetBooleanSetting(kProductName, section, key, BooleanText(default_value));
+  };
+  engine_ = settings_->GetIntegerSetting(kProductName, kConfiguration, kEngineKey, "0");
+  if (engine_ < 0 || engine_ >= kEngineCount) engine_ = 0;
+  distance_miles_ = flag(kConfiguration, kDistanceMilesKey, true);
+  diag_mode_ = flag(kConfiguration, kDiagModeKey, false);
+  for (std::size_t url = kFirstDownload; url < kUrls.size(); ++url) {
+    urls_.at(url) = text(kConfiguration, kUrls.at(url).key, kUrls.at(url).default_text);
+  }
+  freq_dependent_enabled_ = flag(kPerBand, kFreqDependentEnabledKey, false);
+  for (std::size_t band = 0; band < kBandCount; ++band) {
+    bands_.at(band) = {text(kPerBand, BandKey(kTakeoffKey, band), ""),
+                       text(kPerBand, BandKey(kPowerKey, band), "")};
+  }
+  modes_ = StoredModes(*settings_);
+  show_tool_tips_ = flag(kGeneral, kShowToolTipsKey, true);
+  dual_monitor_ = flag(kWindows, kDualMonitorKey, false);
+}
+
+const std::string& Configuration::Url(PanelText url) const {
+  return urls_.at(UrlIndex(url));
+}
+
+bool Configuration::SetEngine(int engine) {
+  if (engine < 0 || engine >= kEngineCount) return false;
+  return Change(Item::kEngine, engine_, engine,
+                {{kConfiguration, kEngineKey, std::to_string(engine)}});
+}
+
+bool Configuration::SetDistanceMiles(bool miles) {
+  return Change(Item::kDistanceMiles, distance_miles_, miles,
+                {{kConfiguration, kDistanceMilesKey, BooleanText(miles)}});
+}
+
+bool Configuration::SetFreqDependentEnabled(bool enabled) {
+  return Change(Item::kFreqDependent, freq_dependent_enabled_, enabled,
+                {{kPerBand, kFreqDependentEnabledKey, BooleanText(enabled)}});
+}
+
+bool Configuration::SetBand(std::size_t band, const BandSettings& settings) {
+  return Change(Item::kFreqDependent, bands_.at(band), settings,
+                {{kPerBand, BandKey(kTakeoffKey, band), settings.takeoff},
+                 {kPerBand, BandKey(kPowerKey, band), settings.power}});
+}
+
+bool Configuration::SetModes(const std::vector<ModeSettings>& modes) {
+  std::vector<ModeSettings> accepted;
+  std::vector<SettingEntry> entries;
+  for (const ModeSettings& mode : modes) {
+    // As the store keeps them: without the blanks around.
+    const std::string name(Trim(mode.mode));
+    const std::string snr(Trim(mode.snr));
+    if (!IsNewModeName(accepted, name)) return false;
+    accepted.push_back({name, snr});
+    entries.push_back({kPerMode, kModeKey + name, snr});
+  }
+  entries.push_back({kPerMode, kModesKey, ModeList(accepted)});
+  return Change(Item::kModes, modes_, accepted, entries);
+}
+
+bool Configuration::SetUrl(PanelText url, const std::string& text) {
+  const std::size_t index = UrlIndex(url);
+  return Change(Item::kUrls, urls_.at(index), text, {{kConfiguration, kUrls.at(index).key, text}});
+}
+
+bool Configuration::SetDiagMode(bool on) {
+  return Change(Item::kDiagMode, diag_mode_, on, {{kConfiguration, kDiagModeKey, BooleanText(on)}});
+}
+
+bool Configuration::SetShowToolTips(bool show) {
+  return Change(Item::kShowToolTips, show_tool_tips_, show,
+                {{kGeneral, kShowToolTipsKey, BooleanText(show)}});
+}
+
+bool Configuration::SetDualMonitor(bool dual) {
+  return Change(Item::kDualMonitor, dual_monitor_, dual,
+                {{kWindows, kDualMonitorKey, BooleanText(dual)}});
+}
+
+void Configuration::RestoreUrl(PanelText url, const std::string& text) {
+  urls_.at(UrlIndex(url)) = text;
+}
+
+template <class Value>
+bool Configuration::Change(Item item, Value& member, const Value& value,
+                           const std::vector<SettingEntry>& entries) {
+  if (member == value) return true;
+  member = value;
+  const bool saved = diagnostics_->Trap("IoncapConfig.Save",
+                                        [&] { settings_->Store().Save(kProductName, entries); });
+  // A listener may bring in further ones.
+  const std::vector<Listener> listeners = listeners_;
+  for (const Listener& listener : listeners) listener(item);
+  return saved;
+}
+
+std::vector<ModeSettings> DefaultModes() {
+  /// What a mode needs in the bandwidth that its signal-to-noise ratio is usually told for. For the
+  /// digital modes that is 2500 Hz whatever their own width is, and the ratio the weakest that
+  /// their decoders are said to copy.
+  struct UsualSnr {
+    const char* mode;
+    double snr;        // dB
+    double bandwidth;  // Hz
+  };
+  static constexpr UsualSnr kUsual[] = {
+      {"CW", 0, 250},     {"SSB", 10, 2700},    {"AM", 13, 6000},
+      {"FM", 15, 12500},  {"RTTY", 12, 250},    {"PSK31", 9, 62.5},
+      {"FT8", -21, 2500}, {"FT4", -17.5, 2500}, {"JT65", -25, 2500},
+  };
+  std::vector<ModeSettings> modes;
+  for (const UsualSnr& usual : kUsual) {
+    // In 1 Hz there is that much less noise. Rounded up: a whole number of dB that is enough.
+    const double in_one_hertz = usual.snr + 10.0 * std::log10(usual.bandwidth);
+    modes.push_back({usual.mode, FixedText(std::ceil(in_one_hertz), 0)});
+  }
+  return modes;
+}
+
+}  // namespace skyhop
