@@ -7,10 +7,12 @@
 #include <vector>
 
 #include "common/clock.h"
+#include "common/instance_guard.h"
 #include "common/machine_facts.h"
 #include "common/pause.h"
 #include "common/settings_store.h"
 #include "engine/engine_launcher.h"
+#include "engine/run_lock.h"
 
 /// The operating system's services. `app/` is the only user; everybody else gets the interfaces.
 namespace skyhop::platform {
@@ -32,13 +34,21 @@ namespace skyhop::platform {
 /// one text each; nothing when all is well.
 [[nodiscard]] std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder);
 
-/// Holds the engine folders against other runs of the program, as long as it lives.
-class RunLock {
- public:
-  virtual ~RunLock() = default;
-};
+/// The page that the help command opens: "index.htm" in the program folder when the user has one
+/// there, else the one that was installed with the program.
+[[nodiscard]] std::filesystem::path HelpFile(const std::filesystem::path& program_folder);
 
-/// Waits at most `longest` for the lock. Returns null when another program still holds it then.
+/// Guards the program folder against a second instance, as long as the guard lives; whatever ends
+/// the program frees it. A folder that cannot be written counts as one without another instance.
+[[nodiscard]] std::unique_ptr<InstanceGuard> MakeInstanceGuard(
+    const std::filesystem::path& program_folder);
+
+/// Locks as LockRuns does.
+[[nodiscard]] std::unique_ptr<RunLocker> MakeRunLocker(const std::filesystem::path& program_folder);
+
+/// Holds the engine folders against other runs of the program, as long as the lock lives. Waits at
+/// most `longest` for it; returns null when another program still holds it then. Throws the Errors
+/// of FileError when the folder cannot be opened.
 [[nodiscard]] std::unique_ptr<RunLock> LockRuns(const std::filesystem::path& program_folder,
                                                 std::chrono::milliseconds longest);
 

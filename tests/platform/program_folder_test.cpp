@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 
 #include "common/files.h"
@@ -82,12 +81,15 @@ TEST_F(ProgramFolderTest, ProblemsAreToldAndTheRestIsStillPlaced) {
   EXPECT_EQ(PlaceFiles(folder_.Path(), {{installed_ / "engine", "file/engine", true}}).size(), 1U);
 }
 
-TEST_F(ProgramFolderTest, OnlyOneRunHoldsTheLock) {
-  auto first = platform::LockRuns(folder_.Path(), std::chrono::milliseconds(0));
-  EXPECT_NE(first, nullptr);
-  EXPECT_EQ(platform::LockRuns(folder_.Path(), std::chrono::milliseconds(20)), nullptr);
-  first.reset();
-  EXPECT_NE(platform::LockRuns(folder_.Path(), std::chrono::milliseconds(0)), nullptr);
+TEST_F(ProgramFolderTest, HasTheUsersOwnHelpOrTheInstalledOne) {
+  const std::filesystem::path installed = platform::HelpFile(folder_.Path());
+  EXPECT_TRUE(PathText(installed).ends_with("/skyhop/help/index.htm")) << installed;
+  EXPECT_TRUE(installed.is_absolute());
+  std::filesystem::create_directory(folder_ / "index.htm");
+  EXPECT_EQ(platform::HelpFile(folder_.Path()), installed) << "a folder is no page";
+  std::filesystem::remove(folder_ / "index.htm");
+  WriteFile(folder_ / "index.htm", "<p>help</p>");
+  EXPECT_EQ(platform::HelpFile(folder_.Path()), folder_ / "index.htm");
 }
 
 }  // namespace

@@ -164,9 +164,9 @@ class Runner {
     const std::string given = program_.panel.Text(PanelText::kSSN);
     const IONCAPModule::DeckParameters deck =
         IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters);
-    return {program_.table,
-            program_.chart,
-            static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton)),
+    const auto engine =
+        static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
+    return {{program_.table, program_.chart, engine},
             program_.results.Heading(),
             program_.panel.Text(PanelText::kSummary),
             program_.parameters.Date(),
@@ -183,7 +183,7 @@ class Runner {
         out_ << TableReport(report);
         break;
       case OutputFormat::kCsv:
-        out_ << CsvReport(report);
+        out_ << CsvReport(report.day);
         break;
       case OutputFormat::kJson:
         out_ << JsonReport(report);
@@ -199,7 +199,7 @@ class Runner {
     texts.engine = report.heading.engine;
     texts.engine_version = report.heading.version;
     texts.sunspot_number = report.sunspot_number;
-    const std::string picture = PictureAsSvg(program_.table, report.engine, texts, {},
+    const std::string picture = PictureAsSvg(program_.table, report.day.engine, texts, {},
                                              program_.diagnostics, program_.GetClock());
     const std::filesystem::path file = PathFromText(*options_.svg_file);
     try {

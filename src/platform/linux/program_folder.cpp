@@ -77,6 +77,11 @@ void WriteRecord(const std::filesystem::path& path, const Record& record) {
   ReplaceFile(path, text.str(), 0644);
 }
 
+/// The folder above the one that holds the executable.
+std::filesystem::path InstallationPrefix() {
+  return ExecutablePath().parent_path().parent_path();
+}
+
 /// Places one file if it is missing or was placed by us and is out of date. Returns whether the
 /// record changed.
 bool PlaceFile(const std::filesystem::path& folder, const ShippedFile& file, Record& record) {
@@ -136,11 +141,18 @@ std::filesystem::path ProgramFolder() {
 }
 
 std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
-  const std::filesystem::path prefix = ExecutablePath().parent_path().parent_path();
+  const std::filesystem::path prefix = InstallationPrefix();
   return PlaceFiles(folder,
                     {{prefix / SKYHOP_DATA_FOLDER / "DefaultBands.txt", "DefaultBands.txt", false},
                      {prefix / SKYHOP_ENGINE_FOLDER / "skyhop-estimate",
                       std::filesystem::path("IonCap") / "ioncap.exe", true}});
+}
+
+std::filesystem::path HelpFile(const std::filesystem::path& program_folder) {
+  std::filesystem::path own = program_folder / "index.htm";
+  std::error_code ignored;
+  if (std::filesystem::is_regular_file(own, ignored)) return own;
+  return InstallationPrefix() / SKYHOP_DATA_FOLDER / "help" / "index.htm";
 }
 
 }  // namespace skyhop::platform

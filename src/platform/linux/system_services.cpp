@@ -1,9 +1,6 @@
-#include <fcntl.h>
 #include <langinfo.h>
-#include <sys/file.h>
 #include <sys/utsname.h>
 
-#include <cerrno>
 #include <charconv>
 #include <clocale>
 #include <cstdlib>
@@ -11,9 +8,7 @@
 #include <fstream>
 #include <thread>
 
-#include "common/errors.h"
 #include "common/files.h"
-#include "platform/linux/file_descriptor.h"
 #include "platform/linux/ini_settings_store.h"
 #include "platform/linux/posix_engine_launcher.h"
 #include "platform/linux/user_folders.h"
@@ -119,14 +114,6 @@ class LinuxMachineFacts : public MachineFacts {
   }
 };
 
-class FileRunLock : public RunLock {
- public:
-  explicit FileRunLock(FileDescriptor file) : file_(std::move(file)) {}
-
- private:
-  FileDescriptor file_;
-};
-
 }  // namespace
 
 std::unique_ptr<SettingsStore> MakeSettingsStore() {
@@ -147,23 +134,6 @@ std::unique_ptr<EngineLauncher> MakeEngineLauncher() {
 
 std::unique_ptr<Pause> MakePause() {
   return std::make_unique<SleepingPause>();
-}
-
-std::unique_ptr<RunLock> LockRuns(const std::filesystem::path& program_folder,
-                                  std::chrono::milliseconds longest) {
-  const auto until = std::chrono::steady_clock::now() + longest;
-  FileDescriptor folder(::open(program_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!folder.IsOpen()) {
-    throw FileError(std::error_code(errno, std::generic_category()),
-                    "cannot open " + PathText(program_folder));
-  }
-  // The folder itself carries the lock: it needs no file, so a read-only folder can be locked too.
-  while (::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK && errno != EINTR) break;
-    if (std::chrono::steady_clock::now() >= until) return nullptr;
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-  return std::make_unique<FileRunLock>(std::move(folder));
 }
 
 }  // namespace skyhop::platform

@@ -18,8 +18,8 @@ struct ChartPalette {
   Color open_text{};   ///< labels of open bands
   Color time{};        ///< time index and band indicator
   Color time_text{};   ///< label of the time index
-  Color note{};        ///< strip that marks an old chart
-  Color note_text{};   ///< on the strip
+  Color old_paper{};   ///< of the plot when the chart is an earlier prediction's
+  Color old_text{};    ///< what says so
   Color paper_text{};  ///< on the paper
 
   friend constexpr bool operator==(const ChartPalette&, const ChartPalette&) = default;
@@ -37,8 +37,8 @@ inline constexpr ChartPalette kLightPalette{
     .open_text = {168, 0, 168},
     .time = {214, 122, 0},
     .time_text = {160, 86, 0},
-    .note = {255, 232, 176},
-    .note_text = {92, 60, 0},
+    .old_paper = {255, 243, 214},
+    .old_text = {130, 70, 0},
     .paper_text = {72, 78, 90},
 };
 
@@ -54,8 +54,8 @@ inline constexpr ChartPalette kDarkPalette{
     .open_text = {255, 150, 255},
     .time = {232, 132, 0},
     .time_text = {255, 178, 82},
-    .note = {255, 220, 150},
-    .note_text = {70, 46, 0},
+    .old_paper = {236, 224, 196},
+    .old_text = {110, 58, 0},
     .paper_text = {72, 78, 90},
 };
 

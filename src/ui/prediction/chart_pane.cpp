@@ -16,6 +16,10 @@ constexpr double kGrabRoom = 5;
 /// Half of the room that the label above the time index takes, as a part of its font size.
 constexpr double kTimeLabelReach = 2.2;
 
+/// A plot smaller than this, as a multiple of the labels' font size, tells little.
+constexpr double kLeastPlotHeight = 18;
+constexpr double kLeastPlotWidth = 26;
+
 constexpr std::string_view kTimeLineToolTip = "Vertical Time Index (drag to desired time)";
 
 bool Contains(const Rectangle& area, Point at) {
@@ -52,11 +56,16 @@ void ChartPane::Resize(double width, double height, double text_size) {
 }
 
 double ChartPane::RowHeight() const {
-  return std::ceil(text_size_ * 1.4);
+  return std::ceil(text_size_ * 1.22);
 }
 
 double ChartPane::KeyHeight() const {
-  return color_keys_ ? std::ceil(5.4 * RowHeight()) : 0;
+  return 5 * RowHeight() + std::ceil(text_size_ * 1.2);
+}
+
+/// About what the longest line of the keys takes with its swatch and the frame.
+double ChartPane::KeyWidth() const {
+  return std::ceil(text_size_ * 24);
 }
 
 /// Whole pixels for every hour and every division of the frequency axis, so that all lines are
@@ -67,9 +76,16 @@ void ChartPane::Arrange() {
   const double right = std::ceil(text_size_ * 4.6);
   const double top = std::ceil(text_size_ * 1.9);
   const double hour_labels = std::ceil(text_size_ * 2.1);
-  const double below = hour_labels + 2 * sun_height + text_size_ * 0.9 + KeyHeight();
-  const double hour = std::max(4.0, std::floor((width_ - left - right) / 24));
-  const double division = std::max(8.0, std::floor((height_ - top - below) / 5));
+  const double below = hour_labels + 2 * sun_height + std::ceil(text_size_ * 0.6);
+  double width = width_ - left - right;
+  double height = height_ - top - below;
+  // A low window has more width than height to spare for the keys.
+  keys_beside_ = color_keys_ && height - KeyHeight() < text_size_ * kLeastPlotHeight &&
+                 width - KeyWidth() > text_size_ * kLeastPlotWidth;
+  if (color_keys_ && keys_beside_) width -= KeyWidth();
+  if (color_keys_ && !keys_beside_) height -= KeyHeight();
+  const double hour = std::max(4.0, std::floor(width / 24));
+  const double division = std::max(8.0, std::floor(height / 5));
   plot_ = {left, top, 24 * hour, 5 * division};
   xmit_sun_ = {left, plot_.Bottom() + hour_labels, plot_.width, sun_height};
   rcv_sun_ = {left, xmit_sun_.Bottom() + 3, plot_.width, sun_height};

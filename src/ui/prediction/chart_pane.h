@@ -115,6 +115,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] double TimeLineX() const { return plot_.left + chart_.TimeLineX(); }
   [[nodiscard]] double RowHeight() const;
   [[nodiscard]] double KeyHeight() const;
+  [[nodiscard]] double KeyWidth() const;
 
   void PaintPlot(Surface& surface);
   void PaintEmpty(Surface& surface) const;
@@ -142,6 +143,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   bool open_band_enable_ = true;
   bool plot_enable_ = true;
   bool color_keys_ = true;
+  bool keys_beside_ = false;  ///< the keys stand at the right instead of below
   bool old_ = false;
   std::string empty_text_;
   SolarBars sun_;

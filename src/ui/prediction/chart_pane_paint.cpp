@@ -41,35 +41,50 @@ void PaintFrame(Surface& surface, const Rectangle& area, Color color) {
   for (std::size_t i = 0; i < 4; ++i) surface.Line(corners[i], corners[(i + 1) % 4], pen);
 }
 
-/// A framed group of lines, each with a sample of what it explains, beside one another.
+/// Framed groups of lines, each with a sample of what it explains, side by side or one below the
+/// other.
 class KeyPainter {
  public:
-  KeyPainter(Surface& surface, const ChartPalette& palette, Point corner, double text_size,
-             double row_height)
-      : surface_(&surface), palette_(&palette), at_(corner), size_(text_size), row_(row_height) {}
+  KeyPainter(Surface& surface, const ChartPalette& palette, const Rectangle& room, double text_size,
+             double row_height, bool downward)
+      : surface_(&surface),
+        palette_(&palette),
+        room_(room),
+        at_{room.left, room.top},
+        size_(text_size),
+        row_(row_height),
+        downward_(downward) {}
 
-  /// Draws a frame of `rows` lines; `paint_sample` draws the sample of a line from a point on.
+  /// Draws a frame; `paint_sample` draws the sample of a line from a point on.
   template <class Lines, class PaintSample>
   void Frame(std::string_view caption, const Lines& lines, double sample_width,
              PaintSample paint_sample) {
-    double text_width = TextWidth(caption, size_, FontWeight::kBold);
+    double text_width = surface_->TextExtent(caption, {.size = size_, .weight = FontWeight::kBold});
     for (const auto& line : lines) {
       text_width = std::max(
-          text_width, sample_width + size_ / 2 + TextWidth(line.text, size_, FontWeight::kNormal));
+          text_width, sample_width + size_ / 2 + surface_->TextExtent(line.text, {.size = size_}));
     }
     const double padding = std::round(size_ * 0.7);
-    const Rectangle area{at_.x, at_.y, std::ceil(text_width) + 2 * padding, std::floor(5 * row_)};
+    const auto rows = downward_ ? static_cast<double>(lines.size() + 1) : 5;
+    const Rectangle area{at_.x, at_.y, std::ceil(text_width) + 2 * padding,
+                         rows * row_ + std::round(size_ / 2)};
+    // Half a frame would be worse than none.
+    if (area.Right() > room_.Right() || area.Bottom() > room_.Bottom()) return;
     PaintFrame(*surface_, area, palette_->band);
-    Point line_start{area.left + padding, area.top + std::round(row_ * 0.65)};
+    Point line_start{area.left + padding, area.top + std::round(row_ * 0.5 + size_ / 4)};
     surface_->Text(line_start, caption,
                    {.size = size_, .color = palette_->ink, .weight = FontWeight::kBold});
     for (const auto& line : lines) {
-      line_start.y += std::floor(row_ * 0.97);
+      line_start.y += row_;
       paint_sample(line, line_start);
       surface_->Text({line_start.x + sample_width + size_ / 2, line_start.y}, line.text,
                      {.size = size_, .color = palette_->text});
     }
-    at_.x = area.Right() + std::round(size_);
+    if (downward_) {
+      at_.y = area.Bottom() + std::round(size_ * 0.7);
+    } else {
+      at_.x = area.Right() + std::round(size_);
+    }
   }
 
   template <class Lines>
@@ -91,16 +106,18 @@ class KeyPainter {
  private:
   Surface* surface_;
   const ChartPalette* palette_;
+  Rectangle room_;
   Point at_;
   double size_;
   double row_;
+  bool downward_;
 };
 
 }  // namespace
 
 void ChartPane::Paint(Surface& surface) {
   surface.Clear(palette_.background);
-  surface.FillRectangle(plot_, palette_.paper);
+  surface.FillRectangle(plot_, old_ ? palette_.old_paper : palette_.paper);
   for (std::size_t hour = 1; hour + 1 < kHourCount; ++hour) {
     const double x = plot_.left + chart_.XDataScale(hour);
     surface.Line({x, plot_.top}, {x, plot_.Bottom()}, {palette_.grid});
@@ -137,15 +154,9 @@ void ChartPane::PaintPlot(Surface& surface) {
   PaintBandLabels(surface);
   if (plot_enable_) chart_.PaintPlot(plot);
   if (!old_) return;
-  const double height = std::ceil(text_size_ * 1.7);
-  surface.FillRectangle({plot_.left, plot_.top, plot_.width, height}, palette_.note);
-  surface.Text({plot_.left + plot_.width / 2, plot_.top + height / 2},
-               Shortened("Previous prediction: the last one asked for has not replaced it",
-                         plot_.width, text_size_, FontWeight::kBold),
-               {.size = text_size_,
-                .color = palette_.note_text,
-                .horizontal = HorizontalAlign::kCenter,
-                .weight = FontWeight::kBold});
+  surface.Text({plot_.left + text_size_, plot_.top + text_size_},
+               Shortened("Previous prediction", plot_.width, text_size_, FontWeight::kBold),
+               {.size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold});
 }
 
 void ChartPane::PaintEmpty(Surface& surface) const {
@@ -189,8 +200,9 @@ void ChartPane::PaintBandLabels(Surface& surface) const {
                   .weight = open ? FontWeight::kBold : FontWeight::kNormal});
     if (band_indicator_ != static_cast<std::int16_t>(band)) continue;
     const double side = std::round(text_size_ * 0.55);
-    surface.FillRectangle({width_ - side - 2, std::round(places[i] - side / 2), side, side},
-                          palette_.time);
+    surface.FillRectangle(
+        {plot_.Right() + std::ceil(text_size_ * 3.9), std::round(places[i] - side / 2), side, side},
+        palette_.time);
   }
 }
 
@@ -246,8 +258,11 @@ void ChartPane::PaintSunRow(Surface& surface, const Rectangle& area, const SunRo
 }
 
 void ChartPane::PaintKeys(Surface& surface) const {
-  KeyPainter keys(surface, palette_, {plot_.left, rcv_sun_.Bottom() + std::round(text_size_ * 0.7)},
-                  text_size_, RowHeight());
+  Rectangle room{plot_.left, rcv_sun_.Bottom() + std::round(text_size_ * 0.7), 0, 0};
+  if (keys_beside_) room = {std::floor(width_ - KeyWidth()), plot_.top, 0, 0};
+  room.width = width_ - room.left;
+  room.height = height_ - room.top;
+  KeyPainter keys(surface, palette_, room, text_size_, RowHeight(), keys_beside_);
   keys.Swatches(kCurveKeyCaption, kCurveKeys);
   keys.Swatches(kSolarKeyCaption, kSolarKeys);
   keys.Bars("Open Bands", OpenBandMeanings(engine_));

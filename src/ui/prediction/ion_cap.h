@@ -18,6 +18,7 @@
 #include "engine/run_control.h"
 #include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart_picture.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
 #include "ui/prediction/program_services.h"
@@ -158,7 +159,11 @@ class IonCap {
   [[nodiscard]] bool Running() const;
   /// The chart's results as comma-separated values; empty when there are none.
   [[nodiscard]] std::string ResultsAsCsv() const;
-  /// The chart as a picture in a file's own format.
+  /// Opens the web page with this number, 0 to 3.
+  void WebPage_Click(int page);
+  /// Draws the chart as a finished picture with its title.
+  void PaintPicture(Surface& surface, const PictureOptions& options) const;
+  /// The same as an SVG document.
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:

@@ -1,35 +1,16 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
+
+#include "common/instance_guard.h"
+#include "engine/run_lock.h"
 
 namespace skyhop {
 
 // The parts of the program that the prediction window starts, ends and commands but knows nothing
 // else about. A part that this build does not have is stood in for by the class itself: each
 // operation does nothing.
-
-/// Keeps a second start of the program from running beside the first.
-class InstanceGuard {
- public:
-  virtual ~InstanceGuard() = default;
-  /// Whether another instance is running already.
-  [[nodiscard]] virtual bool AnotherIsRunning() = 0;
-};
-
-/// Held while an engine runs: keeps other programs out of the engines' folders.
-class RunLock {
- public:
-  virtual ~RunLock() = default;
-};
-
-class RunLocker {
- public:
-  virtual ~RunLocker() = default;
-  /// Null when another program holds the lock. Does not wait.
-  [[nodiscard]] virtual std::unique_ptr<RunLock> Lock() = 0;
-};
 
 /// Serves the commands of peer applications.
 class CommandServer {

@@ -35,6 +35,10 @@ double TextWidth(std::string_view text, double size, FontWeight weight) {
   return width * size * (weight == FontWeight::kBold ? kBoldFactor : 1);
 }
 
+double Surface::TextExtent(std::string_view text, const TextStyle& style) {
+  return TextWidth(text, style.size, style.weight);
+}
+
 std::size_t FittingLength(std::string_view text, double width, double size, FontWeight weight) {
   double used = 0;
   std::size_t fitting = 0;

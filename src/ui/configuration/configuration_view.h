@@ -1,0 +1,127 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/prediction_panel.h"
+#include "ui/prediction/configuration.h"
+#include "ui/prediction/window_placement.h"
+
+namespace skyhop {
+
+// The controls of the configuration window by their names.
+
+enum class ConfigOption {
+  kEngineButton,  ///< an EngineChoice
+  kDistanceUnit,  ///< see distance_unit
+};
+
+namespace distance_unit {
+inline constexpr int kMiles = 0;
+inline constexpr int kKilometres = 1;
+}  // namespace distance_unit
+
+enum class ConfigCheck {
+  kFreqDependentEnabled,
+  kDiagMode,
+  kShowToolTips,
+  kDualMonitor,
+};
+
+enum class ConfigButton {
+  kTestCmd,
+  kRemoveModeCmd,
+  kOpenLogCmd,
+};
+
+enum class ConfigLabel {
+  kTestResult,     ///< what came of an engine's test
+  kStationSource,  ///< where your station's location comes from
+  kBandsMissing,   ///< why the frequency-dependent settings cannot be used; empty when they can
+  kErrorLog,       ///< path and size of the error log
+  kProgramFolder,  ///< path of the program folder
+};
+
+/// The captions of `EngineButton`; a doubled "&" shows as one.
+inline constexpr std::array<const char*, 4> kEngineCaptions = {
+    "IONCAP LUF && MUF", "ICEPAC LUF && MUF", "VOACAP LUF && MUF", "VOACAP SNR && Prob"};
+
+/// An address that the configuration holds, and what stands beside its field.
+struct ConfigUrl {
+  PanelText url;
+  const char* label;
+};
+/// First the downloads, then the web pages.
+inline constexpr std::array<ConfigUrl, 7> kConfigUrls = {{
+    {PanelText::kSFIURL, "Predicted SFI and A-index"},
+    {PanelText::kSSNURL, "Predicted Sunspot Numbers"},
+    {PanelText::kWWVURL, "Predicted Solar and Geomagnetic Conditions"},
+    {PanelText::kURL0, "Web page 1"},
+    {PanelText::kURL1, "Web page 2"},
+    {PanelText::kURL2, "Web page 3"},
+    {PanelText::kURL3, "Web page 4"},
+}};
+
+/// An application of the suite as the window lists it.
+struct PeerState {
+  std::string name;
+  std::string purpose;  ///< what the link serves
+  bool connected = false;
+
+  friend bool operator==(const PeerState&, const PeerState&) = default;
+};
+
+/// The configuration window without its rules: shows values, passes on events. The controller
+/// decides everything.
+///
+/// Setting a value here never raises the event that a user's own input would. Texts are UTF-8.
+class ConfigurationView {
+ public:
+  virtual ~ConfigurationView() = default;
+
+  virtual void Select(ConfigOption option, int index) = 0;
+  virtual void SetChecked(ConfigCheck check, bool checked) = 0;
+  virtual void Enable(ConfigCheck check, bool enabled) = 0;
+  virtual void Enable(ConfigButton button, bool enabled) = 0;
+  virtual void SetLabel(ConfigLabel label, const std::string& text) = 0;
+
+  /// What was found of the engine of option `engine`.
+  virtual void SetEngineFinding(int engine, const std::string& text) = 0;
+  /// A band's values; `band` is its index.
+  virtual void SetBand(std::size_t band, const BandSettings& settings) = 0;
+  /// Whether the band table can be edited.
+  virtual void EnableBands(bool enabled) = 0;
+  /// The whole table of modes, with the row to be selected; -1 for none.
+  virtual void SetModes(std::span<const ModeSettings> modes, int selected) = 0;
+  /// One row of it; selection and the other rows stay.
+  virtual void SetMode(std::size_t row, const ModeSettings& settings) = 0;
+  virtual void SetUrl(PanelText url, const std::string& text) = 0;
+  /// Whether the address can be opened.
+  virtual void EnableOpen(PanelText url, bool enabled) = 0;
+  virtual void SetPeers(std::span<const PeerState> peers) = 0;
+  virtual void ShowToolTips(bool show) = 0;
+
+  /// Shows the window in front of the others; it may be shown already.
+  virtual void ShowWindow() = 0;
+  virtual void HideWindow() = 0;
+  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
+  virtual void SetPlacement(const WindowPlacement& placement) = 0;
+  /// The monitors of the desktop; the main one comes first.
+  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
+
+  /// Starts the timer that follows an engine's test, again and again until it is stopped.
+  virtual void StartTestTimer(std::chrono::milliseconds interval) = 0;
+  virtual void StopTestTimer() = 0;
+
+  /// Opens an address in the user's browser. Returns whether that could be done.
+  virtual bool OpenInBrowser(const std::string& url) = 0;
+  /// Opens a file or a folder in the program that the desktop has for it. Returns the same.
+  virtual bool OpenFile(const std::filesystem::path& path) = 0;
+};
+
+}  // namespace skyhop

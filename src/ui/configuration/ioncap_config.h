@@ -1,0 +1,122 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "common/diagnostics.h"
+#include "common/settings.h"
+#include "common/user_messages.h"
+#include "engine/engine_probe.h"
+#include "ui/configuration/configuration_view.h"
+#include "ui/prediction/bands.h"
+#include "ui/prediction/configuration.h"
+#include "ui/prediction/program_services.h"
+
+namespace skyhop {
+
+/// What the configuration window asks of the program around it.
+class ConfigurationHost {
+ public:
+  virtual ~ConfigurationHost() = default;
+  /// Puts all windows to the places and sizes of a fresh installation.
+  virtual void ResetWindows() = 0;
+};
+
+/// Tells which applications of the suite are connected. A program without links has this class
+/// itself: none is.
+class PeerOverview {
+ public:
+  virtual ~PeerOverview() = default;
+  [[nodiscard]] virtual std::vector<PeerState> Peers() const;
+};
+
+/// The rules of the configuration window `IoncapConfig`: one method for each of its events. A
+/// change takes effect and is saved at once; input that is refused is told and the last valid value
+/// stays. Closing the window hides it.
+class IoncapConfig : public ConfigurationWindow {
+ public:
+  using Time = EngineProbe::Time;
+
+  /// All must outlive the controller, and the controller the last change of the configuration.
+  struct Collaborators {
+    ConfigurationView& view;
+    Configuration& configuration;
+    FreqDependentModule::BandTable& bands;
+    EngineProbe& probe;
+    const PeerOverview& peers;
+    ConfigurationHost& host;
+    UserMessages& messages;
+    const Common::Settings& settings;
+    Diagnostics& diagnostics;
+    std::filesystem::path program_folder;
+  };
+
+  explicit IoncapConfig(Collaborators collaborators);
+
+  void Form_Load() override;
+  void Show() override;
+  void Form_Unload() override;
+  /// The user closes the window.
+  void Form_QueryUnload();
+  /// The window comes to the front: what may have changed outside the program is looked up anew.
+  void Form_Activate();
+
+  /// There is no band file: frequency-dependent settings are of no use. For the BandTable's
+  /// `on_missing`.
+  void BandsMissing();
+  /// The state of a link changed.
+  void Peers_Change();
+
+  // Engine.
+  void EngineButton_Click(int index);
+  void TestCmd_Click(Time now);
+  void TestTimer_Tick(Time now);
+
+  // Stations, bands, modes.
+  void DistanceUnit_Click(int index);
+  void FreqDependentEnabled_Click(bool checked);
+  /// The user left a field of a band's row.
+  void Band_Change(std::size_t band, const BandSettings& settings);
+  /// The user left a field of the mode in `row`.
+  void Mode_Change(std::size_t row, const ModeSettings& settings);
+  void AddModeCmd_Click();
+  void RemoveModeCmd_Click(std::size_t row);
+  void RestoreModesCmd_Click();
+
+  // Addresses.
+  void URL_Change(PanelText url, const std::string& text);
+  void OpenURLCmd_Click(PanelText url);
+  void RestoreURLsCmd_Click();
+
+  // Diagnostics and windows.
+  void DiagMode_Click(bool checked);
+  void OpenLogCmd_Click();
+  void OpenFolderCmd_Click();
+  void ShowToolTips_Click(bool checked);
+  void DualMonitor_Click(bool checked);
+  void ResetWindowsCmd_Click();
+
+ private:
+  void Fill();
+  void FillBands();
+  void FillUrl(PanelText url);
+  void ShowModes(int selected);
+  void ShowFindings();
+  void ShowStationSource();
+  void ShowErrorLog();
+  void ConfigurationChanged(Configuration::Item item);
+  void SavePosition();
+  void ShowOutcome(const EngineProbe::Outcome& outcome);
+  void SaveModes(std::vector<ModeSettings> modes, int selected);
+  /// Tells the user when a change was not saved.
+  void Check(bool saved);
+  void Refuse(const std::string& text);
+
+  Collaborators with_;
+  bool bands_missing_ = false;
+  /// What the running test is called in its result.
+  std::string tested_;
+};
+
+}  // namespace skyhop

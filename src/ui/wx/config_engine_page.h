@@ -1,0 +1,32 @@
+#pragma once
+
+#include <wx/button.h>
+#include <wx/radiobut.h>
+
+#include <array>
+
+#include "ui/wx/config_page.h"
+
+namespace skyhop {
+
+/// Which engine makes the predictions, where the engines are, and whether they work.
+class ConfigEnginePage : public ConfigPage {
+ public:
+  ConfigEnginePage(wxWindow* parent, const ConfigEvents& events);
+
+  void Select(int engine);
+  void SetFinding(int engine, const std::string& text);
+  void SetTestResult(const std::string& text) { SetText(result_, text); }
+  void EnableTest(bool enabled) { test_->Enable(enabled); }
+
+ private:
+  struct Choice {
+    wxRadioButton* button;
+    wxStaticText* finding;
+  };
+  std::array<Choice, kEngineCaptions.size()> choices_{};
+  wxButton* test_;
+  wxStaticText* result_;
+};
+
+}  // namespace skyhop

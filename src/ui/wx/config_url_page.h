@@ -1,0 +1,31 @@
+#pragma once
+
+#include <wx/button.h>
+
+#include <array>
+
+#include "ui/wx/commit_field.h"
+#include "ui/wx/config_page.h"
+
+namespace skyhop {
+
+/// The addresses of downloads and web pages.
+class ConfigUrlPage : public ConfigPage {
+ public:
+  ConfigUrlPage(wxWindow* parent, const ConfigEvents& events);
+
+  void SetUrl(PanelText url, const std::string& text);
+  void EnableOpen(PanelText url, bool enabled);
+
+ private:
+  struct Row {
+    CommitField* field;
+    wxButton* open;
+  };
+  void AddRow(std::size_t index);
+  [[nodiscard]] Row& Find(PanelText url);
+
+  std::array<Row, kConfigUrls.size()> rows_{};
+};
+
+}  // namespace skyhop

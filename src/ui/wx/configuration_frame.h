@@ -1,0 +1,83 @@
+#pragma once
+
+#include <wx/frame.h>
+#include <wx/listbox.h>
+#include <wx/simplebook.h>
+#include <wx/timer.h>
+
+#include "ui/wx/config_events.h"
+
+namespace skyhop {
+
+class ConfigBandPage;
+class ConfigDiagnosticsPage;
+class ConfigEnginePage;
+class ConfigLinksPage;
+class ConfigModePage;
+class ConfigStationPage;
+class ConfigUrlPage;
+class ConfigWindowsPage;
+
+/// The configuration window: the list of its pages on the left, the chosen one beside it.
+class ConfigurationFrame : public wxFrame, public ConfigurationView {
+ public:
+  /// `parent` may be null. The window is not shown.
+  explicit ConfigurationFrame(wxWindow* parent);
+
+  /// The window's events go to `controller` from now on; it must outlive the window.
+  void Attach(IoncapConfig& controller) { events_.Attach(controller); }
+
+  /// The size and place of a fresh installation.
+  void PutToDefaultPlace();
+
+  void Select(ConfigOption option, int index) override;
+  void SetChecked(ConfigCheck check, bool checked) override;
+  void Enable(ConfigCheck check, bool enabled) override;
+  void Enable(ConfigButton button, bool enabled) override;
+  using wxFrame::Enable;
+  using wxFrame::SetLabel;
+  void SetLabel(ConfigLabel label, const std::string& text) override;
+  void SetEngineFinding(int engine, const std::string& text) override;
+  void SetBand(std::size_t band, const BandSettings& settings) override;
+  void EnableBands(bool enabled) override;
+  void SetModes(std::span<const ModeSettings> modes, int selected) override;
+  void SetMode(std::size_t row, const ModeSettings& settings) override;
+  void SetUrl(PanelText url, const std::string& text) override;
+  void EnableOpen(PanelText url, bool enabled) override;
+  void SetPeers(std::span<const PeerState> peers) override;
+  void ShowToolTips(bool show) override;
+  void ShowWindow() override;
+  void HideWindow() override;
+  [[nodiscard]] WindowPlacement Placement() const override;
+  void SetPlacement(const WindowPlacement& placement) override;
+  [[nodiscard]] std::vector<Monitor> Monitors() const override;
+  void StartTestTimer(std::chrono::milliseconds interval) override;
+  void StopTestTimer() override;
+  bool OpenInBrowser(const std::string& url) override;
+  bool OpenFile(const std::filesystem::path& path) override;
+
+ private:
+  template <class Page>
+  Page* AddPage(const wxString& name);
+  void Assemble();
+  void OnClose(wxCloseEvent& event);
+  void OnKey(wxKeyEvent& event);
+  void RememberNormalPlace();
+
+  ConfigEvents events_;
+  wxListBox* list_ = nullptr;
+  wxSimplebook* book_ = nullptr;
+  ConfigEnginePage* engine_ = nullptr;
+  ConfigStationPage* station_ = nullptr;
+  ConfigBandPage* bands_ = nullptr;
+  ConfigModePage* modes_ = nullptr;
+  ConfigUrlPage* urls_ = nullptr;
+  ConfigLinksPage* links_ = nullptr;
+  ConfigDiagnosticsPage* diagnostics_ = nullptr;
+  ConfigWindowsPage* windows_ = nullptr;
+  wxTimer test_timer_;
+  /// Where the window is, or would be restored to.
+  wxRect normal_;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,274 @@
+#include "engine/engine_probe.h"
+
+#include <gtest/gtest.h>
+
+#include "common/files.h"
+#include "common/text.h"
+#include "engine/probe_deck.h"
+#include "support/diagnostics_fixture.h"
+#include "support/fake_launcher.h"
+
+namespace skyhop {
+namespace {
+
+using skyhop::testing::FakeLauncher;
+using skyhop::testing::FakePause;
+using skyhop::testing::LoggedDiagnostics;
+using skyhop::testing::TestData;
+using std::chrono::milliseconds;
+using std::filesystem::perms;
+
+/// A launcher whose processes run until the test says otherwise.
+class ScriptedLauncher : public FakeLauncher {
+ public:
+  LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
+                          const std::filesystem::path& working_folder) override {
+    LaunchResult result = FakeLauncher::StartBatch(batch, parameter, working_folder);
+    if (hides_processes) result.process = 0;
+    return result;
+  }
+  [[nodiscard]] bool IsRunning(ProcessId process) override { return process != 0 && running; }
+  void End(ProcessId) override {
+    running = false;
+    ++ended;
+  }
+  [[nodiscard]] std::string Output(ProcessId) override { return output; }
+  /// Short names that exist, since the probe writes its files through neither of the two forms
+  /// only.
+  [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
+    return path;
+  }
+
+  bool running = true;
+  bool hides_processes = false;
+  int ended = 0;
+  std::string output;
+};
+
+class CountingLocker : public RunLocker {
+ public:
+  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
+    if (busy) return nullptr;
+    return std::make_unique<Held>(*this);
+  }
+
+  bool busy = false;
+
+ private:
+  struct Held : RunLock {
+    explicit Held(CountingLocker& locker) : locker_(&locker) { locker_->busy = true; }
+    ~Held() override { locker_->busy = false; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+    CountingLocker* locker_;
+  };
+};
+
+class EngineProbeTest : public ::testing::Test {
+ protected:
+  EngineProbeTest() {
+    Install("IonCap/ioncap.exe");
+    Install("ITSHFBC/bin_win/voacapw.exe");
+    std::filesystem::create_directories(log_.folder / "ITSHFBC/run");
+  }
+
+  void Install(const std::string& name) {
+    const std::filesystem::path file = log_.folder / name;
+    std::filesystem::create_directories(file.parent_path());
+    WriteFile(file, "an engine");
+    std::filesystem::permissions(file, perms::owner_all);
+  }
+
+  void Start(EngineChoice engine) {
+    const std::optional<EngineProbe::Outcome> outcome = probe_.Start(engine, begin_);
+    ASSERT_FALSE(outcome) << outcome->text;
+    ASSERT_TRUE(probe_.Running());
+  }
+
+  std::string OutcomeAfter(milliseconds time) {
+    const std::optional<EngineProbe::Outcome> outcome = probe_.Poll(begin_ + time);
+    return outcome ? (outcome->good ? "good: " : "bad: ") + outcome->text : "none yet";
+  }
+
+  void Answer(const std::string& name, const std::string& text) {
+    WriteFile(log_.folder / name, text);
+  }
+
+  [[nodiscard]] std::string Content(const std::string& name) const {
+    return ReadFile(log_.folder / name, 100000);
+  }
+
+  LoggedDiagnostics log_;
+  ScriptedLauncher launcher_;
+  CountingLocker locker_;
+  FakePause pause_;
+  EngineProbe::Time begin_{std::chrono::hours(5)};
+  EngineProbe probe_{{locker_, launcher_, pause_, log_.diagnostics, log_.folder.Path()}};
+};
+
+constexpr const char* kItsResults = "ITSHFBC/run/testresults.txt";
+
+TEST_F(EngineProbeTest, EnginesAreFoundInTheirFolders) {
+  const std::filesystem::path& folder = log_.folder.Path();
+  EXPECT_EQ(FindEngine(folder, EngineChoice::kIonCap),
+            (EngineFinding{folder / "IonCap/ioncap.exe", true, true}));
+  EXPECT_EQ(FindEngine(folder, EngineChoice::kIcePac),
+            (EngineFinding{folder / "ITSHFBC/bin_win/icepacw.exe", false, false}));
+  std::filesystem::permissions(folder / "ITSHFBC/bin_win/voacapw.exe", perms::owner_read);
+  for (const EngineChoice engine : {EngineChoice::kVoaCap, EngineChoice::kVoaCapSnr}) {
+    EXPECT_EQ(FindEngine(folder, engine),
+              (EngineFinding{folder / "ITSHFBC/bin_win/voacapw.exe", true, false}));
+  }
+  EXPECT_FALSE(FindEngine(folder, EngineChoice::kNone).exists);
+}
+
+TEST_F(EngineProbeTest, TheDecksAreThoseThatTheEnginesAreKnownToAnswer) {
+  const auto its = [](const char* name) { return ReplaceAll(TestData(name), "\n", "\r\n"); };
+  EXPECT_EQ(ProbeDeck(EngineChoice::kIonCap), TestData("decks/transatlantic-ioncap.txt"));
+  EXPECT_EQ(ProbeDeck(EngineChoice::kVoaCap), its("results/newyork-london-method26.deck.txt"));
+  EXPECT_EQ(ProbeDeck(EngineChoice::kVoaCapSnr), its("results/newyork-london-method30.deck.txt"));
+}
+
+TEST_F(EngineProbeTest, AnItsRunHasFilesOfItsOwn) {
+  Answer("ITSHFBC/run/results.txt", "of a prediction");
+  Start(EngineChoice::kVoaCap);
+  ASSERT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_EQ(launcher_.starts[0].batch, log_.folder / "ITSHFBC/run/test.bat");
+  const std::string folder = PathText(log_.folder / "ITSHFBC");
+  EXPECT_EQ(Content("ITSHFBC/run/test.bat"), "cd [" + folder + "/run]|\n[" + folder +
+                                                 "/bin_win/voacapw.exe] SILENT [" + folder +
+                                                 "] test.txt testresults.txt|\necho off|\ncls|\n");
+  EXPECT_EQ(Content("ITSHFBC/run/test.txt"), ProbeDeck(EngineChoice::kVoaCap));
+  EXPECT_EQ(Content("ITSHFBC/run/results.txt"), "of a prediction");
+}
+
+TEST_F(EngineProbeTest, AnIonCapRunIsDrivenByItsOwnDriverFile) {
+  Start(EngineChoice::kIonCap);
+  const std::string folder = PathText(log_.folder / "IonCap");
+  EXPECT_EQ(launcher_.starts.at(0).parameter, folder + "/testdrive.txt");
+  EXPECT_EQ(Content("IonCap/testdrive.txt"),
+            folder + "/test.txt|\n" + folder + "/testresults.txt|\n");
+}
+
+TEST_F(EngineProbeTest, AGoodRunNamesTheEngineAndItsTimeAndClearsUp) {
+  const struct {
+    EngineChoice engine;
+    const char* results;
+  } cases[] = {{EngineChoice::kVoaCap, "results/newyork-london-method26.results.txt"},
+               {EngineChoice::kVoaCapSnr, "results/newyork-london-method30.results.txt"}};
+  for (const auto& [engine, results] : cases) {
+    launcher_.running = true;
+    Start(engine);
+    Answer(kItsResults, TestData(results).substr(0, 500));
+    EXPECT_EQ(OutcomeAfter(milliseconds(100)), "none yet") << "the engine is still writing";
+    Answer(kItsResults, TestData(results));
+    launcher_.running = false;
+    EXPECT_EQ(OutcomeAfter(milliseconds(842)),
+              "good: VOACAP, version 16.1207W, answered in 842 ms. Its results hold plausible "
+              "values for all 24 hours.");
+    EXPECT_FALSE(probe_.Running());
+    EXPECT_FALSE(locker_.busy);
+    EXPECT_TRUE(std::filesystem::is_empty(log_.folder / "ITSHFBC/run"));
+  }
+}
+
+TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
+  const std::string good = TestData("results/newyork-london-method26.results.txt");
+  const struct {
+    EngineChoice engine;
+    std::string results;
+    const char* outcome;
+  } cases[] = {
+      {EngineChoice::kVoaCap, "not a table\n", "bad: The results cannot be read: Input past end"},
+      {EngineChoice::kVoaCap, ReplaceAll(good, "10.33", " 0.00"),
+       "bad: The results are not plausible: a MUF of 0 MHz in hour 5."},
+      {EngineChoice::kVoaCapSnr, "not a table\n",
+       "bad: The results have no table of signal-to-noise ratios."},
+      {EngineChoice::kVoaCapSnr,
+       TestData("results/newyork-london-method30.results.txt").substr(0, 9000),
+       "bad: The results hold only "},
+      {EngineChoice::kVoaCap, "", "bad: The engine ended without results. Its last words: Ouch"},
+  };
+  for (const auto& [engine, results, outcome] : cases) {
+    launcher_.running = true;
+    Start(engine);
+    Answer(kItsResults, results);
+    launcher_.output = "Starting\nOuch\noff\ntest.bat: 4: cls: not found\n";
+    launcher_.running = false;
+    const std::string told = OutcomeAfter(milliseconds(50));
+    EXPECT_TRUE(told.starts_with(outcome)) << told;
+    EXPECT_FALSE(locker_.busy);
+    EXPECT_TRUE(std::filesystem::exists(log_.folder / kItsResults)) << "kept for support";
+  }
+}
+
+TEST_F(EngineProbeTest, AResultsFileOfAnEarlierTestDoesNotCount) {
+  Answer(kItsResults, TestData("results/newyork-london-method26.results.txt"));
+  Start(EngineChoice::kVoaCap);
+  launcher_.running = false;
+  EXPECT_EQ(OutcomeAfter(milliseconds(50)), "bad: The engine ended without results.");
+}
+
+TEST_F(EngineProbeTest, AHangingEngineIsEndedAfterHalfAMinute) {
+  Start(EngineChoice::kIonCap);
+  EXPECT_EQ(OutcomeAfter(milliseconds(29999)), "none yet");
+  EXPECT_EQ(launcher_.ended, 0);
+  EXPECT_EQ(OutcomeAfter(milliseconds(30000)), "bad: No answer within 30 s; the engine was ended.");
+  EXPECT_EQ(launcher_.ended, 1);
+  EXPECT_FALSE(locker_.busy);
+}
+
+TEST_F(EngineProbeTest, AnUnknownProcessIsJudgedByItsResultsAlone) {
+  launcher_.hides_processes = true;
+  Start(EngineChoice::kVoaCap);
+  EXPECT_EQ(OutcomeAfter(milliseconds(10)), "none yet");
+  Answer(kItsResults, "half a table");
+  EXPECT_EQ(OutcomeAfter(milliseconds(20)), "none yet");
+  Answer(kItsResults, TestData("results/newyork-london-method26.results.txt"));
+  EXPECT_EQ(OutcomeAfter(milliseconds(30)).substr(0, 13), "good: VOACAP,");
+  Start(EngineChoice::kVoaCap);
+  EXPECT_EQ(OutcomeAfter(milliseconds(30000)), "bad: No answer within 30 s.");
+}
+
+TEST_F(EngineProbeTest, WhatKeepsAnEngineFromStartingIsToldAtOnce) {
+  const auto told = [&](EngineChoice engine) {
+    const std::optional<EngineProbe::Outcome> outcome = probe_.Start(engine, begin_);
+    return outcome && !outcome->good ? outcome->text : "it started";
+  };
+  const std::string bin = PathText(log_.folder / "ITSHFBC/bin_win/");
+  EXPECT_EQ(told(EngineChoice::kIcePac),
+            "The engine is missing: there is no " + bin + "icepacw.exe");
+  launcher_.code = 5;
+  EXPECT_EQ(told(EngineChoice::kVoaCap),
+            "The engine could not be started: The operating system denied access to the specified "
+            "file.");
+  EXPECT_FALSE(locker_.busy);
+  launcher_.code = 42;
+  std::filesystem::permissions(bin + "voacapw.exe", perms::owner_read);
+  EXPECT_EQ(told(EngineChoice::kVoaCap),
+            "The engine cannot be executed: " + bin +
+                "voacapw.exe is not a program, or you have no permission to run it.");
+  locker_.busy = true;
+  std::filesystem::remove_all(log_.folder / "IonCap/test.bat");
+  EXPECT_EQ(told(EngineChoice::kIonCap),
+            "A prediction is running. Test the engine when it has finished.");
+  EXPECT_FALSE(std::filesystem::exists(log_.folder / "IonCap/test.bat"));
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  locker_.busy = false;
+  std::filesystem::permissions(bin + "voacapw.exe", perms::owner_all);
+  std::filesystem::remove_all(log_.folder / "ITSHFBC/run");
+  EXPECT_EQ(told(EngineChoice::kVoaCap).find("The test cannot be prepared: "), 0U);
+  EXPECT_FALSE(locker_.busy);
+}
+
+TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {
+  Start(EngineChoice::kIonCap);
+  EXPECT_TRUE(locker_.busy);
+  probe_.Cancel();
+  EXPECT_EQ(launcher_.ended, 1);
+  EXPECT_FALSE(locker_.busy);
+  EXPECT_EQ(OutcomeAfter(milliseconds(5)), "none yet");
+}
+
+}  // namespace
+}  // namespace skyhop

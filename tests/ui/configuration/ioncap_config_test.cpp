@@ -1,0 +1,363 @@
+#include "ui/configuration/ioncap_config.h"
+
+#include <gtest/gtest.h>
+
+#include "common/files.h"
+#include "common/program.h"
+#include "support/fake_configuration_view.h"
+#include "support/fake_launcher.h"
+#include "support/prediction_fixture.h"
+#include "ui/configuration/default_urls.h"
+
+namespace skyhop {
+namespace {
+
+using skyhop::testing::FakeConfigurationView;
+using skyhop::testing::FakeLauncher;
+using skyhop::testing::FakePause;
+using skyhop::testing::PredictionFixture;
+using std::chrono::milliseconds;
+
+/// A prediction runs or does not.
+class FakeLocker : public RunLocker {
+ public:
+  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
+    return busy ? nullptr : std::make_unique<RunLock>();
+  }
+  bool busy = false;
+};
+
+class CountingHost : public ConfigurationHost {
+ public:
+  void ResetWindows() override { ++resets; }
+  int resets = 0;
+};
+
+class IoncapConfigTest : public ::testing::Test {
+ protected:
+  IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
+
+  void Load() { window_.Form_Load(); }
+
+  void InstallEngine(const std::string& name) {
+    const std::filesystem::path file = with_.log.folder / name;
+    std::filesystem::create_directories(file.parent_path());
+    WriteFile(file, "an engine");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+  }
+
+  std::string Stored(const std::string& section, const std::string& key) {
+    return with_.store.Read(kProductName, section, key, "nothing stored");
+  }
+
+  /// The message that the last event showed; there is one at most.
+  std::string Message() {
+    EXPECT_LE(with_.messages.shown.size(), 1U);
+    if (with_.messages.shown.empty()) return "";
+    EXPECT_EQ(with_.messages.shown[0].second, kProductName);
+    std::string text = with_.messages.shown[0].first;
+    with_.messages.shown.clear();
+    return text;
+  }
+
+  PredictionFixture with_;
+  FakeConfigurationView view_;
+  Configuration configuration_{with_.settings, with_.log.diagnostics};
+  FreqDependentModule::BandTable bands_{with_.log.folder.Path(), with_.log.diagnostics,
+                                        [this] { window_.BandsMissing(); }};
+  FakeLocker locker_;
+  FakeLauncher launcher_;
+  FakePause pause_;
+  EngineProbe probe_{{locker_, launcher_, pause_, with_.log.diagnostics, with_.log.folder.Path()}};
+  PeerOverview peers_;
+  CountingHost host_;
+  IoncapConfig window_{{view_, configuration_, bands_, probe_, peers_, host_, with_.messages,
+                        with_.settings, with_.log.diagnostics, with_.log.folder.Path()}};
+};
+
+TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {
+  with_.store.SaveSetting(kProductName, "Configuration", "Engine", "2");
+  with_.store.SaveSetting(kProductName, "Configuration", "DistanceMiles", "False");
+  with_.store.SaveSetting(kProductName, "Windows", "IoncapConfigLeft", "333");
+  Load();
+  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 2);
+  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
+  EXPECT_EQ(view_.placement.left, 333);
+  EXPECT_EQ(bands_.GetBandNameForFreq(14.1), "20M");
+  EXPECT_EQ(view_.modes, DefaultModes());
+  EXPECT_EQ(view_.labels[ConfigLabel::kBandsMissing], "");
+  EXPECT_FALSE(view_.shown);
+}
+
+TEST_F(IoncapConfigTest, ClosingHidesTheWindowAndSavesItsPlace) {
+  Load();
+  window_.Show();
+  EXPECT_TRUE(view_.shown);
+  view_.placement.left = 77;
+  window_.Form_QueryUnload();
+  EXPECT_FALSE(view_.shown);
+  EXPECT_EQ(Stored("Windows", "IoncapConfigLeft"), "77");
+  view_.placement.left = 78;
+  window_.Form_Unload();
+  EXPECT_EQ(Stored("Windows", "IoncapConfigLeft"), "78");
+}
+
+TEST_F(IoncapConfigTest, WithoutABandFileFrequencyDependentSettingsAreOff) {
+  std::filesystem::remove(with_.log.folder / "Bands.txt");
+  with_.store.SaveSetting(kProductName, "Configuration", "FreqDependentEnabled", "True");
+  Load();
+  EXPECT_FALSE(configuration_.FreqDependentEnabled());
+  EXPECT_FALSE(view_.checked[ConfigCheck::kFreqDependentEnabled]);
+  EXPECT_FALSE(view_.checks_enabled[ConfigCheck::kFreqDependentEnabled]);
+  EXPECT_EQ(view_.bands_enabled, false);
+  EXPECT_EQ(view_.labels[ConfigLabel::kBandsMissing],
+            "These settings cannot be used: there is no band file Bands.txt or DefaultBands.txt "
+            "in " +
+                PathText(with_.log.folder.Path()) + ".");
+  window_.FreqDependentEnabled_Click(true);
+  EXPECT_FALSE(configuration_.FreqDependentEnabled());
+}
+
+TEST_F(IoncapConfigTest, TheBandTableFollowsItsCheckBox) {
+  Load();
+  window_.FreqDependentEnabled_Click(true);
+  EXPECT_TRUE(configuration_.FreqDependentEnabled());
+  EXPECT_EQ(view_.bands_enabled, true);
+  window_.FreqDependentEnabled_Click(false);
+  EXPECT_EQ(view_.bands_enabled, false);
+}
+
+TEST_F(IoncapConfigTest, BandValuesAreTakenOrRefusedWithTheReason) {
+  const std::string takeoff =
+      "The take-off angle on 20 m has to be a number of degrees from 0 to 90. The value before "
+      "stays.";
+  const std::string power =
+      "The power on 20 m has to be a number of watts, 0 or more. The value before stays.";
+  const struct {
+    BandSettings given;
+    BandSettings kept;
+    std::string message;
+  } cases[] = {
+      {{" 5 ", "100"}, {"5", "100"}, ""},    {{"90", "0"}, {"90", "0"}, ""},
+      {{"90.5", "0"}, {"90", "0"}, takeoff}, {{"-1", "0"}, {"90", "0"}, takeoff},
+      {{"high", "0"}, {"90", "0"}, takeoff}, {{"90", "-1"}, {"90", "0"}, power},
+      {{"90", "100 W"}, {"90", "0"}, power}, {{"90", "1e999"}, {"90", "0"}, power},
+      {{"", "0.5"}, {"", "0.5"}, ""},        {{"", ""}, {"", ""}, ""},
+  };
+  constexpr std::size_t band = 5;
+  Load();
+  for (const auto& [given, kept, message] : cases) {
+    view_.bands[band] = given;
+    window_.Band_Change(band, given);
+    EXPECT_EQ(configuration_.Band(band), kept);
+    EXPECT_EQ(view_.bands[band], kept) << "the field shows what counts";
+    EXPECT_EQ(Message(), message);
+  }
+}
+
+TEST_F(IoncapConfigTest, ModesAreTakenOrRefusedWithTheReason) {
+  const std::string name =
+      "The name of a mode may hold no comma, no bracket, no \"=\" and no \"\\\", and may not "
+      "begin with \";\" or \"#\". The value before stays.";
+  const std::string snr =
+      "The required SNR of RTTY has to be a number of decibels from -30 to 99. The value before "
+      "stays.";
+  const ModeSettings rtty{"RTTY", "-30"};
+  const struct {
+    ModeSettings given;
+    ModeSettings kept;
+    std::string message;
+  } cases[] = {
+      {{" RTTY ", " 99 "}, {"RTTY", "99"}, ""},
+      {{"RTTY", "-30"}, rtty, ""},
+      {{"RTTY", "99.5"}, rtty, snr},
+      {{"RTTY", "-30.5"}, rtty, snr},
+      {{"RTTY", ""}, rtty, snr},
+      {{"  ", "24"}, rtty, "A mode needs a name. The value before stays."},
+      {{"A=B", "24"}, rtty, name},
+      {{"[A]", "24"}, rtty, name},
+      {{"A,B", "24"}, rtty, name},
+      {{"#1", "24"}, rtty, name},
+      {{"A mode with a long name", "24"},
+       rtty,
+       "The name of a mode may have 20 characters at most. The value before stays."},
+      {{"other", "24"}, rtty, "There is a mode Other already. The value before stays."},
+      {{"rtty", "24"}, {"rtty", "24"}, ""},
+  };
+  Load();
+  ASSERT_TRUE(configuration_.SetModes({{"Other", "1"}, {"CW", "24"}}));
+  window_.Show();
+  view_.modes = configuration_.Modes();
+  for (const auto& [given, kept, message] : cases) {
+    window_.Mode_Change(1, given);
+    EXPECT_EQ(configuration_.Modes(), (std::vector<ModeSettings>{{"Other", "1"}, kept}));
+    EXPECT_EQ(view_.modes, configuration_.Modes());
+    EXPECT_EQ(Message(), message);
+  }
+  window_.Mode_Change(9, rtty);
+  EXPECT_EQ(configuration_.Modes().size(), 2U) << "a row that is gone is not changed";
+}
+
+TEST_F(IoncapConfigTest, ModesAreAddedRemovedAndRestored) {
+  Load();
+  ASSERT_TRUE(configuration_.SetModes({{"CW", "24"}, {"Mode 1", "30"}}));
+  window_.AddModeCmd_Click();
+  EXPECT_EQ(view_.modes,
+            (std::vector<ModeSettings>{{"CW", "24"}, {"Mode 1", "30"}, {"Mode 2", "24"}}));
+  EXPECT_EQ(view_.selected_mode, 2);
+  window_.RemoveModeCmd_Click(2);
+  EXPECT_EQ(view_.selected_mode, 1) << "the last row that is left";
+  window_.RemoveModeCmd_Click(0);
+  EXPECT_EQ(view_.modes, (std::vector<ModeSettings>{{"Mode 1", "30"}}));
+  EXPECT_TRUE(view_.buttons_enabled[ConfigButton::kRemoveModeCmd]);
+  window_.RemoveModeCmd_Click(0);
+  EXPECT_TRUE(configuration_.Modes().empty());
+  EXPECT_FALSE(view_.buttons_enabled[ConfigButton::kRemoveModeCmd]);
+  window_.RestoreModesCmd_Click();
+  EXPECT_EQ(configuration_.Modes(), DefaultModes());
+  EXPECT_EQ(view_.selected_mode, 0);
+}
+
+TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
+  InstallEngine("IonCap/ioncap.exe");
+  InstallEngine("ITSHFBC/bin_win/voacapw.exe");
+  Load();
+  std::filesystem::permissions(with_.log.folder / "ITSHFBC/bin_win/voacapw.exe",
+                               std::filesystem::perms::owner_read);
+  window_.Form_Activate();
+  const std::string folder = PathText(with_.log.folder.Path());
+  EXPECT_EQ(view_.findings[0], "Found: " + folder + "/IonCap/ioncap.exe");
+  EXPECT_EQ(view_.findings[1], "Not found; expected at " + folder + "/ITSHFBC/bin_win/icepacw.exe");
+  EXPECT_EQ(view_.findings[3],
+            "Found, but it cannot be executed: " + folder + "/ITSHFBC/bin_win/voacapw.exe");
+  window_.EngineButton_Click(3);
+  EXPECT_EQ(Stored("Configuration", "Engine"), "3");
+}
+
+TEST_F(IoncapConfigTest, TheTestFollowsTheSelectedEngineToItsOutcome) {
+  InstallEngine("IonCap/ioncap.exe");
+  Load();
+  const IoncapConfig::Time begin{};
+  window_.TestCmd_Click(begin);
+  EXPECT_TRUE(view_.timer_runs);
+  EXPECT_FALSE(view_.buttons_enabled[ConfigButton::kTestCmd]);
+  EXPECT_EQ(view_.labels[ConfigLabel::kTestResult], "IONCAP LUF & MUF: the test is running.");
+  window_.EngineButton_Click(1);
+  window_.TestTimer_Tick(begin + milliseconds(50));
+  EXPECT_FALSE(view_.timer_runs);
+  EXPECT_TRUE(view_.buttons_enabled[ConfigButton::kTestCmd]);
+  EXPECT_EQ(view_.labels[ConfigLabel::kTestResult],
+            "IONCAP LUF & MUF does not work. The engine ended without results.");
+  window_.TestCmd_Click(begin);
+  EXPECT_FALSE(view_.timer_runs) << "a missing engine is not waited for";
+  EXPECT_EQ(view_.labels[ConfigLabel::kTestResult].find("ICEPAC LUF & MUF does not work. The "
+                                                        "engine is missing"),
+            0U);
+}
+
+TEST_F(IoncapConfigTest, DefaultAddressesAreThoseOfAFreshInstallation) {
+  with_.parameters.Initialize();
+  for (const PanelText page :
+       {PanelText::kURL0, PanelText::kURL1, PanelText::kURL2, PanelText::kURL3}) {
+    EXPECT_EQ(DefaultUrl(page), with_.panel.Text(page));
+  }
+  Load();
+  for (const PanelText download : {PanelText::kSFIURL, PanelText::kSSNURL, PanelText::kWWVURL}) {
+    EXPECT_EQ(DefaultUrl(download), configuration_.Url(download));
+  }
+  for (const ConfigUrl& row : kConfigUrls) window_.URL_Change(row.url, "elsewhere");
+  window_.RestoreURLsCmd_Click();
+  for (const ConfigUrl& row : kConfigUrls) {
+    EXPECT_EQ(configuration_.Url(row.url), DefaultUrl(row.url));
+    EXPECT_EQ(view_.urls[row.url], DefaultUrl(row.url));
+    EXPECT_EQ(view_.open_enabled[row.url], *DefaultUrl(row.url) != '\0') << row.label;
+  }
+}
+
+TEST_F(IoncapConfigTest, OnlyWebAddressesAreOpened) {
+  Load();
+  window_.URL_Change(PanelText::kURL3, "  HTTPS://example.org/a b  ");
+  EXPECT_EQ(Stored("Configuration", "URL3"), "HTTPS://example.org/a b");
+  window_.OpenURLCmd_Click(PanelText::kURL3);
+  EXPECT_EQ(view_.opened, std::vector<std::string>{"HTTPS://example.org/a b"});
+  EXPECT_EQ(Message(), "");
+  view_.can_open = false;
+  window_.OpenURLCmd_Click(PanelText::kURL3);
+  EXPECT_EQ(Message(), "No browser could be started for HTTPS://example.org/a b");
+  view_.opened.clear();
+  for (const char* text : {"/usr/bin/program", "file:///etc/passwd", "www.example.org", ""}) {
+    window_.URL_Change(PanelText::kURL3, text);
+    window_.OpenURLCmd_Click(PanelText::kURL3);
+    EXPECT_NE(Message().find("is no address of a web page"), std::string::npos);
+  }
+  EXPECT_TRUE(view_.opened.empty());
+}
+
+TEST_F(IoncapConfigTest, AChangeThatIsNotSavedIsToldAndCountsNevertheless) {
+  Load();
+  with_.store.save_error = 75;
+  window_.DistanceUnit_Click(distance_unit::kKilometres);
+  EXPECT_FALSE(configuration_.DistanceMiles());
+  EXPECT_EQ(Message().find("The change counts until the program ends, but it could not be saved."),
+            0U);
+  window_.RestoreURLsCmd_Click();
+  EXPECT_NE(Message(), "") << "one message for all addresses";
+}
+
+TEST_F(IoncapConfigTest, DebugLoggingAndTheLogsSizeFollowTheCheckBox) {
+  Load();
+  with_.log.diagnostics.SetDebugListener({});
+  const std::string path = PathText(with_.log.diagnostics.LogPath());
+  EXPECT_EQ(view_.labels[ConfigLabel::kErrorLog], path + " (not written so far)");
+  EXPECT_FALSE(view_.buttons_enabled[ConfigButton::kOpenLogCmd]);
+  window_.DiagMode_Click(true);
+  EXPECT_TRUE(with_.log.diagnostics.GetDebug());
+  EXPECT_TRUE(view_.buttons_enabled[ConfigButton::kOpenLogCmd]);
+  window_.DiagMode_Click(false);
+  EXPECT_FALSE(with_.log.diagnostics.GetDebug());
+  const struct {
+    std::size_t size;
+    const char* text;
+  } cases[] = {{999, " (999 bytes)"}, {12'345, " (12.3 kB)"}, {2'500'000, " (2.5 MB)"}};
+  for (const auto& [size, text] : cases) {
+    WriteFile(with_.log.diagnostics.LogPath(), std::string(size, 'x'));
+    window_.Form_Activate();
+    EXPECT_EQ(view_.labels[ConfigLabel::kErrorLog], path + text);
+  }
+}
+
+TEST_F(IoncapConfigTest, TheSourceOfYourStationIsTheOneThatIsUsed) {
+  Load();
+  EXPECT_NE(view_.labels[ConfigLabel::kStationSource].find("this program's own settings"),
+            std::string::npos);
+  with_.store.SaveSetting("Tessera", "QTH", "LonDeg", "8");
+  window_.Form_Activate();
+  EXPECT_NE(view_.labels[ConfigLabel::kStationSource].find("from the settings of Tessera"),
+            std::string::npos);
+}
+
+TEST_F(IoncapConfigTest, ChangesMadeElsewhereAreShown) {
+  Load();
+  configuration_.SetEngine(1);
+  configuration_.SetDistanceMiles(false);
+  configuration_.SetUrl(PanelText::kSSNURL, "https://example.org");
+  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 1);
+  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
+  EXPECT_EQ(view_.urls[PanelText::kSSNURL], "https://example.org");
+}
+
+TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
+  Load();
+  window_.Show();
+  ASSERT_EQ(view_.peers.size(), 3U);
+  EXPECT_EQ(view_.peers[1], (PeerState{"Tessera", "locations and antenna rotation", false}));
+  window_.ShowToolTips_Click(false);
+  EXPECT_FALSE(view_.tool_tips);
+  window_.DualMonitor_Click(true);
+  EXPECT_TRUE(configuration_.DualMonitor());
+  window_.ResetWindowsCmd_Click();
+  EXPECT_EQ(host_.resets, 1);
+}
+
+}  // namespace
+}  // namespace skyhop
