@@ -124,6 +124,10 @@ double LeadingNumber(std::string_view text) {
   return scanned.found ? Convert(text, scanned) : 0.0;
 }
 
+bool BeginsWithNumber(std::string_view text) {
+  return Scan(text).found;
+}
+
 std::optional<double> WholeNumberText(std::string_view text) {
   const std::string_view trimmed = Trim(text);
   const ScannedNumber scanned = Scan(trimmed);

@@ -15,6 +15,9 @@ namespace skyhop {
 /// 0 when there is none. A number beyond the range of double is plus or minus infinity.
 [[nodiscard]] double LeadingNumber(std::string_view text);
 
+/// Whether there is a number at the start of `text`.
+[[nodiscard]] bool BeginsWithNumber(std::string_view text);
+
 /// The number that the whole trimmed `text` is, nothing otherwise. Beyond the range of double it is
 /// plus or minus infinity.
 [[nodiscard]] std::optional<double> WholeNumberText(std::string_view text);

@@ -162,34 +162,58 @@ bool Parameters::PredictionParametersValid() {
   });
 }
 
-bool Parameters::SolarFluxValid(const std::string& flux) {
+bool Parameters::SolarFluxInRange(const std::string& flux) {
   const double value = LeadingNumber(flux);
-  return InRange(value >= 64 && value <= 400, "Illegal solar flux");
+  return value >= 64 && value <= 400;
+}
+
+bool Parameters::KindexInRange(const std::string& k_index) {
+  // The bound is far above the index's own scale on purpose: it only keeps out typing errors.
+  const double value = LeadingNumber(k_index);
+  return value >= 0 && value <= 20;
+}
+
+bool Parameters::PowerInRange(const std::string& power) {
+  return LeadingNumber(power) >= 0;
+}
+
+bool Parameters::SNRInRange(const std::string& snr) {
+  const double value = LeadingNumber(snr);
+  return value >= -30 && value < 100;
+}
+
+bool Parameters::AvailabilityInRange(const std::string& availability) {
+  const double value = LeadingNumber(availability);
+  return value >= 0 && value < 100;
+}
+
+bool Parameters::TakeoffInRange(const std::string& takeoff) {
+  const double value = LeadingNumber(takeoff);
+  return value >= 0 && value <= 90;
+}
+
+bool Parameters::SolarFluxValid(const std::string& flux) {
+  return InRange(SolarFluxInRange(flux), "Illegal solar flux");
 }
 
 bool Parameters::KindexValid(const std::string& k_index) {
-  // The bound is far above the index's own scale on purpose: it only keeps out typing errors.
-  const double value = LeadingNumber(k_index);
-  return InRange(value >= 0 && value <= 20, "Illegal geomagnetic K-index");
+  return InRange(KindexInRange(k_index), "Illegal geomagnetic K-index");
 }
 
 bool Parameters::PowerValid(const std::string& power) {
-  return InRange(LeadingNumber(power) >= 0, "Illegal Transmitter power");
+  return InRange(PowerInRange(power), "Illegal Transmitter power");
 }
 
 bool Parameters::SNRValid(const std::string& snr) {
-  const double value = LeadingNumber(snr);
-  return InRange(value >= -30 && value < 100, "Illegal SNR");
+  return InRange(SNRInRange(snr), "Illegal SNR");
 }
 
 bool Parameters::AvailabilityValid(const std::string& availability) {
-  const double value = LeadingNumber(availability);
-  return InRange(value >= 0 && value < 100, "Illegal Availability");
+  return InRange(AvailabilityInRange(availability), "Illegal Availability");
 }
 
 bool Parameters::TakeoffValid(const std::string& takeoff) {
-  const double value = LeadingNumber(takeoff);
-  return InRange(value >= 0 && value <= 90, "Illegal transmitter takeoff angle");
+  return InRange(TakeoffInRange(takeoff), "Illegal transmitter takeoff angle");
 }
 
 bool Parameters::InRange(bool in_range, const std::string& message) {

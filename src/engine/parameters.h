@@ -78,6 +78,14 @@ class Parameters {
   /// Returns whether all checks passed.
   [[nodiscard]] bool PredictionParametersValid();
 
+  // The ranges, without a word to anybody. A text without a number counts as 0.
+  [[nodiscard]] static bool SolarFluxInRange(const std::string& flux);
+  [[nodiscard]] static bool KindexInRange(const std::string& k_index);
+  [[nodiscard]] static bool PowerInRange(const std::string& power);
+  [[nodiscard]] static bool SNRInRange(const std::string& snr);
+  [[nodiscard]] static bool AvailabilityInRange(const std::string& availability);
+  [[nodiscard]] static bool TakeoffInRange(const std::string& takeoff);
+
   /// One range check: tells the user and returns false when the value is out of range.
   [[nodiscard]] bool SolarFluxValid(const std::string& flux);
   [[nodiscard]] bool KindexValid(const std::string& k_index);

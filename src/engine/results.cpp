@@ -66,6 +66,7 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
 
 void Results::ShowTable(EngineChoice engine) {
   panel_->SetText(PanelText::kSummary, SummaryLine());
+  ++tables_shown_;
   chart_->DisplayTable(engine);
 }
 

@@ -54,6 +54,9 @@ class Results {
   /// What the heading of the file displayed last says.
   [[nodiscard]] const ResultsHeading& Heading() const { return heading_; }
 
+  /// How many tables have been put on the chart, incomplete ones included.
+  [[nodiscard]] int TablesShown() const { return tables_shown_; }
+
   /// The prediction in one line: path, SNR, distance, direction, place, date.
   [[nodiscard]] std::string SummaryLine() const;
 
@@ -68,6 +71,7 @@ class Results {
   UserMessages* messages_;
   Diagnostics* diagnostics_;
   ResultsHeading heading_;
+  int tables_shown_ = 0;
 };
 
 }  // namespace skyhop::IONCAPModule

@@ -1,5 +1,8 @@
 #include "engine/run_control.h"
 
+#include <algorithm>
+#include <fstream>
+
 #include "common/files.h"
 #include "common/program.h"
 
@@ -8,6 +11,9 @@ namespace {
 
 constexpr std::int16_t kLufMufMethod = 26;
 constexpr std::int16_t kSnrMethod = 30;
+
+/// So many bytes at the end of a results file hold its last line.
+constexpr std::streamoff kTail = 200;
 
 }  // namespace
 
@@ -109,6 +115,7 @@ bool RunControl::StartItsEngine(const std::string& name, EngineChoice engine,
 }
 
 bool RunControl::Start(const std::string& name, const Run& run) {
+  refused_ = false;
   return with_.diagnostics.Trap(name, false, [&] {
     with_.diagnostics.DebugLog(name);
     if (paths_.ioncap_folder.empty()) {
@@ -120,7 +127,8 @@ bool RunControl::Start(const std::string& name, const Run& run) {
       with_.diagnostics.DebugLog("   previous computation still running");
       return false;
     }
-    if (!with_.parameters.PredictionParametersValid()) {
+    refused_ = !with_.parameters.PredictionParametersValid();
+    if (refused_) {
       with_.diagnostics.DebugLog("   parameters not ok");
       return false;
     }
@@ -201,6 +209,18 @@ void RunControl::HandOn() {
       with_.diagnostics.DebugLog("   no engine selected");
       break;
   }
+}
+
+bool RunControl::ResultsComplete() const {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(results_file_, ignored)) return false;
+  std::ifstream file(results_file_, std::ios::binary | std::ios::ate);
+  if (!file) return false;
+  file.seekg(std::max<std::streamoff>(file.tellg() - kTail, 0));
+  std::string tail(static_cast<std::size_t>(kTail), '\0');
+  file.read(tail.data(), kTail);
+  tail.resize(static_cast<std::size_t>(file.gcount()));
+  return tail.find("END OF RUN") != std::string::npos && tail.ends_with('\n');
 }
 
 void RunControl::Abort() {

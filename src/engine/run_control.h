@@ -101,6 +101,10 @@ class RunControl {
   /// One tick of the timer: takes the results file as soon as there is something in it.
   void HandleIonCapTimer();
 
+  /// Whether the results file of the current run has its last line, although the engine may still
+  /// be running.
+  [[nodiscard]] bool ResultsComplete() const;
+
   /// Stops waiting for the engine and ends it where the system tells which process it is.
   void Abort();
 
@@ -119,6 +123,8 @@ class RunControl {
   /// The processes of the two point SNR runs.
   [[nodiscard]] ProcessId ShortPathSnrProcess() const { return short_path_snr_process_; }
   [[nodiscard]] ProcessId LongPathSnrProcess() const { return long_path_snr_process_; }
+  /// Whether the last start ended because `PredictionParametersValid` told the user why.
+  [[nodiscard]] bool ParametersRefused() const { return refused_; }
   /// Whether the last finished run ended with its results on the chart.
   [[nodiscard]] bool LastRunDisplayed() const { return displayed_; }
 
@@ -168,6 +174,7 @@ class RunControl {
   ProcessId process_ = 0;
   ProcessId short_path_snr_process_ = 0;
   ProcessId long_path_snr_process_ = 0;
+  bool refused_ = false;
   bool displayed_ = false;
 };
 

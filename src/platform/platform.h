@@ -34,6 +34,9 @@ namespace skyhop::platform {
 /// one text each; nothing when all is well.
 [[nodiscard]] std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder);
 
+/// A file that is installed with the program's data, such as "icons/skyhop.svg".
+[[nodiscard]] std::filesystem::path DataFile(const std::filesystem::path& name);
+
 /// The page that the help command opens: "index.htm" in the program folder when the user has one
 /// there, else the one that was installed with the program.
 [[nodiscard]] std::filesystem::path HelpFile(const std::filesystem::path& program_folder);

@@ -150,5 +150,13 @@ TEST(NumberText, HasFixedDecimalsOrWidth) {
   EXPECT_EQ(PaddedNumber(std::numeric_limits<int>::min(), 2), "-2147483648");
 }
 
+TEST(Numbers, ATextBeginsWithANumberOrNot) {
+  for (const char* text : {"0", " 12w", "-3", "+.5", "7e"})
+    EXPECT_TRUE(BeginsWithNumber(text)) << text;
+  for (const char* text : {"", " ", "-", ".", "w12", "nan"}) {
+    EXPECT_FALSE(BeginsWithNumber(text)) << text;
+  }
+}
+
 }  // namespace
 }  // namespace skyhop

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "common/files.h"
+#include "engine/engine_output.h"
 #include "support/fake_launcher.h"
 #include "support/prediction_fixture.h"
 
@@ -297,6 +298,46 @@ TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {
             "(contest settings)");
   with_.parameters.SetPath("sideways");
   EXPECT_EQ(results_.SummaryLine().substr(0, 6), "24 db ");
+}
+
+TEST_F(RunControlTest, ResultsAreCompleteWithTheirLastLineOnly) {
+  ASSERT_TRUE(run_.IonCapPaths());
+  const std::filesystem::path results = folder_ / "IonCap" / "results.txt";
+  EXPECT_FALSE(run_.ResultsComplete());
+  const std::string whole = TestData("results/newyork-london-method26.results.txt");
+  const std::pair<std::string, bool> cases[] = {
+      {"", false},
+      {whole.substr(0, whole.size() / 2), false},
+      {whole.substr(0, whole.size() - 1), false},
+      {whole, true},
+      {"END OF RUN\n", true},
+  };
+  for (const auto& [content, complete] : cases) {
+    WriteFile(results, content);
+    EXPECT_EQ(run_.ResultsComplete(), complete) << content.size() << " bytes";
+  }
+}
+
+TEST_F(RunControlTest, RefusedParametersAreToldFromOtherReasonsNotToStart) {
+  with_.parameters.SetPredictionTakeoff("91");
+  EXPECT_FALSE(run_.IonCapPaths());
+  EXPECT_TRUE(run_.ParametersRefused());
+  with_.parameters.SetPredictionTakeoff("3");
+  launcher_.code = 2;
+  EXPECT_FALSE(run_.IonCapPaths());
+  EXPECT_FALSE(run_.ParametersRefused());
+}
+
+TEST(EngineOutput, TheBatchFilesOwnNoiseIsLeftOut) {
+  const struct {
+    const char* output;
+    std::vector<std::string> lines;
+  } cases[] = {
+      {"", {}},
+      {"off\n/x/ioncap.bat: 4: cls: not found\n", {}},
+      {"\n cannot read deck\r\nstopped\noff\n", {" cannot read deck", "stopped"}},
+  };
+  for (const auto& [output, lines] : cases) EXPECT_EQ(EngineOutputLines(output), lines);
 }
 
 TEST_F(RunControlTest, AbortStopsThePolling) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,17 +21,20 @@ class FakeLauncher : public EngineLauncher {
   LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
                           const std::filesystem::path& working_folder) override {
     starts.push_back({batch, parameter, working_folder});
-    return {code, static_cast<ProcessId>(starts.size() + 100)};
+    return {code, knows_processes ? static_cast<ProcessId>(starts.size() + 100) : 0};
   }
   LaunchResult OpenInViewer(const std::string& viewer, const std::filesystem::path& file) override {
     viewed.push_back(viewer + " " + PathText(file));
     return {code, 1};
   }
-  [[nodiscard]] bool IsRunning(ProcessId) override { return false; }
+  [[nodiscard]] bool IsRunning(ProcessId process) override { return running.contains(process); }
   bool WaitForEnd(ProcessId, std::chrono::milliseconds) override { return true; }
-  void End(ProcessId) override {}
+  void End(ProcessId process) override {
+    running.erase(process);
+    ended.push_back(process);
+  }
   void EndWithThisProgram(ProcessId) override {}
-  [[nodiscard]] std::string Output(ProcessId) override { return {}; }
+  [[nodiscard]] std::string Output(ProcessId) override { return output; }
   [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
     return path.parent_path() / ("~" + path.filename().string());
   }
@@ -40,6 +44,10 @@ class FakeLauncher : public EngineLauncher {
   [[nodiscard]] std::string LineEnd() const override { return "|\n"; }
 
   int code = 42;
+  bool knows_processes = true;
+  std::set<ProcessId> running;
+  std::vector<ProcessId> ended;
+  std::string output;
   std::vector<Start> starts;
   std::vector<std::string> viewed;
 };

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <fstream>
 #include <ostream>
 #include <random>
 
@@ -13,6 +12,7 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "engine/engine_output.h"
 #include "ui/prediction/chart_picture.h"
 
 namespace skyhop {
@@ -24,9 +24,6 @@ using std::chrono::steady_clock;
 /// How long to watch the process before the results file is looked at again. The end of the process
 /// itself is noticed at once.
 constexpr milliseconds kFileCheck{50};
-
-/// So many bytes at the end of a results file hold its last line.
-constexpr std::streamoff kTail = 200;
 
 /// A folder of this run alone, gone with the object.
 class ScratchFolder {
@@ -133,7 +130,7 @@ class Runner {
     EngineLauncher& launcher = *program_.launcher;
     launcher.EndWithThisProgram(process);
     bool ended = false;
-    while (!ended && !ResultsAreComplete()) {
+    while (!ended && !program_.run.ResultsComplete()) {
       ended = launcher.WaitForEnd(process, std::min(kFileCheck, Left(until)));
       if (!ended && Left(until).count() == 0) {
         program_.run.Abort();
@@ -151,20 +148,6 @@ class Runner {
     return exit_status::kEngineFailed;
   }
 
-  /// Whether the results file has its last line, although the engine may still be running.
-  bool ResultsAreComplete() {
-    std::error_code ignored;
-    const std::filesystem::path& results = program_.run.ResultsFile();
-    if (!std::filesystem::is_regular_file(results, ignored)) return false;
-    std::ifstream file(results, std::ios::binary | std::ios::ate);
-    if (!file) return false;
-    file.seekg(std::max<std::streamoff>(file.tellg() - kTail, 0));
-    std::string tail(static_cast<std::size_t>(kTail), '\0');
-    file.read(tail.data(), kTail);
-    tail.resize(static_cast<std::size_t>(file.gcount()));
-    return tail.find("END OF RUN") != std::string::npos && tail.ends_with('\n');
-  }
-
   void TellFailure(ProcessId process) {
     SayErrors();
     if (program_.timer.Running()) {
@@ -172,15 +155,8 @@ class Runner {
       Say("the engine " + PathText(program_.run.Executable()) + " ended without writing " +
           PathText(program_.run.ResultsFile()));
     }
-    const std::string output(Trim(program_.launcher->Output(process)));
-    std::string_view rest = output;
-    while (!rest.empty()) {
-      const std::size_t end = rest.find('\n');
-      const std::string_view line = rest.substr(0, end);
-      rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-      // The closing lines of every batch file mean nothing to this system's command processor.
-      if (line == "off" || line.find(" cls: not found") != std::string_view::npos) continue;
-      Say("engine: " + std::string(line));
+    for (const std::string& line : EngineOutputLines(program_.launcher->Output(process))) {
+      Say("engine: " + line);
     }
   }
 
@@ -188,9 +164,9 @@ class Runner {
     const std::string given = program_.panel.Text(PanelText::kSSN);
     const IONCAPModule::DeckParameters deck =
         IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters);
-    return {program_.table,
-            program_.chart,
-            static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton)),
+    const auto engine =
+        static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
+    return {{program_.table, program_.chart, engine},
             program_.results.Heading(),
             program_.panel.Text(PanelText::kSummary),
             program_.parameters.Date(),
@@ -207,7 +183,7 @@ class Runner {
         out_ << TableReport(report);
         break;
       case OutputFormat::kCsv:
-        out_ << CsvReport(report);
+        out_ << CsvReport(report.day);
         break;
       case OutputFormat::kJson:
         out_ << JsonReport(report);
@@ -223,7 +199,7 @@ class Runner {
     texts.engine = report.heading.engine;
     texts.engine_version = report.heading.version;
     texts.sunspot_number = report.sunspot_number;
-    const std::string picture = PictureAsSvg(program_.table, report.engine, texts, {},
+    const std::string picture = PictureAsSvg(program_.table, report.day.engine, texts, {},
                                              program_.diagnostics, program_.GetClock());
     const std::filesystem::path file = PathFromText(*options_.svg_file);
     try {

@@ -3,16 +3,13 @@
 #include <string>
 
 #include "engine/results_parser.h"
-#include "engine/results_table.h"
-#include "ui/prediction/prediction_chart.h"
+#include "ui/prediction/csv_report.h"
 
 namespace skyhop {
 
 /// Everything that a report tells about a prediction.
 struct PredictionReport {
-  const ResultsTable& table;
-  const IONCAPModule::PredictionChart& chart;
-  EngineChoice engine;
+  PredictedDay day;
   IONCAPModule::ResultsHeading heading;
   std::string summary;
   std::string date;
@@ -23,10 +20,6 @@ struct PredictionReport {
 
 /// A table for people: hour, FOT, MUF, HPF, LUF and how open each band is.
 [[nodiscard]] std::string TableReport(const PredictionReport& report);
-
-/// The same as comma-separated values with a header line. A value that the engine does not predict
-/// is empty.
-[[nodiscard]] std::string CsvReport(const PredictionReport& report);
 
 /// The same as JSON, with SNR, reliability, mode and signal power by band where predicted.
 [[nodiscard]] std::string JsonReport(const PredictionReport& report);

@@ -148,11 +148,15 @@ std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) 
                       std::filesystem::path("IonCap") / "ioncap.exe", true}});
 }
 
+std::filesystem::path DataFile(const std::filesystem::path& name) {
+  return InstallationPrefix() / SKYHOP_DATA_FOLDER / name;
+}
+
 std::filesystem::path HelpFile(const std::filesystem::path& program_folder) {
   std::filesystem::path own = program_folder / "index.htm";
   std::error_code ignored;
   if (std::filesystem::is_regular_file(own, ignored)) return own;
-  return InstallationPrefix() / SKYHOP_DATA_FOLDER / "help" / "index.htm";
+  return DataFile(std::filesystem::path("help") / "index.htm");
 }
 
 }  // namespace skyhop::platform

@@ -1,36 +1,21 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "engine/results.h"
 #include "engine/results_table.h"
+#include "ui/prediction/chart_palette.h"
 #include "ui/prediction/prediction_chart.h"
 #include "ui/prediction/solar_bars.h"
 #include "ui/prediction/surface.h"
 
 namespace skyhop {
-
-/// Colours of the pane around the curves, for a light or a dark desktop.
-struct ChartPalette {
-  Color background{};  ///< of the pane
-  Color paper{};       ///< of the plotting surface; light, since the curves' colours are fixed
-  Color ink{};         ///< strong texts
-  Color text{};        ///< labels
-  Color muted{};       ///< what matters less
-  Color axis{};
-  Color band{};       ///< band lines
-  Color grid{};       ///< hour lines
-  Color open_text{};  ///< labels of open bands
-  Color time{};       ///< time index and band indicator
-};
-[[nodiscard]] const ChartPalette& LightPalette();
-[[nodiscard]] const ChartPalette& DarkPalette();
 
 /// Who shows the pane.
 class ChartHost {
@@ -38,14 +23,15 @@ class ChartHost {
   virtual ~ChartHost() = default;
   /// Everything has to be painted anew.
   virtual void ChartChanged() = 0;
-  /// The overlay has changed between these places only.
+  /// Only the overlay has changed, and only within this area.
   virtual void OverlayChanged(const Rectangle& area) = 0;
   /// What the pointer or the time index is at, for the status bar.
   virtual void ShowReadout(const std::string& text) = 0;
 };
 
 /// The whole chart of the window: plot, axes, labels, colour keys, solar bars and time index. It
-/// decides what is where, what a pointer or a key does there, and draws on a Surface.
+/// decides what is where, what a pointer or a key does there, and draws on a Surface. Places are
+/// pixels on the pane.
 class ChartPane : public IONCAPModule::ResultsChart {
  public:
   /// All must outlive this object.
@@ -54,20 +40,24 @@ class ChartPane : public IONCAPModule::ResultsChart {
   void SetHost(ChartHost* host) { host_ = host; }
   void SetPalette(const ChartPalette& palette);
 
-  /// Size in pixels, and the height of the labels' font.
+  /// Size of the pane and height of the labels' font.
   void Resize(double width, double height, double text_size);
 
-  /// Draws everything but the time index; `Overlay` draws that.
+  /// Draws everything but the time index.
   void Paint(Surface& surface);
+  /// Draws the time index, over what Paint has drawn.
   void PaintOverlay(Surface& surface) const;
 
   /// A result is in the table: shows it and puts the time index at the current time.
   void DisplayTable(EngineChoice engine) override;
   [[nodiscard]] bool HasResult() const { return chart_.Plotted(); }
   [[nodiscard]] EngineChoice Engine() const { return engine_; }
-  /// Marks the chart as not belonging to the present inputs' run.
+
+  /// Marks the chart as that of an earlier prediction than the one last asked for.
   void SetOld(bool old);
   [[nodiscard]] bool Old() const { return old_; }
+  /// What the pane says while there is no result.
+  void SetEmptyText(const std::string& text);
 
   void SetOpenBandEnable(bool on);
   void SetPlotEnable(bool on);
@@ -79,56 +69,88 @@ class ChartPane : public IONCAPModule::ResultsChart {
 
   void UpdateVerticalTimeBar();
   /// Time of the time index in hours, 0 to 24 UTC.
-  [[nodiscard]] double TimeIndex() const;
+  [[nodiscard]] double TimeIndex() const { return chart_.TimeForX(chart_.TimeLineX()); }
 
-  // Pointer and keys. Places are on the pane.
-  /// Whether the pointer is on the time index, which can be dragged there.
+  /// Whether the time index can be grabbed there.
   [[nodiscard]] bool OnTimeLine(Point at) const;
+  /// The pointer was pressed: grabs the time index or chooses the band that is there.
   void Press(Point at);
   void Move(Point at);
   void Release();
+  /// The pointer has left the pane.
   void Leave();
   /// Moves the time index by whole hours.
   void StepTimeIndex(int hours);
-  /// Called when the user, not the clock, moved the time index.
+
+  /// Called when the user, not the clock, moves the time index.
   void SetTimeIndexListener(std::function<void()> listener) {
     on_time_index_ = std::move(listener);
   }
-  /// Called when a click chose a band.
+  /// Called with the band index, -1 for none, that a click has chosen.
   void SetBandListener(std::function<void(std::int16_t)> listener) {
     on_band_ = std::move(listener);
   }
 
   /// Time, frequency, band, LUF and MUFs at a place of the plot; empty elsewhere.
   [[nodiscard]] std::string Readout(Point at) const;
-  /// Time, LUF, MUFs and open bands at the time index.
+  /// Time, LUF, MUFs and open bands at the time index; empty without a result.
   [[nodiscard]] std::string ReadoutAtTimeIndex() const;
-  /// The words for what is under the pointer, empty for none.
+  /// The words for what is at a place, empty for none.
   [[nodiscard]] std::string ToolTipAt(Point at) const;
 
   [[nodiscard]] const IONCAPModule::PredictionChart& Chart() const { return chart_; }
   [[nodiscard]] const ResultsTable& Table() const { return *table_; }
-  /// Where the plot lies on the pane.
+  /// Where the plot and the two rows of solar bars lie.
   [[nodiscard]] const Rectangle& Plot() const { return plot_; }
+  [[nodiscard]] const Rectangle& XmitSun() const { return xmit_sun_; }
+  [[nodiscard]] const Rectangle& RcvSun() const { return rcv_sun_; }
 
  private:
-  struct Drag {
-    bool active = false;
-    double grab = 0;
-  };
-
   void Arrange();
-  [[nodiscard]] IONCAPModule::ChartOptions Options() const {
-    return {open_band_enable_, plot_enable_};
-  }
   void Changed();
-  void PlaceTimeLine(double x);
+  /// Does `move`, which may move the time index, and has what changed by it painted.
+  template <class MoveIndex>
+  void MovingTimeIndex(MoveIndex&& move);
+  [[nodiscard]] Rectangle OverlayArea() const;
+  [[nodiscard]] double TimeLineX() const { return plot_.left + chart_.TimeLineX(); }
+  [[nodiscard]] double RowHeight() const;
+  [[nodiscard]] double KeyHeight() const;
+  [[nodiscard]] double KeyWidth() const;
+
+  void PaintPlot(Surface& surface);
+  void PaintEmpty(Surface& surface) const;
+  void PaintTimeAxis(Surface& surface) const;
+  void PaintFrequencyAxis(Surface& surface) const;
+  void PaintBandLabels(Surface& surface) const;
+  void PaintSunRow(Surface& surface, const Rectangle& area, const SunRow& row,
+                   std::string_view caption) const;
+  void PaintKeys(Surface& surface) const;
+  [[nodiscard]] std::string Values(double time) const;
 
   const ResultsTable* table_;
   ChartHost* host_ = nullptr;
-  ChartPalette palette_;
+  ChartPalette palette_ = kLightPalette;
   IONCAPModule::PredictionChart chart_;
   EngineChoice engine_ = EngineChoice::kNone;
+
+  double width_ = 0;
+  double height_ = 0;
+  double text_size_ = 12;
+  Rectangle plot_;
+  Rectangle xmit_sun_;
+  Rectangle rcv_sun_;
+
+  bool open_band_enable_ = true;
+  bool plot_enable_ = true;
+  bool color_keys_ = true;
+  bool keys_beside_ = false;  ///< the keys stand at the right instead of below
+  bool old_ = false;
+  std::string empty_text_;
+  SolarBars sun_;
+  std::int16_t band_indicator_ = -1;
+
+  std::function<void()> on_time_index_;
+  std::function<void(std::int16_t)> on_band_;
 };
 
 }  // namespace skyhop

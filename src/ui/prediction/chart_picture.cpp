@@ -69,11 +69,6 @@ std::string Subtitle(const PictureTexts& texts) {
   return text;
 }
 
-std::string ClockText(double hours) {
-  const auto minutes = static_cast<int>(std::lround(hours * 60));
-  return PaddedNumber(minutes / 60, 2) + ":" + PaddedNumber(minutes % 60, 2);
-}
-
 /// One picture: where its parts are and the drawing of each.
 class Picture {
  public:

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "common/clock.h"
 #include "common/diagnostics.h"
@@ -16,12 +18,25 @@
 #include "engine/run_control.h"
 #include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart_picture.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
 #include "ui/prediction/program_services.h"
+#include "ui/prediction/provenance.h"
 #include "ui/prediction/view_panel.h"
 
 namespace skyhop {
+
+/// A prediction from the start of its engine to its end.
+struct PredictionRun {
+  std::unique_ptr<RunLock> lock;
+  EngineChoice engine = EngineChoice::kNone;
+  UtcTime started;
+  AskedPrediction asked;
+  std::string summary;
+  int tables_shown = 0;
+  bool engine_ended = false;  ///< seen to have ended while results were missing
+};
 
 /// The rules of the prediction window, from the program's start to its end: one method for each of
 /// its events. Every handler traps its errors, logs its own name with them and leaves the window
@@ -144,14 +159,92 @@ class IonCap {
   [[nodiscard]] bool Running() const;
   /// The chart's results as comma-separated values; empty when there are none.
   [[nodiscard]] std::string ResultsAsCsv() const;
-  /// The chart as a picture in a file's own format.
+  /// Opens the web page with this number, 0 to 3.
+  void WebPage_Click(int page);
+  /// Draws the chart as a finished picture with its title.
+  void PaintPicture(Surface& surface, const PictureOptions& options) const;
+  /// The same as an SVG document.
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
-  struct Asked;
+  enum class Station { kLocal, kDX };
+
+  /// How often the engine's process is looked at.
+  static constexpr std::chrono::milliseconds kWatchInterval{100};
+
+  /// What was typed into a field last.
+  struct FieldState {
+    std::optional<std::string> committed;
+    std::optional<std::string> refused;  ///< the text that a message was shown about
+  };
+
+  // Start and end.
+  void InitializeWindow();
+  void InitializeEngines();
+  void InitializeParameters();
+  void RestoreChartOptions();
+  void SaveOption(const char* key, bool value);
+  void ShowModes();
+  void FollowModes();
+  void UseMode();
+  void ConfigurationChanged(Configuration::Item item);
+  void EnablePeerCommands();
+
+  // Running.
+  [[nodiscard]] bool RefuseSecondRun();
+  void Predict(const char* name, int path, int direction);
+  [[nodiscard]] bool HandPowerTakeoffAndNoise();
+  void HandFrequencyDependentSettings();
+  [[nodiscard]] bool StationsCanBePredicted();
+  void HandPathAndDate();
+  void StartRun();
+  void RunStarted(std::unique_ptr<RunLock> lock);
+  [[nodiscard]] AskedPrediction Asked() const;
+  void PollResults();
+  void FinishRun();
+  void ShowFinished(const PredictionRun& run);
+  void FailDeadEngine();
+  [[nodiscard]] PredictionRun LeaveRun();
+  void Fail(const std::string& reason);
+  void ShowProgress();
+  void EnablePredicting(bool enable);
+  void ShowEngine(EngineChoice engine);
+
+  // Fields.
+  [[nodiscard]] FieldState& StateOf(TextField field);
+  [[nodiscard]] bool Commit(TextField field);
+  void HandOn(TextField field, const std::string& text);
+  [[nodiscard]] const char* Problem(TextField field, const std::string& text);
+  [[nodiscard]] bool LatitudeAcceptable(const std::string& text);
+  [[nodiscard]] bool LongitudeAcceptable(const std::string& text);
+  void Put(TextField field, const std::string& text);
+  void RememberTexts();
+  void PutToday();
+  void FollowClock();
+  void ForgetPrefix();
+
+  // Stations.
+  void StationsChanged();
+  void UpdateGrid(Station station);
+  void UpdateLatLon(Station station);
+  [[nodiscard]] std::optional<Position> PositionOf(Station station);
+  [[nodiscard]] std::optional<Position>& InStep(Station station);
+  void UpdateStationLabels();
+  void UpdateConditions();
+  void UpdateSolarBars();
 
   Collaborators with_;
+  /// Gone with this object: listeners that cannot be taken back ask for it.
+  std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
+  bool loaded_ = false;
+  bool following_stations_ = false;
   bool snr_display_active_ = false;
+  std::int16_t prediction_band_ = -1;
+  std::optional<PredictionRun> running_;
+  std::vector<ModeSettings> modes_;  ///< as `ModeSNRCombo` offers them
+  std::array<FieldState, kTextFieldCount> fields_;
+  /// The position that each station's grid square was made for.
+  std::array<std::optional<Position>, 2> in_step_;
 };
 
 }  // namespace skyhop

@@ -17,11 +17,6 @@ constexpr double kSwatch = 11;
 constexpr double kSampleLength = 36;
 constexpr double kGap = 10;
 
-struct BarMeaning {
-  Pen pen;
-  std::string_view text;
-};
-
 constexpr Pen Bar(double width, LineStyle style = LineStyle::kSolid) {
   return {IONCAPModule::kOpenBandColor, width, style};
 }
@@ -57,6 +52,10 @@ bool IsPredicted(const ResultsTable& table, std::size_t row) {
 
 }  // namespace
 
+std::span<const BarMeaning> OpenBandMeanings(EngineChoice engine) {
+  return engine == EngineChoice::kVoaCapSnr ? kReliabilityBars : kCriticalFrequencyBars;
+}
+
 void PaintCurveKey(Surface& surface, Point corner, const ResultsTable& table) {
   Point at = PaintHeading(surface, corner, kCurveKeyCaption);
   for (const CurveKey& key : kCurveKeys) {
@@ -75,8 +74,7 @@ void PaintCurveKey(Surface& surface, Point corner, const ResultsTable& table) {
 
 void PaintOpenBandKey(Surface& surface, Point corner, EngineChoice engine) {
   Point at = PaintHeading(surface, corner, "Open Bands (thickness of the bars)");
-  const auto& bars = engine == EngineChoice::kVoaCapSnr ? kReliabilityBars : kCriticalFrequencyBars;
-  for (const BarMeaning& bar : bars) {
+  for (const BarMeaning& bar : OpenBandMeanings(engine)) {
     surface.Line(at, {at.x + kSampleLength, at.y}, bar.pen);
     surface.Text({at.x + kSampleLength + kGap, at.y}, bar.text,
                  {.size = kTextSize, .color = palette::kText});

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <span>
+#include <string_view>
+
 #include "engine/results_table.h"
 #include "ui/prediction/surface.h"
 
@@ -21,6 +24,15 @@ inline constexpr double kKeyRowHeight = 19;
 
 /// Height of a picture's key: a heading and four lines.
 inline constexpr double kKeyHeight = 24 + 4 * kKeyRowHeight;
+
+/// A bar of an open band and what its thickness says.
+struct BarMeaning {
+  Pen pen;
+  std::string_view text;
+};
+
+/// The bars that the results of `engine` are drawn with.
+[[nodiscard]] std::span<const BarMeaning> OpenBandMeanings(EngineChoice engine);
 
 /// Draws the key of the curves with its upper left corner at `corner`. Curves of which the table
 /// holds no value are marked as such.

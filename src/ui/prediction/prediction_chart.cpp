@@ -49,8 +49,7 @@ void PredictionChart::SetLayout(const ChartLayout& layout) {
   const double time = TimeForX(time_line_x_);
   layout_ = layout;
   hour_width_ = static_cast<float>(XDataScale(1));
-  const auto hour = std::min(static_cast<std::size_t>(time), kHourCount - 1);
-  time_line_x_ = XDataScale(hour) + double{hour_width_} * (time - static_cast<double>(hour));
+  SetTimeIndex(time);
   if (!HasAxis()) return;
   diagnostics_->Trap("IONCAPModule.SetLayout", [&] { MeasureAxis(); });
   PlaceBandLines();
@@ -301,6 +300,30 @@ void PredictionChart::UpdateVerticalTimeBar() {
     time_line_x_ =
         XDataScale(static_cast<std::size_t>(now.hour)) + double{hour_width_} * now.minute / 60;
   });
+}
+
+void PredictionChart::Timeline_MouseDown(double x) {
+  dragging_ = true;
+  grab_offset_ = time_line_x_ - x;
+}
+
+void PredictionChart::Timeline_MouseMove(double x) {
+  if (dragging_) TimelineMove(x);
+}
+
+void PredictionChart::TimelineMove(double x) {
+  diagnostics_->Trap("IONCAPModule.TimelineMove", [&] {
+    constexpr double half_width = kTimeLineWidth / 2;
+    const double left = x + grab_offset_ - half_width / 2;
+    if (left < 1 || left + 3 * half_width >= XDataScale(kHourCount - 1)) return;
+    time_line_x_ = left;
+  });
+}
+
+void PredictionChart::SetTimeIndex(double hours) {
+  const double time = std::clamp(hours, 0.0, static_cast<double>(kHourCount - 1));
+  const auto hour = std::min(static_cast<std::size_t>(time), kHourCount - 1);
+  time_line_x_ = XDataScale(hour) + double{hour_width_} * (time - static_cast<double>(hour));
 }
 
 double PredictionChart::TimeForX(double x) const {

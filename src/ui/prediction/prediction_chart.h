@@ -106,6 +106,21 @@ class PredictionChart {
   /// Moves the time index to the current hour and minute.
   void UpdateVerticalTimeBar();
 
+  // Dragging the time index. `x` is the pointer's, measured from the first hour mark.
+  /// A press on the index starts a drag and remembers where on the bar it was grabbed.
+  void Timeline_MouseDown(double x);
+  /// While a drag lasts, moves the index. A place that would let the bar leave the chart is
+  /// ignored.
+  void Timeline_MouseMove(double x);
+  void Timeline_MouseUp() { dragging_ = false; }
+  [[nodiscard]] bool Dragging() const { return dragging_; }
+
+  /// Puts the index at a time of day in hours, clamped to 0 to 24.
+  void SetTimeIndex(double hours);
+
+  /// Width of the bar `TimeLine` in pixels.
+  static constexpr double kTimeLineWidth = 3;
+
   /// Time of day at a place of the time index: hours from 0 to 24, minutes as their fraction.
   /// Places beyond the axis are taken as its ends.
   [[nodiscard]] double TimeForX(double x) const;
@@ -137,6 +152,7 @@ class PredictionChart {
   void ClearAxis();
   void PlaceBandLines();
   void LogPlotted(std::string_view procedure);
+  void TimelineMove(double x);
   void PaintOpenings(std::size_t band, Surface& ionprop);
   [[nodiscard]] bool OpenStretch(float frequency, std::int16_t hour, Pen& pen) const;
   [[nodiscard]] std::int16_t ReliabilityLevel(float frequency, std::size_t hour) const;
@@ -160,6 +176,8 @@ class PredictionChart {
   std::array<BandLine, kBandCount> band_lines_;
   std::array<BandLabel, kBandCount> band_labels_;
   double time_line_x_ = 0;
+  bool dragging_ = false;
+  double grab_offset_ = 0;
 };
 
 }  // namespace skyhop::IONCAPModule

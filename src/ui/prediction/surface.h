@@ -83,6 +83,10 @@ class Surface {
 
   /// One line of UTF-8 text in the surface's sans-serif font. Every blank counts.
   virtual void Text(Point position, std::string_view text, const TextStyle& style) = 0;
+
+  /// Width in pixels of a text in that style: exact where the surface knows its font, else no less
+  /// than it is in the usual ones.
+  [[nodiscard]] virtual double TextExtent(std::string_view text, const TextStyle& style);
 };
 
 }  // namespace skyhop

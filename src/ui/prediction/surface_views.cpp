@@ -40,6 +40,12 @@ void ScaledSurface::Text(Point position, std::string_view text, const TextStyle&
   target_->Text(Scaled(position), text, scaled);
 }
 
+double ScaledSurface::TextExtent(std::string_view text, const TextStyle& style) {
+  TextStyle scaled = style;
+  scaled.size *= factor_;
+  return target_->TextExtent(text, scaled) / factor_;
+}
+
 void PartSurface::Line(Point from, Point to, const Pen& pen) {
   const Point change{to.x - from.x, to.y - from.y};
   Stretch kept;

@@ -16,6 +16,7 @@ class ScaledSurface : public Surface {
   void Line(Point from, Point to, const Pen& pen) override;
   void FillRectangle(const Rectangle& area, Color color) override;
   void Text(Point position, std::string_view text, const TextStyle& style) override;
+  [[nodiscard]] double TextExtent(std::string_view text, const TextStyle& style) override;
 
  private:
   [[nodiscard]] Point Scaled(Point point) const { return {point.x * factor_, point.y * factor_}; }
@@ -36,6 +37,9 @@ class PartSurface : public Surface {
   void Line(Point from, Point to, const Pen& pen) override;
   void FillRectangle(const Rectangle& area, Color color) override;
   void Text(Point position, std::string_view text, const TextStyle& style) override;
+  [[nodiscard]] double TextExtent(std::string_view text, const TextStyle& style) override {
+    return target_->TextExtent(text, style);
+  }
 
  private:
   [[nodiscard]] Point Moved(Point point) const {

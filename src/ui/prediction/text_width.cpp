@@ -1,5 +1,9 @@
 #include "ui/prediction/text_width.h"
 
+#include <cmath>
+
+#include "common/numbers.h"
+
 namespace skyhop {
 namespace {
 
@@ -31,6 +35,10 @@ double TextWidth(std::string_view text, double size, FontWeight weight) {
   return width * size * (weight == FontWeight::kBold ? kBoldFactor : 1);
 }
 
+double Surface::TextExtent(std::string_view text, const TextStyle& style) {
+  return TextWidth(text, style.size, style.weight);
+}
+
 std::size_t FittingLength(std::string_view text, double width, double size, FontWeight weight) {
   double used = 0;
   std::size_t fitting = 0;
@@ -45,6 +53,11 @@ std::size_t FittingLength(std::string_view text, double width, double size, Font
     at = next;
   }
   return text.size();
+}
+
+std::string ClockText(double hours) {
+  const auto minutes = static_cast<int>(std::lround(hours * 60));
+  return PaddedNumber(minutes / 60, 2) + ":" + PaddedNumber(minutes % 60, 2);
 }
 
 std::string Shortened(std::string_view text, double width, double size, FontWeight weight) {

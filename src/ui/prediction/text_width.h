@@ -17,6 +17,9 @@ namespace skyhop {
 [[nodiscard]] std::size_t FittingLength(std::string_view text, double width, double size,
                                         FontWeight weight);
 
+/// A time of day in hours as "13:05", to the nearest minute.
+[[nodiscard]] std::string ClockText(double hours);
+
 /// `text` or, when that is wider than `width`, its start with an ellipsis.
 [[nodiscard]] std::string Shortened(std::string_view text, double width, double size,
                                     FontWeight weight);

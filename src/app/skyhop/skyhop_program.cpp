@@ -1,0 +1,115 @@
+#include "app/skyhop/skyhop_program.h"
+
+#include <wx/bmpbndl.h>
+#include <wx/icon.h>
+
+#include "common/files.h"
+#include "platform/desktop.h"
+#include "ui/wx/window_view.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+/// What the platform knows about the machine and the toolkit about its monitors.
+class FactsWithMonitors : public MachineFacts {
+ public:
+  explicit FactsWithMonitors(std::unique_ptr<MachineFacts> facts) : facts_(std::move(facts)) {}
+
+  [[nodiscard]] MachineDescription Describe() const override {
+    MachineDescription machine = facts_->Describe();
+    machine.monitors = DesktopMonitors();
+    return machine;
+  }
+
+ private:
+  std::unique_ptr<MachineFacts> facts_;
+};
+
+}  // namespace
+
+SkyhopProgram::SkyhopProgram()
+    : folder_(platform::ProgramFolder()),
+      clock_(platform::MakeClock()),
+      facts_(std::make_unique<FactsWithMonitors>(platform::MakeMachineFacts())),
+      store_(platform::MakeSettingsStore()),
+      launcher_(platform::MakeEngineLauncher()),
+      instance_(platform::MakeInstanceGuard(folder_)),
+      locker_(platform::MakeRunLocker(folder_)),
+      diagnostics_(folder_, *clock_, *facts_),
+      settings_(*store_, diagnostics_),
+      configuration_(settings_, diagnostics_),
+      bands_(folder_, diagnostics_, [this] { configuration_window_.BandsMissing(); }),
+      pane_(table_, diagnostics_, *clock_),
+      frame_(new PredictionFrame(pane_, platform::TieLabel)),
+      panel_(frame_->View(), configuration_),
+      timer_(frame_->View()),
+      parameters_(panel_, messages_, settings_, diagnostics_),
+      cards_(pause_, diagnostics_),
+      ioncap_script_(cards_, panel_, parameters_, diagnostics_),
+      its_script_(cards_, panel_, parameters_, diagnostics_),
+      results_(table_, panel_, parameters_, pane_, messages_, diagnostics_),
+      run_({parameters_, panel_, ioncap_script_, its_script_, results_, timer_, *launcher_, pause_,
+            messages_, settings_, diagnostics_}),
+      probe_({*locker_, *launcher_, pause_, diagnostics_, folder_}),
+      configuration_frame_(new ConfigurationFrame(nullptr)),
+      configuration_window_({*configuration_frame_, configuration_, bands_, probe_, peer_overview_,
+                             *this, messages_, settings_, diagnostics_, folder_}),
+      controller_({frame_->View(),
+                   panel_,
+                   pane_,
+                   configuration_,
+                   configuration_window_,
+                   bands_,
+                   parameters_,
+                   results_,
+                   run_,
+                   *launcher_,
+                   *instance_,
+                   *locker_,
+                   server_,
+                   peers_,
+                   space_weather_,
+                   point_prediction_,
+                   beacons_,
+                   messages_,
+                   settings_,
+                   diagnostics_,
+                   *clock_,
+                   folder_,
+                   platform::HelpFile(folder_)}) {
+  const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
+      ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
+  for (wxTopLevelWindow* window : {static_cast<wxTopLevelWindow*>(frame_),
+                                   static_cast<wxTopLevelWindow*>(configuration_frame_)}) {
+    if (icon.IsOk()) window->SetIcon(icon.GetIcon(wxSize(64, 64)));
+  }
+  configuration_frame_->Attach(configuration_window_);
+  frame_->Attach(&controller_);
+  frame_->SetClosedListener([this] {
+    if (configuration_frame_) configuration_frame_->Destroy();
+  });
+}
+
+SkyhopProgram::~SkyhopProgram() {
+  // A window that is still there would outlive what it shows.
+  delete configuration_frame_.get();
+  if (frame_) frame_->Attach(nullptr);
+  delete frame_.get();
+}
+
+bool SkyhopProgram::Start() {
+  for (const std::string& problem : platform::FillProgramFolder(folder_)) {
+    diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
+  }
+  if (!controller_.Form_Load()) return false;
+  frame_->Show();
+  return true;
+}
+
+void SkyhopProgram::ResetWindows() {
+  if (frame_) frame_->PutToDefaultPlace();
+  if (configuration_frame_) configuration_frame_->PutToDefaultPlace();
+}
+
+}  // namespace skyhop

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <type_traits>  // the toolkit's next header needs it and does not say so
+
+#include <wx/weakref.h>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "common/instance_guard.h"
+#include "common/settings.h"
+#include "engine/ioncap_script.h"
+#include "engine/its_script.h"
+#include "engine/run_lock.h"
+#include "platform/platform.h"
+#include "ui/configuration/ioncap_config.h"
+#include "ui/prediction/ion_cap.h"
+#include "ui/wx/configuration_frame.h"
+#include "ui/wx/prediction_frame.h"
+#include "ui/wx/wx_messages.h"
+
+namespace skyhop {
+
+/// All parts of the program with its windows, made and wired in the order in which they need each
+/// other. Lives as long as the event loop runs.
+class SkyhopProgram : private ConfigurationHost {
+ public:
+  SkyhopProgram();
+  ~SkyhopProgram() override;
+  SkyhopProgram(const SkyhopProgram&) = delete;
+  SkyhopProgram& operator=(const SkyhopProgram&) = delete;
+
+  /// Starts the program and shows its window. Returns false when it has to end at once.
+  [[nodiscard]] bool Start();
+
+  [[nodiscard]] PredictionFrame& Frame() { return *frame_; }
+  [[nodiscard]] Diagnostics& GetDiagnostics() { return diagnostics_; }
+  [[nodiscard]] IonCap& Controller() { return controller_; }
+
+ private:
+  void ResetWindows() override;
+
+  std::filesystem::path folder_;
+  std::unique_ptr<Clock> clock_;
+  std::unique_ptr<MachineFacts> facts_;
+  std::unique_ptr<SettingsStore> store_;
+  std::unique_ptr<EngineLauncher> launcher_;
+  std::unique_ptr<InstanceGuard> instance_;
+  std::unique_ptr<RunLocker> locker_;
+  WxPause pause_;
+  WxMessages messages_;
+  Diagnostics diagnostics_;
+  Common::Settings settings_;
+  Configuration configuration_;
+  FreqDependentModule::BandTable bands_;
+  ResultsTable table_;
+  ChartPane pane_;
+  // The toolkit destroys windows that have been closed; these see it.
+  wxWeakRef<PredictionFrame> frame_;
+  ViewPanel panel_;
+  ViewTimer timer_;
+  IONCAPModule::Parameters parameters_;
+  IONCAPModule::ScriptCards cards_;
+  IONCAPModule::IonCapScript ioncap_script_;
+  IONCAPModule::ItsScript its_script_;
+  IONCAPModule::Results results_;
+  IONCAPModule::RunControl run_;
+  // Parts that this build does not have.
+  CommandServer server_;
+  PeerLinks peers_;
+  SpaceWeather space_weather_;
+  PointPrediction point_prediction_;
+  BeaconMonitor beacons_;
+  PeerOverview peer_overview_;
+  EngineProbe probe_;
+  wxWeakRef<ConfigurationFrame> configuration_frame_;
+  IoncapConfig configuration_window_;
+  IonCap controller_;
+};
+
+}  // namespace skyhop

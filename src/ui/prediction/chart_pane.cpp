@@ -1,0 +1,258 @@
+#include "ui/prediction/chart_pane.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "common/numbers.h"
+#include "ui/prediction/bands.h"
+#include "ui/prediction/text_width.h"
+
+namespace skyhop {
+namespace {
+
+/// The time index is grabbed from this far away, so that it takes no steady hand.
+constexpr double kGrabRoom = 5;
+
+/// Half of the room that the label above the time index takes, as a part of its font size.
+constexpr double kTimeLabelReach = 2.2;
+
+/// A plot smaller than this, as a multiple of the labels' font size, tells little.
+constexpr double kLeastPlotHeight = 18;
+constexpr double kLeastPlotWidth = 26;
+
+constexpr std::string_view kTimeLineToolTip = "Vertical Time Index (drag to desired time)";
+
+bool Contains(const Rectangle& area, Point at) {
+  return at.x >= area.left && at.x <= area.Right() && at.y >= area.top && at.y <= area.Bottom();
+}
+
+Rectangle Union(const Rectangle& a, const Rectangle& b) {
+  const double left = std::min(a.left, b.left);
+  const double top = std::min(a.top, b.top);
+  return {left, top, std::max(a.Right(), b.Right()) - left, std::max(a.Bottom(), b.Bottom()) - top};
+}
+
+std::string Megahertz(float value) {
+  return value > 0 ? FixedText(value, 1) : "\u2013";
+}
+
+}  // namespace
+
+ChartPane::ChartPane(const ResultsTable& table, Diagnostics& diagnostics, const Clock& clock)
+    : table_(&table), chart_(table, EvenLayout({0, 0, 240, 100}, 14), diagnostics, clock) {}
+
+void ChartPane::SetPalette(const ChartPalette& palette) {
+  if (palette == palette_) return;
+  palette_ = palette;
+  Changed();
+}
+
+void ChartPane::Resize(double width, double height, double text_size) {
+  if (width == width_ && height == height_ && text_size == text_size_) return;
+  width_ = width;
+  height_ = height;
+  text_size_ = text_size;
+  Arrange();
+}
+
+double ChartPane::RowHeight() const {
+  return std::ceil(text_size_ * 1.22);
+}
+
+double ChartPane::KeyHeight() const {
+  return 5 * RowHeight() + std::ceil(text_size_ * 1.2);
+}
+
+/// About what the longest line of the keys takes with its swatch and the frame.
+double ChartPane::KeyWidth() const {
+  return std::ceil(text_size_ * 24);
+}
+
+/// Whole pixels for every hour and every division of the frequency axis, so that all lines are
+/// sharp and the hours are equally wide.
+void ChartPane::Arrange() {
+  const double sun_height = std::ceil(text_size_ * 0.9);
+  const double left = std::ceil(text_size_ * 4.4);
+  const double right = std::ceil(text_size_ * 4.6);
+  const double top = std::ceil(text_size_ * 1.9);
+  const double hour_labels = std::ceil(text_size_ * 2.1);
+  const double below = hour_labels + 2 * sun_height + std::ceil(text_size_ * 0.6);
+  double width = width_ - left - right;
+  double height = height_ - top - below;
+  // A low window has more width than height to spare for the keys.
+  keys_beside_ = color_keys_ && height - KeyHeight() < text_size_ * kLeastPlotHeight &&
+                 width - KeyWidth() > text_size_ * kLeastPlotWidth;
+  if (color_keys_ && keys_beside_) width -= KeyWidth();
+  if (color_keys_ && !keys_beside_) height -= KeyHeight();
+  const double hour = std::max(4.0, std::floor(width / 24));
+  const double division = std::max(8.0, std::floor(height / 5));
+  plot_ = {left, top, 24 * hour, 5 * division};
+  xmit_sun_ = {left, plot_.Bottom() + hour_labels, plot_.width, sun_height};
+  rcv_sun_ = {left, xmit_sun_.Bottom() + 3, plot_.width, sun_height};
+  chart_.SetLayout(EvenLayout(plot_, std::ceil(text_size_ * 1.15)));
+  Changed();
+}
+
+void ChartPane::Changed() {
+  if (host_ != nullptr) host_->ChartChanged();
+}
+
+void ChartPane::DisplayTable(EngineChoice engine) {
+  engine_ = engine;
+  chart_.SetPlotted(true);
+  chart_.ComputeAxis(engine);
+  chart_.UpdateVerticalTimeBar();
+  Changed();
+  Leave();
+}
+
+void ChartPane::SetOld(bool old) {
+  if (old == old_) return;
+  old_ = old;
+  Changed();
+}
+
+void ChartPane::SetEmptyText(const std::string& text) {
+  if (text == empty_text_) return;
+  empty_text_ = text;
+  Changed();
+}
+
+void ChartPane::SetOpenBandEnable(bool on) {
+  open_band_enable_ = on;
+  Changed();
+}
+
+void ChartPane::SetPlotEnable(bool on) {
+  plot_enable_ = on;
+  Changed();
+}
+
+void ChartPane::ShowColorKeys(bool show) {
+  color_keys_ = show;
+  Arrange();
+}
+
+void ChartPane::SetSolarBars(const SolarBars& bars) {
+  if (bars == sun_) return;
+  sun_ = bars;
+  Changed();
+}
+
+void ChartPane::SetBandIndicator(std::int16_t band) {
+  if (band == band_indicator_) return;
+  band_indicator_ = band;
+  Changed();
+}
+
+/// Line, handle and label of the time index.
+Rectangle ChartPane::OverlayArea() const {
+  const double reach = std::ceil(std::max(kGrabRoom, text_size_ * kTimeLabelReach)) + 2;
+  const double x = TimeLineX();
+  return {x - reach, 0, 2 * reach, rcv_sun_.Bottom() + 2};
+}
+
+template <class MoveIndex>
+void ChartPane::MovingTimeIndex(MoveIndex&& move) {
+  const Rectangle before = OverlayArea();
+  const double x = chart_.TimeLineX();
+  std::forward<MoveIndex>(move)();
+  if (chart_.TimeLineX() == x || host_ == nullptr) return;
+  host_->OverlayChanged(Union(before, OverlayArea()));
+  host_->ShowReadout(ReadoutAtTimeIndex());
+}
+
+void ChartPane::UpdateVerticalTimeBar() {
+  if (chart_.Dragging()) return;
+  MovingTimeIndex([&] { chart_.UpdateVerticalTimeBar(); });
+}
+
+void ChartPane::StepTimeIndex(int hours) {
+  if (on_time_index_) on_time_index_();
+  MovingTimeIndex([&] { chart_.SetTimeIndex(TimeIndex() + hours); });
+}
+
+bool ChartPane::OnTimeLine(Point at) const {
+  return std::abs(at.x - TimeLineX()) <= kGrabRoom && at.y >= 0 && at.y <= rcv_sun_.Bottom();
+}
+
+void ChartPane::Press(Point at) {
+  if (OnTimeLine(at)) {
+    chart_.Timeline_MouseDown(at.x - plot_.left);
+    return;
+  }
+  if (!HasResult() || !on_band_ || at.x < plot_.left) return;
+  // The labels beside the plot belong to their bands too.
+  if (at.y < plot_.top || at.y > plot_.Bottom()) return;
+  on_band_(chart_.GetBandForY(static_cast<float>(at.y - plot_.top)));
+}
+
+void ChartPane::Move(Point at) {
+  if (chart_.Dragging()) {
+    if (on_time_index_) on_time_index_();
+    MovingTimeIndex([&] { chart_.Timeline_MouseMove(at.x - plot_.left); });
+    return;
+  }
+  if (host_ == nullptr) return;
+  const std::string readout = Readout(at);
+  host_->ShowReadout(readout.empty() ? ReadoutAtTimeIndex() : readout);
+}
+
+void ChartPane::Release() {
+  chart_.Timeline_MouseUp();
+}
+
+void ChartPane::Leave() {
+  if (host_ != nullptr && !chart_.Dragging()) host_->ShowReadout(ReadoutAtTimeIndex());
+}
+
+std::string ChartPane::Readout(Point at) const {
+  if (!HasResult() || !chart_.HasAxis() || !Contains(plot_, at)) return {};
+  const double part = (plot_.Bottom() - at.y) / plot_.height;
+  const double frequency = chart_.FMin() + part * (double{chart_.FMax()} - chart_.FMin());
+  std::string text = ClockText(chart_.TimeForX(at.x - plot_.left)) + " UTC   ";
+  text += FixedText(frequency, 1) + " MHz";
+  const std::int16_t band = chart_.GetBandForY(static_cast<float>(at.y - plot_.top));
+  if (band >= 0) text.append("   ").append(kBandLabelTexts.at(static_cast<std::size_t>(band)));
+  return text + "   " + Values(chart_.TimeForX(at.x - plot_.left));
+}
+
+/// The curves' values where a line through their hourly points crosses `time`.
+std::string ChartPane::Values(double time) const {
+  const auto before = std::min(static_cast<std::size_t>(time), kHourCount - 2);
+  const auto part = static_cast<float>(time - static_cast<double>(before));
+  const auto value = [&](std::size_t row) {
+    const auto& hours = table_->frequencies[row];
+    if (!(hours[before] > 0 && hours[before + 1] > 0)) return Megahertz(0);
+    return Megahertz(hours[before] + part * (hours[before + 1] - hours[before]));
+  };
+  return "LUF " + value(rows::kLuf) + "   MUF 90% " + value(rows::kMuf90) + "   50% " +
+         value(rows::kMuf50) + "   10% " + value(rows::kMuf10) + " MHz";
+}
+
+std::string ChartPane::ReadoutAtTimeIndex() const {
+  if (!HasResult()) return {};
+  const double time = TimeIndex();
+  std::string text = ClockText(time) + " UTC   " + Values(time) + "   open:";
+  // The prediction of an hour is the nearest that there is to a time within it.
+  const auto hour = static_cast<std::int16_t>(std::lround(time));
+  bool any = false;
+  for (std::size_t band = 0; band < kBandCount; ++band) {
+    if (chart_.FreqOpen(kBandLineFrequencies[band], hour) == 0) continue;
+    text.append(any ? ", " : " ").append(kBandLabelTexts[band]);
+    any = true;
+  }
+  return any ? text : text + " no band";
+}
+
+std::string ChartPane::ToolTipAt(Point at) const {
+  if (Contains(xmit_sun_, at) && !sun_.xmit_sun.tool_tip.empty()) {
+    return "Your Station: " + sun_.xmit_sun.tool_tip;
+  }
+  if (Contains(rcv_sun_, at) && !sun_.rcv_sun.tool_tip.empty()) {
+    return "DX Station: " + sun_.rcv_sun.tool_tip;
+  }
+  return OnTimeLine(at) ? std::string(kTimeLineToolTip) : std::string();
+}
+
+}  // namespace skyhop

@@ -1,0 +1,287 @@
+// How the chart's pane looks.
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "ui/prediction/bands.h"
+#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/color_key.h"
+#include "ui/prediction/label_spread.h"
+#include "ui/prediction/picture_key.h"
+#include "ui/prediction/surface_views.h"
+#include "ui/prediction/text_width.h"
+
+namespace skyhop {
+namespace {
+
+constexpr double kTick = 4;
+constexpr double kLabelGap = 4;
+constexpr double kLeader = 10;  ///< from the plot's edge to a band label
+constexpr double kSampleLength = 30;
+
+constexpr Color SunColor(SunState state) {
+  switch (state) {
+    case SunState::kDay:
+      return kSolarKeys[0].color;
+    case SunState::kTwilight:
+      return kSolarKeys[1].color;
+    case SunState::kNight:
+      break;
+  }
+  return kSolarKeys[2].color;
+}
+
+void PaintFrame(Surface& surface, const Rectangle& area, Color color) {
+  const Pen pen{color};
+  const Point corners[] = {{area.left, area.top},
+                           {area.Right(), area.top},
+                           {area.Right(), area.Bottom()},
+                           {area.left, area.Bottom()}};
+  for (std::size_t i = 0; i < 4; ++i) surface.Line(corners[i], corners[(i + 1) % 4], pen);
+}
+
+/// Framed groups of lines, each with a sample of what it explains, side by side or one below the
+/// other.
+class KeyPainter {
+ public:
+  KeyPainter(Surface& surface, const ChartPalette& palette, const Rectangle& room, double text_size,
+             double row_height, bool downward)
+      : surface_(&surface),
+        palette_(&palette),
+        room_(room),
+        at_{room.left, room.top},
+        size_(text_size),
+        row_(row_height),
+        downward_(downward) {}
+
+  /// Draws a frame; `paint_sample` draws the sample of a line from a point on.
+  template <class Lines, class PaintSample>
+  void Frame(std::string_view caption, const Lines& lines, double sample_width,
+             PaintSample paint_sample) {
+    double text_width = surface_->TextExtent(caption, {.size = size_, .weight = FontWeight::kBold});
+    for (const auto& line : lines) {
+      text_width = std::max(
+          text_width, sample_width + size_ / 2 + surface_->TextExtent(line.text, {.size = size_}));
+    }
+    const double padding = std::round(size_ * 0.7);
+    const auto rows = downward_ ? static_cast<double>(lines.size() + 1) : 5;
+    const Rectangle area{at_.x, at_.y, std::ceil(text_width) + 2 * padding,
+                         rows * row_ + std::round(size_ / 2)};
+    // Half a frame would be worse than none.
+    if (area.Right() > room_.Right() || area.Bottom() > room_.Bottom()) return;
+    PaintFrame(*surface_, area, palette_->band);
+    Point line_start{area.left + padding, area.top + std::round(row_ * 0.5 + size_ / 4)};
+    surface_->Text(line_start, caption,
+                   {.size = size_, .color = palette_->ink, .weight = FontWeight::kBold});
+    for (const auto& line : lines) {
+      line_start.y += row_;
+      paint_sample(line, line_start);
+      surface_->Text({line_start.x + sample_width + size_ / 2, line_start.y}, line.text,
+                     {.size = size_, .color = palette_->text});
+    }
+    if (downward_) {
+      at_.y = area.Bottom() + std::round(size_ * 0.7);
+    } else {
+      at_.x = area.Right() + std::round(size_);
+    }
+  }
+
+  template <class Lines>
+  void Swatches(std::string_view caption, const Lines& lines) {
+    const double side = std::round(size_ * 0.85);
+    Frame(caption, lines, side, [&](const ColorKey& key, Point at) {
+      const Rectangle swatch{at.x, at.y - std::floor(side / 2), side, side};
+      surface_->FillRectangle(swatch, key.color);
+      PaintFrame(*surface_, swatch, palette_->axis);
+    });
+  }
+
+  void Bars(std::string_view caption, std::span<const BarMeaning> bars) {
+    Frame(caption, bars, kSampleLength, [&](const BarMeaning& bar, Point at) {
+      surface_->Line(at, {at.x + kSampleLength, at.y}, bar.pen);
+    });
+  }
+
+ private:
+  Surface* surface_;
+  const ChartPalette* palette_;
+  Rectangle room_;
+  Point at_;
+  double size_;
+  double row_;
+  bool downward_;
+};
+
+}  // namespace
+
+void ChartPane::Paint(Surface& surface) {
+  surface.Clear(palette_.background);
+  surface.FillRectangle(plot_, old_ ? palette_.old_paper : palette_.paper);
+  for (std::size_t hour = 1; hour + 1 < kHourCount; ++hour) {
+    const double x = plot_.left + chart_.XDataScale(hour);
+    surface.Line({x, plot_.top}, {x, plot_.Bottom()}, {palette_.grid});
+  }
+  if (HasResult()) {
+    PaintPlot(surface);
+  } else {
+    PaintEmpty(surface);
+  }
+  PaintTimeAxis(surface);
+  PaintFrequencyAxis(surface);
+  PaintSunRow(surface, xmit_sun_, sun_.xmit_sun, "You");
+  PaintSunRow(surface, rcv_sun_, sun_.rcv_sun, "DX");
+  if (color_keys_) PaintKeys(surface);
+}
+
+void ChartPane::PaintPlot(Surface& surface) {
+  if (!chart_.HasAxis()) {
+    surface.Text({plot_.left + plot_.width / 2, plot_.top + plot_.height / 2},
+                 "The results hold no frequencies",
+                 {.size = text_size_ * 1.2,
+                  .color = palette_.paper_text,
+                  .horizontal = HorizontalAlign::kCenter});
+    return;
+  }
+  PartSurface plot(surface, plot_);
+  chart_.PaintBandLines();
+  for (const IONCAPModule::BandLine& line : chart_.BandLines()) {
+    if (!line.visible) continue;
+    const auto y = static_cast<double>(line.y);
+    plot.Line({0, y}, {plot_.width, y}, {palette_.band});
+  }
+  if (open_band_enable_) chart_.PaintOpenings(plot);
+  PaintBandLabels(surface);
+  if (plot_enable_) chart_.PaintPlot(plot);
+  if (!old_) return;
+  surface.Text({plot_.left + text_size_, plot_.top + text_size_},
+               Shortened("Previous prediction", plot_.width, text_size_, FontWeight::kBold),
+               {.size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold});
+}
+
+void ChartPane::PaintEmpty(Surface& surface) const {
+  std::string_view rest = empty_text_;
+  const double size = text_size_ * 1.2;
+  const auto lines = static_cast<double>(1 + std::count(rest.begin(), rest.end(), '\n'));
+  double y = plot_.top + plot_.height / 2 - (lines - 1) * size * 0.8;
+  while (!rest.empty()) {
+    const std::size_t end = rest.find('\n');
+    surface.Text(
+        {plot_.left + plot_.width / 2, y},
+        Shortened(rest.substr(0, end), plot_.width, size, FontWeight::kNormal),
+        {.size = size, .color = palette_.paper_text, .horizontal = HorizontalAlign::kCenter});
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    y += size * 1.6;
+  }
+}
+
+/// Beside each band line that carries a label the band's name; the indicator beside its band.
+void ChartPane::PaintBandLabels(Surface& surface) const {
+  std::vector<std::size_t> bands;
+  std::vector<double> places;
+  for (std::size_t band = kBandCount; band-- > 0;) {
+    const bool indicated = band_indicator_ == static_cast<std::int16_t>(band);
+    if (!chart_.BandLines()[band].visible) continue;
+    if (!chart_.BandLabels()[band].visible && !indicated) continue;
+    bands.push_back(band);
+    places.push_back(plot_.top + chart_.BandLines()[band].y);
+  }
+  SpreadApart(places, std::ceil(text_size_ * 1.15), plot_.top, plot_.Bottom());
+  for (std::size_t i = 0; i < bands.size(); ++i) {
+    const std::size_t band = bands[i];
+    const double line_y = plot_.top + chart_.BandLines()[band].y;
+    const double label_x = plot_.Right() + kLeader + 3;
+    const bool open = open_band_enable_ && chart_.BandLabels()[band].visible;
+    surface.Line({plot_.Right(), line_y}, {plot_.Right() + kLeader, std::round(places[i])},
+                 {palette_.band});
+    surface.Text({label_x, places[i]}, kBandLabelTexts[band],
+                 {.size = text_size_,
+                  .color = open ? palette_.open_text : palette_.text,
+                  .weight = open ? FontWeight::kBold : FontWeight::kNormal});
+    if (band_indicator_ != static_cast<std::int16_t>(band)) continue;
+    const double side = std::round(text_size_ * 0.55);
+    surface.FillRectangle(
+        {plot_.Right() + std::ceil(text_size_ * 3.9), std::round(places[i] - side / 2), side, side},
+        palette_.time);
+  }
+}
+
+void ChartPane::PaintTimeAxis(Surface& surface) const {
+  const double y = plot_.Bottom();
+  surface.Line({plot_.left, y}, {plot_.Right(), y}, {palette_.axis});
+  TextStyle style{.size = text_size_,
+                  .color = palette_.text,
+                  .horizontal = HorizontalAlign::kCenter,
+                  .vertical = VerticalAlign::kTop};
+  // As many labels as there is room for two digits and a gap.
+  const double hour_width = plot_.width / 24;
+  const std::size_t every = hour_width > text_size_ * 1.6 ? 1 : hour_width > text_size_ ? 2 : 3;
+  for (std::size_t hour = 0; hour < kHourCount; ++hour) {
+    const double x = plot_.left + chart_.XDataScale(hour);
+    surface.Line({x, y}, {x, y + kTick}, {palette_.axis});
+    if (hour % every == 0) surface.Text({x, y + kTick + 2}, std::to_string(hour), style);
+  }
+  style.horizontal = HorizontalAlign::kRight;
+  style.weight = FontWeight::kBold;
+  surface.Text({plot_.left - kTick - kLabelGap, y + kTick + 2}, "UTC", style);
+}
+
+void ChartPane::PaintFrequencyAxis(Surface& surface) const {
+  const double x = plot_.left;
+  surface.Line({x, plot_.top}, {x, plot_.Bottom()}, {palette_.axis});
+  if (!chart_.HasAxis()) return;
+  TextStyle style{
+      .size = text_size_, .color = palette_.text, .horizontal = HorizontalAlign::kRight};
+  for (std::size_t tick = 0; tick < kTickCount; ++tick) {
+    const double y = chart_.Layout().y_tick[tick];
+    surface.Line({x - kTick, y}, {x, y}, {palette_.axis});
+    surface.Text({x - kTick - kLabelGap, y}, chart_.YLabels()[tick], style);
+  }
+  style.vertical = VerticalAlign::kTop;
+  style.weight = FontWeight::kBold;
+  surface.Text({x - kTick - kLabelGap, 0}, "MHz", style);
+}
+
+void ChartPane::PaintSunRow(Surface& surface, const Rectangle& area, const SunRow& row,
+                            std::string_view caption) const {
+  surface.Text({area.left - kTick - kLabelGap, area.top + area.height / 2}, caption,
+               {.size = text_size_, .color = palette_.text, .horizontal = HorizontalAlign::kRight});
+  if (row.known) {
+    for (std::size_t hour = 0; hour < row.states.size(); ++hour) {
+      const double left = area.left + chart_.XDataScale(hour);
+      const double width = chart_.XDataScale(hour + 1) - chart_.XDataScale(hour);
+      surface.FillRectangle({left + 1, area.top, width - 1, area.height},
+                            SunColor(row.states[hour]));
+    }
+  }
+  PaintFrame(surface, area, palette_.axis);
+}
+
+void ChartPane::PaintKeys(Surface& surface) const {
+  Rectangle room{plot_.left, rcv_sun_.Bottom() + std::round(text_size_ * 0.7), 0, 0};
+  if (keys_beside_) room = {std::floor(width_ - KeyWidth()), plot_.top, 0, 0};
+  room.width = width_ - room.left;
+  room.height = height_ - room.top;
+  KeyPainter keys(surface, palette_, room, text_size_, RowHeight(), keys_beside_);
+  keys.Swatches(kCurveKeyCaption, kCurveKeys);
+  keys.Swatches(kSolarKeyCaption, kSolarKeys);
+  keys.Bars("Open Bands", OpenBandMeanings(engine_));
+}
+
+void ChartPane::PaintOverlay(Surface& surface) const {
+  if (!(plot_.width > 0)) return;
+  const double x = std::round(TimeLineX());
+  const double head = std::round(text_size_ * 0.35);
+  surface.Line({x, plot_.top - head}, {x, rcv_sun_.Bottom()}, {palette_.time});
+  surface.FillRectangle({x - head + 1, plot_.top - head, 2 * head - 1, head}, palette_.time);
+  TextStyle style{.size = text_size_,
+                  .color = palette_.time_text,
+                  .horizontal = HorizontalAlign::kCenter,
+                  .vertical = VerticalAlign::kBottom,
+                  .weight = FontWeight::kBold};
+  // "MHz" stands where the label would be at the day's beginning.
+  if (x - plot_.left < text_size_ * 1.6) style.horizontal = HorizontalAlign::kLeft;
+  surface.Text({x, plot_.top - head - 1}, ClockText(TimeIndex()), style);
+}
+
+}  // namespace skyhop

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "engine/results_table.h"
+#include "ui/prediction/prediction_chart.h"
+
+namespace skyhop {
+
+/// Hours of a report: 0 to 23 UTC.
+inline constexpr std::size_t kReportHours = kHourCount - 1;
+
+/// A prediction that has been made. Both parts must outlive this object.
+struct PredictedDay {
+  const ResultsTable& table;
+  const IONCAPModule::PredictionChart& chart;
+  EngineChoice engine = EngineChoice::kNone;
+
+  /// Whether the results tell SNR and reliability by band.
+  [[nodiscard]] bool HasSnr() const { return engine == EngineChoice::kVoaCapSnr; }
+};
+
+/// A frequency that reports show hour by hour.
+struct ReportColumn {
+  const char* title;  ///< for people
+  const char* name;   ///< for programs
+  std::size_t row;    ///< of the results table
+  bool in_snr_mode;   ///< whether the results with SNR and reliability have it too
+};
+inline constexpr std::array<ReportColumn, 4> kReportColumns = {{
+    {"FOT", "fot", rows::kMuf90, true},
+    {"MUF", "muf", rows::kMuf50, true},
+    {"HPF", "hpf", rows::kMuf10, false},
+    {"LUF", "luf", rows::kLuf, false},
+}};
+
+/// The column's value in MHz; nothing when the engine does not predict it.
+[[nodiscard]] std::optional<float> ReportFrequency(const PredictedDay& day,
+                                                   const ReportColumn& column, std::size_t hour);
+
+/// How surely a band is open, 0 to 4, see PredictionChart::FreqOpen.
+[[nodiscard]] int OpenLevel(const PredictedDay& day, std::size_t band, std::size_t hour);
+
+/// The band's wavelength in metres: "20" of "20M".
+[[nodiscard]] std::string BandNumber(std::size_t band);
+
+/// Comma-separated values with a header line: hour, FOT, MUF, HPF and LUF in MHz, and how open each
+/// band is. A value that the engine does not predict is empty.
+[[nodiscard]] std::string CsvReport(const PredictedDay& day);
+
+}  // namespace skyhop

@@ -1,0 +1,261 @@
+// Commands, options and timers of the prediction window that concern no run and no field.
+
+#include "ui/prediction/ion_cap.h"
+
+#include "common/files.h"
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "ui/prediction/chart_picture.h"
+#include "ui/prediction/csv_report.h"
+
+namespace skyhop {
+namespace {
+
+/// Time for the current event, such as a peer's command, to be answered.
+constexpr std::chrono::milliseconds kShutDownDelay{100};
+
+}  // namespace
+
+IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
+  with_.panel.SetStationsListener([this] { StationsChanged(); });
+  with_.chart.SetTimeIndexListener(
+      [this] { with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false); });
+  with_.chart.SetBandListener([this](std::int16_t band) {
+    prediction_band_ = band;
+    with_.chart.SetBandIndicator(band);
+  });
+  with_.configuration.AddListener([this, alive = std::weak_ptr(alive_)](Configuration::Item item) {
+    if (!alive.expired()) ConfigurationChanged(item);
+  });
+}
+
+IonCap::~IonCap() {
+  with_.panel.SetStationsListener({});
+  with_.chart.SetTimeIndexListener({});
+  with_.chart.SetBandListener({});
+}
+
+// Commands.
+
+void IonCap::ForecastCmd_Click() {
+  with_.diagnostics.Trap("IonCap.ForecastCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.ForecastCmd_Click");
+    with_.space_weather.ShowForecast();
+  });
+}
+
+void IonCap::CurrentCmd_Click() {
+  with_.diagnostics.Trap("IonCap.CurrentCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.CurrentCmd_Click");
+    with_.space_weather.ShowCurrentConditions();
+  });
+}
+
+void IonCap::HistoryCmd_Click() {
+  with_.diagnostics.Trap("IonCap.HistoryCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.HistoryCmd_Click");
+    with_.peers.DisplaySolarHistory();
+  });
+}
+
+void IonCap::UpdateSFICmd_Click() {
+  with_.diagnostics.Trap("IonCap.UpdateSFICmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.UpdateSFICmd_Click");
+    with_.space_weather.UpdateCurrentConditions();
+  });
+}
+
+void IonCap::UpdateSSNCmd_Click() {
+  with_.diagnostics.Trap("IonCap.UpdateSSNCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.UpdateSSNCmd_Click");
+    with_.space_weather.DownloadSSN();
+  });
+}
+
+void IonCap::BeaconCmd_Click() {
+  with_.diagnostics.Trap("IonCap.BeaconCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.BeaconCmd_Click");
+    with_.beacons.Show();
+  });
+}
+
+void IonCap::ConfigCmd_Click() {
+  with_.diagnostics.Trap("IonCap.ConfigCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.ConfigCmd_Click");
+    with_.configuration_window.Show();
+  });
+}
+
+void IonCap::HelpCmd_Click() {
+  with_.diagnostics.Trap("IonCap.HelpCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.HelpCmd_Click");
+    const std::string file = PathText(with_.help_file);
+    if (with_.view.OpenInBrowser(Common::HTTPFilename(file))) return;
+    with_.messages.Show("The help cannot be opened in a browser; it is in " + file, kProductName);
+  });
+}
+
+void IonCap::FreqPredict(double frequency, const std::string& mode) {
+  with_.diagnostics.Trap("IonCap.FreqPredict", [&] {
+    with_.diagnostics.DebugLog("IonCap.FreqPredict, theFreq = " + NumberText(frequency) +
+                               ", theMode = " + mode);
+    with_.point_prediction.Predict(frequency, mode);
+  });
+}
+
+std::int16_t IonCap::GetPredictionBand() const {
+  return prediction_band_;
+}
+
+void IonCap::SetSNRDisplayActive(bool active) {
+  snr_display_active_ = active;
+}
+
+void IonCap::EnableDownloads(bool enable) {
+  with_.diagnostics.Trap("IonCap.EnableDownloads", [&] {
+    const bool possible = enable && with_.space_weather.Available();
+    for (const Button button : {Button::kForecastCmd, Button::kCurrentCmd, Button::kUpdateSFICmd,
+                                Button::kUpdateSSNCmd}) {
+      with_.view.Enable(button, possible);
+    }
+  });
+}
+
+void IonCap::SetShutdownTrigger() {
+  with_.diagnostics.Trap("IonCap.SetShutdownTrigger", [&] {
+    with_.view.StartTimer(WindowTimer::kShutDownTimer, kShutDownDelay);
+  });
+}
+
+void IonCap::UpdateCaption(const std::string& text) {
+  with_.view.SetCaption(text + with_.diagnostics.CaptionHint());
+}
+
+std::string IonCap::GetPropFormCaption() const {
+  return std::string(kProductName) + " " + VersionText();
+}
+
+// Options and check boxes.
+
+void IonCap::DXPwr_Click() {
+  with_.diagnostics.Trap("IonCap.DXPwr_Click", [&] {
+    with_.parameters.SetPredictionPower(with_.parameters.DXPower());
+    UpdateConditions();
+  });
+}
+
+void IonCap::DXNoiseLevel_Click() {
+  with_.diagnostics.Trap("IonCap.DXNoiseLevel_Click", [&] {
+    with_.parameters.SetPredictionNoise(with_.parameters.DXNoiseIndex());
+    UpdateConditions();
+  });
+}
+
+void IonCap::LocalNoiseLevel_Click() {
+  with_.diagnostics.Trap("IonCap.LocalNoiseLevel_Click", [&] {
+    with_.parameters.SetPredictionNoise(with_.parameters.LocalNoiseIndex());
+    UpdateConditions();
+  });
+}
+
+void IonCap::Path_Click() {
+  with_.diagnostics.Trap("IonCap.Path_Click", [&] { UpdateStationLabels(); });
+}
+
+void IonCap::PredictSignals_Click() {
+  with_.diagnostics.Trap("IonCap.PredictSignals_Click", [&] { UpdateConditions(); });
+}
+
+void IonCap::ModeSNRCombo_Click() {
+  with_.diagnostics.Trap("IonCap.ModeSNRCombo_Click", [&] { UseMode(); });
+}
+
+void IonCap::DXTracksTesseraLocation_Click() {
+  with_.diagnostics.Trap("IonCap.DXTracksTesseraLocation_Click", [&] {
+    // The links ask for the box when a location arrives.
+    with_.diagnostics.DebugLog("IonCap.DXTracksTesseraLocation_Click");
+  });
+}
+
+void IonCap::PlotEnable_Click() {
+  with_.diagnostics.Trap("IonCap.PlotEnable_Click", [&] {
+    with_.chart.SetPlotEnable(with_.view.Checked(CheckBox::kPlotEnable));
+  });
+}
+
+void IonCap::OpenBandEnable_Click() {
+  with_.diagnostics.Trap("IonCap.OpenBandEnable_Click", [&] {
+    with_.chart.SetOpenBandEnable(with_.view.Checked(CheckBox::kOpenBandEnable));
+  });
+}
+
+void IonCap::ShowColorKeyCheck_Click() {
+  with_.diagnostics.Trap("IonCap.ShowColorKeyCheck_Click", [&] {
+    const bool show = with_.view.Checked(CheckBox::kShowColorKeyCheck);
+    with_.chart.ShowColorKeys(show);
+    SaveOption("ShowColorKey", show);
+  });
+}
+
+void IonCap::ShowCurrentTimeCheck_Click() {
+  with_.diagnostics.Trap("IonCap.ShowCurrentTimeCheck_Click", [&] {
+    with_.chart.UpdateVerticalTimeBar();
+    FollowClock();
+    SaveOption("ShowCurrentTime", with_.view.Checked(CheckBox::kShowCurrentTimeCheck));
+  });
+}
+
+// Timers.
+
+void IonCap::SNRExecuteTimer_Tick() {
+  with_.diagnostics.Trap("IonCap.SNRExecuteTimer_Tick",
+                         [&] { with_.point_prediction.SNRExecuteTimer_Tick(); });
+}
+
+void IonCap::SolarForecastTimer_Tick() {
+  with_.diagnostics.Trap("IonCap.SolarForecastTimer_Tick",
+                         [&] { with_.space_weather.SolarForecastTimer_Tick(); });
+}
+
+void IonCap::ClockTimer_Tick() {
+  with_.diagnostics.Trap("IonCap.ClockTimer_Tick", [&] {
+    FollowClock();
+    EnablePeerCommands();
+  });
+}
+
+void IonCap::ShutDownTimer_Tick() {
+  with_.diagnostics.Trap("IonCap.ShutDownTimer_Tick", [&] {
+    with_.view.StopTimer(WindowTimer::kShutDownTimer);
+    with_.view.Close();
+  });
+}
+
+// The chart for others.
+
+std::string IonCap::ResultsAsCsv() const {
+  return with_.diagnostics.Trap("IonCap.ResultsAsCsv", std::string(), [&] {
+    if (!with_.chart.HasResult()) return std::string();
+    return CsvReport({with_.chart.Table(), with_.chart.Chart(), with_.chart.Engine()});
+  });
+}
+
+std::string IonCap::ChartAsSvg() const {
+  return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(), [&] {
+    PictureTexts texts;
+    texts.summary = with_.panel.Text(PanelText::kSummary);
+    texts.engine = with_.results.Heading().engine;
+    texts.engine_version = with_.results.Heading().version;
+    texts.sunspot_number = with_.results.Heading().sunspot_number;
+    PictureOptions options;
+    options.show_open_bands = with_.view.Checked(CheckBox::kOpenBandEnable);
+    options.show_curves = with_.view.Checked(CheckBox::kPlotEnable);
+    options.show_color_keys = with_.view.Checked(CheckBox::kShowColorKeyCheck);
+    options.time_index = with_.chart.TimeIndex();
+    return PictureAsSvg(with_.chart.Table(), with_.chart.Engine(), texts, options,
+                        with_.diagnostics, with_.clock);
+  });
+}
+
+}  // namespace skyhop

@@ -1,0 +1,262 @@
+// What may be typed into the fields, and what becomes of it.
+
+#include <string_view>
+
+#include "common/dates.h"
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "geo/dx_grid.h"
+#include "ui/prediction/ion_cap.h"
+
+namespace skyhop {
+namespace {
+
+using IONCAPModule::Parameters;
+
+constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
+bool IsOneOf(char32_t key, std::string_view characters) {
+  return key < 0x80 && characters.find(static_cast<char>(key)) != std::string_view::npos;
+}
+
+bool IsNumber(const std::string& text, bool in_range) {
+  return BeginsWithNumber(text) && in_range;
+}
+
+bool HasAnyOf(const std::string& text, std::string_view letters) {
+  return UpperCase(text).find_first_of(letters) != std::string::npos;
+}
+
+}  // namespace
+
+bool IonCap::AcceptsKey(TextField field, char32_t key) {
+  if (key < ' ' || key == 0x7F) return true;
+  switch (field) {
+    case TextField::kLocalPwr:
+    case TextField::kLocalTakeOff:
+    case TextField::kFlux:
+    case TextField::kKindex:
+    case TextField::kAvail:
+      return IsOneOf(key, kDigits);
+    case TextField::kSNR:
+      return IsOneOf(key, kDigits) || key == '-';
+    case TextField::kSSN:
+      return IsOneOf(key, kDigits) || key == '.';
+    case TextField::kLocalLat:
+    case TextField::kDXLat:
+      return IsOneOf(key, kDigits) || IsOneOf(key, ". '\"NSns");
+    case TextField::kLocalLon:
+    case TextField::kDXLon:
+      return IsOneOf(key, kDigits) || IsOneOf(key, ". '\"EWew");
+    case TextField::kLocalGrid:
+    case TextField::kDXGrid:
+      return IsOneOf(key, kDigits) || IsOneOf(key, kLetters);
+    case TextField::kTheDate:
+      return IsOneOf(key, kDigits) || IsOneOf(key, kLetters) || IsOneOf(key, "- ");
+  }
+  return false;
+}
+
+IonCap::FieldState& IonCap::StateOf(TextField field) {
+  return fields_.at(static_cast<std::size_t>(field));
+}
+
+void IonCap::Field_Enter(TextField field) {
+  with_.diagnostics.Trap("IonCap.Field_Enter", [&] {
+    if (!Commit(field)) return;
+    switch (field) {
+      case TextField::kLocalLat:
+      case TextField::kLocalLon:
+        if (PositionOf(Station::kLocal)) UpdateLocalGrid();
+        break;
+      case TextField::kDXLat:
+      case TextField::kDXLon:
+        if (PositionOf(Station::kDX)) UpdateDXGrid();
+        break;
+      case TextField::kLocalGrid:
+        UpdateLocalLatLon();
+        break;
+      case TextField::kDXGrid:
+        UpdateDXLatLon();
+        ForgetPrefix();
+        with_.parameters.SetPrefix();
+        break;
+      default:
+        break;
+    }
+  });
+}
+
+bool IonCap::Field_Leave(TextField field) {
+  return with_.diagnostics.Trap("IonCap.Field_Leave", true, [&] { return Commit(field); });
+}
+
+void IonCap::Field_Change(TextField field) {
+  with_.diagnostics.Trap("IonCap.Field_Change", [&] {
+    // The same text typed once more deserves its message once more.
+    StateOf(field).refused.reset();
+    // The clock would overwrite a date that the user is typing.
+    if (field == TextField::kTheDate) {
+      with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false);
+    }
+  });
+}
+
+bool IonCap::Commit(TextField field) {
+  const std::string text = with_.view.Text(field);
+  FieldState& state = StateOf(field);
+  if (state.refused == text) return false;
+  if (const char* problem = Problem(field, text)) {
+    // Before the message: while it is shown, the field is left a second time.
+    state.refused = text;
+    with_.view.MarkRefused(field, true);
+    with_.messages.Show(problem, kProductName);
+    return false;
+  }
+  state.refused.reset();
+  with_.view.MarkRefused(field, false);
+  if (state.committed == text) return true;
+  state.committed = text;
+  HandOn(field, text);
+  return true;
+}
+
+void IonCap::HandOn(TextField field, const std::string& text) {
+  switch (field) {
+    case TextField::kLocalLat:
+    case TextField::kLocalLon:
+      UpdateLocalGrid();
+      UpdateStationLabels();
+      break;
+    case TextField::kDXLat:
+    case TextField::kDXLon:
+      UpdateDXGrid();
+      UpdateStationLabels();
+      ForgetPrefix();
+      break;
+    case TextField::kLocalGrid:
+      UpdateLocalLatLon();
+      break;
+    case TextField::kDXGrid:
+      UpdateDXLatLon();
+      if (!Trim(text).empty()) ForgetPrefix();
+      break;
+    case TextField::kLocalPwr:
+      with_.parameters.SetPredictionPower(text);
+      UpdateConditions();
+      break;
+    case TextField::kLocalTakeOff:
+      with_.parameters.SetPredictionTakeoff(text);
+      break;
+    case TextField::kSNR:
+      with_.parameters.SetPredictionSNR(text);
+      // It is the user's own value now, and saved as such.
+      with_.view.Select(OptionGroup::kModeSNRCombo, -1);
+      break;
+    case TextField::kTheDate:
+      UpdateSolarBars();
+      break;
+    case TextField::kFlux:
+    case TextField::kKindex:
+    case TextField::kSSN:
+    case TextField::kAvail:
+      // The field itself is what the engines read.
+      break;
+  }
+}
+
+bool IonCap::LatitudeAcceptable(const std::string& text) {
+  if (HasAnyOf(text, "EW") || !LatLonModule::ValidLatitude(text, with_.diagnostics)) return false;
+  const Angle angle = LatLonModule::ParseAngle(text, with_.diagnostics);
+  return angle.degrees >= 0 && angle.minutes >= 0 && angle.seconds >= 0;
+}
+
+bool IonCap::LongitudeAcceptable(const std::string& text) {
+  if (HasAnyOf(text, "NS") || !LatLonModule::ValidLongitude(text, with_.diagnostics)) return false;
+  const Angle angle = LatLonModule::ParseAngle(text, with_.diagnostics);
+  return angle.degrees >= 0 && angle.minutes >= 0 && angle.seconds >= 0;
+}
+
+/// The message about a text, null when it is accepted.
+const char* IonCap::Problem(TextField field, const std::string& text) {
+  const auto unless = [](bool acceptable, const char* message) {
+    return acceptable ? nullptr : message;
+  };
+  if (field == TextField::kTheDate) return unless(ParseDate(text).has_value(), "Illegal date");
+  // What is missing is found before a run.
+  if (Trim(text).empty()) return nullptr;
+  switch (field) {
+    case TextField::kLocalLat:
+    case TextField::kDXLat:
+      return unless(LatitudeAcceptable(text), "Illegal latitude");
+    case TextField::kLocalLon:
+    case TextField::kDXLon:
+      return unless(LongitudeAcceptable(text), "Illegal longitude");
+    case TextField::kLocalGrid:
+    case TextField::kDXGrid:
+      return unless(DXGridModule::IsGridSquare(Trim(text)), "Illegal grid square");
+    case TextField::kLocalPwr:
+      return unless(IsNumber(text, Parameters::PowerInRange(text)), "Illegal Local Power");
+    case TextField::kLocalTakeOff:
+      return unless(IsNumber(text, Parameters::TakeoffInRange(text)),
+                    "Illegal local takeoff angle");
+    case TextField::kFlux:
+      return unless(IsNumber(text, Parameters::SolarFluxInRange(text)), "Illegal solar flux");
+    case TextField::kKindex:
+      return unless(IsNumber(text, Parameters::KindexInRange(text)), "Illegal geomagnetic K-index");
+    case TextField::kSSN:
+      return unless(IsNumber(text, LeadingNumber(text) >= 0), "Illegal SSN");
+    case TextField::kAvail:
+      return unless(IsNumber(text, Parameters::AvailabilityInRange(text)), "Illegal Availability");
+    case TextField::kSNR:
+      return unless(IsNumber(text, Parameters::SNRInRange(text)), "Illegal SNR");
+    case TextField::kTheDate:
+      break;
+  }
+  return nullptr;
+}
+
+/// Shows an accepted text of the program's own.
+void IonCap::Put(TextField field, const std::string& text) {
+  with_.view.SetText(field, text);
+  with_.view.MarkRefused(field, false);
+  StateOf(field) = {text, std::nullopt};
+}
+
+/// Takes the texts that were restored for what the fields held when they were left last.
+void IonCap::RememberTexts() {
+  for (int index = 0; index < kTextFieldCount; ++index) {
+    const auto field = static_cast<TextField>(index);
+    StateOf(field) = {with_.view.Text(field), std::nullopt};
+  }
+}
+
+void IonCap::TheDate_DblClick() {
+  with_.diagnostics.Trap("IonCap.TheDate_DblClick", [&] { PutToday(); });
+}
+
+void IonCap::PutToday() {
+  const std::string today = DateText(UtcDate(with_.clock.UtcNow()));
+  if (with_.view.Text(TextField::kTheDate) == today) return;
+  Put(TextField::kTheDate, today);
+  UpdateSolarBars();
+}
+
+/// Shows the time, and while the user wants it so, the chart's time and date follow.
+void IonCap::FollowClock() {
+  const HourMinute time = UtcHourMinute(with_.clock.UtcNow());
+  with_.view.SetLabel(Label::kClock,
+                      PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC");
+  if (!with_.view.Checked(CheckBox::kShowCurrentTimeCheck)) return;
+  with_.chart.UpdateVerticalTimeBar();
+  PutToday();
+}
+
+/// The prefix that a peer looked up is not that of the place that the user chose now.
+void IonCap::ForgetPrefix() {
+  with_.parameters.SetLastPrefix("");
+}
+
+}  // namespace skyhop

@@ -1,0 +1,213 @@
+// From the Predict command to the start of an engine.
+
+#include "common/dates.h"
+#include "common/files.h"
+#include "common/numbers.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "engine/deck_parameters.h"
+#include "geo/lat_lon.h"
+#include "ui/prediction/ion_cap.h"
+
+namespace skyhop {
+namespace {
+
+constexpr const char* kInvalidPower =
+    "Invalid power specified in the 'Your Stations' panel on the Main window's Parameters tab";
+constexpr const char* kInvalidTakeoff =
+    "Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters tab";
+
+/// A text that is there but begins with no number. Missing and illegal numbers are found with all
+/// the other parameters before a run.
+bool IsNoNumber(const std::string& text) {
+  return !Trim(text).empty() && !BeginsWithNumber(text);
+}
+
+}  // namespace
+
+void IonCap::PathsButton_Click() {
+  with_.diagnostics.Trap("IonCap.PathsButton_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.PathsButton_Click");
+    if (RefuseSecondRun()) return;
+    if (Trim(with_.view.Text(TextField::kDXLat)).empty() ||
+        Trim(with_.view.Text(TextField::kDXLon)).empty()) {
+      with_.messages.Show("DX station latitude or longitude not specified", kProductName);
+      return;
+    }
+    if (!HandPowerTakeoffAndNoise()) return;
+    HandFrequencyDependentSettings();
+    InitiateForecast();
+  });
+}
+
+void IonCap::PredictSPToCmd_Click() {
+  Predict("IonCap.PredictSPToCmd_Click", path_option::kShort, direction_option::kToTheDXStation);
+}
+
+void IonCap::PredictLPToCmd_Click() {
+  Predict("IonCap.PredictLPToCmd_Click", path_option::kLong, direction_option::kToTheDXStation);
+}
+
+void IonCap::PredictSPFromCmd_Click() {
+  Predict("IonCap.PredictSPFromCmd_Click", path_option::kShort,
+          direction_option::kFromTheDXStation);
+}
+
+void IonCap::PredictLPFromCmd_Click() {
+  Predict("IonCap.PredictLPFromCmd_Click", path_option::kLong, direction_option::kFromTheDXStation);
+}
+
+void IonCap::Predict(const char* name, int path, int direction) {
+  with_.diagnostics.Trap(name, [&] {
+    with_.diagnostics.DebugLog(name);
+    if (RefuseSecondRun()) return;
+    with_.view.Select(OptionGroup::kPath, path);
+    with_.view.Select(OptionGroup::kPredictSignals, direction);
+    UpdateStationLabels();
+    UpdateConditions();
+    PathsButton_Click();
+  });
+}
+
+/// Nothing of a prediction that is running may change, not even what its results are labelled with.
+bool IonCap::RefuseSecondRun() {
+  if (!Running()) return false;
+  with_.diagnostics.DebugLog("   previous computation still running");
+  return true;
+}
+
+bool IonCap::HandPowerTakeoffAndNoise() {
+  const bool from =
+      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
+  const std::string power =
+      from ? with_.parameters.DXPower() : with_.view.Text(TextField::kLocalPwr);
+  const std::string takeoff = with_.view.Text(TextField::kLocalTakeOff);
+  const char* problem = nullptr;
+  if (IsNoNumber(takeoff)) problem = kInvalidTakeoff;
+  if (IsNoNumber(power)) problem = kInvalidPower;
+  if (problem != nullptr) {
+    with_.messages.Show(problem, kProductName);
+    return false;
+  }
+  with_.parameters.SetPredictionPower(power);
+  with_.parameters.SetPredictionTakeoff(takeoff);
+  with_.parameters.SetPredictionNoise(from ? with_.parameters.LocalNoiseIndex()
+                                           : with_.parameters.DXNoiseIndex());
+  return true;
+}
+
+void IonCap::HandFrequencyDependentSettings() {
+  if (!with_.configuration.FreqDependentEnabled()) return;
+  const std::optional<double> kilohertz = with_.peers.TransceiverFrequency();
+  if (!kilohertz || !(*kilohertz > 0)) return;
+  const std::int16_t band =
+      with_.bands.GetbandIndex(with_.bands.GetBandNameForFreq(*kilohertz / 1000));
+  if (band < 0) return;
+  const BandSettings& settings = with_.configuration.Band(static_cast<std::size_t>(band));
+  if (!Trim(settings.power).empty()) with_.parameters.SetPredictionPower(settings.power);
+  if (!Trim(settings.takeoff).empty()) with_.parameters.SetPredictionTakeoff(settings.takeoff);
+}
+
+void IonCap::InitiateForecast() {
+  with_.diagnostics.Trap("IonCap.InitiateForecast", [&] {
+    with_.diagnostics.DebugLog("IonCap.InitiateForecast");
+    if (RefuseSecondRun() || !StationsCanBePredicted()) return;
+    HandPathAndDate();
+    StartRun();
+    UpdateSolarBars();
+    with_.diagnostics.DebugLog("IonCap.InitiateForecast: complete");
+  });
+}
+
+bool IonCap::StationsCanBePredicted() {
+  const auto invalid = [&](TextField field, const char* name) {
+    const std::string text = with_.view.Text(field);
+    with_.diagnostics.DebugLog(std::string("   invalid ") + name + ": " + text);
+    with_.view.MarkRefused(field, true);
+    return false;
+  };
+  Diagnostics& log = with_.diagnostics;
+  using LatLonModule::ValidLatitude;
+  using LatLonModule::ValidLongitude;
+  if (!ValidLatitude(with_.view.Text(TextField::kDXLat), log)) {
+    return invalid(TextField::kDXLat, "latitude");
+  }
+  if (!ValidLongitude(with_.view.Text(TextField::kDXLon), log)) {
+    return invalid(TextField::kDXLon, "longitude");
+  }
+  bool local = true;
+  if (!ValidLatitude(with_.view.Text(TextField::kLocalLat), log)) {
+    local = invalid(TextField::kLocalLat, "latitude");
+  }
+  if (!ValidLongitude(with_.view.Text(TextField::kLocalLon), log)) {
+    local = invalid(TextField::kLocalLon, "longitude");
+  }
+  if (!local) Fail("Your Station's latitude or longitude is missing or not valid");
+  return local;
+}
+
+void IonCap::HandPathAndDate() {
+  IONCAPModule::Parameters& parameters = with_.parameters;
+  parameters.SetDate(with_.view.Text(TextField::kTheDate));
+  // Each setter writes its coordinate back in another form, so all four are read before.
+  const std::string local_latitude = with_.view.Text(TextField::kLocalLat);
+  const std::string local_longitude = with_.view.Text(TextField::kLocalLon);
+  const std::string dx_latitude = with_.view.Text(TextField::kDXLat);
+  const std::string dx_longitude = with_.view.Text(TextField::kDXLon);
+  const bool from =
+      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
+  parameters.SetReceiverLatitude(from ? local_latitude : dx_latitude);
+  parameters.SetReceiverLongitude(from ? local_longitude : dx_longitude);
+  parameters.SetTransmitterLatitude(from ? dx_latitude : local_latitude);
+  parameters.SetTransmitterLongitude(from ? dx_longitude : local_longitude);
+  const bool short_path = with_.panel.Choice(PanelChoice::kPath) == path_option::kShort;
+  parameters.SetPath(short_path ? "Short Path" : "Long Path");
+  parameters.SetPrefix();
+}
+
+void IonCap::StartRun() {
+  std::unique_ptr<RunLock> lock = with_.locker.Lock();
+  if (!lock) {
+    Fail("The prediction was not started: another program is predicting in " +
+         PathText(with_.program_folder));
+    return;
+  }
+  if (with_.run.ForecastPaths()) {
+    RunStarted(std::move(lock));
+  } else if (with_.run.ParametersRefused()) {
+    Fail("The prediction was not started: the parameters need correction");
+  } else {
+    Fail("The prediction was not started" + with_.diagnostics.CaptionHint());
+  }
+}
+
+void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
+  PredictionRun& run = running_.emplace();
+  run.lock = std::move(lock);
+  run.engine = static_cast<EngineChoice>(with_.configuration.Engine());
+  run.started = with_.clock.UtcNow();
+  run.summary = with_.results.SummaryLine();
+  run.tables_shown = with_.results.TablesShown();
+  run.asked = Asked();
+  EnablePredicting(false);
+  if (with_.run.EngineProcess() != 0) {
+    with_.view.StartTimer(WindowTimer::kEngineWatch, kWatchInterval);
+  }
+  ShowEngine(run.engine);
+  ShowProgress();
+}
+
+AskedPrediction IonCap::Asked() const {
+  const IONCAPModule::DeckParameters deck =
+      IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters);
+  AskedPrediction asked;
+  asked.date = with_.parameters.Date();
+  asked.sunspot_number = deck.sunspot_number;
+  asked.solar_flux = with_.view.Text(TextField::kFlux);
+  asked.from_flux =
+      LeadingNumber(with_.view.Text(TextField::kSSN)) == 0 && !Trim(asked.solar_flux).empty();
+  asked.power = deck.power;
+  return asked;
+}
+
+}  // namespace skyhop

@@ -1,0 +1,180 @@
+// A prediction from the start of its engine to its end.
+
+#include <array>
+
+#include "common/files.h"
+#include "common/numbers.h"
+#include "common/text.h"
+#include "engine/engine_output.h"
+#include "ui/prediction/ion_cap.h"
+
+namespace skyhop {
+namespace {
+
+/// Texts of `EngineLabel` by engine; a label shows a doubled "&" as one.
+constexpr std::array<const char*, 4> kEngineLabels = {"IONCAP", "ICEPAC", "VOACAP LUF && MUF",
+                                                      "VOACAP SNR && Prob"};
+constexpr std::array<const char*, 4> kEngineNames = {"IONCAP", "ICEPAC", "VOACAP", "VOACAP"};
+
+const char* NameOf(EngineChoice engine, const std::array<const char*, 4>& names) {
+  return engine == EngineChoice::kNone ? "" : names.at(static_cast<std::size_t>(engine));
+}
+
+}  // namespace
+
+bool IonCap::Running() const {
+  return with_.view.TimerRunning(WindowTimer::kExecuteTimer);
+}
+
+void IonCap::ExecuteTimer_Tick() {
+  with_.diagnostics.Trap("IonCap.ExecuteTimer_Tick", [&] {
+    if (!Running()) return;
+    ShowProgress();
+    const ProcessId process = with_.run.EngineProcess();
+    const bool working = process != 0 && with_.launcher.IsRunning(process);
+    std::error_code ignored;
+    const std::uintmax_t size = std::filesystem::file_size(with_.run.ResultsFile(), ignored);
+    if (working && !ignored && size > 0 && !with_.run.ResultsComplete()) {
+      with_.diagnostics.DebugLog("   " + PathText(with_.run.ResultsFile()) +
+                                 " is not complete yet");
+      return;
+    }
+    PollResults();
+    if (!Running() || working || process == 0 || !running_) return;
+    // The engine has ended without results. They get one more interval to appear, for the sake of
+    // file systems that are behind.
+    if (running_->engine_ended) {
+      FailDeadEngine();
+    } else {
+      running_->engine_ended = true;
+    }
+  });
+}
+
+void IonCap::EngineWatch_Tick() {
+  with_.diagnostics.Trap("IonCap.EngineWatch_Tick", [&] {
+    if (!Running() || !running_) {
+      with_.view.StopTimer(WindowTimer::kEngineWatch);
+      return;
+    }
+    if (running_->engine_ended) return;
+    const bool ended = !with_.launcher.IsRunning(with_.run.EngineProcess());
+    if (!ended && !with_.run.ResultsComplete()) return;
+    PollResults();
+    if (running_) running_->engine_ended = ended;
+  });
+}
+
+void IonCap::PollResults() {
+  with_.run.HandleIonCapTimer();
+  if (!Running()) FinishRun();
+}
+
+void IonCap::FinishRun() {
+  const bool displayed = with_.run.LastRunDisplayed();
+  const PredictionRun run = LeaveRun();
+  if (displayed) {
+    ShowFinished(run);
+    with_.view.ShowNotice({});
+    return;
+  }
+  if (with_.results.TablesShown() != run.tables_shown) {
+    // Results that end early are on the chart as far as they go.
+    ShowFinished(run);
+    with_.view.ShowNotice({Notice::Kind::kFailed, "The results are incomplete: hours are missing" +
+                                                      with_.diagnostics.CaptionHint()});
+    return;
+  }
+  Fail("The results of " + std::string(NameOf(run.engine, kEngineNames)) +
+       " could not be displayed" + with_.diagnostics.CaptionHint());
+}
+
+void IonCap::ShowFinished(const PredictionRun& run) {
+  with_.chart.SetOld(false);
+  // The inputs may have changed since; the line tells what was asked.
+  with_.panel.SetText(PanelText::kSummary, run.summary);
+  const Provenance provenance =
+      ProvenanceOf(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
+  with_.view.SetLabel(Label::kProvenance, provenance.difference.empty()
+                                              ? provenance.note
+                                              : provenance.note + "\n" + provenance.difference);
+  ShowEngine(run.engine);
+  with_.view.SetStatus(with_.chart.ReadoutAtTimeIndex());
+}
+
+void IonCap::FailDeadEngine() {
+  std::string reason = PathText(with_.run.Executable()) + " ended without writing " +
+                       PathText(with_.run.ResultsFile());
+  const std::vector<std::string> output =
+      EngineOutputLines(with_.launcher.Output(with_.run.EngineProcess()));
+  if (!output.empty()) reason += ": " + std::string(Trim(output.back()));
+  with_.diagnostics.ErrorLog("IonCap.ExecuteTimer_Tick: " + reason);
+  with_.run.Abort();
+  (void)LeaveRun();
+  Fail(reason + with_.diagnostics.CaptionHint());
+}
+
+void IonCap::AbortButton_Click() {
+  with_.diagnostics.Trap("IonCap.AbortButton_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.AbortButton_Click");
+    const bool running = Running();
+    with_.run.Abort();
+    UpdateCaption(GetPropFormCaption());
+    if (!running) return;
+    (void)LeaveRun();
+    Fail(with_.chart.HasResult()
+             ? "The prediction was aborted. The chart shows the prediction before it."
+             : "The prediction was aborted");
+  });
+}
+
+/// Ends the run, whatever way it ended. Others may predict from here on.
+PredictionRun IonCap::LeaveRun() {
+  with_.view.StopTimer(WindowTimer::kEngineWatch);
+  // An engine that has delivered its results and still runs serves nobody any more.
+  const ProcessId process = with_.run.EngineProcess();
+  if (process != 0 && with_.launcher.IsRunning(process)) with_.launcher.End(process);
+  PredictionRun run;
+  if (running_) run = std::move(*running_);
+  running_.reset();
+  run.lock.reset();
+  EnablePredicting(true);
+  UpdateCaption(GetPropFormCaption());
+  return run;
+}
+
+void IonCap::Fail(const std::string& reason) {
+  with_.chart.SetOld(with_.chart.HasResult());
+  ShowEngine(with_.chart.HasResult() ? with_.chart.Engine() : EngineChoice::kNone);
+  with_.view.ShowNotice({Notice::Kind::kFailed, reason});
+  with_.view.SetStatus("No new prediction");
+  UpdateCaption(GetPropFormCaption());
+}
+
+void IonCap::ShowProgress() {
+  if (!running_) return;
+  const std::string working = std::string(NameOf(running_->engine, kEngineNames)) + " is working";
+  // A clock that was set back must not show a time before the start.
+  const auto seconds = std::max<std::int64_t>(
+      0,
+      std::chrono::floor<std::chrono::seconds>(with_.clock.UtcNow() - running_->started).count());
+  const std::string duration = seconds == 0 ? "" : " for " + std::to_string(seconds) + " s";
+  with_.view.ShowNotice({Notice::Kind::kRunning, working + duration + ". Esc or Abort ends it."});
+  with_.view.SetStatus(working);
+  UpdateCaption(GetPropFormCaption() + " - " + working);
+}
+
+void IonCap::EnablePredicting(bool enable) {
+  for (const Button button :
+       {Button::kPathsButton, Button::kPredictSPToCmd, Button::kPredictLPToCmd,
+        Button::kPredictSPFromCmd, Button::kPredictLPFromCmd}) {
+    with_.view.Enable(button, enable);
+  }
+  with_.view.Enable(Button::kAbortButton, !enable);
+}
+
+void IonCap::ShowEngine(EngineChoice engine) {
+  with_.view.SetLabel(Label::kEngineLabel, NameOf(engine, kEngineLabels));
+}
+
+}  // namespace skyhop

@@ -1,0 +1,157 @@
+// The two stations: grid squares, coordinates and what is told about them.
+
+#include "common/dates.h"
+#include "common/numbers.h"
+#include "common/text.h"
+#include "engine/panel_stations.h"
+#include "geo/dx_grid.h"
+#include "geo/path_services.h"
+#include "ui/prediction/ion_cap.h"
+#include "ui/prediction/solar_bars.h"
+
+namespace skyhop {
+namespace {
+
+struct StationControls {
+  TextField latitude;
+  TextField longitude;
+  TextField grid;
+};
+
+constexpr StationControls kLocalControls = {TextField::kLocalLat, TextField::kLocalLon,
+                                            TextField::kLocalGrid};
+constexpr StationControls kDXControls = {TextField::kDXLat, TextField::kDXLon, TextField::kDXGrid};
+
+/// Noise levels by their index, as they stand within a sentence.
+constexpr std::array<const char*, 4> kNoises = {"industrial", "residential", "rural", "remote"};
+
+/// The bearing of the other station by the short and by the long path.
+std::string BearingText(std::int16_t short_path) {
+  const int long_path = short_path <= 180 ? short_path + 180 : short_path - 180;
+  return "SP " + std::to_string(short_path) + "\u00B0 / LP " + std::to_string(long_path) + "\u00B0";
+}
+
+std::string Watts(const std::string& power) {
+  return Trim(power).empty() ? "with unknown power" : std::string(Trim(power)) + " W";
+}
+
+}  // namespace
+
+void IonCap::UpdateLocalGrid() {
+  with_.diagnostics.Trap("IonCap.UpdateLocalGrid", [&] { UpdateGrid(Station::kLocal); });
+}
+
+void IonCap::UpdateLocalLatLon() {
+  with_.diagnostics.Trap("IonCap.UpdateLocalLatLon", [&] { UpdateLatLon(Station::kLocal); });
+}
+
+void IonCap::UpdateDXGrid() {
+  with_.diagnostics.Trap("IonCap.UpdateDXGrid", [&] { UpdateGrid(Station::kDX); });
+}
+
+void IonCap::UpdateDXLatLon() {
+  with_.diagnostics.Trap("IonCap.UpdateDXLatLon", [&] { UpdateLatLon(Station::kDX); });
+}
+
+std::optional<Position>& IonCap::InStep(Station station) {
+  return in_step_.at(station == Station::kLocal ? 0 : 1);
+}
+
+/// Where a station is; nothing while its coordinates are not both valid.
+std::optional<Position> IonCap::PositionOf(Station station) {
+  const StationControls& controls = station == Station::kLocal ? kLocalControls : kDXControls;
+  const std::string latitude = with_.view.Text(controls.latitude);
+  const std::string longitude = with_.view.Text(controls.longitude);
+  // A refused text need not be reported to the log again and again.
+  if (StateOf(controls.latitude).refused == latitude ||
+      StateOf(controls.longitude).refused == longitude || !LatitudeAcceptable(latitude) ||
+      !LongitudeAcceptable(longitude)) {
+    return std::nullopt;
+  }
+  return Position{LatLonModule::ParseAngle(latitude, with_.diagnostics),
+                  LatLonModule::ParseAngle(longitude, with_.diagnostics)};
+}
+
+void IonCap::UpdateGrid(Station station) {
+  const std::optional<Position> position = PositionOf(station);
+  std::string grid;
+  if (position) grid = DXGridModule::GetGridSquare(*position, with_.diagnostics);
+  // A text that says nothing would only be refused when the field is left.
+  if (!DXGridModule::IsGridSquare(grid)) grid.clear();
+  Put(station == Station::kLocal ? TextField::kLocalGrid : TextField::kDXGrid,
+      DXGridModule::formatgrid(grid));
+  InStep(station) = position;
+}
+
+void IonCap::UpdateLatLon(Station station) {
+  const StationControls& controls = station == Station::kLocal ? kLocalControls : kDXControls;
+  const std::string grid = DXGridModule::formatgrid(with_.view.Text(controls.grid));
+  const Position centre = DXGridModule::GetGridCenterLocation(grid);
+  if (LatLonModule::IsUndefined(centre)) return;
+  Put(controls.grid, grid);
+  Put(controls.latitude, LatLonModule::LatitudeString(centre));
+  Put(controls.longitude, LatLonModule::LongitudeString(centre));
+  InStep(station) = PositionOf(station);
+  UpdateStationLabels();
+}
+
+/// Somebody has written coordinates: a peer, or the engine's setters in the form of their own.
+void IonCap::StationsChanged() {
+  if (following_stations_) return;
+  following_stations_ = true;
+  with_.diagnostics.Trap("IonCap.StationsChanged", [&] {
+    for (const Station station : {Station::kLocal, Station::kDX}) {
+      const StationControls& controls = station == Station::kLocal ? kLocalControls : kDXControls;
+      for (const TextField field : {controls.latitude, controls.longitude}) {
+        StateOf(field).committed = with_.view.Text(field);
+      }
+      // A square of four characters stays what the user wrote while its position does.
+      const std::optional<Position> position = PositionOf(station);
+      if (position && position != InStep(station)) UpdateGrid(station);
+    }
+    UpdateStationLabels();
+  });
+  following_stations_ = false;
+}
+
+void IonCap::UpdateStationLabels() {
+  std::string from_qth;
+  std::string from_dx;
+  std::string distance;
+  if (PositionOf(Station::kLocal) && PositionOf(Station::kDX)) {
+    const PanelStations stations(with_.panel);
+    from_qth = BearingText(IONCAPModule::ComputeBearingFromQTH(stations, with_.diagnostics));
+    from_dx = BearingText(IONCAPModule::ComputeBearingFromDX(stations, with_.diagnostics));
+    distance = FixedText(IONCAPModule::ComputeDistance(stations, with_.diagnostics), 0) +
+               (stations.DistanceMiles() ? " miles" : " km");
+  }
+  with_.view.SetLabel(Label::kBearingFromQTH, from_qth);
+  with_.view.SetLabel(Label::kBearingFromDX, from_dx);
+  with_.view.SetLabel(Label::kDistance, distance);
+}
+
+void IonCap::UpdateConditions() {
+  const bool from =
+      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
+  const auto noise = [](std::int16_t index) {
+    return std::string(kNoises.at(static_cast<std::size_t>(index))) + " noise";
+  };
+  with_.view.SetLabel(
+      Label::kConditions,
+      from ? "The DX station transmits " + Watts(with_.parameters.DXPower()) +
+                 "; your station listens in " + noise(with_.parameters.LocalNoiseIndex())
+           : "Your station transmits " + Watts(with_.view.Text(TextField::kLocalPwr)) +
+                 "; the DX station listens in " + noise(with_.parameters.DXNoiseIndex()));
+}
+
+void IonCap::UpdateSolarBars() {
+  const auto date = ParseDate(with_.view.Text(TextField::kTheDate));
+  if (!date) return;
+  const auto row = [&](Station station) {
+    const std::optional<Position> position = PositionOf(station);
+    return position ? ComputeSunRow(*position, *date) : SunRow();
+  };
+  with_.chart.SetSolarBars({row(Station::kLocal), row(Station::kDX)});
+}
+
+}  // namespace skyhop

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <wx/window.h>
+
+namespace skyhop {
+
+void ShowAboutBox(wxWindow* parent);
+
+}  // namespace skyhop

@@ -1,0 +1,151 @@
+#include "ui/wx/chart_output.h"
+
+#include <wx/bitmap.h>
+#include <wx/clipbrd.h>
+#include <wx/dataobj.h>
+#include <wx/dcmemory.h>
+#include <wx/filedlg.h>
+#include <wx/filename.h>
+#include <wx/graphics.h>
+#include <wx/msgdlg.h>
+#include <wx/mstream.h>
+#include <wx/print.h>
+#include <wx/settings.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/program.h"
+#include "ui/wx/wx_surface.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+/// Pixels of a picture file for each of the layout's own: sharp on dense screens and in print.
+constexpr double kPictureScale = 2;
+
+wxFont PictureFont() {
+  return wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+}
+
+void Tell(wxWindow* parent, const std::string& text) {
+  wxMessageDialog(parent, ToWx(text), kProductName, wxOK | wxCENTRE | wxICON_ERROR).ShowModal();
+}
+
+wxBitmap MakePicture(const IonCap& controller) {
+  PictureOptions options;
+  options.scale = kPictureScale;
+  wxBitmap bitmap(static_cast<int>(options.SurfaceWidth()),
+                  static_cast<int>(options.SurfaceHeight()), 24);
+  wxMemoryDC dc(bitmap);
+  std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
+  if (!context) throw Error(errors::kInvalidCall, "the picture cannot be drawn");
+  WxSurface surface(std::move(context), options.SurfaceWidth(), options.SurfaceHeight(), 1,
+                    PictureFont());
+  controller.PaintPicture(surface, options);
+  return bitmap;
+}
+
+std::string PngFile(const wxBitmap& picture) {
+  wxMemoryOutputStream stream;
+  if (!picture.ConvertToImage().SaveFile(stream, wxBITMAP_TYPE_PNG)) {
+    throw Error(errors::kInvalidCall, "the picture cannot be turned into a PNG file");
+  }
+  std::string content(static_cast<std::size_t>(stream.GetLength()), '\0');
+  stream.CopyTo(content.data(), content.size());
+  return content;
+}
+
+/// Asks for a file name and writes what `make` yields for it.
+template <class MakeContent>
+void SaveAs(wxWindow* parent, const wxString& title, const wxString& name, const wxString& wildcard,
+            MakeContent make) {
+  wxFileDialog dialog(parent, title, wxString(), name, wildcard, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (dialog.ShowModal() != wxID_OK) return;
+  wxFileName file(dialog.GetPath());
+  try {
+    const std::string content = make(file, dialog.GetFilterIndex());
+    WriteFileAtOnce(PathFromText(FromWx(file.GetFullPath())), content);
+  } catch (const Error& error) {
+    Tell(parent, std::string("The file was not saved: ") + error.what());
+  }
+}
+
+class ChartPrintout : public wxPrintout {
+ public:
+  explicit ChartPrintout(const IonCap& controller)
+      : wxPrintout("Skyhop"), controller_(&controller) {}
+
+  bool OnPrintPage(int page) override {
+    wxDC* const dc = GetDC();
+    if (page != 1 || dc == nullptr) return false;
+    PictureOptions options;
+    FitThisSizeToPageMargins(
+        wxSize(static_cast<int>(options.width), static_cast<int>(options.height)), settings_);
+    std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(*dc));
+    if (!context) return false;
+    WxSurface surface(std::move(context), options.width, options.height, 1, PictureFont());
+    controller_->PaintPicture(surface, options);
+    return true;
+  }
+
+  bool HasPage(int page) override { return page == 1; }
+  void GetPageInfo(int* first, int* last, int* from, int* to) override {
+    *first = *last = *from = *to = 1;
+  }
+  [[nodiscard]] wxPageSetupDialogData& Settings() { return settings_; }
+
+ private:
+  const IonCap* controller_;
+  wxPageSetupDialogData settings_;
+};
+
+}  // namespace
+
+void SaveChart(wxWindow* parent, const IonCap& controller) {
+  SaveAs(parent, "Save the chart", "skyhop-chart.png",
+         "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg", [&](wxFileName& file, int filter) {
+           const wxString ending = file.GetExt().Lower();
+           // An ending that was typed counts more than the list's choice.
+           const bool svg = ending == "svg" || (ending != "png" && filter == 1);
+           if (ending != "svg" && ending != "png") {
+             file.SetFullName(file.GetFullName() + (svg ? ".svg" : ".png"));
+           }
+           return svg ? controller.ChartAsSvg() : PngFile(MakePicture(controller));
+         });
+}
+
+void SaveResults(wxWindow* parent, const IonCap& controller) {
+  SaveAs(parent, "Save the results", "skyhop-results.csv", "Comma-separated values (*.csv)|*.csv",
+         [&](wxFileName& file, int) {
+           if (!file.HasExt()) file.SetExt("csv");
+           return controller.ResultsAsCsv();
+         });
+}
+
+void PrintChart(wxWindow* parent, const IonCap& controller) {
+  wxPrintDialogData data;
+  data.EnablePageNumbers(false);
+  data.GetPrintData().SetOrientation(wxLANDSCAPE);
+  wxPrinter printer(&data);
+  ChartPrintout printout(controller);
+  if (!printer.Print(parent, &printout, true) && wxPrinter::GetLastError() == wxPRINTER_ERROR) {
+    Tell(parent, "The chart could not be printed.");
+  }
+}
+
+void CopyChart(wxWindow* parent, const IonCap& controller) {
+  const wxClipboardLocker clipboard;
+  try {
+    if (!clipboard || !wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(controller)))) {
+      Tell(parent, "The chart could not be copied: another program holds the clipboard.");
+    }
+  } catch (const Error& error) {
+    Tell(parent, std::string("The chart could not be copied: ") + error.what());
+  }
+}
+
+}  // namespace skyhop

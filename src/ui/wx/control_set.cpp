@@ -1,0 +1,233 @@
+#include "ui/wx/control_set.h"
+
+#include <wx/settings.h>
+#include <wx/sizer.h>
+
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+/// Far more than any value needs, and little enough to keep a pasted book out of a field.
+constexpr unsigned long kLongestText = 60;
+
+constexpr const char* kNoMode = "(none)";
+
+wxColour RefusedBackground() {
+  const bool dark = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW).GetLuminance() < 0.5;
+  return dark ? wxColour(110, 34, 34) : wxColour(255, 214, 210);
+}
+
+}  // namespace
+
+ControlSet::ControlSet(ControlEvents& events, TieLabel tie_label)
+    : events_(&events), tie_label_(std::move(tie_label)) {}
+
+void ControlSet::SetToolTip(wxWindow* control, std::string_view text) {
+  if (text.empty()) return;
+  tool_tips_.emplace_back(control, std::string(text));
+  if (show_tool_tips_) control->SetToolTip(ToWx(text));
+}
+
+void ControlSet::ShowToolTips(bool show) {
+  show_tool_tips_ = show;
+  for (const auto& [control, text] : tool_tips_) {
+    if (show) {
+      control->SetToolTip(ToWx(text));
+    } else {
+      control->UnsetToolTip();
+    }
+  }
+}
+
+wxStaticText* ControlSet::MakeCaption(wxWindow* parent, TextField field) {
+  auto* caption = new wxStaticText(parent, wxID_ANY, ToWx(Caption(field)));
+  captions_.at(Index(field)) = caption;
+  return caption;
+}
+
+wxTextCtrl* ControlSet::MakeText(wxWindow* parent, TextField field, int characters) {
+  auto* text = new wxTextCtrl(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                              wxTE_PROCESS_ENTER);
+  text->SetInitialSize(text->GetSizeFromTextSize(text->GetTextExtent(wxString('0', characters))));
+  text->SetMaxLength(kLongestText);
+  texts_.at(Index(field)) = text;
+  wxStaticText* const caption = captions_.at(Index(field));
+  if (caption != nullptr) {
+    text->SetName(wxStaticText::RemoveMnemonics(caption->GetLabel()));
+    if (tie_label_) tie_label_(caption->GetHandle(), text->GetHandle());
+  }
+  SetToolTip(text, ToolTip(field));
+
+  text->Bind(wxEVT_CHAR, [this, field](wxKeyEvent& event) { OnChar(field, event); });
+  text->Bind(wxEVT_TEXT_ENTER, [this, field](wxCommandEvent&) { events_->Entered(field); });
+  text->Bind(wxEVT_TEXT, [this, field](wxCommandEvent& event) {
+    events_->Changed(field);
+    event.Skip();
+  });
+  text->Bind(wxEVT_LEFT_DCLICK, [this, field](wxMouseEvent& event) {
+    events_->DoubleClicked(field);
+    event.Skip();
+  });
+  text->Bind(wxEVT_KILL_FOCUS, [this, field, text](wxFocusEvent& event) {
+    // A message box must not open while the focus is on its way to the next control.
+    leave_pending_.at(Index(field)) = true;
+    text->CallAfter([this, field] { Leave(field); });
+    event.Skip();
+  });
+  return text;
+}
+
+void ControlSet::OnChar(TextField field, wxKeyEvent& event) {
+  const wxChar key = event.GetUnicodeKey();
+  // Keys without a character, and those that are commands, are none of the filter's business.
+  const bool typed =
+      key != WXK_NONE && key >= WXK_SPACE && key != WXK_DELETE && !event.HasModifiers();
+  if (typed && !events_->Accepts(field, static_cast<char32_t>(key))) return;
+  event.Skip();
+}
+
+void ControlSet::Leave(TextField field) {
+  bool& pending = leave_pending_.at(Index(field));
+  if (!pending) return;
+  pending = false;
+  events_->Left(field);
+}
+
+bool ControlSet::CommitFocusedField() {
+  bool accepted = true;
+  for (std::size_t i = 0; i < texts_.size(); ++i) {
+    if (texts_.at(i) == nullptr) continue;
+    if (!leave_pending_.at(i) && !texts_.at(i)->HasFocus()) continue;
+    leave_pending_.at(i) = false;
+    if (!events_->Left(static_cast<TextField>(i))) accepted = false;
+  }
+  return accepted;
+}
+
+wxCheckBox* ControlSet::MakeCheckBox(wxWindow* parent, CheckBox box) {
+  auto* check = new wxCheckBox(parent, wxID_ANY, ToWx(Caption(box)));
+  checks_.at(Index(box)) = check;
+  SetToolTip(check, ToolTip(box));
+  check->Bind(wxEVT_CHECKBOX, [this, box](wxCommandEvent&) { events_->Toggled(box); });
+  return check;
+}
+
+wxButton* ControlSet::MakeButton(wxWindow* parent, Button button) {
+  auto* made = new wxButton(parent, wxID_ANY, ToWx(Caption(button)));
+  buttons_.at(Index(button)) = made;
+  SetToolTip(made, ToolTip(button));
+  made->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) { events_->Clicked(button); });
+  return made;
+}
+
+wxStaticText* ControlSet::MakeLabel(wxWindow* parent, Label label, long style) {
+  auto* text = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
+                                style | wxST_NO_AUTORESIZE);
+  labels_.at(Index(label)).push_back(text);
+  return text;
+}
+
+wxSizer* ControlSet::MakeOptions(wxWindow* parent, OptionGroup group,
+                                 std::span<const OptionText> options, int orientation) {
+  auto* sizer = new wxBoxSizer(orientation);
+  Options& made = options_.at(Index(group));
+  made.assign(options.size(), nullptr);
+  long style = wxRB_GROUP;
+  for (const OptionText& option : options) {
+    auto* radio = new wxRadioButton(parent, wxID_ANY, ToWx(option.text), wxDefaultPosition,
+                                    wxDefaultSize, style);
+    style = 0;
+    made.at(static_cast<std::size_t>(option.index)) = radio;
+    SetToolTip(radio, ToolTip(group));
+    radio->Bind(wxEVT_RADIOBUTTON, [this, group](wxCommandEvent&) { events_->Chosen(group); });
+    const int side = orientation == wxHORIZONTAL ? wxRIGHT : wxBOTTOM;
+    sizer->Add(radio,
+               wxSizerFlags().Border(side, parent->FromDIP(orientation == wxHORIZONTAL ? 10 : 2)));
+  }
+  return sizer;
+}
+
+wxChoice* ControlSet::MakeModeList(wxWindow* parent) {
+  modes_ = new wxChoice(parent, wxID_ANY);
+  modes_->Append(kNoMode);
+  modes_->SetSelection(0);
+  SetToolTip(modes_, ToolTip(OptionGroup::kModeSNRCombo));
+  modes_->Bind(wxEVT_CHOICE,
+               [this](wxCommandEvent&) { events_->Chosen(OptionGroup::kModeSNRCombo); });
+  return modes_;
+}
+
+std::string ControlSet::Text(TextField field) const {
+  return FromWx(Field(field)->GetValue());
+}
+
+void ControlSet::SetText(TextField field, const std::string& text) {
+  const wxString shown = ToWx(text);
+  // Setting an equal text would move the insertion point.
+  if (Field(field)->GetValue() != shown) Field(field)->ChangeValue(shown);
+}
+
+void ControlSet::MarkRefused(TextField field, bool refused) {
+  wxTextCtrl* const text = Field(field);
+  text->SetBackgroundColour(refused ? RefusedBackground() : wxNullColour);
+  text->Refresh();
+}
+
+int ControlSet::Selected(OptionGroup group) const {
+  if (group == OptionGroup::kModeSNRCombo) return modes_->GetSelection() - 1;
+  const Options& options = options_.at(Index(group));
+  for (std::size_t i = 0; i < options.size(); ++i) {
+    if (options[i] != nullptr && options[i]->GetValue()) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+void ControlSet::Select(OptionGroup group, int index) {
+  if (group == OptionGroup::kModeSNRCombo) {
+    const bool offered = index >= 0 && index + 1 < static_cast<int>(modes_->GetCount());
+    modes_->SetSelection(offered ? index + 1 : 0);
+    return;
+  }
+  const Options& options = options_.at(Index(group));
+  if (index < 0 || index >= static_cast<int>(options.size())) return;
+  options[static_cast<std::size_t>(index)]->SetValue(true);
+}
+
+void ControlSet::SetModes(std::span<const std::string> modes) {
+  wxArrayString texts;
+  texts.Add(kNoMode);
+  for (const std::string& mode : modes) texts.Add(ToWx(mode));
+  modes_->Set(texts);
+  modes_->SetSelection(0);
+}
+
+bool ControlSet::Checked(CheckBox box) const {
+  return checks_.at(Index(box))->GetValue();
+}
+
+void ControlSet::SetChecked(CheckBox box, bool checked) {
+  checks_.at(Index(box))->SetValue(checked);
+}
+
+void ControlSet::SetLabel(Label label, const std::string& text) {
+  std::string& present = label_texts_.at(Index(label));
+  if (present == text) return;
+  present = text;
+  // A label takes "&" for the mark of a shortcut, which is what doubled ones are for.
+  for (wxStaticText* shown : labels_.at(Index(label))) {
+    shown->SetLabel(ToWx(text));
+    shown->InvalidateBestSize();
+    shown->GetParent()->Layout();
+  }
+}
+
+void ControlSet::Enable(Button button, bool enabled) {
+  buttons_.at(Index(button))->Enable(enabled);
+}
+
+bool ControlSet::Enabled(Button button) const {
+  return buttons_.at(Index(button))->IsEnabled();
+}
+
+}  // namespace skyhop

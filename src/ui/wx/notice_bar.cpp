@@ -1,0 +1,51 @@
+#include "ui/wx/notice_bar.h"
+
+#include <wx/settings.h>
+#include <wx/sizer.h>
+
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+struct Colors {
+  wxColour background;
+  wxColour text;
+};
+
+Colors ColorsOf(Notice::Kind kind) {
+  const bool dark = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW).GetLuminance() < 0.5;
+  if (kind == Notice::Kind::kFailed) {
+    return dark ? Colors{{104, 36, 36}, {255, 226, 224}} : Colors{{253, 222, 219}, {106, 20, 16}};
+  }
+  return dark ? Colors{{32, 62, 98}, {220, 234, 252}} : Colors{{221, 235, 252}, {16, 54, 104}};
+}
+
+}  // namespace
+
+NoticeBar::NoticeBar(wxWindow* parent)
+    : wxPanel(parent), text_(new wxStaticText(this, wxID_ANY, wxString())) {
+  auto* sizer = new wxBoxSizer(wxHORIZONTAL);
+  sizer->Add(text_, wxSizerFlags(1).CenterVertical().Border(wxALL, FromDIP(7)));
+  SetSizer(sizer);
+  Hide();
+}
+
+void NoticeBar::Show_(const Notice& notice) {
+  const bool shown = notice.kind == Notice::Kind::kRunning || notice.kind == Notice::Kind::kFailed;
+  if (shown) {
+    const Colors colors = ColorsOf(notice.kind);
+    SetBackgroundColour(colors.background);
+    text_->SetForegroundColour(colors.text);
+    text_->SetLabelText(ToWx(notice.text));
+    const int margin = 2 * FromDIP(7);
+    // Long reasons, with the paths of files in them, go over several lines.
+    text_->Wrap(std::max(FromDIP(200), GetParent()->GetClientSize().x - margin));
+    InvalidateBestSize();
+    Refresh();
+  }
+  Show(shown);
+  GetParent()->Layout();
+}
+
+}  // namespace skyhop

@@ -1,0 +1,290 @@
+#include "ui/wx/prediction_frame.h"
+
+#include <wx/display.h>
+#include <wx/notebook.h>
+#include <wx/sizer.h>
+#include <wx/statusbr.h>
+#include <wx/wrapsizer.h>
+
+#include "ui/wx/pages.h"
+#include "ui/wx/window_view.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+constexpr int kClockField = 1;
+
+}  // namespace
+
+PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label)
+    : wxFrame(nullptr, wxID_ANY, "Skyhop", wxDefaultPosition, wxDefaultSize, wxDEFAULT_FRAME_STYLE,
+              "IonCap"),
+      controls_(
+          std::make_unique<ControlSet>(static_cast<ControlEvents&>(*this), std::move(tie_label))),
+      view_(std::make_unique<WindowView>(*this, *controls_)),
+      pane_(&pane) {
+  for (std::size_t i = 0; i < timers_.size(); ++i) {
+    timers_.at(i) = std::make_unique<wxTimer>(this);
+    Bind(
+        wxEVT_TIMER, [this, i](wxTimerEvent&) { Ticked(static_cast<WindowTimer>(i)); },
+        timers_.at(i)->GetId());
+  }
+  Assemble(pane);
+  MakeMenu();
+  CreateStatusBar(2);
+  const wxString widest = "00:00:00 UTC";
+  const int widths[] = {-1, GetStatusBar()->GetTextExtent(widest).x + FromDIP(44)};
+  GetStatusBar()->SetStatusWidths(2, widths);
+
+  Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
+  Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
+    RememberNormalPlace();
+    event.Skip();
+  });
+  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    RememberNormalPlace();
+    event.Skip();
+  });
+}
+
+PredictionFrame::~PredictionFrame() = default;
+
+void PredictionFrame::Assemble(ChartPane& pane) {
+  auto* base = new wxPanel(this);
+  const int gap = FromDIP(6);
+
+  auto* tabs = new wxNotebook(base, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "TabbedDialog");
+  tabs->AddPage(MakeParametersPage(tabs, *controls_), "Parameters");
+  tabs->AddPage(MakeTransmitterPage(tabs, *controls_), "Transmitter");
+  tabs->AddPage(MakeReceiverPage(tabs, *controls_), "Receiver");
+  tabs->AddPage(MakeConditionsPage(tabs, *controls_), "Conditions");
+  tabs->AddPage(MakePredictionPage(tabs, *controls_), "Prediction");
+
+  // The chart is a panel of its own so that the notice above it changes nothing else.
+  auto* chart = new wxPanel(base);
+  notice_ = new NoticeBar(chart);
+  canvas_ = new ChartCanvas(chart, pane, [this](const std::string& text) { ShowReadout(text); });
+  auto* chart_sizer = new wxBoxSizer(wxVERTICAL);
+  chart_sizer->Add(notice_, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+  chart_sizer->Add(canvas_, wxSizerFlags(1).Expand());
+  chart_sizer->Add(MakeChartOptions(chart), wxSizerFlags().Expand().Border(wxTOP, gap));
+  chart_sizer->Add(controls_->MakeLabel(chart, Label::kProvenance),
+                   wxSizerFlags().Expand().Border(wxTOP, gap));
+  chart->SetSizer(chart_sizer);
+
+  auto* left = new wxBoxSizer(wxVERTICAL);
+  left->Add(tabs, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+  left->Add(chart, wxSizerFlags(1).Expand());
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  row->Add(left, wxSizerFlags(1).Expand());
+  row->Add(MakeCommandColumn(base, *controls_), wxSizerFlags().Expand().Border(wxLEFT, gap));
+  auto* margin = new wxBoxSizer(wxVERTICAL);
+  margin->Add(row, wxSizerFlags(1).Expand().Border(wxALL, gap));
+  base->SetSizer(margin);
+
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(base, wxSizerFlags(1).Expand());
+  SetSizer(whole);
+  SetMinClientSize(margin->GetMinSize());
+  SetClientSize(DefaultSize());
+}
+
+/// Room for a large chart, within what the main monitor has.
+wxSize PredictionFrame::DefaultSize() const {
+  wxSize size = FromDIP(wxSize(1180, 800));
+  const wxRect desktop = wxDisplay(0U).GetClientArea();
+  size.DecTo(desktop.GetSize() - FromDIP(wxSize(40, 80)));
+  return size;
+}
+
+void PredictionFrame::PutToDefaultPlace() {
+  if (IsIconized()) Iconize(false);
+  if (IsMaximized()) Maximize(false);
+  SetClientSize(DefaultSize());
+  CentreOnScreen();
+}
+
+wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {
+  auto* row = new wxWrapSizer(wxHORIZONTAL);
+  for (const CheckBox box : {CheckBox::kPlotEnable, CheckBox::kOpenBandEnable,
+                             CheckBox::kShowColorKeyCheck, CheckBox::kShowCurrentTimeCheck}) {
+    row->Add(controls_->MakeCheckBox(parent, box),
+             wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(16)));
+  }
+  return row;
+}
+
+void PredictionFrame::Clicked(Button button) {
+  if (controller_ == nullptr) return;
+  switch (button) {
+    case Button::kPathsButton:
+    case Button::kPredictSPToCmd:
+    case Button::kPredictLPToCmd:
+    case Button::kPredictSPFromCmd:
+    case Button::kPredictLPFromCmd:
+      // A key can start a prediction while a field still has the focus.
+      if (!controls_->CommitFocusedField()) return;
+      break;
+    default:
+      break;
+  }
+  switch (button) {
+    case Button::kPathsButton:
+      return controller_->PathsButton_Click();
+    case Button::kPredictSPToCmd:
+      return controller_->PredictSPToCmd_Click();
+    case Button::kPredictLPToCmd:
+      return controller_->PredictLPToCmd_Click();
+    case Button::kPredictSPFromCmd:
+      return controller_->PredictSPFromCmd_Click();
+    case Button::kPredictLPFromCmd:
+      return controller_->PredictLPFromCmd_Click();
+    case Button::kAbortButton:
+      return controller_->AbortButton_Click();
+    case Button::kForecastCmd:
+      return controller_->ForecastCmd_Click();
+    case Button::kCurrentCmd:
+      return controller_->CurrentCmd_Click();
+    case Button::kHistoryCmd:
+      return controller_->HistoryCmd_Click();
+    case Button::kUpdateSFICmd:
+      return controller_->UpdateSFICmd_Click();
+    case Button::kUpdateSSNCmd:
+      return controller_->UpdateSSNCmd_Click();
+    case Button::kBeaconCmd:
+      return controller_->BeaconCmd_Click();
+    case Button::kConfigCmd:
+      return controller_->ConfigCmd_Click();
+    case Button::kHelpCmd:
+      return controller_->HelpCmd_Click();
+  }
+}
+
+void PredictionFrame::Chosen(OptionGroup group) {
+  if (controller_ == nullptr) return;
+  switch (group) {
+    case OptionGroup::kLocalNoiseLevel:
+      return controller_->LocalNoiseLevel_Click();
+    case OptionGroup::kDXNoiseLevel:
+      return controller_->DXNoiseLevel_Click();
+    case OptionGroup::kDXPwr:
+      return controller_->DXPwr_Click();
+    case OptionGroup::kPath:
+      return controller_->Path_Click();
+    case OptionGroup::kPredictSignals:
+      return controller_->PredictSignals_Click();
+    case OptionGroup::kModeSNRCombo:
+      return controller_->ModeSNRCombo_Click();
+  }
+}
+
+void PredictionFrame::Toggled(CheckBox box) {
+  if (controller_ == nullptr) return;
+  switch (box) {
+    case CheckBox::kDXTracksTesseraLocation:
+      return controller_->DXTracksTesseraLocation_Click();
+    case CheckBox::kPlotEnable:
+      return controller_->PlotEnable_Click();
+    case CheckBox::kOpenBandEnable:
+      return controller_->OpenBandEnable_Click();
+    case CheckBox::kShowColorKeyCheck:
+      return controller_->ShowColorKeyCheck_Click();
+    case CheckBox::kShowCurrentTimeCheck:
+      return controller_->ShowCurrentTimeCheck_Click();
+  }
+}
+
+bool PredictionFrame::Accepts(TextField field, char32_t key) {
+  return IonCap::AcceptsKey(field, key);
+}
+
+void PredictionFrame::Entered(TextField field) {
+  if (controller_ != nullptr) controller_->Field_Enter(field);
+}
+
+bool PredictionFrame::Left(TextField field) {
+  return controller_ == nullptr || controller_->Field_Leave(field);
+}
+
+void PredictionFrame::Changed(TextField field) {
+  if (controller_ != nullptr) controller_->Field_Change(field);
+}
+
+void PredictionFrame::DoubleClicked(TextField field) {
+  if (controller_ != nullptr && field == TextField::kTheDate) controller_->TheDate_DblClick();
+}
+
+void PredictionFrame::Ticked(WindowTimer timer) {
+  if (controller_ == nullptr) return;
+  switch (timer) {
+    case WindowTimer::kExecuteTimer:
+      return controller_->ExecuteTimer_Tick();
+    case WindowTimer::kEngineWatch:
+      return controller_->EngineWatch_Tick();
+    case WindowTimer::kSNRExecuteTimer:
+      return controller_->SNRExecuteTimer_Tick();
+    case WindowTimer::kSolarForecastTimer:
+      return controller_->SolarForecastTimer_Tick();
+    case WindowTimer::kClockTimer:
+      return controller_->ClockTimer_Tick();
+    case WindowTimer::kShutDownTimer:
+      return controller_->ShutDownTimer_Tick();
+  }
+}
+
+void PredictionFrame::ShowNotice(const Notice& notice) {
+  if (notice.kind == Notice::Kind::kEmpty) pane_->SetEmptyText(notice.text);
+  notice_->Show_(notice);
+}
+
+void PredictionFrame::SetStatus(const std::string& text) {
+  status_ = text;
+  UpdateStatusBar();
+}
+
+void PredictionFrame::ShowReadout(const std::string& text) {
+  readout_ = text;
+  UpdateStatusBar();
+}
+
+void PredictionFrame::UpdateStatusBar() {
+  if (GetStatusBar() == nullptr) return;
+  SetStatusText(ToWx(status_.empty() ? readout_ : status_), 0);
+}
+
+void PredictionFrame::SetClock(const std::string& text) {
+  if (GetStatusBar() != nullptr) SetStatusText(ToWx(text), kClockField);
+}
+
+void PredictionFrame::RememberNormalPlace() {
+  if (!IsIconized() && !IsMaximized() && IsShown()) normal_place_ = GetRect();
+}
+
+WindowPlacement PredictionFrame::Placement() const {
+  WindowPlacement placement;
+  const wxRect place = normal_place_.IsEmpty() ? GetRect() : normal_place_;
+  placement.left = place.x;
+  placement.top = place.y;
+  placement.width = place.width;
+  placement.height = place.height;
+  if (IsIconized()) placement.state = WindowPlacement::State::kMinimized;
+  if (IsMaximized()) placement.state = WindowPlacement::State::kMaximized;
+  return placement;
+}
+
+void PredictionFrame::SetPlacement(const WindowPlacement& placement) {
+  normal_place_ = wxRect(placement.left, placement.top, placement.width, placement.height);
+  SetSize(normal_place_);
+  Maximize(placement.state == WindowPlacement::State::kMaximized);
+}
+
+void PredictionFrame::OnClose(wxCloseEvent&) {
+  for (const auto& timer : timers_) timer->Stop();
+  if (controller_ != nullptr) controller_->Form_Unload();
+  Attach(nullptr);
+  if (on_closed_) on_closed_();
+  Destroy();
+}
+
+}  // namespace skyhop

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <wx/frame.h>
+#include <wx/timer.h>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "ui/prediction/ion_cap.h"
+#include "ui/prediction/prediction_view.h"
+#include "ui/wx/chart_canvas.h"
+#include "ui/wx/control_set.h"
+#include "ui/wx/notice_bar.h"
+
+namespace skyhop {
+
+/// The main window: tabs with the inputs above, commands at the right, the chart in the remaining
+/// room. Holds no rules; everything that the user does goes to the controller.
+class PredictionFrame : public wxFrame, private ControlEvents {
+ public:
+  /// `pane` must outlive the frame; `tie_label` ties captions to fields for screen readers.
+  PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label);
+  ~PredictionFrame() override;
+  PredictionFrame(const PredictionFrame&) = delete;
+  PredictionFrame& operator=(const PredictionFrame&) = delete;
+
+  /// Who gets the events; null for nobody.
+  void Attach(IonCap* controller) { controller_ = controller; }
+  /// Called after the window has been closed.
+  void SetClosedListener(std::function<void()> listener) { on_closed_ = std::move(listener); }
+
+  [[nodiscard]] PredictionView& View() { return *view_; }
+  [[nodiscard]] ControlSet& Controls() { return *controls_; }
+  [[nodiscard]] ChartCanvas& Canvas() { return *canvas_; }
+
+  /// The size and place of a fresh installation.
+  void PutToDefaultPlace();
+
+  // For the view.
+  void ShowNotice(const Notice& notice);
+  void SetStatus(const std::string& text);
+  void SetClock(const std::string& text);
+  [[nodiscard]] wxTimer& TimerOf(WindowTimer timer) {
+    return *timers_.at(static_cast<std::size_t>(timer));
+  }
+  [[nodiscard]] WindowPlacement Placement() const;
+  void SetPlacement(const WindowPlacement& placement);
+
+ private:
+  class MenuMaker;
+
+  void Clicked(Button button) override;
+  void Chosen(OptionGroup group) override;
+  void Toggled(CheckBox box) override;
+  [[nodiscard]] bool Accepts(TextField field, char32_t key) override;
+  void Entered(TextField field) override;
+  bool Left(TextField field) override;
+  void Changed(TextField field) override;
+  void DoubleClicked(TextField field) override;
+
+  void Assemble(ChartPane& pane);
+  [[nodiscard]] wxSize DefaultSize() const;
+  [[nodiscard]] wxSizer* MakeChartOptions(wxWindow* parent);
+  void MakeMenu();
+  void Ticked(WindowTimer timer);
+  void ShowReadout(const std::string& text);
+  void UpdateStatusBar();
+  void RememberNormalPlace();
+  void OnClose(wxCloseEvent& event);
+
+  IonCap* controller_ = nullptr;
+  std::function<void()> on_closed_;
+  std::unique_ptr<ControlSet> controls_;
+  std::unique_ptr<PredictionView> view_;
+  std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;
+  NoticeBar* notice_ = nullptr;
+  ChartCanvas* canvas_ = nullptr;
+  ChartPane* pane_;
+  std::string status_;
+  std::string readout_;
+  wxRect normal_place_;
+};
+
+}  // namespace skyhop

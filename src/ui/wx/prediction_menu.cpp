@@ -1,0 +1,149 @@
+// The main window's menu: every command by keyboard too.
+
+#include <wx/menu.h>
+
+#include "ui/wx/about_box.h"
+#include "ui/wx/chart_output.h"
+#include "ui/wx/prediction_frame.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+/// A button's words without the mark of its shortcut, which belongs to the button alone.
+wxString PlainCaption(Button button) {
+  return wxControl::RemoveMnemonics(ToWx(Caption(button)));
+}
+
+}  // namespace
+
+/// Adds items to a menu and says what each does.
+class PredictionFrame::MenuMaker {
+ public:
+  explicit MenuMaker(PredictionFrame& frame) : frame_(&frame), menu_(new wxMenu) {}
+
+  void Command(const wxString& text, std::function<void()> action, int id = wxID_ANY) {
+    const wxMenuItem* const item = menu_->Append(id, text);
+    frame_->Bind(
+        wxEVT_MENU, [action](wxCommandEvent&) { action(); }, item->GetId());
+  }
+
+  /// A command on the chart's results; of no use while there are none.
+  void OnChart(const wxString& text, void (*action)(wxWindow*, const IonCap&)) {
+    PredictionFrame* const frame = frame_;
+    const wxMenuItem* const item = menu_->Append(wxID_ANY, text);
+    frame->Bind(
+        wxEVT_MENU,
+        [frame, action](wxCommandEvent&) {
+          if (frame->controller_ != nullptr) action(frame, *frame->controller_);
+        },
+        item->GetId());
+    frame->Bind(
+        wxEVT_UPDATE_UI,
+        [frame](wxUpdateUIEvent& event) { event.Enable(frame->pane_->HasResult()); },
+        item->GetId());
+  }
+
+  /// The same as a button, and enabled when the button is.
+  void Of(Button button, const wxString& shortcut) {
+    PredictionFrame* const frame = frame_;
+    const wxMenuItem* const item = menu_->Append(wxID_ANY, PlainCaption(button) + shortcut);
+    frame->Bind(
+        wxEVT_MENU, [frame, button](wxCommandEvent&) { frame->Clicked(button); }, item->GetId());
+    frame->Bind(
+        wxEVT_UPDATE_UI,
+        [frame, button](wxUpdateUIEvent& event) {
+          event.Enable(frame->controls_->Enabled(button));
+        },
+        item->GetId());
+  }
+
+  void Of(CheckBox box, const wxString& shortcut) {
+    PredictionFrame* const frame = frame_;
+    const wxString text = wxControl::RemoveMnemonics(ToWx(Caption(box))) + shortcut;
+    const wxMenuItem* const item = menu_->AppendCheckItem(wxID_ANY, text);
+    frame->Bind(
+        wxEVT_MENU,
+        [frame, box](wxCommandEvent& event) {
+          frame->controls_->SetChecked(box, event.IsChecked());
+          frame->Toggled(box);
+        },
+        item->GetId());
+    frame->Bind(
+        wxEVT_UPDATE_UI,
+        [frame, box](wxUpdateUIEvent& event) { event.Check(frame->controls_->Checked(box)); },
+        item->GetId());
+  }
+
+  void Separator() { menu_->AppendSeparator(); }
+  [[nodiscard]] wxMenu* Menu() const { return menu_; }
+
+ private:
+  PredictionFrame* frame_;
+  wxMenu* menu_;
+};
+
+void PredictionFrame::MakeMenu() {
+  auto* bar = new wxMenuBar;
+
+  MenuMaker file(*this);
+  file.OnChart("&Save Chart...\tCtrl+S", &SaveChart);
+  file.OnChart("Save &Results as CSV...\tCtrl+E", &SaveResults);
+  file.OnChart("&Print Chart...\tCtrl+P", &PrintChart);
+  file.Separator();
+  file.Command(
+      "&Quit\tCtrl+Q", [this] { Close(); }, wxID_EXIT);
+  bar->Append(file.Menu(), "&File");
+
+  MenuMaker edit(*this);
+  edit.OnChart("&Copy Chart\tCtrl+Shift+C", &CopyChart);
+  edit.Separator();
+  edit.Of(Button::kConfigCmd, "...\tCtrl+,");
+  bar->Append(edit.Menu(), "&Edit");
+
+  MenuMaker prediction(*this);
+  prediction.Of(Button::kPathsButton, "\tF5");
+  prediction.Of(Button::kPredictSPToCmd, "\tCtrl+1");
+  prediction.Of(Button::kPredictLPToCmd, "\tCtrl+2");
+  prediction.Of(Button::kPredictSPFromCmd, "\tCtrl+3");
+  prediction.Of(Button::kPredictLPFromCmd, "\tCtrl+4");
+  prediction.Separator();
+  prediction.Of(Button::kAbortButton, "\tEsc");
+  bar->Append(prediction.Menu(), "&Prediction");
+
+  MenuMaker view(*this);
+  view.Of(CheckBox::kPlotEnable, "\tCtrl+L");
+  view.Of(CheckBox::kOpenBandEnable, "\tCtrl+B");
+  view.Of(CheckBox::kShowColorKeyCheck, "\tCtrl+K");
+  view.Of(CheckBox::kShowCurrentTimeCheck, "\tCtrl+T");
+  bar->Append(view.Menu(), "&View");
+
+  MenuMaker weather(*this);
+  weather.Of(Button::kForecastCmd, "");
+  weather.Of(Button::kCurrentCmd, "");
+  weather.Of(Button::kHistoryCmd, "");
+  weather.Separator();
+  weather.Of(Button::kUpdateSFICmd, "");
+  weather.Of(Button::kUpdateSSNCmd, "");
+  weather.Separator();
+  for (int page = 0; page < 4; ++page) {
+    weather.Command(wxString::Format("Web Page &%d", page + 1), [this, page] {
+      if (controller_ != nullptr) controller_->WebPage_Click(page);
+    });
+  }
+  bar->Append(weather.Menu(), "Space &Weather");
+
+  MenuMaker tools(*this);
+  tools.Of(Button::kBeaconCmd, "");
+  bar->Append(tools.Menu(), "&Tools");
+
+  MenuMaker help(*this);
+  help.Of(Button::kHelpCmd, "\tF1");
+  help.Separator();
+  help.Command(
+      "&About Skyhop", [this] { ShowAboutBox(this); }, wxID_ABOUT);
+  bar->Append(help.Menu(), "&Help");
+  SetMenuBar(bar);
+}
+
+}  // namespace skyhop

@@ -1,0 +1,84 @@
+#include "ui/wx/window_view.h"
+
+#include <wx/display.h>
+#include <wx/utils.h>
+
+#include "ui/wx/prediction_frame.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+
+std::vector<Monitor> DesktopMonitors() {
+  std::vector<Monitor> monitors;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+    const wxDisplay display(i);
+    const wxRect area = display.GetClientArea();
+    const Monitor monitor{area.GetLeft(), area.GetTop(), area.GetRight() + 1, area.GetBottom() + 1};
+    monitors.insert(display.IsPrimary() ? monitors.begin() : monitors.end(), monitor);
+  }
+  return monitors;
+}
+
+void WindowView::SetLabel(Label label, const std::string& text) {
+  if (label == Label::kClock) {
+    frame_->SetClock(text);
+  } else {
+    controls_->SetLabel(label, text);
+  }
+}
+
+void WindowView::StartTimer(WindowTimer timer, std::chrono::milliseconds interval) {
+  frame_->TimerOf(timer).Start(static_cast<int>(interval.count()));
+}
+
+void WindowView::StopTimer(WindowTimer timer) {
+  frame_->TimerOf(timer).Stop();
+}
+
+bool WindowView::TimerRunning(WindowTimer timer) const {
+  return frame_->TimerOf(timer).IsRunning();
+}
+
+void WindowView::SetCaption(const std::string& caption) {
+  frame_->SetTitle(ToWx(caption));
+}
+
+void WindowView::ShowNotice(const Notice& notice) {
+  frame_->ShowNotice(notice);
+}
+
+void WindowView::SetStatus(const std::string& text) {
+  frame_->SetStatus(text);
+}
+
+void WindowView::ShowToolTips(bool show) {
+  controls_->ShowToolTips(show);
+  frame_->Canvas().ShowToolTips(show);
+}
+
+WindowPlacement WindowView::Placement() const {
+  return frame_->Placement();
+}
+
+void WindowView::SetPlacement(const WindowPlacement& placement) {
+  frame_->SetPlacement(placement);
+}
+
+std::vector<Monitor> WindowView::Monitors() const {
+  return DesktopMonitors();
+}
+
+void WindowView::RestoreWindow() {
+  if (frame_->IsIconized()) frame_->Iconize(false);
+  if (frame_->IsMaximized()) frame_->Maximize(false);
+}
+
+bool WindowView::OpenInBrowser(const std::string& url) {
+  return wxLaunchDefaultBrowser(ToWx(url));
+}
+
+void WindowView::Close() {
+  frame_->Close();
+}
+
+}  // namespace skyhop

@@ -1,0 +1,25 @@
+#include "ui/wx/wx_messages.h"
+
+#include <wx/app.h>
+#include <wx/evtloop.h>
+#include <wx/msgdlg.h>
+#include <wx/toplevel.h>
+#include <wx/utils.h>
+
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+
+void WxMessages::Show(const std::string& text, const std::string& caption) {
+  wxWindow* const parent = wxTheApp != nullptr ? wxTheApp->GetTopWindow() : nullptr;
+  wxMessageDialog box(parent, ToWx(text), ToWx(caption), wxOK | wxCENTRE);
+  box.ShowModal();
+}
+
+void WxPause::Wait(std::chrono::milliseconds duration) {
+  wxMilliSleep(static_cast<unsigned long>(duration.count()));
+  wxEventLoopBase* const loop = wxEventLoopBase::GetActive();
+  if (loop != nullptr && !loop->IsYielding()) loop->YieldFor(wxEVT_CATEGORY_UI);
+}
+
+}  // namespace skyhop

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <wx/window.h>
+
+#include "common/pause.h"
+#include "common/user_messages.h"
+
+namespace skyhop {
+
+/// Message boxes with an OK button, over the program's active window.
+class WxMessages : public UserMessages {
+ public:
+  void Show(const std::string& text, const std::string& caption) override;
+};
+
+/// Waits and lets the windows repaint themselves meanwhile. What the user does comes later: a
+/// command must not begin in the middle of another.
+class WxPause : public Pause {
+ public:
+  void Wait(std::chrono::milliseconds duration) override;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,50 @@
+#include "ui/prediction/csv_report.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "support/diagnostics_fixture.h"
+#include "support/recording_surface.h"
+#include "ui/prediction/sample_results.h"
+
+namespace skyhop::testing {
+namespace {
+
+std::string Csv(const ResultsTable& table, EngineChoice engine) {
+  LoggedDiagnostics log;
+  RecordingSurface surface;
+  IONCAPModule::PredictionChart chart(table, EvenLayout({0, 0, 480, 400}, 15), log.diagnostics,
+                                      log.clock);
+  chart.DisplayResult(engine, {}, surface);
+  return CsvReport({table, chart, engine});
+}
+
+std::string Line(const std::string& text, int number) {
+  std::size_t begin = 0;
+  for (; number > 0; --number) begin = text.find('\n', begin) + 1;
+  return text.substr(begin, text.find('\n', begin) - begin);
+}
+
+constexpr const char* kHeader =
+    "hour_utc,fot_mhz,muf_mhz,hpf_mhz,luf_mhz,open_160m,open_80m,open_60m,open_40m,open_30m,"
+    "open_20m,open_17m,open_15m,open_12m,open_10m,open_6m";
+
+TEST(CsvReports, TellFrequenciesAndOpenBandsByHour) {
+  const std::string csv = Csv(NewYorkLondon(), EngineChoice::kVoaCap);
+  EXPECT_EQ(Line(csv, 0), kHeader);
+  EXPECT_EQ(Line(csv, 1), "0,8.09,11.08,12.96,2.23,0,3,3,3,2,0,0,0,0,0,0");
+  EXPECT_EQ(Line(csv, 14), "13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0");
+  EXPECT_EQ(Line(csv, 24).substr(0, 3), "23,");
+  EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 25);
+  EXPECT_TRUE(csv.ends_with('\n'));
+}
+
+TEST(CsvReports, LeaveEmptyWhatIsNotPredicted) {
+  const std::string csv = Csv(NewYorkLondonReliability(), EngineChoice::kVoaCapSnr);
+  EXPECT_EQ(Line(csv, 0), kHeader);
+  EXPECT_EQ(Line(csv, 14), "13,21.60,30.80,,,0,0,0,0,1,4,4,4,4,4,0");
+}
+
+}  // namespace
+}  // namespace skyhop::testing

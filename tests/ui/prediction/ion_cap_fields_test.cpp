@@ -1,0 +1,292 @@
+#include "ion_cap_fixture.h"
+
+namespace skyhop::testing {
+namespace {
+
+constexpr TextField kAllFields[] = {
+    TextField::kLocalLat,     TextField::kLocalLon, TextField::kLocalGrid, TextField::kLocalPwr,
+    TextField::kLocalTakeOff, TextField::kDXLat,    TextField::kDXLon,     TextField::kDXGrid,
+    TextField::kFlux,         TextField::kKindex,   TextField::kSSN,       TextField::kAvail,
+    TextField::kSNR,          TextField::kTheDate};
+
+TEST(IonCapKeys, EachFieldTakesItsOwnCharacters) {
+  const std::string number = "0123456789";
+  const std::string upper = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  const std::string letters = upper + LowerCase(upper);
+  const struct {
+    TextField field;
+    std::string accepted;
+  } cases[] = {
+      {TextField::kLocalPwr, number},
+      {TextField::kLocalTakeOff, number},
+      {TextField::kFlux, number},
+      {TextField::kKindex, number},
+      {TextField::kAvail, number},
+      {TextField::kSNR, number + "-"},
+      {TextField::kSSN, number + "."},
+      {TextField::kLocalLat, number + ". '\"NSns"},
+      {TextField::kDXLat, number + ". '\"NSns"},
+      {TextField::kLocalLon, number + ". '\"EWew"},
+      {TextField::kDXLon, number + ". '\"EWew"},
+      {TextField::kLocalGrid, number + letters},
+      {TextField::kDXGrid, number + letters},
+      {TextField::kTheDate, number + letters + "- "},
+  };
+  for (const auto& [field, accepted] : cases) {
+    for (char32_t key = ' '; key < 0x180; ++key) {
+      const bool expected =
+          key == 0x7F || (key < 0x80 && accepted.find(static_cast<char>(key)) != std::string::npos);
+      EXPECT_EQ(IonCap::AcceptsKey(field, key), expected)
+          << Caption(field) << " and " << static_cast<unsigned>(key);
+    }
+  }
+  for (const TextField field : kAllFields) {
+    for (const char32_t key : {U'\b', U'\t', U'\r', U'\x16'}) {
+      EXPECT_TRUE(IonCap::AcceptsKey(field, key));
+    }
+  }
+}
+
+TEST_F(IonCapTest, RefusesWhatIsOutOfRangeWhenAFieldIsLeft) {
+  Start();
+  const struct {
+    TextField field;
+    std::vector<const char*> refused;
+    const char* message;
+    std::vector<const char*> accepted;
+  } cases[] = {
+      {TextField::kLocalLat,
+       {"91 0' 0\" N", "90 0' 1\" N", "51 30", "51 E", "-5 N", "51 60' 0\" N"},
+       "Illegal latitude",
+       {"90 0' 0\" S", "N042 30.000", ""}},
+      {TextField::kDXLat, {"5 5' W"}, "Illegal latitude", {"5 5' S"}},
+      {TextField::kLocalLon,
+       {"181 0' 0\" W", "180 0' 1\" W", "30 N"},
+       "Illegal longitude",
+       {"180 0' 0\" W", " "}},
+      {TextField::kDXLon, {"x W"}, "Illegal longitude", {"W071 30.0"}},
+      {TextField::kLocalGrid,
+       {"FN4", "SA00", "FN42a"},
+       "Illegal grid square",
+       {"fn42AB", " jn58 "}},
+      {TextField::kDXGrid, {"12AB"}, "Illegal grid square", {"RR99", ""}},
+      {TextField::kLocalPwr, {"-1", "watts"}, "Illegal Local Power", {"0", "100000", "12w", ""}},
+      {TextField::kLocalTakeOff, {"90.5", "-1", "low"}, "Illegal local takeoff angle", {"0", "90"}},
+      {TextField::kFlux, {"63", "400.1", "x"}, "Illegal solar flux", {"64", "400", ""}},
+      {TextField::kKindex, {"21", "-1"}, "Illegal geomagnetic K-index", {"20", "0"}},
+      {TextField::kAvail, {"100", "-1"}, "Illegal Availability", {"99.9", "0"}},
+      {TextField::kSNR, {"100", "-30.5", "dB"}, "Illegal SNR", {"99.9", "-30"}},
+      {TextField::kSSN, {"-1", "many"}, "Illegal SSN", {"0", "120.5", ""}},
+      {TextField::kTheDate, {"31-Feb-26", "", "today"}, "Illegal date", {"1-jan-27"}},
+  };
+  errors_expected_ = true;  // the parser of coordinates reports what is no number
+  for (const auto& [field, refused, message, accepted] : cases) {
+    for (const char* text : refused) {
+      messages_.shown.clear();
+      EXPECT_FALSE(Type(field, text)) << text;
+      EXPECT_EQ(messages_.shown, (decltype(messages_.shown){{message, "Skyhop"}})) << text;
+      EXPECT_TRUE(view_.Marked(field));
+      EXPECT_EQ(view_.Text(field), text);
+      EXPECT_FALSE(window_.Field_Leave(field));
+      EXPECT_EQ(messages_.shown.size(), 1U) << "told twice";
+    }
+    messages_.shown.clear();
+    for (const char* text : accepted) {
+      EXPECT_TRUE(Type(field, text)) << text;
+      EXPECT_FALSE(view_.Marked(field));
+    }
+    EXPECT_TRUE(messages_.shown.empty());
+  }
+}
+
+TEST_F(IonCapTest, TheSameBadTextTypedAgainIsToldAgain) {
+  Start();
+  EXPECT_FALSE(Type(TextField::kFlux, "9"));
+  EXPECT_FALSE(Type(TextField::kFlux, "9"));
+  EXPECT_EQ(messages_.shown.size(), 2U);
+}
+
+TEST_F(IonCapTest, RefusedValuesAreNotHandedOn) {
+  Start();
+  Type(TextField::kLocalPwr, "200");
+  Type(TextField::kLocalTakeOff, "5");
+  Type(TextField::kSNR, "-12");
+  Type(TextField::kLocalPwr, "none");
+  Type(TextField::kLocalTakeOff, "91");
+  Type(TextField::kSNR, "100");
+  EXPECT_EQ(parameters_.Power(), "200");
+  EXPECT_EQ(parameters_.Takeoff(), "5");
+  EXPECT_EQ(parameters_.Snr(), "-12");
+}
+
+TEST_F(IonCapTest, AnSnrOfTheUsersOwnEndsTheChoiceOfAMode) {
+  Start();
+  Choose(OptionGroup::kModeSNRCombo, 0, &IonCap::ModeSNRCombo_Click);
+  EXPECT_EQ(view_.Text(TextField::kSNR), "24");
+  window_.Field_Leave(TextField::kSNR);
+  EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), 0);
+  Type(TextField::kSNR, "30");
+  EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), -1);
+  EXPECT_EQ(parameters_.Snr(), "30");
+}
+
+TEST_F(IonCapTest, OptionsPassTheirChoiceAtOnce) {
+  Start();
+  Choose(OptionGroup::kDXPwr, 3, &IonCap::DXPwr_Click);
+  EXPECT_EQ(parameters_.Power(), "500");
+  Choose(OptionGroup::kDXNoiseLevel, 1, &IonCap::DXNoiseLevel_Click);
+  EXPECT_EQ(parameters_.Noise(), 1);
+  Choose(OptionGroup::kLocalNoiseLevel, 0, &IonCap::LocalNoiseLevel_Click);
+  EXPECT_EQ(parameters_.Noise(), 0);
+  EXPECT_EQ(view_.Shown(Label::kConditions),
+            "Your station transmits 1500 W; the DX station listens in residential noise");
+  Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click);
+  EXPECT_EQ(view_.Shown(Label::kConditions),
+            "The DX station transmits 500 W; your station listens in industrial noise");
+}
+
+TEST_F(IonCapTest, EnterInAGridSquareMovesTheStationThere) {
+  Start();
+  parameters_.SetLastPrefix("G");
+  parameters_.SetPrefix();
+  view_.SetText(TextField::kLocalGrid, "fn42");
+  window_.Field_Enter(TextField::kLocalGrid);
+  EXPECT_EQ(view_.Text(TextField::kLocalGrid), "FN42");
+  EXPECT_EQ(view_.Text(TextField::kLocalLat), "42 30' 0\" N");
+  EXPECT_EQ(view_.Text(TextField::kLocalLon), "71 0' 0\" W");
+  EXPECT_EQ(parameters_.Prefix(), "G");
+  view_.SetText(TextField::kDXGrid, " jn58TD");
+  window_.Field_Enter(TextField::kDXGrid);
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "JN58td");
+  EXPECT_EQ(view_.Text(TextField::kDXLat), "48 8' 45\" N");
+  EXPECT_EQ(view_.Text(TextField::kDXLon), "11 37' 30\" E");
+  // The country that was looked up for the place before is not this one's.
+  EXPECT_EQ(parameters_.Prefix(), "");
+  EXPECT_EQ(view_.Shown(Label::kPrefix), "");
+  // Enter does it again even when the text has not changed.
+  view_.SetText(TextField::kDXLat, "");
+  window_.Field_Enter(TextField::kDXGrid);
+  EXPECT_EQ(view_.Text(TextField::kDXLat), "48 8' 45\" N");
+}
+
+TEST_F(IonCapTest, CoordinatesBringTheirGridSquare) {
+  Start();
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "IO91wm");
+  view_.SetText(TextField::kDXLat, "48 8' 45\" N");
+  window_.Field_Enter(TextField::kDXLat);
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "IN98wd");
+  // Half a position has no square, and its bearings are not known.
+  Type(TextField::kDXLon, "");
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "");
+  EXPECT_EQ(view_.Shown(Label::kBearingFromQTH), "");
+  EXPECT_EQ(view_.Shown(Label::kDistance), "");
+  // A refused coordinate leaves everything as it was.
+  Type(TextField::kDXLon, "11 37' 30\" E");
+  Type(TextField::kDXLat, "95 N");
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "JN58td");
+}
+
+TEST_F(IonCapTest, BearingsAndDistanceFollowStationsPathAndUnit) {
+  Start();
+  EXPECT_EQ(view_.Shown(Label::kBearingFromQTH), "SP 51° / LP 231°");
+  EXPECT_EQ(view_.Shown(Label::kBearingFromDX), "SP 288° / LP 108°");
+  EXPECT_EQ(view_.Shown(Label::kDistance), "3480 miles");
+  configuration_.SetDistanceMiles(false);
+  EXPECT_EQ(view_.Shown(Label::kDistance), "5602 km");
+  Choose(OptionGroup::kPath, path_option::kLong, &IonCap::Path_Click);
+  EXPECT_EQ(view_.Shown(Label::kDistance), "34473 km");
+  // A peer moves the DX station, which receives.
+  parameters_.SetReceiverLatitude("48 8' 45\" N");
+  parameters_.SetReceiverLongitude("11 37' 30\" E");
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "JN58td");
+  EXPECT_NE(view_.Shown(Label::kDistance), "34473 km");
+  parameters_.SetLastPrefix("DL");
+  window_.Field_Leave(TextField::kDXLat);
+  EXPECT_EQ(view_.Shown(Label::kPrefix), "DL")
+      << "leaving a field that a peer filled changes nothing";
+}
+
+TEST_F(IonCapTest, TheDateFollowsTheClockWhileTheTimeDoes) {
+  Start();
+  clock_.now += std::chrono::hours{11};
+  window_.ClockTimer_Tick();
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "16-Nov-26");
+  EXPECT_NEAR(chart_.TimeIndex(), 5 / 60.0, 0.05);
+  EXPECT_EQ(view_.Shown(Label::kClock), "00:05 UTC");
+
+  // A date of the user's own is not overwritten.
+  Type(TextField::kTheDate, "1-Mar-27");
+  EXPECT_FALSE(view_.Checked(CheckBox::kShowCurrentTimeCheck));
+  clock_.now += std::chrono::hours{3};
+  window_.ClockTimer_Tick();
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "1-Mar-27");
+  EXPECT_NEAR(chart_.TimeIndex(), 5 / 60.0, 0.05);
+  EXPECT_EQ(view_.Shown(Label::kClock), "03:05 UTC");
+
+  Check(CheckBox::kShowCurrentTimeCheck, false, &IonCap::ShowCurrentTimeCheck_Click);
+  EXPECT_NEAR(chart_.TimeIndex(), 3 + 5 / 60.0, 0.05);
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "1-Mar-27");
+  EXPECT_EQ(Stored("ShowCurrentTime"), "False");
+  Check(CheckBox::kShowCurrentTimeCheck, true, &IonCap::ShowCurrentTimeCheck_Click);
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "16-Nov-26");
+  EXPECT_EQ(Stored("ShowCurrentTime"), "True");
+}
+
+TEST_F(IonCapTest, ATimeIndexMovedByTheUserStaysThere) {
+  Start();
+  chart_.StepTimeIndex(2);
+  EXPECT_FALSE(view_.Checked(CheckBox::kShowCurrentTimeCheck));
+  const double moved = chart_.TimeIndex();
+  clock_.now += std::chrono::hours{1};
+  window_.ClockTimer_Tick();
+  EXPECT_EQ(chart_.TimeIndex(), moved);
+}
+
+TEST_F(IonCapTest, ADoubleClickBringsTodaysDate) {
+  Start();
+  Type(TextField::kTheDate, "nonsense");
+  window_.TheDate_DblClick();
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "15-Nov-26");
+  EXPECT_FALSE(view_.Marked(TextField::kTheDate));
+}
+
+TEST_F(IonCapTest, TheSolarBarsAreThoseOfTheDate) {
+  Start();
+  // In the far north the sun does not rise in November and does not set in June.
+  const auto tip = [&] {
+    const Rectangle bars = chart_.XmitSun();
+    return chart_.ToolTipAt({bars.left + 5, bars.top + 2});
+  };
+  Type(TextField::kLocalGrid, "JQ78");
+  Type(TextField::kTheDate, "16-Nov-26");
+  const std::string winter = tip();
+  Type(TextField::kTheDate, "21-Jun-27");
+  EXPECT_NE(tip(), "");
+  EXPECT_NE(tip(), winter);
+}
+
+TEST_F(IonCapTest, ChartOptionsAreSavedAndReachTheChart) {
+  Start();
+  Check(CheckBox::kShowColorKeyCheck, false, &IonCap::ShowColorKeyCheck_Click);
+  EXPECT_EQ(Stored("ShowColorKey"), "False");
+  Check(CheckBox::kShowColorKeyCheck, true, &IonCap::ShowColorKeyCheck_Click);
+  EXPECT_EQ(Stored("ShowColorKey"), "True");
+}
+
+TEST(IonCapControls, NoTwoShortcutsAreTheSame) {
+  std::string used;
+  const auto add = [&](std::string_view caption) {
+    const std::size_t mark = caption.find('&');
+    ASSERT_NE(mark, std::string_view::npos) << caption;
+    const char letter = LowerCase(caption.at(mark + 1));
+    EXPECT_EQ(used.find(letter), std::string::npos) << caption;
+    used += letter;
+  };
+  for (int box = 0; box < kCheckBoxCount; ++box) add(Caption(static_cast<CheckBox>(box)));
+  for (int button = 0; button < kButtonCount; ++button) add(Caption(static_cast<Button>(button)));
+  EXPECT_EQ(ToolTip(CheckBox::kShowColorKeyCheck),
+            "when checked shows Critial Frequency and Solar Position color keys");
+}
+
+}  // namespace
+}  // namespace skyhop::testing

@@ -1,0 +1,249 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/files.h"
+#include "common/program.h"
+#include "support/diagnostics_fixture.h"
+#include "support/fake_launcher.h"
+#include "support/fake_view.h"
+#include "ui/prediction/ion_cap.h"
+
+namespace skyhop::testing {
+
+/// The order in which things happened.
+using Events = std::vector<std::string>;
+
+// The parts that the window starts and ends. Each tells what was asked of it, and fails when a test
+// says so.
+class Part {
+ public:
+  explicit Part(Events& events) : events_(&events) {}
+
+  std::string failing;
+
+ protected:
+  void Happened(const std::string& event) {
+    events_->push_back(event);
+    if (event == failing) throw Error(errors::kInvalidCall, event + " fails");
+  }
+
+ private:
+  Events* events_;
+};
+
+class FakeInstance : public InstanceGuard {
+ public:
+  [[nodiscard]] bool AnotherIsRunning() override { return another; }
+  bool another = false;
+};
+
+class FakeLocker : public RunLocker {
+ public:
+  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
+    if (held) return nullptr;
+    return std::make_unique<Held>(held);
+  }
+  bool held = false;
+
+ private:
+  class Held : public RunLock {
+   public:
+    explicit Held(bool& flag) : flag_(&flag) { *flag_ = true; }
+    ~Held() override { *flag_ = false; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+   private:
+    bool* flag_;
+  };
+};
+
+class FakeServer : public CommandServer, public Part {
+ public:
+  using Part::Part;
+  void Initialize() override { Happened("serve"); }
+  void AcknowledgeLauncher() override { Happened("acknowledge"); }
+  void Terminate() override { Happened("end serving"); }
+};
+
+class FakePeers : public PeerLinks, public Part {
+ public:
+  using Part::Part;
+  void Initialize() override { Happened("link"); }
+  void Terminate() override { Happened("end links"); }
+  [[nodiscard]] std::optional<double> TransceiverFrequency() override { return kilohertz; }
+  [[nodiscard]] bool HasSolarHistory() override { return history; }
+  void DisplaySolarHistory() override { Happened("history"); }
+
+  std::optional<double> kilohertz;
+  bool history = false;
+};
+
+class FakeSpaceWeather : public SpaceWeather, public Part {
+ public:
+  using Part::Part;
+  [[nodiscard]] bool Available() const override { return available; }
+  void DownloadSSN() override { Happened("download ssn"); }
+  void ShowForecast() override { Happened("forecast"); }
+  void SolarForecastTimer_Tick() override { Happened("forecast tick"); }
+  void UpdateCurrentConditions() override { Happened("update"); }
+  void ShowCurrentConditions() override { Happened("current"); }
+
+  bool available = true;
+};
+
+class FakePointPrediction : public PointPrediction, public Part {
+ public:
+  using Part::Part;
+  void Predict(double, const std::string& mode) override { Happened("point " + mode); }
+  void SNRExecuteTimer_Tick() override { Happened("point tick"); }
+};
+
+class FakeBeacons : public BeaconMonitor, public Part {
+ public:
+  using Part::Part;
+  [[nodiscard]] bool Available() const override { return available; }
+  void Show() override { Happened("beacons"); }
+
+  bool available = false;
+};
+
+class FakeConfigurationWindow : public ConfigurationWindow, public Part {
+ public:
+  FakeConfigurationWindow(Events& events, Configuration& configuration)
+      : Part(events), configuration_(&configuration) {}
+  void Form_Load() override {
+    configuration_->Load();
+    Happened("configure");
+  }
+  void Show() override { Happened("show configuration"); }
+  void Form_Unload() override { Happened("end configuration"); }
+
+ private:
+  Configuration* configuration_;
+};
+
+/// The controller of the prediction window over real prediction parts and fakes of everything that
+/// reaches out of the program.
+class IonCapTest : public ::testing::Test {
+ protected:
+  IonCapTest() {
+    for (const char* name : {"IonCap", "~IonCap", "ITSHFBC/run", "~ITSHFBC/run"}) {
+      std::filesystem::create_directories(folder_ / name);
+    }
+    WriteFile(folder_ / "Bands.txt", "40M,7.0,7.3\n20M,14.0,14.35\n");
+    bands_.InitializeBandArray();
+    chart_.Resize(900, 600, 12);
+  }
+
+  /// No handler may fail unless the test makes it.
+  void TearDown() override {
+    if (errors_expected_) return;
+    EXPECT_EQ(log_.errors, std::vector<std::string>());
+  }
+
+  void Store(const std::string& key, const std::string& value,
+             const std::string& section = "Configuration") {
+    store_.SaveSetting(kProductName, section, key, value);
+  }
+  std::string Stored(const std::string& key, const std::string& section = "Configuration") {
+    return store_.Read(kProductName, section, key, "(none)");
+  }
+
+  /// Starts the window with your station in New York and the DX station in London.
+  void Start() {
+    Store("XLat", "40 30' 0\" N");
+    Store("Xlon", "74 15' 0\" W");
+    Store("SFI", "150");
+    ASSERT_TRUE(window_.Form_Load());
+    Type(TextField::kDXLat, "51 30' 0\" N");
+    Type(TextField::kDXLon, "0 7' 0\" W");
+    log_.debug.clear();
+    events_.clear();
+  }
+
+  /// Puts a text into a field and leaves it. Returns whether it was accepted.
+  bool Type(TextField field, const std::string& text) {
+    view_.SetText(field, text);
+    window_.Field_Change(field);
+    return window_.Field_Leave(field);
+  }
+  void Choose(OptionGroup group, int index, void (IonCap::*click)()) {
+    view_.Select(group, index);
+    (window_.*click)();
+  }
+  void Check(CheckBox box, bool checked, void (IonCap::*click)()) {
+    view_.SetChecked(box, checked);
+    (window_.*click)();
+  }
+
+  [[nodiscard]] bool Logged(const std::string& line) const {
+    return std::find(log_.debug.begin(), log_.debug.end(), line) != log_.debug.end();
+  }
+
+  Events events_;
+  LoggedDiagnostics log_;
+  std::filesystem::path folder_ = log_.folder.Path();
+  FakeClock& clock_ = log_.clock;
+  FakeView view_;
+  FakeUserMessages messages_;
+  MemorySettingsStore store_;
+  Common::Settings settings_{store_, log_.diagnostics};
+  Configuration configuration_{settings_, log_.diagnostics};
+  ViewPanel panel_{view_, configuration_};
+  ViewTimer timer_{view_};
+  FreqDependentModule::BandTable bands_{folder_, log_.diagnostics};
+  IONCAPModule::Parameters parameters_{panel_, messages_, settings_, log_.diagnostics};
+  ResultsTable table_;
+  ChartPane chart_{table_, log_.diagnostics, clock_};
+  FakePause pause_;
+  FakeLauncher launcher_;
+  IONCAPModule::ScriptCards cards_{pause_, log_.diagnostics};
+  IONCAPModule::IonCapScript ioncap_{cards_, panel_, parameters_, log_.diagnostics};
+  IONCAPModule::ItsScript its_{cards_, panel_, parameters_, log_.diagnostics};
+  IONCAPModule::Results results_{table_, panel_, parameters_, chart_, messages_, log_.diagnostics};
+  IONCAPModule::RunControl run_{{parameters_, panel_, ioncap_, its_, results_, timer_, launcher_,
+                                 pause_, messages_, settings_, log_.diagnostics}};
+  FakeInstance instance_;
+  FakeLocker locker_;
+  FakeServer server_{events_};
+  FakePeers peers_{events_};
+  FakeSpaceWeather space_weather_{events_};
+  FakePointPrediction point_prediction_{events_};
+  FakeBeacons beacons_{events_};
+  FakeConfigurationWindow configuration_window_{events_, configuration_};
+  IonCap window_{{view_,
+                  panel_,
+                  chart_,
+                  configuration_,
+                  configuration_window_,
+                  bands_,
+                  parameters_,
+                  results_,
+                  run_,
+                  launcher_,
+                  instance_,
+                  locker_,
+                  server_,
+                  peers_,
+                  space_weather_,
+                  point_prediction_,
+                  beacons_,
+                  messages_,
+                  settings_,
+                  log_.diagnostics,
+                  clock_,
+                  folder_,
+                  folder_ / "help page" / "index.htm"}};
+  bool errors_expected_ = false;
+};
+
+}  // namespace skyhop::testing

@@ -1,0 +1,443 @@
+#include "common/files.h"
+#include "ion_cap_fixture.h"
+
+namespace skyhop::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr Button kPredictButtons[] = {Button::kPathsButton, Button::kPredictSPToCmd,
+                                      Button::kPredictLPToCmd, Button::kPredictSPFromCmd,
+                                      Button::kPredictLPFromCmd};
+constexpr ProcessId kProcess = 101;
+
+class IonCapRunTest : public IonCapTest {
+ protected:
+  /// Starts a prediction whose engine is still at work.
+  void Predict() {
+    window_.PathsButton_Click();
+    ASSERT_TRUE(window_.Running());
+    if (launcher_.knows_processes) {
+      launcher_.running.insert(static_cast<ProcessId>(launcher_.starts.size() + 100));
+    }
+  }
+  void EngineWrites(const std::string& content) { WriteFile(run_.ResultsFile(), content); }
+  static std::string Method26() { return TestData("results/newyork-london-method26.results.txt"); }
+  static std::string Method30() { return TestData("results/newyork-london-method30.results.txt"); }
+
+  /// A whole prediction from Predict to its chart.
+  void PredictToTheEnd() {
+    Predict();
+    EngineWrites(Method26());
+    window_.EngineWatch_Tick();
+    ASSERT_TRUE(chart_.HasResult());
+    log_.debug.clear();
+    launcher_.ended.clear();
+  }
+
+  void ExpectIdle() {
+    EXPECT_FALSE(window_.Running());
+    EXPECT_FALSE(view_.TimerRunning(WindowTimer::kEngineWatch));
+    EXPECT_FALSE(locker_.held);
+    EXPECT_FALSE(view_.Enabled(Button::kAbortButton));
+    for (const Button button : kPredictButtons) EXPECT_TRUE(view_.Enabled(button));
+    EXPECT_EQ(view_.caption, window_.GetPropFormCaption() + log_.diagnostics.CaptionHint());
+  }
+};
+
+TEST_F(IonCapRunTest, WithoutADXStationNothingStarts) {
+  Start();
+  for (const TextField field : {TextField::kDXLat, TextField::kDXLon}) {
+    const std::string before = view_.Text(field);
+    view_.SetText(field, "  ");
+    messages_.shown.clear();
+    window_.PathsButton_Click();
+    EXPECT_EQ(
+        messages_.shown,
+        (decltype(messages_.shown){{"DX station latitude or longitude not specified", "Skyhop"}}));
+    view_.SetText(field, before);
+  }
+  EXPECT_TRUE(launcher_.starts.empty());
+}
+
+TEST_F(IonCapRunTest, AnInvalidDXStationStartsNothingAndShowsNothing) {
+  Start();
+  const struct {
+    TextField field;
+    const char* text;
+    const char* line;
+  } cases[] = {{TextField::kDXLat, "91 0' 0\" N", "   invalid latitude: 91 0' 0\" N"},
+               {TextField::kDXLon, "200 W", "   invalid longitude: 200 W"}};
+  for (const auto& [field, text, line] : cases) {
+    const std::string before = view_.Text(field);
+    const Notice notice = view_.notice;
+    view_.SetText(field, text);
+    window_.PathsButton_Click();
+    EXPECT_EQ(log_.debug.back(), line);
+    EXPECT_TRUE(view_.Marked(field));
+    EXPECT_EQ(view_.notice, notice);
+    view_.SetText(field, before);
+  }
+  EXPECT_TRUE(messages_.shown.empty());
+  EXPECT_TRUE(launcher_.starts.empty());
+}
+
+TEST_F(IonCapRunTest, WithoutYourStationTheNoticeSaysSo) {
+  Start();
+  view_.SetText(TextField::kLocalLon, "");
+  window_.PathsButton_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+  EXPECT_TRUE(view_.Marked(TextField::kLocalLon));
+  EXPECT_TRUE(launcher_.starts.empty());
+}
+
+TEST_F(IonCapRunTest, TheDirectionDecidesWhoTransmitsAndWhoListens) {
+  Start();
+  Type(TextField::kLocalPwr, "80");
+  Type(TextField::kLocalTakeOff, "6");
+  view_.Select(OptionGroup::kDXPwr, 1);
+  view_.Select(OptionGroup::kLocalNoiseLevel, 3);
+  view_.Select(OptionGroup::kDXNoiseLevel, 1);
+  const struct {
+    void (IonCap::*click)();
+    const char* name;
+    int path;
+    int direction;
+    const char* power;
+    int noise;
+    int receiver_latitude;
+  } cases[] = {
+      {&IonCap::PredictSPToCmd_Click, "PredictSPToCmd_Click", 0, 1, "80", 1, 51},
+      {&IonCap::PredictLPToCmd_Click, "PredictLPToCmd_Click", 1, 1, "80", 1, 51},
+      {&IonCap::PredictSPFromCmd_Click, "PredictSPFromCmd_Click", 0, 0, "20", 3, 40},
+      {&IonCap::PredictLPFromCmd_Click, "PredictLPFromCmd_Click", 1, 0, "20", 3, 40},
+  };
+  for (const auto& [click, name, path, direction, power, noise, receiver_latitude] : cases) {
+    log_.debug.clear();
+    (window_.*click)();
+    EXPECT_EQ(log_.debug.at(0), std::string("IonCap.") + name);
+    EXPECT_TRUE(Logged("IonCap.PathsButton_Click"));
+    EXPECT_EQ(view_.Selected(OptionGroup::kPath), path);
+    EXPECT_EQ(view_.Selected(OptionGroup::kPredictSignals), direction);
+    EXPECT_EQ(parameters_.Path(), path == 0 ? "Short Path" : "Long Path");
+    EXPECT_EQ(parameters_.Power(), power);
+    EXPECT_EQ(parameters_.Takeoff(), "6");
+    EXPECT_EQ(parameters_.Noise(), noise);
+    EXPECT_EQ(parameters_.Date(), "15-Nov-26");
+    EXPECT_EQ(parameters_.GetReceiverLocation().latitude.degrees, receiver_latitude);
+    EXPECT_EQ(parameters_.GetTransmitterLocation().latitude.degrees, 91 - receiver_latitude);
+    EXPECT_TRUE(window_.Running());
+    EXPECT_EQ(log_.debug.back(), "IonCap.InitiateForecast: complete");
+    window_.AbortButton_Click();
+  }
+}
+
+TEST_F(IonCapRunTest, APowerOrTakeoffThatIsNoNumberStopsThePrediction) {
+  Start();
+  const struct {
+    TextField field;
+    const char* message;
+  } cases[] = {
+      {TextField::kLocalPwr,
+       "Invalid power specified in the 'Your Stations' panel on the Main window's Parameters tab"},
+      {TextField::kLocalTakeOff,
+       "Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters "
+       "tab"},
+  };
+  for (const auto& [field, message] : cases) {
+    const std::string before = view_.Text(field);
+    view_.SetText(field, "much");
+    messages_.shown.clear();
+    window_.PathsButton_Click();
+    EXPECT_EQ(messages_.shown, (decltype(messages_.shown){{message, "Skyhop"}}));
+    view_.SetText(field, before);
+  }
+  EXPECT_TRUE(launcher_.starts.empty());
+  EXPECT_EQ(parameters_.Power(), "1500");
+}
+
+TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
+  Start();
+  configuration_.SetBand(5, {"12", "400"});
+  configuration_.SetBand(3, {"", "90"});
+  const struct {
+    bool enabled;
+    std::optional<double> kilohertz;
+    const char* power;
+    const char* takeoff;
+  } cases[] = {
+      {true, 14074, "400", "12"}, {true, 7030, "90", "3"},           {true, 18100, "1500", "3"},
+      {true, 0, "1500", "3"},     {true, std::nullopt, "1500", "3"}, {false, 14074, "1500", "3"},
+  };
+  for (const auto& [enabled, kilohertz, power, takeoff] : cases) {
+    configuration_.SetFreqDependentEnabled(enabled);
+    peers_.kilohertz = kilohertz;
+    window_.PathsButton_Click();
+    EXPECT_EQ(parameters_.Power(), power) << kilohertz.value_or(-1);
+    EXPECT_EQ(parameters_.Takeoff(), takeoff) << kilohertz.value_or(-1);
+    window_.AbortButton_Click();
+  }
+}
+
+TEST_F(IonCapRunTest, WhileAnEngineWorksTheWindowSaysSo) {
+  Start();
+  Predict();
+  EXPECT_TRUE(view_.Enabled(Button::kAbortButton));
+  for (const Button button : kPredictButtons) EXPECT_FALSE(view_.Enabled(button));
+  EXPECT_TRUE(locker_.held);
+  EXPECT_EQ(view_.Interval(WindowTimer::kExecuteTimer), milliseconds(1000));
+  EXPECT_EQ(view_.Interval(WindowTimer::kEngineWatch), milliseconds(100));
+  EXPECT_EQ(view_.Shown(Label::kEngineLabel), "IONCAP");
+  EXPECT_EQ(view_.notice,
+            (Notice{Notice::Kind::kRunning, "IONCAP is working. Esc or Abort ends it."}));
+  clock_.now += seconds(3);
+  window_.ExecuteTimer_Tick();
+  EXPECT_EQ(view_.notice.text, "IONCAP is working for 3 s. Esc or Abort ends it.");
+  EXPECT_TRUE(window_.Running());
+}
+
+TEST_F(IonCapRunTest, ASecondPredictionChangesNothingOfTheFirst) {
+  Start();
+  Predict();
+  const Notice notice = view_.notice;
+  view_.SetText(TextField::kLocalPwr, "1");
+  view_.SetText(TextField::kTheDate, "1-Mar-27");
+  for (const auto click :
+       {&IonCap::PathsButton_Click, &IonCap::PredictLPFromCmd_Click, &IonCap::InitiateForecast}) {
+    (window_.*click)();
+    EXPECT_EQ(log_.debug.back(), "   previous computation still running");
+  }
+  EXPECT_EQ(parameters_.Power(), "1500");
+  EXPECT_EQ(parameters_.Date(), "15-Nov-26");
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
+  EXPECT_EQ(view_.notice, notice);
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_TRUE(messages_.shown.empty());
+}
+
+TEST_F(IonCapRunTest, CompleteResultsAreShownAtOnceAndTheEngineIsEnded) {
+  Start();
+  Predict();
+  window_.EngineWatch_Tick();
+  EXPECT_FALSE(Logged("IONCAPModule.HandleIonCapTimer")) << "nothing to look at yet";
+  EngineWrites(Method26());
+  // What the user changes meanwhile is not what the results are for.
+  Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click);
+  window_.EngineWatch_Tick();
+  ExpectIdle();
+  EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{kProcess});
+  EXPECT_TRUE(chart_.HasResult());
+  EXPECT_FALSE(chart_.Old());
+  EXPECT_EQ(view_.notice, Notice());
+  EXPECT_NE(view_.Shown(Label::kProvenance), "");
+  EXPECT_NE(view_.Shown(Label::kSummary).find("propagation to DX"), std::string::npos);
+  EXPECT_EQ(view_.status, chart_.ReadoutAtTimeIndex());
+}
+
+TEST_F(IonCapRunTest, AWorkingEnginesFileIsLeftAloneUntilItIsComplete) {
+  Start();
+  Predict();
+  const std::string whole = Method26();
+  EngineWrites(whole.substr(0, whole.size() / 2));
+  window_.EngineWatch_Tick();
+  window_.ExecuteTimer_Tick();
+  EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " is not complete yet"));
+  EXPECT_TRUE(window_.Running());
+  EngineWrites(whole);
+  window_.ExecuteTimer_Tick();
+  ExpectIdle();
+  EXPECT_TRUE(chart_.HasResult());
+}
+
+TEST_F(IonCapRunTest, ResultsWithoutALastLineCountOnceTheEngineHasEnded) {
+  Start();
+  Predict();
+  const std::string whole = Method26();
+  EngineWrites(whole.substr(0, whole.find("*****END OF RUN")));
+  launcher_.running.clear();
+  window_.EngineWatch_Tick();
+  ExpectIdle();
+  EXPECT_EQ(view_.notice, Notice());
+  EXPECT_TRUE(launcher_.ended.empty());
+}
+
+TEST_F(IonCapRunTest, AnUnknownProcessIsWaitedForBySecondsAlone) {
+  Start();
+  launcher_.knows_processes = false;
+  Predict();
+  EXPECT_FALSE(view_.TimerRunning(WindowTimer::kEngineWatch));
+  for (int tick = 0; tick < 5; ++tick) window_.ExecuteTimer_Tick();
+  EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " does not exist"));
+  EngineWrites("");
+  window_.ExecuteTimer_Tick();
+  EXPECT_TRUE(window_.Running());
+  EngineWrites(Method26());
+  window_.ExecuteTimer_Tick();
+  ExpectIdle();
+  EXPECT_TRUE(chart_.HasResult());
+}
+
+TEST_F(IonCapRunTest, AnEngineThatEndsWithoutResultsFailsTheRun) {
+  Start();
+  errors_expected_ = true;
+  PredictToTheEnd();
+  for (const bool empty_file : {false, true}) {
+    Predict();
+    if (empty_file) EngineWrites("");
+    launcher_.running.clear();
+    launcher_.output = "cannot open deck\noff\nioncap.bat: 4: cls: not found\n";
+    window_.EngineWatch_Tick();
+    window_.EngineWatch_Tick();
+    EXPECT_TRUE(window_.Running()) << "one more second for the file to appear";
+    window_.ExecuteTimer_Tick();
+    ExpectIdle();
+    const std::string reason = PathText(run_.Executable()) + " ended without writing " +
+                               PathText(run_.ResultsFile()) + ": cannot open deck";
+    EXPECT_EQ(log_.errors.back(), "IonCap.ExecuteTimer_Tick: " + reason);
+    EXPECT_EQ(view_.notice,
+              (Notice{Notice::Kind::kFailed,
+                      reason + " - see error log in " + PathText(log_.diagnostics.LogPath())}));
+    EXPECT_TRUE(chart_.Old());
+  }
+}
+
+TEST_F(IonCapRunTest, ResultsThatAppearLateAreStillShown) {
+  Start();
+  Predict();
+  launcher_.running.clear();
+  window_.EngineWatch_Tick();
+  EngineWrites(Method26());
+  window_.ExecuteTimer_Tick();
+  ExpectIdle();
+  EXPECT_TRUE(chart_.HasResult());
+}
+
+TEST_F(IonCapRunTest, UnreadableResultsLeaveTheChartMarkedAsOld) {
+  Start();
+  errors_expected_ = true;
+  PredictToTheEnd();
+  configuration_.SetEngine(1);
+  Predict();
+  EXPECT_EQ(view_.Shown(Label::kEngineLabel), "ICEPAC");
+  EngineWrites("garbage\n");
+  launcher_.running.clear();
+  window_.EngineWatch_Tick();
+  ExpectIdle();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+  EXPECT_TRUE(chart_.Old());
+  EXPECT_EQ(view_.Shown(Label::kEngineLabel), "IONCAP") << "the engine of the chart that is shown";
+  PredictToTheEnd();
+  EXPECT_FALSE(chart_.Old());
+}
+
+TEST_F(IonCapRunTest, ResultsThatEndEarlyAreShownAsIncomplete) {
+  Start();
+  errors_expected_ = true;
+  configuration_.SetEngine(3);
+  Predict();
+  const std::string whole = Method30();
+  EngineWrites(whole.substr(0, whole.find("  13.0 ")));
+  launcher_.running.clear();
+  window_.EngineWatch_Tick();
+  ExpectIdle();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+  EXPECT_NE(view_.notice.text.find("incomplete"), std::string::npos);
+  EXPECT_FALSE(chart_.Old());
+}
+
+TEST_F(IonCapRunTest, TheEngineLabelNamesTheEngine) {
+  Start();
+  const char* labels[] = {"IONCAP", "ICEPAC", "VOACAP LUF && MUF", "VOACAP SNR && Prob"};
+  for (int engine = 0; engine < 4; ++engine) {
+    configuration_.SetEngine(engine);
+    Predict();
+    EngineWrites(engine == 3 ? Method30() : Method26());
+    window_.EngineWatch_Tick();
+    EXPECT_EQ(view_.Shown(Label::kEngineLabel), labels[engine]);
+    EXPECT_EQ(chart_.Engine(), static_cast<EngineChoice>(engine));
+  }
+}
+
+TEST_F(IonCapRunTest, WhatKeepsAPredictionFromStartingIsTold) {
+  Start();
+  errors_expected_ = true;
+  const struct {
+    const char* what;
+    std::function<void()> hinder;
+    std::function<void()> mend;
+    std::string reason;
+  } cases[] = {
+      {"another program", [&] { locker_.held = true; }, [&] { locker_.held = false; },
+       "another program is predicting in " + PathText(folder_)},
+      {"parameters", [&] { view_.SetText(TextField::kFlux, "9"); },
+       [&] { view_.SetText(TextField::kFlux, "150"); }, "the parameters need correction"},
+      {"no engine", [&] { launcher_.code = 2; }, [&] { launcher_.code = 42; },
+       " - see error log in " + PathText(log_.diagnostics.LogPath())},
+  };
+  for (const auto& [what, hinder, mend, reason] : cases) {
+    hinder();
+    window_.PathsButton_Click();
+    mend();
+    EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed) << what;
+    EXPECT_NE(view_.notice.text.find(reason), std::string::npos) << view_.notice.text;
+    EXPECT_FALSE(chart_.Old()) << "there is none";
+    ExpectIdle();
+  }
+  EXPECT_EQ(messages_.Texts(),
+            (std::vector<std::string>{"Illegal solar flux", "Illegal Solar Flux"}));
+  PredictToTheEnd();
+  locker_.held = true;
+  window_.PathsButton_Click();
+  EXPECT_TRUE(chart_.Old());
+}
+
+TEST_F(IonCapRunTest, AbortEndsTheEngineAndKeepsTheChartAsOld) {
+  Start();
+  window_.AbortButton_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kEmpty) << "there was nothing to abort";
+  PredictToTheEnd();
+  Predict();
+  window_.AbortButton_Click();
+  EXPECT_EQ(log_.debug.back(), "IonCap.AbortButton_Click");
+  ExpectIdle();
+  EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{102});
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+  EXPECT_NE(view_.notice.text.find("aborted"), std::string::npos);
+  EXPECT_TRUE(chart_.Old());
+  // Ticks that were under way already find nothing to do.
+  EngineWrites(Method26());
+  window_.ExecuteTimer_Tick();
+  window_.EngineWatch_Tick();
+  EXPECT_TRUE(chart_.Old());
+}
+
+TEST_F(IonCapRunTest, AFourCharacterSquareOutlivesAPrediction) {
+  Start();
+  view_.SetText(TextField::kDXGrid, "JJ00");
+  window_.Field_Enter(TextField::kDXGrid);
+  Predict();
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "JJ00");
+}
+
+TEST_F(IonCapRunTest, TheChartIsOfferedToOthers) {
+  Start();
+  EXPECT_EQ(window_.ResultsAsCsv(), "");
+  PredictToTheEnd();
+  EXPECT_EQ(window_.ResultsAsCsv().substr(0, 4), "hour");
+  EXPECT_NE(window_.ChartAsSvg().find("propagation to DX"), std::string::npos);
+}
+
+TEST_F(IonCapRunTest, AClickIntoTheChartChoosesABand) {
+  Start();
+  EXPECT_EQ(window_.GetPredictionBand(), -1);
+  PredictToTheEnd();
+  const Rectangle plot = chart_.Plot();
+  const auto y = chart_.Chart().YDataScale(14.1F);
+  chart_.Press({plot.left + plot.width / 3, plot.top + y});
+  EXPECT_EQ(window_.GetPredictionBand(), 5);
+  EXPECT_EQ(chart_.BandIndicator(), 5);
+}
+
+}  // namespace
+}  // namespace skyhop::testing

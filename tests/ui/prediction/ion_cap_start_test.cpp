@@ -1,0 +1,237 @@
+#include <fstream>
+
+#include "ion_cap_fixture.h"
+
+namespace skyhop::testing {
+namespace {
+
+using std::chrono::milliseconds;
+
+TEST_F(IonCapTest, ASecondStartEndsAfterItsMessageAndLeavesNoTrace) {
+  instance_.another = true;
+  EXPECT_FALSE(window_.Form_Load());
+  window_.Form_Unload();
+  EXPECT_EQ(messages_.shown,
+            (decltype(messages_.shown){{"Skyhop is already running on this PC", "Skyhop"}}));
+  EXPECT_EQ(events_, Events());
+  EXPECT_TRUE(store_.values.empty());
+}
+
+TEST_F(IonCapTest, StartsItsPartsInTheirOrder) {
+  log_.diagnostics.SetDebugListener([this](std::string_view line) {
+    for (const char* step : {"IONCAPModule.LoadEngineData", "IonCap.Form_Load: start"}) {
+      if (line == step) events_.emplace_back(step);
+    }
+  });
+  store_.SaveSetting("Tessera", "QTH", "LatDeg", "40");
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(events_, (Events{"configure", "acknowledge", "IONCAPModule.LoadEngineData",
+                             "IonCap.Form_Load: start", "serve", "link", "download ssn"}));
+}
+
+TEST_F(IonCapTest, AFreshInstallationStartsUsable) {
+  Store("XLat", "40 30' 0\" N");
+  Store("Xlon", "74 15' 0\" W");
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "15-Nov-26");
+  EXPECT_EQ(view_.Text(TextField::kLocalGrid), "FN20vm");
+  EXPECT_EQ(view_.Text(TextField::kSNR), "24");
+  EXPECT_EQ(parameters_.Snr(), "24");
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
+  EXPECT_EQ(view_.modes.front(), "CW");
+  for (const CheckBox box : {CheckBox::kPlotEnable, CheckBox::kOpenBandEnable,
+                             CheckBox::kShowColorKeyCheck, CheckBox::kShowCurrentTimeCheck}) {
+    EXPECT_TRUE(view_.Checked(box));
+  }
+  EXPECT_EQ(view_.Interval(WindowTimer::kClockTimer), milliseconds(1000));
+  EXPECT_FALSE(view_.TimerRunning(WindowTimer::kExecuteTimer));
+  EXPECT_EQ(view_.caption, "Skyhop " + VersionText());
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kEmpty);
+  EXPECT_EQ(view_.Shown(Label::kClock), "13:05 UTC");
+  EXPECT_EQ(Stored("Version", "General"), ReplaceAll(VersionText(), ".", ""));
+  EXPECT_TRUE(view_.tool_tips);
+  EXPECT_TRUE(messages_.shown.empty());
+}
+
+TEST_F(IonCapTest, WithoutTheEnginesFolderTheDateStaysEmpty) {
+  std::filesystem::remove_all(folder_ / "IonCap");
+  Store("ShowCurrentTime", "False");
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(messages_.shown.at(0).second, "IonCap Setup");
+  EXPECT_EQ(view_.Text(TextField::kTheDate), "");
+}
+
+TEST_F(IonCapTest, TheStoredModeBringsItsSnrWhileItIsInTheList) {
+  Store("SNR", "7");
+  const struct {
+    const char* mode;
+    int selected;
+    const char* snr;
+  } cases[] = {{"1", 1, "45"}, {"8", 8, "9"}, {"9", -1, "7"}, {"-1", -1, "7"}};
+  for (const auto& [mode, selected, snr] : cases) {
+    Store("SNRMode", mode);
+    view_.SetText(TextField::kSNR, "");
+    ASSERT_TRUE(window_.Form_Load());
+    EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), selected) << mode;
+    EXPECT_EQ(view_.Text(TextField::kSNR), snr) << mode;
+    EXPECT_EQ(parameters_.Snr(), snr) << mode;
+  }
+}
+
+TEST_F(IonCapTest, RestoresPlaceOptionsAndDebugLog) {
+  Store("IonCapLeft", "300", "Windows");
+  Store("ShowColorKey", "False");
+  Store("ShowCurrentTime", "False");
+  Store("ShowToolTips", "False", "General");
+  Store("DiagMode", "True");
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(view_.placement.left, 300);
+  EXPECT_FALSE(view_.Checked(CheckBox::kShowColorKeyCheck));
+  EXPECT_FALSE(view_.Checked(CheckBox::kShowCurrentTimeCheck));
+  EXPECT_FALSE(view_.tool_tips);
+  // The log file exists now, and the caption says where.
+  EXPECT_EQ(view_.caption, window_.GetPropFormCaption() + " - see error log in " +
+                               PathText(log_.diagnostics.LogPath()));
+}
+
+TEST_F(IonCapTest, APartThatFailsKeepsNoOtherFromStartingOrEnding) {
+  errors_expected_ = true;
+  server_.failing = "serve";
+  peers_.failing = "end links";
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(log_.errors,
+            std::vector<std::string>{"program error 5 in module IonCap.Form_Load: serve fails"});
+  EXPECT_TRUE(view_.TimerRunning(WindowTimer::kClockTimer));
+  events_.clear();
+  window_.Form_Unload();
+  EXPECT_EQ(events_, (Events{"end links", "end serving", "end configuration"}));
+  EXPECT_EQ(log_.errors.back(), "program error 5 in module IonCap.Form_Unload: end links fails");
+  EXPECT_EQ(Stored("Power"), "1500");
+}
+
+TEST_F(IonCapTest, TheEndSavesPlaceAndParametersOnceAndStopsTheEngine) {
+  Start();
+  window_.PathsButton_Click();
+  launcher_.running = {101};
+  view_.placement.left = 77;
+  Type(TextField::kLocalPwr, "400");
+  window_.Form_Unload();
+  EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{101});
+  EXPECT_FALSE(locker_.held);
+  EXPECT_EQ(Stored("IonCapLeft", "Windows"), "77");
+  EXPECT_EQ(Stored("Power"), "400");
+  EXPECT_EQ(events_, (Events{"end links", "end serving", "end configuration"}));
+  for (int timer = 0; timer < kWindowTimerCount; ++timer) {
+    EXPECT_FALSE(view_.TimerRunning(static_cast<WindowTimer>(timer)));
+  }
+  window_.Form_Unload();
+  EXPECT_EQ(events_.size(), 3U);
+}
+
+TEST_F(IonCapTest, CommandsOfAbsentPartsAreDisabled) {
+  const Button downloads[] = {Button::kForecastCmd, Button::kCurrentCmd, Button::kUpdateSFICmd,
+                              Button::kUpdateSSNCmd};
+  for (const bool available : {false, true}) {
+    events_.clear();
+    space_weather_.available = available;
+    beacons_.available = available;
+    ASSERT_TRUE(window_.Form_Load());
+    EXPECT_EQ(view_.Enabled(Button::kBeaconCmd), available);
+    EXPECT_EQ(std::count(events_.begin(), events_.end(), "download ssn"), available ? 1 : 0);
+    for (const bool enable : {true, false}) {
+      window_.EnableDownloads(enable);
+      for (const Button button : downloads) {
+        EXPECT_EQ(view_.Enabled(button), enable && available);
+      }
+    }
+  }
+  for (const bool history : {true, false}) {
+    peers_.history = history;
+    window_.ClockTimer_Tick();
+    EXPECT_EQ(view_.Enabled(Button::kHistoryCmd), history);
+  }
+}
+
+TEST_F(IonCapTest, EachCommandReachesItsPartAndNoFailureGetsOut) {
+  Start();
+  const struct {
+    void (IonCap::*click)();
+    const char* event;
+    Part& part;
+    const char* name;
+  } cases[] = {
+      {&IonCap::ForecastCmd_Click, "forecast", space_weather_, "ForecastCmd_Click"},
+      {&IonCap::CurrentCmd_Click, "current", space_weather_, "CurrentCmd_Click"},
+      {&IonCap::UpdateSFICmd_Click, "update", space_weather_, "UpdateSFICmd_Click"},
+      {&IonCap::UpdateSSNCmd_Click, "download ssn", space_weather_, "UpdateSSNCmd_Click"},
+      {&IonCap::HistoryCmd_Click, "history", peers_, "HistoryCmd_Click"},
+      {&IonCap::BeaconCmd_Click, "beacons", beacons_, "BeaconCmd_Click"},
+      {&IonCap::ConfigCmd_Click, "show configuration", configuration_window_, "ConfigCmd_Click"},
+      {&IonCap::SNRExecuteTimer_Tick, "point tick", point_prediction_, "SNRExecuteTimer_Tick"},
+      {&IonCap::SolarForecastTimer_Tick, "forecast tick", space_weather_,
+       "SolarForecastTimer_Tick"},
+  };
+  errors_expected_ = true;
+  for (const auto& [click, event, part, name] : cases) {
+    events_.clear();
+    log_.errors.clear();
+    part.failing = event;
+    (window_.*click)();
+    EXPECT_EQ(events_, Events{event});
+    EXPECT_EQ(log_.errors, std::vector<std::string>{"program error 5 in module IonCap." +
+                                                    std::string(name) + ": " + event + " fails"});
+  }
+}
+
+TEST_F(IonCapTest, ThePointPredictionIsAskedWithFrequencyAndMode) {
+  Start();
+  window_.FreqPredict(14.074, "FT8");
+  EXPECT_TRUE(Logged("IonCap.FreqPredict, theFreq = 14.074, theMode = FT8"));
+  EXPECT_EQ(events_, Events{"point FT8"});
+}
+
+TEST_F(IonCapTest, HelpOpensInTheBrowserOrTellsWhereItIs) {
+  Start();
+  window_.HelpCmd_Click();
+  ASSERT_EQ(view_.opened.size(), 1U);
+  EXPECT_EQ(view_.opened[0].substr(0, 8), "file:///");
+  EXPECT_NE(view_.opened[0].find("help%20page/index.htm"), std::string::npos);
+  EXPECT_TRUE(messages_.shown.empty());
+  view_.has_browser = false;
+  window_.HelpCmd_Click();
+  EXPECT_NE(messages_.Texts().at(0).find("index.htm"), std::string::npos);
+}
+
+TEST_F(IonCapTest, AShutDownWaitsForTheCurrentEvent) {
+  Start();
+  window_.SetShutdownTrigger();
+  EXPECT_EQ(view_.closed, 0);
+  EXPECT_TRUE(view_.TimerRunning(WindowTimer::kShutDownTimer));
+  window_.ShutDownTimer_Tick();
+  EXPECT_EQ(view_.closed, 1);
+  EXPECT_FALSE(view_.TimerRunning(WindowTimer::kShutDownTimer));
+}
+
+TEST_F(IonCapTest, FollowsTheConfigurationAtOnce) {
+  Start();
+  Choose(OptionGroup::kModeSNRCombo, 1, &IonCap::ModeSNRCombo_Click);
+  configuration_.SetModes({{"FT8", "13"}, {"Psk", "30"}, {"ssb", "40"}});
+  EXPECT_EQ(view_.modes, (std::vector<std::string>{"FT8", "Psk", "ssb"}));
+  EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), 2);
+  EXPECT_EQ(parameters_.Snr(), "40");
+  configuration_.SetModes({{"FT8", "13"}});
+  EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), -1);
+  EXPECT_EQ(view_.Text(TextField::kSNR), "40");
+
+  EXPECT_EQ(view_.Shown(Label::kDistance).substr(4), " miles");
+  configuration_.SetDistanceMiles(false);
+  EXPECT_EQ(view_.Shown(Label::kDistance).substr(4), " km");
+  configuration_.SetShowToolTips(false);
+  EXPECT_FALSE(view_.tool_tips);
+  configuration_.SetDiagMode(true);
+  log_.diagnostics.DebugLog("a line");
+  EXPECT_TRUE(std::filesystem::exists(log_.diagnostics.LogPath()));
+}
+
+}  // namespace
+}  // namespace skyhop::testing
