@@ -54,6 +54,8 @@ void IoncapConfig::Form_Load() {
 void IoncapConfig::Show() {
   with_.diagnostics.Trap("IoncapConfig.Show", [&] {
     with_.diagnostics.DebugLog("IoncapConfig.Show");
+    // The parameter set restores the web pages, and does so without telling.
+    for (const ConfigUrl& row : kConfigUrls) FillUrl(row.url);
     Form_Activate();
     with_.view.ShowWindow();
   });
