@@ -108,7 +108,7 @@ class IoncapConfig : public ConfigurationWindow {
   void ConfigurationChanged(Configuration::Item item);
   void SavePosition();
   void ShowOutcome(const EngineProbe::Outcome& outcome);
-  void SaveModes(std::vector<ModeSettings> modes, int selected);
+  void SaveModes(const std::vector<ModeSettings>& modes, int selected);
   /// Tells the user when a change was not saved.
   void Check(bool saved);
   void Refuse(const std::string& text);

@@ -10,6 +10,7 @@ namespace {
 /// `text` with line ends where it would be wider than `width`: at blanks and, since they may be
 /// long, within paths and addresses.
 wxString WithLineEnds(const wxWindow& window, const wxString& text, int width) {
+  const wxString breaks = " /\\";
   wxString lines;
   wxString line;
   wxString word;
@@ -23,7 +24,7 @@ wxString WithLineEnds(const wxWindow& window, const wxString& text, int width) {
   };
   for (const wxUniChar c : text) {
     word += c;
-    if (c == ' ' || c == '/' || c == '\\') take_word();
+    if (breaks.find(c) != wxString::npos) take_word();
   }
   take_word();
   return lines + line;

@@ -346,6 +346,14 @@ TEST_F(IoncapConfigTest, ChangesMadeElsewhereAreShown) {
   EXPECT_EQ(view_.urls[PanelText::kSSNURL], "https://example.org");
 }
 
+TEST_F(IoncapConfigTest, WebPagesThatAreRestoredLaterAreShown) {
+  Load();
+  configuration_.RestoreUrl(PanelText::kURL0, "https://example.org");
+  window_.Show();
+  EXPECT_EQ(view_.urls[PanelText::kURL0], "https://example.org");
+  EXPECT_TRUE(view_.open_enabled[PanelText::kURL0]);
+}
+
 TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
   Load();
   window_.Show();
