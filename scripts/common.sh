@@ -12,7 +12,8 @@ die() {
 }
 
 # What every build needs.
-build_packages=(g++ cmake ninja-build libcli11-dev libsimpleini-dev nlohmann-json3-dev)
+build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libsimpleini-dev nlohmann-json3-dev
+  libwxgtk3.2-dev libgtk-3-dev)
 test_packages=(libgtest-dev libbenchmark-dev)
 
 # need PACKAGE...: installs those Debian packages that are missing.

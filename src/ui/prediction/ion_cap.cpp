@@ -2,6 +2,8 @@
 
 #include "ui/prediction/ion_cap.h"
 
+#include <array>
+
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/program.h"
@@ -93,6 +95,22 @@ void IonCap::HelpCmd_Click() {
     const std::string file = PathText(with_.help_file);
     if (with_.view.OpenInBrowser(Common::HTTPFilename(file))) return;
     with_.messages.Show("The help cannot be opened in a browser; it is in " + file, kProductName);
+  });
+}
+
+void IonCap::WebPage_Click(int page) {
+  with_.diagnostics.Trap("IonCap.WebPage_Click", [&] {
+    constexpr std::array<PanelText, 4> pages = {PanelText::kURL0, PanelText::kURL1,
+                                                PanelText::kURL2, PanelText::kURL3};
+    const std::string url(Trim(with_.configuration.Url(pages.at(static_cast<std::size_t>(page)))));
+    if (url.empty()) {
+      with_.messages.Show("Web page " + std::to_string(page + 1) +
+                              " has no address; enter one in the Configuration window's "
+                              "'Prediction URLs' panel",
+                          kProductName);
+    } else if (!with_.view.OpenInBrowser(url)) {
+      with_.messages.Show(url + " cannot be opened in a browser", kProductName);
+    }
   });
 }
 
@@ -241,20 +259,37 @@ std::string IonCap::ResultsAsCsv() const {
   });
 }
 
+PictureTexts IonCap::ChartTexts() const {
+  PictureTexts texts;
+  texts.summary = with_.panel.Text(PanelText::kSummary);
+  texts.engine = with_.results.Heading().engine;
+  texts.engine_version = with_.results.Heading().version;
+  texts.sunspot_number = with_.results.Heading().sunspot_number;
+  return texts;
+}
+
+PictureOptions IonCap::ChartPictureOptions() const {
+  PictureOptions options;
+  options.show_open_bands = with_.view.Checked(CheckBox::kOpenBandEnable);
+  options.show_curves = with_.view.Checked(CheckBox::kPlotEnable);
+  options.show_color_keys = with_.view.Checked(CheckBox::kShowColorKeyCheck);
+  options.time_index = with_.chart.TimeIndex();
+  return options;
+}
+
+void IonCap::PaintPicture(Surface& surface, double scale) const {
+  with_.diagnostics.Trap("IonCap.PaintPicture", [&] {
+    PictureOptions options = ChartPictureOptions();
+    options.scale = scale;
+    skyhop::PaintPicture(surface, with_.chart.Table(), with_.chart.Engine(), ChartTexts(), options,
+                         with_.diagnostics, with_.clock);
+  });
+}
+
 std::string IonCap::ChartAsSvg() const {
   return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(), [&] {
-    PictureTexts texts;
-    texts.summary = with_.panel.Text(PanelText::kSummary);
-    texts.engine = with_.results.Heading().engine;
-    texts.engine_version = with_.results.Heading().version;
-    texts.sunspot_number = with_.results.Heading().sunspot_number;
-    PictureOptions options;
-    options.show_open_bands = with_.view.Checked(CheckBox::kOpenBandEnable);
-    options.show_curves = with_.view.Checked(CheckBox::kPlotEnable);
-    options.show_color_keys = with_.view.Checked(CheckBox::kShowColorKeyCheck);
-    options.time_index = with_.chart.TimeIndex();
-    return PictureAsSvg(with_.chart.Table(), with_.chart.Engine(), texts, options,
-                        with_.diagnostics, with_.clock);
+    return PictureAsSvg(with_.chart.Table(), with_.chart.Engine(), ChartTexts(),
+                        ChartPictureOptions(), with_.diagnostics, with_.clock);
   });
 }
 

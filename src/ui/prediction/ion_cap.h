@@ -161,13 +161,16 @@ class IonCap {
   [[nodiscard]] std::string ResultsAsCsv() const;
   /// Opens the web page with this number, 0 to 3.
   void WebPage_Click(int page);
-  /// Draws the chart as a finished picture with its title.
-  void PaintPicture(Surface& surface, const PictureOptions& options) const;
+  /// Draws the chart as a finished picture with its title, `scale` times as large as its layout.
+  void PaintPicture(Surface& surface, double scale) const;
   /// The same as an SVG document.
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
   enum class Station { kLocal, kDX };
+
+  [[nodiscard]] PictureTexts ChartTexts() const;
+  [[nodiscard]] PictureOptions ChartPictureOptions() const;
 
   /// How often the engine's process is looked at.
   static constexpr std::chrono::milliseconds kWatchInterval{100};

@@ -45,7 +45,7 @@ wxBitmap MakePicture(const IonCap& controller) {
   if (!context) throw Error(errors::kInvalidCall, "the picture cannot be drawn");
   WxSurface surface(std::move(context), options.SurfaceWidth(), options.SurfaceHeight(), 1,
                     PictureFont());
-  controller.PaintPicture(surface, options);
+  controller.PaintPicture(surface, options.scale);
   return bitmap;
 }
 
@@ -88,7 +88,7 @@ class ChartPrintout : public wxPrintout {
     std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(*dc));
     if (!context) return false;
     WxSurface surface(std::move(context), options.width, options.height, 1, PictureFont());
-    controller_->PaintPicture(surface, options);
+    controller_->PaintPicture(surface, 1);
     return true;
   }
 
