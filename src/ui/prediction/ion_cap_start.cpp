@@ -62,8 +62,8 @@ void IonCap::InitializeWindow() {
   with_.configuration_window.Form_Load();
   UpdateCaption(GetPropFormCaption());
   with_.view.ShowNotice({Notice::Kind::kEmpty,
-                         "There is no prediction yet. Enter the DX Station's grid square or its "
-                         "latitude and longitude, then press Predict."});
+                         "Enter the grid squares of both stations, or their latitudes\nand "
+                         "longitudes, then press Predict (F5)."});
   const ProgramVersion version = Version();
   with_.settings.Store().SaveSetting(kProductName, "General", "Version",
                                      std::to_string(version.major_number) +
