@@ -39,7 +39,9 @@ std::string Megahertz(float value) {
 }  // namespace
 
 ChartPane::ChartPane(const ResultsTable& table, Diagnostics& diagnostics, const Clock& clock)
-    : table_(&table), chart_(table, EvenLayout({0, 0, 240, 100}, 14), diagnostics, clock) {}
+    : table_(&table),
+      shown_(table),
+      chart_(shown_, EvenLayout({0, 0, 240, 100}, 14), diagnostics, clock) {}
 
 void ChartPane::SetPalette(const ChartPalette& palette) {
   if (palette == palette_) return;
@@ -99,6 +101,7 @@ void ChartPane::Changed() {
 
 void ChartPane::DisplayTable(EngineChoice engine) {
   engine_ = engine;
+  shown_ = *table_;
   chart_.SetPlotted(true);
   chart_.ComputeAxis(engine);
   chart_.UpdateVerticalTimeBar();
@@ -222,7 +225,7 @@ std::string ChartPane::Values(double time) const {
   const auto before = std::min(static_cast<std::size_t>(time), kHourCount - 2);
   const auto part = static_cast<float>(time - static_cast<double>(before));
   const auto value = [&](std::size_t row) {
-    const auto& hours = table_->frequencies[row];
+    const auto& hours = shown_.frequencies[row];
     if (!(hours[before] > 0 && hours[before + 1] > 0)) return Megahertz(0);
     return Megahertz(hours[before] + part * (hours[before + 1] - hours[before]));
   };

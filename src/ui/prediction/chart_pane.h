@@ -34,7 +34,8 @@ class ChartHost {
 /// pixels on the pane.
 class ChartPane : public IONCAPModule::ResultsChart {
  public:
-  /// All must outlive this object.
+  /// All must outlive this object. `table` is what the engines' results are read into; the pane
+  /// shows a copy of it, so that results which turn out to be unreadable leave the chart alone.
   ChartPane(const ResultsTable& table, Diagnostics& diagnostics, const Clock& clock);
 
   void SetHost(ChartHost* host) { host_ = host; }
@@ -99,7 +100,8 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] std::string ToolTipAt(Point at) const;
 
   [[nodiscard]] const IONCAPModule::PredictionChart& Chart() const { return chart_; }
-  [[nodiscard]] const ResultsTable& Table() const { return *table_; }
+  /// The result that is shown.
+  [[nodiscard]] const ResultsTable& Table() const { return shown_; }
   /// Where the plot and the two rows of solar bars lie.
   [[nodiscard]] const Rectangle& Plot() const { return plot_; }
   [[nodiscard]] const Rectangle& XmitSun() const { return xmit_sun_; }
@@ -128,6 +130,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] std::string Values(double time) const;
 
   const ResultsTable* table_;
+  ResultsTable shown_;
   ChartHost* host_ = nullptr;
   ChartPalette palette_ = kLightPalette;
   IONCAPModule::PredictionChart chart_;

@@ -111,6 +111,21 @@ TEST_F(Pane, SaysWhatToDoUntilThereIsAResult) {
   EXPECT_FALSE(Paints("then press Predict."));
 }
 
+TEST_F(Pane, KeepsItsResultWhileAnotherIsBeingRead) {
+  Display(ConstantResult(3, 10, 14, 18));
+  const std::string readout = pane.Readout(At(12, 12));
+  RecordingSurface before;
+  pane.Paint(before);
+  table.frequencies[rows::kMuf50].fill(29);
+  EXPECT_EQ(pane.Readout(At(12, 12)), readout);
+  RecordingSurface after;
+  pane.Paint(after);
+  ASSERT_EQ(before.calls.size(), after.calls.size());
+  for (std::size_t i = 0; i < before.calls.size(); ++i) {
+    EXPECT_EQ(before.calls[i].from, after.calls[i].from) << "call " << i;
+  }
+}
+
 TEST_F(Pane, MarksAnEarlierPrediction) {
   Display(ConstantResult(3, 10, 14, 18));
   EXPECT_FALSE(Paints("Previous prediction"));
