@@ -81,8 +81,7 @@ wxTextCtrl* ControlSet::MakeText(wxWindow* parent, TextField field, int characte
 void ControlSet::OnChar(TextField field, wxKeyEvent& event) {
   const wxChar key = event.GetUnicodeKey();
   // Keys without a character, and those that are commands, are none of the filter's business.
-  const bool typed =
-      key != WXK_NONE && key >= WXK_SPACE && key != WXK_DELETE && !event.HasModifiers();
+  const bool typed = key >= WXK_SPACE && key != WXK_DELETE && !event.HasModifiers();
   if (typed && !events_->Accepts(field, static_cast<char32_t>(key))) return;
   event.Skip();
 }

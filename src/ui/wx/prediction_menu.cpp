@@ -22,7 +22,7 @@ class PredictionFrame::MenuMaker {
  public:
   explicit MenuMaker(PredictionFrame& frame) : frame_(&frame), menu_(new wxMenu) {}
 
-  void Command(const wxString& text, std::function<void()> action, int id = wxID_ANY) {
+  void Command(const wxString& text, const std::function<void()>& action, int id = wxID_ANY) {
     const wxMenuItem* const item = menu_->Append(id, text);
     frame_->Bind(
         wxEVT_MENU, [action](wxCommandEvent&) { action(); }, item->GetId());
