@@ -5,7 +5,7 @@
 
 #include "common/files.h"
 #include "platform/desktop.h"
-#include "ui/wx/window_view.h"
+#include "ui/wx/normal_place.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {

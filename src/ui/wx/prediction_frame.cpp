@@ -23,7 +23,8 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
       controls_(
           std::make_unique<ControlSet>(static_cast<ControlEvents&>(*this), std::move(tie_label))),
       view_(std::make_unique<WindowView>(*this, *controls_)),
-      pane_(&pane) {
+      pane_(&pane),
+      place_(*this) {
   for (std::size_t i = 0; i < timers_.size(); ++i) {
     timers_.at(i) = std::make_unique<wxTimer>(this);
     Bind(
@@ -38,14 +39,6 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
   GetStatusBar()->SetStatusWidths(2, widths);
 
   Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
-  Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
-    RememberNormalPlace();
-    event.Skip();
-  });
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    RememberNormalPlace();
-    event.Skip();
-  });
 }
 
 PredictionFrame::~PredictionFrame() = default;
@@ -103,6 +96,7 @@ void PredictionFrame::PutToDefaultPlace() {
   if (IsMaximized()) Maximize(false);
   SetClientSize(DefaultSize());
   CentreOnScreen();
+  place_.Put(GetRect());
 }
 
 wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {
@@ -255,28 +249,6 @@ void PredictionFrame::UpdateStatusBar() {
 
 void PredictionFrame::SetClock(const std::string& text) {
   if (GetStatusBar() != nullptr) SetStatusText(ToWx(text), kClockField);
-}
-
-void PredictionFrame::RememberNormalPlace() {
-  if (!IsIconized() && !IsMaximized() && IsShown()) normal_place_ = GetRect();
-}
-
-WindowPlacement PredictionFrame::Placement() const {
-  WindowPlacement placement;
-  const wxRect place = normal_place_.IsEmpty() ? GetRect() : normal_place_;
-  placement.left = place.x;
-  placement.top = place.y;
-  placement.width = place.width;
-  placement.height = place.height;
-  if (IsIconized()) placement.state = WindowPlacement::State::kMinimized;
-  if (IsMaximized()) placement.state = WindowPlacement::State::kMaximized;
-  return placement;
-}
-
-void PredictionFrame::SetPlacement(const WindowPlacement& placement) {
-  normal_place_ = wxRect(placement.left, placement.top, placement.width, placement.height);
-  SetSize(normal_place_);
-  Maximize(placement.state == WindowPlacement::State::kMaximized);
 }
 
 void PredictionFrame::OnClose(wxCloseEvent&) {
