@@ -178,10 +178,12 @@ void IonCap::Form_Unload() {
   loaded_ = false;
   const auto step = [&](auto&& body) { with_.diagnostics.Trap("IonCap.Form_Unload", body); };
   step([&] {
-    if (!Running()) return;
+    // A run counts even when its timer has stopped already.
+    if (!running_ && !Running()) return;
     with_.run.Abort();
     (void)LeaveRun();
   });
+  step([&] { SettleFields(); });
   step([&] {
     SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);
   });

@@ -41,10 +41,15 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
   Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
 }
 
-PredictionFrame::~PredictionFrame() = default;
+PredictionFrame::~PredictionFrame() {
+  // The controls' handlers refer to members of this object, so the controls go before them: a field
+  // that has the focus is told that it loses it.
+  base_->Destroy();
+}
 
 void PredictionFrame::Assemble(ChartPane& pane) {
   auto* base = new wxPanel(this);
+  base_ = base;
   const int gap = FromDIP(6);
 
   auto* tabs = new wxNotebook(base, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "TabbedDialog");
@@ -118,7 +123,7 @@ void PredictionFrame::Clicked(Button button) {
     case Button::kPredictSPFromCmd:
     case Button::kPredictLPFromCmd:
       // A key can start a prediction while a field still has the focus.
-      if (!controls_->CommitFocusedField()) return;
+      if (!controls_->CommitFocusedField() || !controller_->FieldsAccepted()) return;
       break;
     default:
       break;
@@ -252,7 +257,6 @@ void PredictionFrame::SetClock(const std::string& text) {
 }
 
 void PredictionFrame::OnClose(wxCloseEvent&) {
-  for (const auto& timer : timers_) timer->Stop();
   if (controller_ != nullptr) controller_->Form_Unload();
   Attach(nullptr);
   if (on_closed_) on_closed_();

@@ -74,6 +74,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   std::unique_ptr<ControlSet> controls_;
   std::unique_ptr<PredictionView> view_;
   std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;
+  wxWindow* base_ = nullptr;  ///< holds all controls
   NoticeBar* notice_ = nullptr;
   ChartCanvas* canvas_ = nullptr;
   ChartPane* pane_;
