@@ -232,7 +232,7 @@ TEST_F(IonCapRunTest, CompleteResultsAreShownAtOnceAndTheEngineIsEnded) {
   EXPECT_EQ(view_.notice, Notice());
   EXPECT_NE(view_.Shown(Label::kProvenance), "");
   EXPECT_NE(view_.Shown(Label::kSummary).find("propagation to DX"), std::string::npos);
-  EXPECT_EQ(view_.status, chart_.ReadoutAtTimeIndex());
+  EXPECT_EQ(view_.status, "") << "the chart's read-out is there";
 }
 
 TEST_F(IonCapRunTest, AWorkingEnginesFileIsLeftAloneUntilItIsComplete) {
@@ -289,6 +289,7 @@ TEST_F(IonCapRunTest, AnEngineThatEndsWithoutResultsFailsTheRun) {
     launcher_.output = "cannot open deck\noff\nioncap.bat: 4: cls: not found\n";
     window_.EngineWatch_Tick();
     window_.EngineWatch_Tick();
+    window_.ExecuteTimer_Tick();
     EXPECT_TRUE(window_.Running()) << "one more second for the file to appear";
     window_.ExecuteTimer_Tick();
     ExpectIdle();
@@ -307,6 +308,7 @@ TEST_F(IonCapRunTest, ResultsThatAppearLateAreStillShown) {
   Predict();
   launcher_.running.clear();
   window_.EngineWatch_Tick();
+  window_.ExecuteTimer_Tick();
   EngineWrites(Method26());
   window_.ExecuteTimer_Tick();
   ExpectIdle();
