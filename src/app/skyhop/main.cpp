@@ -45,6 +45,8 @@ class SkyhopApp : public wxApp {
     } catch (const std::exception& error) {
       program_->GetDiagnostics().ErrorLog(std::string("SkyhopApp.OnExceptionInMainLoop: ") +
                                           error.what());
+    } catch (...) {
+      program_->GetDiagnostics().ErrorLog("SkyhopApp.OnExceptionInMainLoop: unknown fault");
     }
     return true;
   }

@@ -99,8 +99,11 @@ SkyhopProgram::~SkyhopProgram() {
 }
 
 bool SkyhopProgram::Start() {
-  for (const std::string& problem : platform::FillProgramFolder(folder_)) {
-    diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
+  // The folder of an instance that runs is not changed under it.
+  if (!instance_->AnotherIsRunning()) {
+    for (const std::string& problem : platform::FillProgramFolder(folder_)) {
+      diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
+    }
   }
   if (!controller_.Form_Load()) return false;
   frame_->Show();

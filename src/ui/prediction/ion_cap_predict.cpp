@@ -109,14 +109,24 @@ void IonCap::HandFrequencyDependentSettings() {
 }
 
 void IonCap::InitiateForecast() {
-  with_.diagnostics.Trap("IonCap.InitiateForecast", [&] {
+  const bool answered = with_.diagnostics.Trap("IonCap.InitiateForecast", false, [&] {
     with_.diagnostics.DebugLog("IonCap.InitiateForecast");
-    if (RefuseSecondRun() || !StationsCanBePredicted()) return;
+    if (RefuseSecondRun() || !StationsCanBePredicted()) return true;
     HandPathAndDate();
     StartRun();
     UpdateSolarBars();
     with_.diagnostics.DebugLog("IonCap.InitiateForecast: complete");
+    return true;
   });
+  if (!answered) with_.diagnostics.Trap("IonCap.InitiateForecast", [&] { GiveUpStart(); });
+}
+
+/// Something has failed on the way; the log has it. No engine may go on for a window that does not
+/// wait for it.
+void IonCap::GiveUpStart() {
+  if (Running()) with_.run.Abort();
+  (void)LeaveRun();
+  Fail("The prediction was not started" + with_.diagnostics.CaptionHint());
 }
 
 bool IonCap::StationsCanBePredicted() {

@@ -61,6 +61,8 @@ class PointPrediction {
   /// `frequency` in MHz.
   virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
   virtual void SNRExecuteTimer_Tick() {}
+  /// Shows or hides what was predicted.
+  virtual void SetDisplayActive(bool /*active*/) {}
 };
 
 class BeaconMonitor {

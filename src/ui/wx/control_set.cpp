@@ -89,6 +89,12 @@ void ControlSet::OnChar(TextField field, wxKeyEvent& event) {
 void ControlSet::Leave(TextField field) {
   bool& pending = leave_pending_.at(Index(field));
   if (!pending) return;
+  // The user has gone to another window in the middle of a value, and will be back.
+  const wxWindow* const focus = wxWindow::FindFocus();
+  if (focus == nullptr || wxGetTopLevelParent(const_cast<wxWindow*>(focus)) !=
+                              wxGetTopLevelParent(texts_.at(Index(field)))) {
+    return;
+  }
   pending = false;
   events_->Left(field);
 }
