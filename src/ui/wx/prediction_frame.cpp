@@ -38,6 +38,11 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
   GetStatusBar()->SetStatusWidths(2, widths);
 
   Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
+  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+    notice_->FollowTheme();
+    controls_->FollowTheme();
+    event.Skip();
+  });
   Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
     RememberNormalPlace();
     event.Skip();
