@@ -38,11 +38,6 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
   GetStatusBar()->SetStatusWidths(2, widths);
 
   Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
-  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
-    notice_->FollowTheme();
-    controls_->FollowTheme();
-    event.Skip();
-  });
   Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
     RememberNormalPlace();
     event.Skip();
@@ -77,6 +72,11 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   chart_sizer->Add(controls_->MakeLabel(chart, Label::kProvenance),
                    wxSizerFlags().Expand().Border(wxTOP, gap));
   chart->SetSizer(chart_sizer);
+  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+    notice_->FollowTheme();
+    controls_->FollowTheme();
+    event.Skip();
+  });
 
   auto* left = new wxBoxSizer(wxVERTICAL);
   left->Add(tabs, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
