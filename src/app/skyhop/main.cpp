@@ -8,6 +8,7 @@
 #include "app/skyhop/skyhop_program.h"
 #include "common/errors.h"
 #include "common/program.h"
+#include "platform/desktop.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -20,6 +21,7 @@ class SkyhopApp : public wxApp {
     SetClassName(kProductName);
     wxImage::AddHandler(new wxPNGHandler);
     try {
+      color_scheme_ = std::make_unique<platform::ColorSchemeFollower>();
       program_ = std::make_unique<SkyhopProgram>();
       return program_->Start();
     } catch (const std::exception& error) {
@@ -33,6 +35,7 @@ class SkyhopApp : public wxApp {
     // Closed windows go first: they show what the program holds.
     DeletePendingObjects();
     program_.reset();
+    color_scheme_.reset();
     return wxApp::OnExit();
   }
 
@@ -52,6 +55,7 @@ class SkyhopApp : public wxApp {
   }
 
  private:
+  std::unique_ptr<platform::ColorSchemeFollower> color_scheme_;
   std::unique_ptr<SkyhopProgram> program_;
 };
 

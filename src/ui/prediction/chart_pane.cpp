@@ -17,8 +17,8 @@ constexpr double kGrabRoom = 5;
 constexpr double kTimeLabelReach = 2.2;
 
 /// A plot smaller than this, as a multiple of the labels' font size, tells little.
-constexpr double kLeastPlotHeight = 18;
-constexpr double kLeastPlotWidth = 26;
+constexpr double kLeastPlotHeight = 15;
+constexpr double kLeastPlotWidth = 20;
 
 constexpr std::string_view kTimeLineToolTip = "Vertical Time Index (drag to desired time)";
 

@@ -98,7 +98,11 @@ class KeyPainter {
   }
 
   void Bars(std::string_view caption, std::span<const BarMeaning> bars) {
+    const double height = std::round(row_ * 0.8);
     Frame(caption, bars, kSampleLength, [&](const BarMeaning& bar, Point at) {
+      // Thin bars are seen on the paper only, which is light on a dark desktop too.
+      surface_->FillRectangle({at.x, std::round(at.y - height / 2), kSampleLength, height},
+                              palette_->paper);
       surface_->Line(at, {at.x + kSampleLength, at.y}, bar.pen);
     });
   }

@@ -6,6 +6,7 @@
 #include "common/program.h"
 #include "common/text.h"
 #include "engine/deck_parameters.h"
+#include "engine/engine_probe.h"
 #include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
 
@@ -187,7 +188,11 @@ void IonCap::StartRun() {
   } else if (with_.run.ParametersRefused()) {
     Fail("The prediction was not started: the parameters need correction");
   } else {
-    Fail("The prediction was not started" + with_.diagnostics.CaptionHint());
+    const EngineFinding engine =
+        FindEngine(with_.program_folder, static_cast<EngineChoice>(with_.configuration.Engine()));
+    Fail(engine.exists ? "The prediction was not started" + with_.diagnostics.CaptionHint()
+                       : "The engine is missing: there is no " + PathText(engine.executable) +
+                             ". The Configuration window offers others.");
   }
 }
 

@@ -62,8 +62,8 @@ void IonCap::InitializeWindow() {
   with_.configuration_window.Form_Load();
   UpdateCaption(GetPropFormCaption());
   with_.view.ShowNotice({Notice::Kind::kEmpty,
-                         "Enter the grid squares of both stations, or their latitudes\nand "
-                         "longitudes, then press Predict (F5)."});
+                         "Enter the grid squares of both stations,\nor their latitudes and "
+                         "longitudes,\nthen press Predict (F5)."});
   const ProgramVersion version = Version();
   with_.settings.Store().SaveSetting(kProductName, "General", "Version",
                                      std::to_string(version.major_number) +

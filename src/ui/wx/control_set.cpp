@@ -175,8 +175,15 @@ void ControlSet::SetText(TextField field, const std::string& text) {
 
 void ControlSet::MarkRefused(TextField field, bool refused) {
   wxTextCtrl* const text = Field(field);
+  refused_.at(Index(field)) = refused;
   text->SetBackgroundColour(refused ? RefusedBackground() : wxNullColour);
   text->Refresh();
+}
+
+void ControlSet::FollowTheme() {
+  for (std::size_t i = 0; i < texts_.size(); ++i) {
+    if (texts_.at(i) != nullptr && refused_.at(i)) MarkRefused(static_cast<TextField>(i), true);
+  }
 }
 
 int ControlSet::Selected(OptionGroup group) const {

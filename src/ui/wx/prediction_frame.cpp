@@ -70,6 +70,11 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   chart_sizer->Add(controls_->MakeLabel(chart, Label::kProvenance),
                    wxSizerFlags().Expand().Border(wxTOP, gap));
   chart->SetSizer(chart_sizer);
+  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+    notice_->FollowTheme();
+    controls_->FollowTheme();
+    event.Skip();
+  });
 
   auto* left = new wxBoxSizer(wxVERTICAL);
   left->Add(tabs, wxSizerFlags().Expand().Border(wxBOTTOM, gap));

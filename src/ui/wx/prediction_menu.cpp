@@ -109,7 +109,7 @@ void PredictionFrame::MakeMenu() {
   prediction.Of(Button::kPredictLPFromCmd, "\tCtrl+4");
   prediction.Separator();
   prediction.Of(Button::kAbortButton, "\tEsc");
-  bar->Append(prediction.Menu(), "&Prediction");
+  bar->Append(prediction.Menu(), "P&rediction");
 
   MenuMaker view(*this);
   view.Of(CheckBox::kPlotEnable, "\tCtrl+L");
@@ -135,7 +135,7 @@ void PredictionFrame::MakeMenu() {
 
   MenuMaker tools(*this);
   tools.Of(Button::kBeaconCmd, "");
-  bar->Append(tools.Menu(), "&Tools");
+  bar->Append(tools.Menu(), "T&ools");
 
   MenuMaker help(*this);
   help.Of(Button::kHelpCmd, "\tF1");

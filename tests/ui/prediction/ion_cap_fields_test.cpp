@@ -308,11 +308,12 @@ TEST_F(IonCapTest, ChartOptionsAreSavedAndReachTheChart) {
   EXPECT_EQ(Stored("ShowColorKey"), "True");
 }
 
+// A letter that two share presses neither: the focus goes from one to the other.
 TEST(IonCapControls, NoTwoShortcutsAreTheSame) {
-  std::string used;
+  std::string used = "fervwoh";  // the menus
   const auto add = [&](std::string_view caption) {
     const std::size_t mark = caption.find('&');
-    ASSERT_NE(mark, std::string_view::npos) << caption;
+    if (mark == std::string_view::npos) return;
     const char letter = LowerCase(caption.at(mark + 1));
     EXPECT_EQ(used.find(letter), std::string::npos) << caption;
     used += letter;

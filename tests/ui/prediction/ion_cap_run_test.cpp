@@ -364,6 +364,7 @@ TEST_F(IonCapRunTest, TheEngineLabelNamesTheEngine) {
 TEST_F(IonCapRunTest, WhatKeepsAPredictionFromStartingIsTold) {
   Start();
   errors_expected_ = true;
+  const std::filesystem::path engine = folder_ / "IonCap" / "ioncap.exe";
   const struct {
     const char* what;
     std::function<void()> hinder;
@@ -374,7 +375,9 @@ TEST_F(IonCapRunTest, WhatKeepsAPredictionFromStartingIsTold) {
        "another program is predicting in " + PathText(folder_)},
       {"parameters", [&] { view_.SetText(TextField::kFlux, "9"); },
        [&] { view_.SetText(TextField::kFlux, "150"); }, "the parameters need correction"},
-      {"no engine", [&] { launcher_.code = 2; }, [&] { launcher_.code = 42; },
+      {"no engine", [&] { launcher_.code = 2; }, [&] { WriteFile(engine, "engine"); },
+       "there is no " + PathText(engine)},
+      {"no shell", [&] { launcher_.code = 2; }, [&] { launcher_.code = 42; },
        " - see error log in " + PathText(log_.diagnostics.LogPath())},
   };
   for (const auto& [what, hinder, mend, reason] : cases) {
