@@ -8,4 +8,12 @@ namespace skyhop::platform {
 /// windows.
 void TieLabel(void* label, void* field);
 
+/// From now on the system's requests to end the program are kept for EndRequested instead of ending
+/// it at once: those of a terminal, a session that ends, or a service manager. A second request
+/// ends it all the same.
+void KeepEndRequests();
+
+/// Whether such a request has come.
+[[nodiscard]] bool EndRequested();
+
 }  // namespace skyhop::platform
