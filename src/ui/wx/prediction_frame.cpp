@@ -240,6 +240,7 @@ void PredictionFrame::ShowNotice(const Notice& notice) {
 
 void PredictionFrame::SetStatus(const std::string& text) {
   status_ = text;
+  readout_.clear();
   UpdateStatusBar();
 }
 
@@ -250,7 +251,8 @@ void PredictionFrame::ShowReadout(const std::string& text) {
 
 void PredictionFrame::UpdateStatusBar() {
   if (GetStatusBar() == nullptr) return;
-  SetStatusText(ToWx(status_.empty() ? readout_ : status_), 0);
+  // What came last counts: a pointer on the chart reads out whatever happened before.
+  SetStatusText(ToWx(readout_.empty() ? status_ : readout_), 0);
 }
 
 void PredictionFrame::SetClock(const std::string& text) {
