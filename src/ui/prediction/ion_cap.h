@@ -222,6 +222,7 @@ class IonCap {
   [[nodiscard]] bool LongitudeAcceptable(const std::string& text);
   void Put(TextField field, const std::string& text);
   void RememberTexts();
+  void PutBackRefusedTexts();
   void PutToday();
   void FollowClock();
   void ForgetPrefix();

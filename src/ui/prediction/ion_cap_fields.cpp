@@ -225,6 +225,15 @@ void IonCap::Put(TextField field, const std::string& text) {
   StateOf(field) = {text, std::nullopt};
 }
 
+/// Refused texts are the user's to correct, but none of the next start's business.
+void IonCap::PutBackRefusedTexts() {
+  for (int index = 0; index < kTextFieldCount; ++index) {
+    const auto field = static_cast<TextField>(index);
+    const std::optional<std::string>& committed = StateOf(field).committed;
+    if (committed && Problem(field, with_.view.Text(field)) != nullptr) Put(field, *committed);
+  }
+}
+
 /// Takes the texts that were restored for what the fields held when they were left last.
 void IonCap::RememberTexts() {
   for (int index = 0; index < kTextFieldCount; ++index) {

@@ -186,6 +186,7 @@ void IonCap::Form_Unload() {
     SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);
   });
   step([&] { with_.peers.Terminate(); });
+  step([&] { PutBackRefusedTexts(); });
   step([&] { with_.parameters.Finalize(); });
   step([&] { with_.server.Terminate(); });
   step([&] { with_.configuration_window.Form_Unload(); });
