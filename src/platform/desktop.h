@@ -16,4 +16,7 @@ void KeepEndRequests();
 /// Whether such a request has come.
 [[nodiscard]] bool EndRequested();
 
+/// Cancels the native dialogs that are open. Returns whether there were any.
+bool CancelNativeDialogs();
+
 }  // namespace skyhop::platform

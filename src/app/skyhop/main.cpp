@@ -73,6 +73,7 @@ class SkyhopApp : public wxApp {
   /// Closes the window as the user would, so that everything is saved.
   void FollowEndRequest() {
     if (!platform::EndRequested()) return;
+    if (platform::CancelNativeDialogs()) return;
     if (wxDialog* const dialog = OpenDialog()) {
       // Whoever opened it gets to its end before the window goes.
       dialog->Hide();
