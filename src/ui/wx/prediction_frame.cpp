@@ -282,8 +282,9 @@ void PredictionFrame::SetPlacement(const WindowPlacement& placement) {
 }
 
 void PredictionFrame::OnClose(wxCloseEvent&) {
-  for (const auto& timer : timers_) timer->Stop();
+  // The controller goes first: by its timers it knows of a running engine, which it ends.
   if (controller_ != nullptr) controller_->Form_Unload();
+  for (const auto& timer : timers_) timer->Stop();
   Attach(nullptr);
   if (on_closed_) on_closed_();
   Destroy();
