@@ -21,7 +21,7 @@
 namespace skyhop::testing {
 
 /// Enough for an engine's run on a machine that is busy with something else.
-inline constexpr std::chrono::seconds kLongWait{15};
+inline constexpr std::chrono::seconds kLongWait{60};
 
 /// Lets events happen until `condition` holds. Returns whether it does.
 bool PumpUntil(const std::function<bool()>& condition, std::chrono::seconds longest = kLongWait);
