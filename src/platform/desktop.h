@@ -24,5 +24,15 @@ class ColorSchemeFollower {
   struct State;
   std::unique_ptr<State> state_;
 };
+/// From now on the system's requests to end the program are kept for EndRequested instead of ending
+/// it at once: those of a terminal, a session that ends, or a service manager. A second request
+/// ends it all the same.
+void KeepEndRequests();
+
+/// Whether such a request has come.
+[[nodiscard]] bool EndRequested();
+
+/// Cancels the native dialogs that are open. Returns whether there were any.
+bool CancelNativeDialogs();
 
 }  // namespace skyhop::platform

@@ -110,6 +110,10 @@ bool SkyhopProgram::Start() {
   return true;
 }
 
+void SkyhopProgram::CloseWindow() {
+  if (frame_) frame_->Close();
+}
+
 void SkyhopProgram::ResetWindows() {
   if (frame_) frame_->PutToDefaultPlace();
   if (configuration_frame_) configuration_frame_->PutToDefaultPlace();

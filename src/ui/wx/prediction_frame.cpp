@@ -244,6 +244,7 @@ void PredictionFrame::ShowNotice(const Notice& notice) {
 
 void PredictionFrame::SetStatus(const std::string& text) {
   status_ = text;
+  readout_.clear();
   UpdateStatusBar();
 }
 
@@ -254,7 +255,8 @@ void PredictionFrame::ShowReadout(const std::string& text) {
 
 void PredictionFrame::UpdateStatusBar() {
   if (GetStatusBar() == nullptr) return;
-  SetStatusText(ToWx(status_.empty() ? readout_ : status_), 0);
+  // What came last counts: a pointer on the chart reads out whatever happened before.
+  SetStatusText(ToWx(readout_.empty() ? status_ : readout_), 0);
 }
 
 void PredictionFrame::SetClock(const std::string& text) {
@@ -262,7 +264,9 @@ void PredictionFrame::SetClock(const std::string& text) {
 }
 
 void PredictionFrame::OnClose(wxCloseEvent&) {
+  // The controller goes first: by its timers it knows of a running engine, which it ends.
   if (controller_ != nullptr) controller_->Form_Unload();
+  for (const auto& timer : timers_) timer->Stop();
   Attach(nullptr);
   if (on_closed_) on_closed_();
   Destroy();

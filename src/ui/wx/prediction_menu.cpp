@@ -85,6 +85,8 @@ class PredictionFrame::MenuMaker {
 
 void PredictionFrame::MakeMenu() {
   auto* bar = new wxMenuBar;
+  // The letters of the menus are none of those of the buttons and boxes beside them: a letter with
+  // two owners would only move the focus.
 
   MenuMaker file(*this);
   file.OnChart("&Save Chart...\tCtrl+S", &SaveChart);
