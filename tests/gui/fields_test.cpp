@@ -131,19 +131,21 @@ TEST_F(FieldsOfWindow, AnythingMayBePastedAndTheLastValidValuesStay) {
   std::vector<std::string> valid;
   for (int i = 0; i < kTextFieldCount; ++i) valid.push_back(Text(static_cast<TextField>(i)));
 
-  wxString megabytes(wxT("\u00FC\u65E5\u672C x"));
-  while (megabytes.length() < 3000000) megabytes += megabytes;
-  const wxString pasted[] = {megabytes, wxString::FromUTF8("\xE2\x80\xAE\xC2\xA0\xF0\x9F\x93\xA1"),
-                             "a\tb\x01"
-                             "c\r\nd"};
+  wxString book = wxString::FromUTF8("\xC3\xBC\xE6\x97\xA5 x");
+  while (book.length() < 10000) book += book;
+  wxString megabytes = book;
+  while (megabytes.length() < 1000000) megabytes += megabytes;
+  const wxString pasted[] = {book, wxString::FromUTF8("\xE2\x80\xAE\xC2\xA0\xF0\x9F\x93\xA1"),
+                             "a\tb\x01 c\r\nd"};
+  const auto paste = [&](TextField field, const wxString& text) {
+    PasteInto(field, text);
+    EXPECT_LE(Field(field).GetValue().length(), 60U);
+    Leave();
+    EXPECT_TRUE(PumpUntil([&] { return Marked(field); })) << Caption(field);
+  };
+  paste(TextField::kLocalLat, megabytes);
   for (const wxString& text : pasted) {
-    for (int i = 0; i < kTextFieldCount; ++i) {
-      const auto field = static_cast<TextField>(i);
-      PasteInto(field, text);
-      EXPECT_LE(Field(field).GetValue().length(), 60U);
-      Leave();
-      EXPECT_TRUE(PumpUntil([&] { return Marked(field); })) << "field " << i;
-    }
+    for (int i = 0; i < kTextFieldCount; ++i) paste(static_cast<TextField>(i), text);
   }
   // Neither does one end up where the next start reads it.
   CloseWindow();
@@ -151,8 +153,11 @@ TEST_F(FieldsOfWindow, AnythingMayBePastedAndTheLastValidValuesStay) {
   Start();
   for (int i = 0; i < kTextFieldCount; ++i) {
     const auto field = static_cast<TextField>(i);
-    EXPECT_EQ(Text(field), valid.at(static_cast<std::size_t>(i))) << "field " << i;
-    EXPECT_FALSE(Marked(field)) << "field " << i;
+    const bool dx =
+        field == TextField::kDXLat || field == TextField::kDXLon || field == TextField::kDXGrid;
+    // The other station is chosen anew at every start.
+    EXPECT_EQ(Text(field), dx ? "" : valid.at(static_cast<std::size_t>(i))) << Caption(field);
+    EXPECT_FALSE(Marked(field)) << Caption(field);
   }
   EnterStations();
   Predict();
