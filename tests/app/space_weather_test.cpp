@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "app/skyhop/space_weather_parts.h"
 #include "common/program.h"
 #include "support/fake_downloads.h"
 #include "support/fake_space_weather_views.h"
 #include "support/fake_view.h"
 #include "support/recording_surface.h"
-#include "ui/conditions/current_conditions_window.h"
-#include "ui/forecast/solar_forecast_window.h"
 
 namespace skyhop::testing {
 namespace {
@@ -23,6 +22,22 @@ class FakeDownloadWindow : public DownloadWindow {
   bool enabled = false;
   std::vector<std::string> statuses;
   std::map<TextField, std::string> fields;
+};
+
+/// A fetcher that somebody else owns.
+class PassedOn : public UrlFetcher {
+ public:
+  explicit PassedOn(UrlFetcher& fetcher) : fetcher_(&fetcher) {}
+  std::int32_t RemoveFromCache(const std::string& url) noexcept override {
+    return fetcher_->RemoveFromCache(url);
+  }
+  [[nodiscard]] std::int32_t Fetch(const std::string& url,
+                                   const std::filesystem::path& file) noexcept override {
+    return fetcher_->Fetch(url, file);
+  }
+
+ private:
+  UrlFetcher* fetcher_;
 };
 
 /// The commands and windows of solar data over a fake network and fake views.
@@ -55,22 +70,14 @@ class SpaceWeatherTest : public ::testing::Test {
   FakeConditionsView conditions_view_;
   FakeDownloadWindow window_;
   Configuration configuration_{with_.settings, with_.log.diagnostics};
-  WindowDownloadHost host_{configuration_};
-  DownloadProcedure procedure_{host_, with_.files, with_.messages, with_.log.diagnostics,
-                               with_.log.folder.Path()};
-  SolarForecastModule::Forecast forecast_{procedure_, with_.messages, with_.log.diagnostics,
-                                          with_.log.clock};
-  SolarForecastModule::SunspotNumber number_{
-      procedure_, host_, with_.origins, with_.messages, with_.log.diagnostics, with_.log.clock};
-  ForecastTimer timer_{view_};
-  SolarForecast forecast_window_{
-      {forecast_view_, forecast_, timer_, with_.settings, with_.log.diagnostics, with_.log.clock}};
-  CurrentConditions conditions_window_{{conditions_view_, with_.settings, with_.log.diagnostics}};
-  CurrentConditionsModule::Conditions conditions_{
-      procedure_, host_, conditions_window_, with_.origins, with_.messages, with_.log.diagnostics};
-  SpaceWeatherService service_{{host_, forecast_, number_, conditions_, with_.origins,
-                                forecast_window_, conditions_window_, timer_, view_,
-                                with_.log.diagnostics, with_.log.clock}};
+  FakePause pause_;
+  SpaceWeatherParts parts_{
+      {view_, forecast_view_, conditions_view_, configuration_, with_.messages, with_.settings,
+       with_.log.diagnostics, with_.log.clock, pause_, with_.log.folder.Path()},
+      std::make_unique<PassedOn>(with_.fetcher)};
+  SpaceWeatherService& service_ = parts_.service;
+  SolarForecast& forecast_window_ = parts_.forecast_window;
+  CurrentConditions& conditions_window_ = parts_.conditions_window;
 };
 
 TEST_F(SpaceWeatherTest, FetchesTheForecastAtOnceAndThenEveryHour) {
