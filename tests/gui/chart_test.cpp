@@ -117,7 +117,8 @@ TEST_F(ChartWindow, TheStatusBarReadsOutWhatThePointerIsAt) {
   const std::string at_rest = Status();
   wxUIActionSimulator().MouseMove(canvas.ClientToScreen(OnPlot(6, 0.5)));
   EXPECT_TRUE(PumpUntil([&] { return Status().rfind("06:0", 0) == 0; })) << Status();
-  EXPECT_NE(Status().find(" MHz   LUF "), std::string::npos) << Status();
+  EXPECT_NE(Status().find(" MHz   "), std::string::npos) << Status();
+  EXPECT_NE(Status().find("   LUF "), std::string::npos) << Status();
   wxUIActionSimulator().MouseMove(canvas.ClientToScreen(OnPlot(18, 0.1)));
   EXPECT_TRUE(PumpUntil([&] { return Status().rfind("18:0", 0) == 0; })) << Status();
   wxUIActionSimulator().MouseMove(Frame().ClientToScreen(wxPoint(2, 2)));

@@ -46,7 +46,6 @@ TEST_F(EngineOfWindow, ADyingEngineIsToldWithItsLastWordsAndTheLog) {
   EXPECT_EQ(Notice().find(engine), 0U) << Notice();
   EXPECT_NE(Notice().find("no coefficients found"), std::string::npos) << Notice();
   EXPECT_NE(Notice().find("ErrorLog.txt"), std::string::npos) << Notice();
-  EXPECT_EQ(Status(), "No new prediction");
   EXPECT_NE(Caption().find("ErrorLog.txt"), std::string::npos) << Caption();
   EXPECT_NE(ReadFile(home_ / "ErrorLog.txt", 1U << 20U).find("ended without writing"),
             std::string::npos);
@@ -72,7 +71,7 @@ TEST_F(EngineOfWindow, AbortEndsARunningEngine) {
       PumpUntil([&] { return std::filesystem::exists(home_ / "engine.pid") && pid() > 0; }));
   EXPECT_TRUE(Running());
   EXPECT_FALSE(controls.Enabled(Button::kPathsButton));
-  EXPECT_EQ(Notice().rfind("IONCAP is working", 0), 0U) << Notice();
+  EXPECT_TRUE(PumpUntil([&] { return Notice().rfind("IONCAP is working", 0) == 0; })) << Notice();
   EXPECT_NE(Caption().find("IONCAP is working"), std::string::npos) << Caption();
   const int process = pid();
   EXPECT_TRUE(Runs(process));

@@ -32,9 +32,11 @@ IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.configuration.AddListener([this, alive = std::weak_ptr(alive_)](Configuration::Item item) {
     if (!alive.expired()) ConfigurationChanged(item);
   });
+  with_.space_weather.Attach(this);
 }
 
 IonCap::~IonCap() {
+  with_.space_weather.Attach(nullptr);
   with_.panel.SetStationsListener({});
   with_.panel.SetTextListener({});
   with_.chart.SetTimeIndexListener({});
@@ -147,6 +149,22 @@ void IonCap::EnableDownloads(bool enable) {
       with_.view.Enable(button, possible);
     }
   });
+}
+
+void IonCap::ShowDownload(const std::string& status) {
+  with_.diagnostics.Trap("IonCap.ShowDownload", [&] {
+    if (!status.empty()) {
+      UpdateCaption(GetPropFormCaption() + " - " + status);
+    } else if (Running()) {
+      ShowProgress();
+    } else {
+      UpdateCaption(GetPropFormCaption());
+    }
+  });
+}
+
+void IonCap::PutDownloaded(TextField field, const std::string& text) {
+  with_.diagnostics.Trap("IonCap.PutDownloaded", [&] { Put(field, text); });
 }
 
 void IonCap::SetShutdownTrigger() {

@@ -42,7 +42,7 @@ struct PredictionRun {
 /// The rules of the prediction window, from the program's start to its end: one method for each of
 /// its events. Every handler traps its errors, logs its own name with them and leaves the window
 /// usable.
-class IonCap {
+class IonCap : public DownloadWindow {
  public:
   /// All must outlive the controller.
   struct Collaborators {
@@ -72,7 +72,7 @@ class IonCap {
   };
 
   explicit IonCap(Collaborators collaborators);
-  ~IonCap();
+  ~IonCap() override;
   IonCap(const IonCap&) = delete;
   IonCap& operator=(const IonCap&) = delete;
 
@@ -150,8 +150,9 @@ class IonCap {
   void ClockTimer_Tick();
   void ShutDownTimer_Tick();
 
-  /// Enables or disables every command that starts a download, all together.
-  void EnableDownloads(bool enable);
+  void EnableDownloads(bool enable) override;
+  void ShowDownload(const std::string& status) override;
+  void PutDownloaded(TextField field, const std::string& text) override;
   /// Asks for the program's end after the current event.
   void SetShutdownTrigger();
 

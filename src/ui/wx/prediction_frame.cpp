@@ -244,7 +244,7 @@ void PredictionFrame::ShowNotice(const Notice& notice) {
 
 void PredictionFrame::SetStatus(const std::string& text) {
   status_ = text;
-  readout_.clear();
+  if (!text.empty()) readout_.clear();
   UpdateStatusBar();
 }
 

@@ -324,5 +324,15 @@ TEST(IonCapControls, NoTwoShortcutsAreTheSame) {
             "when checked shows Critial Frequency and Solar Position color keys");
 }
 
+TEST_F(IonCapTest, ADownloadedValueTakesThePlaceOfARefusedOne) {
+  Start();
+  EXPECT_FALSE(Type(TextField::kKindex, "99"));
+  EXPECT_TRUE(view_.Marked(TextField::kKindex));
+  window_.PutDownloaded(TextField::kKindex, "3");
+  EXPECT_EQ(view_.Text(TextField::kKindex), "3");
+  EXPECT_FALSE(view_.Marked(TextField::kKindex));
+  EXPECT_TRUE(window_.Field_Leave(TextField::kKindex));
+}
+
 }  // namespace
 }  // namespace skyhop::testing

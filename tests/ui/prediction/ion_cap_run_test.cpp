@@ -197,6 +197,21 @@ TEST_F(IonCapRunTest, WhileAnEngineWorksTheWindowSaysSo) {
   EXPECT_TRUE(window_.Running());
 }
 
+TEST_F(IonCapRunTest, ADownloadLeavesTheCaptionAsItFoundIt) {
+  Start();
+  const std::string idle = view_.caption;
+  window_.ShowDownload("downloading SSN");
+  EXPECT_EQ(view_.caption, window_.GetPropFormCaption() + " - downloading SSN");
+  window_.ShowDownload("");
+  EXPECT_EQ(view_.caption, idle);
+  Predict();
+  const std::string running = view_.caption;
+  EXPECT_NE(running, idle);
+  window_.ShowDownload("downloading SSN");
+  window_.ShowDownload("");
+  EXPECT_EQ(view_.caption, running);
+}
+
 TEST_F(IonCapRunTest, ASecondPredictionChangesNothingOfTheFirst) {
   Start();
   Predict();
