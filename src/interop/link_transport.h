@@ -47,7 +47,8 @@ class LinkListener {
   virtual void Closed() = 0;
 };
 
-/// A conversation that this program opened. Destroying it ends it.
+/// A conversation that this program opened. Destroying it ends it; commands that were sent before
+/// still arrive.
 class LinkConversation {
  public:
   virtual ~LinkConversation() = default;
