@@ -12,12 +12,6 @@
 #include "ui/prediction/csv_report.h"
 
 namespace skyhop {
-namespace {
-
-/// Time for the current event, such as a peer's command, to be answered.
-constexpr std::chrono::milliseconds kShutDownDelay{100};
-
-}  // namespace
 
 IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.panel.SetStationsListener([this] { StationsChanged(); });
@@ -140,12 +134,6 @@ void IonCap::EnableDownloads(bool enable) {
   });
 }
 
-void IonCap::SetShutdownTrigger() {
-  with_.diagnostics.Trap("IonCap.SetShutdownTrigger", [&] {
-    with_.view.StartTimer(WindowTimer::kShutDownTimer, kShutDownDelay);
-  });
-}
-
 void IonCap::UpdateCaption(const std::string& text) {
   with_.view.SetCaption(text + with_.diagnostics.CaptionHint());
 }
@@ -191,8 +179,8 @@ void IonCap::ModeSNRCombo_Click() {
 
 void IonCap::DXTracksTesseraLocation_Click() {
   with_.diagnostics.Trap("IonCap.DXTracksTesseraLocation_Click", [&] {
-    // The links ask for the box when a location arrives.
     with_.diagnostics.DebugLog("IonCap.DXTracksTesseraLocation_Click");
+    UseTesseraLocation();
   });
 }
 

@@ -5,6 +5,7 @@
 
 #include "common/instance_guard.h"
 #include "engine/run_lock.h"
+#include "interop/command_target.h"
 
 namespace skyhop {
 
@@ -35,6 +36,8 @@ class PeerLinks {
   [[nodiscard]] virtual bool HasSolarHistory() { return false; }
   /// Asks it to show its solar history.
   virtual void DisplaySolarHistory() {}
+  /// Tries peers that are not connected again.
+  virtual void ServerRetryTimer_Tick() {}
 };
 
 /// Downloads of solar and geomagnetic data.
@@ -55,12 +58,13 @@ class SpaceWeather {
 };
 
 /// Predicts the signal-to-noise ratio at one frequency.
-class PointPrediction {
+class PointPrediction : public SNRService {
  public:
-  virtual ~PointPrediction() = default;
   /// `frequency` in MHz.
   virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
   virtual void SNRExecuteTimer_Tick() {}
+  [[nodiscard]] std::string ValidatedSNR(const std::string& snr) override { return snr; }
+  void PredictSNR(const SNRRequest& /*request*/) override {}
 };
 
 class BeaconMonitor {
@@ -77,6 +81,10 @@ class ConfigurationWindow {
   /// Restores the configuration; once, at start-up, before the window is ever shown.
   virtual void Form_Load() = 0;
   virtual void Show() = 0;
+  /// The state of a link to a peer changed.
+  virtual void Peers_Change() = 0;
+  /// Puts all windows of the program to their default places.
+  virtual void ResetWindows() = 0;
   /// The program ends.
   virtual void Form_Unload() = 0;
 };
