@@ -10,11 +10,13 @@
 #include "common/text.h"
 #include "ui/prediction/chart_picture.h"
 #include "ui/prediction/csv_report.h"
+#include "ui/prediction/web_address.h"
 
 namespace skyhop {
 
 IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.panel.SetStationsListener([this] { StationsChanged(); });
+  with_.panel.SetTextListener([this](TextField field) { TextWritten(field); });
   with_.chart.SetTimeIndexListener(
       [this] { with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false); });
   with_.chart.SetBandListener([this](std::int16_t band) {
@@ -28,6 +30,7 @@ IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
 
 IonCap::~IonCap() {
   with_.panel.SetStationsListener({});
+  with_.panel.SetTextListener({});
   with_.chart.SetTimeIndexListener({});
   with_.chart.SetBandListener({});
 }
@@ -102,6 +105,11 @@ void IonCap::WebPage_Click(int page) {
                               " has no address; enter one in the Configuration window's "
                               "'Prediction URLs' panel",
                           kProductName);
+    } else if (!IsWebAddress(url)) {
+      with_.messages.Show("Web page " + std::to_string(page + 1) +
+                              " cannot be opened: its address does not begin with http:// or "
+                              "https://",
+                          kProductName);
     } else if (!with_.view.OpenInBrowser(url)) {
       with_.messages.Show(url + " cannot be opened in a browser", kProductName);
     }
@@ -122,6 +130,7 @@ std::int16_t IonCap::GetPredictionBand() const {
 
 void IonCap::SetSNRDisplayActive(bool active) {
   snr_display_active_ = active;
+  with_.point_prediction.SetDisplayActive(active);
 }
 
 void IonCap::EnableDownloads(bool enable) {
@@ -135,7 +144,9 @@ void IonCap::EnableDownloads(bool enable) {
 }
 
 void IonCap::UpdateCaption(const std::string& text) {
-  with_.view.SetCaption(text + with_.diagnostics.CaptionHint());
+  caption_ = text;
+  caption_hint_ = with_.diagnostics.CaptionHint();
+  with_.view.SetCaption(caption_ + caption_hint_);
 }
 
 std::string IonCap::GetPropFormCaption() const {
@@ -228,6 +239,8 @@ void IonCap::ClockTimer_Tick() {
   with_.diagnostics.Trap("IonCap.ClockTimer_Tick", [&] {
     FollowClock();
     EnablePeerCommands();
+    // Any handler may have logged an error.
+    if (with_.diagnostics.CaptionHint() != caption_hint_) UpdateCaption(caption_);
   });
 }
 

@@ -37,7 +37,8 @@ struct PredictionRun {
   AskedPrediction asked;
   std::string summary;
   int tables_shown = 0;
-  bool engine_ended = false;  ///< seen to have ended while results were missing
+  bool engine_ended = false;  ///< seen by the watch to have ended
+  bool overdue = false;       ///< the results were missing at a tick after that
 };
 
 /// The rules of the prediction window, from the program's start to its end: one method for each of
@@ -123,8 +124,12 @@ class IonCap : public CommandTarget, public PeerWindow {
   [[nodiscard]] static bool AcceptsKey(TextField field, char32_t key);
   /// Enter was struck in the field.
   void Field_Enter(TextField field);
-  /// The field was left. Returns whether its text was accepted.
+  /// The field was left. Returns false when the user was just told why its text is refused; the
+  /// same text is told about once.
   bool Field_Leave(TextField field);
+  /// Before a command of the user that reads the fields: whether none of them shows a refused text.
+  /// If one does, the user is told about it once more.
+  [[nodiscard]] bool FieldsAccepted();
   /// The user changed the field's text in any way.
   void Field_Change(TextField field);
   void TheDate_DblClick();
@@ -228,6 +233,7 @@ class IonCap : public CommandTarget, public PeerWindow {
   void HandPathAndDate();
   void StartRun();
   void RunStarted(std::unique_ptr<RunLock> lock);
+  void GiveUpStart();
   [[nodiscard]] AskedPrediction Asked() const;
   void PollResults();
   void FinishRun();
@@ -248,6 +254,8 @@ class IonCap : public CommandTarget, public PeerWindow {
   [[nodiscard]] bool LongitudeAcceptable(const std::string& text);
   void Put(TextField field, const std::string& text);
   void RememberTexts();
+  void SettleFields();
+  void TextWritten(TextField field);
   void PutToday();
   void FollowClock();
   void ForgetPrefix();
@@ -269,6 +277,7 @@ class IonCap : public CommandTarget, public PeerWindow {
   void UpdateStationLabels();
   void UpdateConditions();
   void UpdateSolarBars();
+  void PreviewSolarBars();
 
   Collaborators with_;
   /// Gone with this object: listeners that cannot be taken back ask for it.
@@ -276,6 +285,8 @@ class IonCap : public CommandTarget, public PeerWindow {
   bool loaded_ = false;
   bool following_stations_ = false;
   bool snr_display_active_ = false;
+  std::string caption_;
+  std::string caption_hint_;
   std::int16_t prediction_band_ = -1;
   bool requested_by_peer_ = false;  ///< while a peer's prediction is being started
   TesseraLocation tessera_;

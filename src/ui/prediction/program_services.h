@@ -63,6 +63,8 @@ class PointPrediction : public SNRService {
   /// `frequency` in MHz.
   virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
   virtual void SNRExecuteTimer_Tick() {}
+  /// Shows or hides what was predicted.
+  virtual void SetDisplayActive(bool /*active*/) {}
   [[nodiscard]] std::string ValidatedSNR(const std::string& snr) override { return snr; }
   void PredictSNR(const SNRRequest& /*request*/) override {}
 };
