@@ -31,7 +31,7 @@ DBusPeer::DBusPeer(GDBusConnection* connection, std::string application, std::st
 std::shared_ptr<DBusPeer> DBusPeer::Open(GDBusConnection* connection,
                                          const std::string& application, const std::string& topic,
                                          LinkListener& listener) {
-  const std::shared_ptr<DBusPeer> peer(
+  std::shared_ptr<DBusPeer> peer(
       new DBusPeer(connection, application, ObjectPath(topic), listener));
   // Watched before it is asked for, so that no end goes unnoticed.
   peer->WatchName();

@@ -39,8 +39,8 @@ std::string BusAddress() {
 }
 
 GDBusInterfaceInfo* LinkInterfaceInfo() {
-  static GDBusNodeInfo* const node = g_dbus_node_info_new_for_xml(kIntrospection, nullptr);
-  return g_dbus_node_info_lookup_interface(node, kLinkInterface);
+  static GDBusNodeInfo* const kNode = g_dbus_node_info_new_for_xml(kIntrospection, nullptr);
+  return g_dbus_node_info_lookup_interface(kNode, kLinkInterface);
 }
 
 class DBusConversation : public LinkConversation {

@@ -40,7 +40,7 @@ bool IsPlain(const std::string& text) {
 
 /// The name under which a transceiver's mode is in the list of modes.
 std::string ListedMode(const std::string& text) {
-  const std::string mode = UpperCase(Trim(text));
+  std::string mode = UpperCase(Trim(text));
   if (mode == "PSK") return "PSK31";
   if (mode == "USB" || mode == "LSB") return "SSB";
   return mode;
