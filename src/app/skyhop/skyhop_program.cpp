@@ -4,7 +4,9 @@
 #include <wx/icon.h>
 
 #include "common/files.h"
+#include "common/program.h"
 #include "platform/desktop.h"
+#include "platform/links.h"
 #include "ui/wx/normal_place.h"
 #include "ui/wx/wx_text.h"
 
@@ -51,10 +53,13 @@ SkyhopProgram::SkyhopProgram()
       results_(table_, panel_, parameters_, pane_, messages_, diagnostics_),
       run_({parameters_, panel_, ioncap_script_, its_script_, results_, timer_, *launcher_, pause_,
             messages_, settings_, diagnostics_}),
+      transport_(platform::MakeLinkTransport(kProductName)),
+      links_(*transport_, frame_->View(), diagnostics_),
       probe_({*locker_, *launcher_, pause_, diagnostics_, folder_}),
       configuration_frame_(new ConfigurationFrame(nullptr)),
-      configuration_window_({*configuration_frame_, configuration_, bands_, probe_, peer_overview_,
-                             *this, messages_, settings_, diagnostics_, folder_}),
+      configuration_window_({*configuration_frame_, configuration_, bands_, probe_,
+                             links_.Overview(), *this, messages_, settings_, diagnostics_,
+                             folder_}),
       controller_({frame_->View(),
                    panel_,
                    pane_,
@@ -67,8 +72,8 @@ SkyhopProgram::SkyhopProgram()
                    *launcher_,
                    *instance_,
                    *locker_,
-                   server_,
-                   peers_,
+                   links_.Server(),
+                   links_.Peers(),
                    space_weather_,
                    point_prediction_,
                    beacons_,
@@ -77,7 +82,10 @@ SkyhopProgram::SkyhopProgram()
                    diagnostics_,
                    *clock_,
                    folder_,
-                   platform::HelpFile(folder_)}) {
+                   platform::HelpFile(folder_)}),
+      windows_({frame_.get(), configuration_frame_.get()}) {
+  links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
+  diagnostics_.SetPeerCaption([this] { return links_.InteropCaption(); });
   const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
       ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
   for (wxTopLevelWindow* window : {static_cast<wxTopLevelWindow*>(frame_),

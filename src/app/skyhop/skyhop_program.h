@@ -8,11 +8,14 @@
 #include <functional>
 #include <memory>
 
+#include "app/skyhop/program_links.h"
+#include "app/skyhop/program_windows.h"
 #include "common/instance_guard.h"
 #include "common/settings.h"
 #include "engine/ioncap_script.h"
 #include "engine/its_script.h"
 #include "engine/run_lock.h"
+#include "interop/link_transport.h"
 #include "platform/platform.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
@@ -70,17 +73,17 @@ class SkyhopProgram : private ConfigurationHost {
   IONCAPModule::ItsScript its_script_;
   IONCAPModule::Results results_;
   IONCAPModule::RunControl run_;
+  std::unique_ptr<LinkTransport> transport_;
+  ProgramLinks links_;
   // Parts that this build does not have.
-  CommandServer server_;
-  PeerLinks peers_;
   SpaceWeather space_weather_;
   PointPrediction point_prediction_;
   BeaconMonitor beacons_;
-  PeerOverview peer_overview_;
   EngineProbe probe_;
   wxWeakRef<ConfigurationFrame> configuration_frame_;
   IoncapConfig configuration_window_;
   IonCap controller_;
+  ProgramWindows windows_;
 };
 
 }  // namespace skyhop

@@ -33,6 +33,19 @@ class CountingHost : public ConfigurationHost {
   int resets = 0;
 };
 
+/// Connects at once.
+class ConnectingPeers : public PeerOverview {
+ public:
+  [[nodiscard]] std::vector<PeerState> Peers() const override {
+    std::vector<PeerState> peers = PeerOverview::Peers();
+    for (const std::size_t row : connected) peers.at(row).connected = true;
+    return peers;
+  }
+  void Connect(std::size_t row) override { connected.push_back(row); }
+
+  std::vector<std::size_t> connected;
+};
+
 class IoncapConfigTest : public ::testing::Test {
  protected:
   IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
@@ -69,7 +82,7 @@ class IoncapConfigTest : public ::testing::Test {
   FakeLauncher launcher_;
   FakePause pause_;
   EngineProbe probe_{{locker_, launcher_, pause_, with_.log.diagnostics, with_.log.folder.Path()}};
-  PeerOverview peers_;
+  ConnectingPeers peers_;
   CountingHost host_;
   IoncapConfig window_{{view_, configuration_, bands_, probe_, peers_, host_, with_.messages,
                         with_.settings, with_.log.diagnostics, with_.log.folder.Path()}};
@@ -386,6 +399,16 @@ TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
   EXPECT_TRUE(configuration_.DualMonitor());
   window_.ResetWindowsCmd_Click();
   EXPECT_EQ(host_.resets, 1);
+}
+
+TEST_F(IoncapConfigTest, PeersAreShownAndConnectedByTheirRow) {
+  Load();
+  ASSERT_EQ(view_.peers.size(), 3U);
+  window_.ConnectCmd_Click(1);
+  EXPECT_EQ(peers_.connected, std::vector<std::size_t>{1});
+  EXPECT_FALSE(view_.peers.at(0).connected);
+  EXPECT_TRUE(view_.peers.at(1).connected);
+  for (const PeerState& peer : PeerOverview().Peers()) EXPECT_FALSE(peer.can_connect);
 }
 
 }  // namespace
