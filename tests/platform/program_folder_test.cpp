@@ -1,10 +1,9 @@
-#include "platform/linux/program_folder.h"
-
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "common/files.h"
+#include "platform/placed_files.h"
 #include "platform/platform.h"
 #include "support/temporary_folder.h"
 
