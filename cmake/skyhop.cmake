@@ -18,6 +18,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # This version takes a literal in front of a temporary string for an overlapping copy.
   target_compile_options(skyhop_options INTERFACE -Wno-restrict)
 endif()
+if(WIN32)
+  # Whole-width system functions everywhere, those of Windows 10, no macros named min and max.
+  target_compile_definitions(skyhop_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
+                                                      _WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1)
+endif()
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   # The x87 unit keeps excess precision; SSE2 rounds as the language says.
   target_compile_options(skyhop_options INTERFACE -msse2 -mfpmath=sse)
