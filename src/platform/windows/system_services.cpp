@@ -1,6 +1,10 @@
 #include <windows.h>
 
+#include <shellapi.h>
+
 #include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <iterator>
 #include <thread>
 
@@ -154,6 +158,23 @@ std::unique_ptr<MachineFacts> MakeMachineFacts() {
 
 std::unique_ptr<EngineLauncher> MakeEngineLauncher() {
   return std::make_unique<WindowsEngineLauncher>();
+}
+
+std::vector<std::string> StartConsole(int argc, const char* const* argv) {
+  // The console stays when the program has ended, and other programs print there too.
+  static UINT before = 0;
+  before = ::GetConsoleOutputCP();
+  if (before != 0 && ::SetConsoleOutputCP(CP_UTF8)) {
+    (void)std::atexit([] { ::SetConsoleOutputCP(before); });
+  }
+  // The arguments in `argv` have lost what the machine's code page lacks.
+  int count = 0;
+  wchar_t** const wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  if (wide == nullptr) return {argv, argv + argc};
+  std::vector<std::string> arguments;
+  for (int i = 0; i < count; ++i) arguments.push_back(Utf8(wide[i]));
+  ::LocalFree(wide);
+  return arguments;
 }
 
 std::unique_ptr<Pause> MakePause() {
