@@ -17,9 +17,11 @@ class PredictWindowsTest : public ::testing::Test {
  protected:
   PredictWindowsTest() {
     const std::filesystem::path built = PathFromText(SKYHOP_PREDICT).parent_path();
-    for (const char* name : {"skyhop-predict.exe", "skyhop-estimate.exe", "DefaultBands.txt"}) {
+    for (const char* name : {"skyhop-predict.exe", "skyhop-estimate.exe"}) {
       std::filesystem::copy_file(built / name, folder_ / name);
     }
+    std::filesystem::copy(built / "data", folder_ / "data",
+                          std::filesystem::copy_options::recursive);
   }
 
   ProgramResult Run(std::vector<std::string> more) {

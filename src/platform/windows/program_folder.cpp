@@ -88,13 +88,13 @@ std::filesystem::path ProgramFolder() {
 }
 
 std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
-  // The band definitions lie in the program folder as they were installed.
-  return PlaceFiles(folder, {{ExecutablePath().parent_path() / "skyhop-estimate.exe",
+  return PlaceFiles(folder, {{DataFile("DefaultBands.txt"), "DefaultBands.txt", false},
+                             {ExecutablePath().parent_path() / "skyhop-estimate.exe",
                               std::filesystem::path("IonCap") / "ioncap.exe", true}});
 }
 
 std::filesystem::path DataFile(const std::filesystem::path& name) {
-  return ExecutablePath().parent_path() / std::filesystem::path(name).make_preferred();
+  return ExecutablePath().parent_path() / "data" / std::filesystem::path(name).make_preferred();
 }
 
 std::filesystem::path HelpFile(const std::filesystem::path& program_folder) {

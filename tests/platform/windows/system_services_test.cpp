@@ -57,7 +57,7 @@ TEST(WindowsMachineFacts, FillEveryLineOfTheLogsHead) {
 TEST(WindowsProgramFolder, IsTheExecutablesFolder) {
   const std::filesystem::path folder = platform::ProgramFolder();
   EXPECT_EQ(folder, platform::ExecutablePath().parent_path());
-  EXPECT_EQ(platform::DataFile("icons/skyhop.svg"), folder / L"icons\\skyhop.svg");
+  EXPECT_EQ(platform::DataFile("icons/skyhop.svg"), folder / L"data\\icons\\skyhop.svg");
 }
 
 TEST(WindowsTexts, KeepTheirLetters) {
