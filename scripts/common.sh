@@ -13,7 +13,7 @@ die() {
 
 # What every build needs.
 build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libsimpleini-dev nlohmann-json3-dev
-  libwxgtk3.2-dev libgtk-3-dev)
+  libwxgtk3.2-dev libgtk-3-dev libcurl4-openssl-dev)
 test_packages=(libgtest-dev libbenchmark-dev)
 
 # need PACKAGE...: installs those Debian packages that are missing.

@@ -13,6 +13,7 @@
 #include "common/settings_store.h"
 #include "engine/engine_launcher.h"
 #include "engine/run_lock.h"
+#include "spaceweather/url_fetcher.h"
 
 /// The operating system's services. `app/` is the only user; everybody else gets the interfaces.
 namespace skyhop::platform {
@@ -21,6 +22,7 @@ namespace skyhop::platform {
 [[nodiscard]] std::unique_ptr<Clock> MakeClock();
 [[nodiscard]] std::unique_ptr<MachineFacts> MakeMachineFacts();
 [[nodiscard]] std::unique_ptr<EngineLauncher> MakeEngineLauncher();
+[[nodiscard]] std::unique_ptr<UrlFetcher> MakeUrlFetcher();
 /// A pause that just sleeps, for programs without a window.
 [[nodiscard]] std::unique_ptr<Pause> MakePause();
 

@@ -14,6 +14,7 @@
 #include "platform/windows/executable_path.h"
 #include "platform/windows/registry_settings_store.h"
 #include "platform/windows/system_error.h"
+#include "platform/windows/url_moniker_fetcher.h"
 #include "platform/windows/windows_engine_launcher.h"
 
 namespace skyhop::platform {
@@ -158,6 +159,10 @@ std::unique_ptr<MachineFacts> MakeMachineFacts() {
 
 std::unique_ptr<EngineLauncher> MakeEngineLauncher() {
   return std::make_unique<WindowsEngineLauncher>();
+}
+
+std::unique_ptr<UrlFetcher> MakeUrlFetcher() {
+  return std::make_unique<UrlMonikerFetcher>();
 }
 
 std::vector<std::string> StartConsole(int argc, const char* const* argv) {

@@ -1,0 +1,164 @@
+#include "platform/linux/curl_fetcher.h"
+
+#include <curl/curl.h>
+
+#include <memory>
+#include <new>
+#include <string>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/program.h"
+#include "common/text.h"
+#include "platform/linux/fetch_failures.h"
+#include "platform/platform.h"
+
+namespace skyhop::platform {
+namespace {
+
+constexpr long kMostRedirects = 10;
+constexpr const char* kSchemes = "http,https";
+
+struct HandleDeleter {
+  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+};
+struct ListDeleter {
+  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+using Handle = std::unique_ptr<CURL, HandleDeleter>;
+using List = std::unique_ptr<curl_slist, ListDeleter>;
+
+/// The library's own start, once in a run. Returns whether it can be used.
+bool StartLibrary() {
+  static bool started = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+  return started;
+}
+
+/// What comes in, up to a limit.
+struct Body {
+  std::string content;
+  std::size_t limit = 0;
+};
+
+extern "C" std::size_t SkyhopTakeBytes(char* bytes, std::size_t size, std::size_t count,
+                                       void* destination) {
+  auto& body = *static_cast<Body*>(destination);
+  const std::size_t length = size * count;
+  if (length > body.limit - body.content.size()) return 0;
+  try {
+    body.content.append(bytes, length);
+  } catch (const std::bad_alloc&) {
+    return 0;
+  }
+  return length;
+}
+
+/// The request as a whole. Returns the first refusal of the library.
+class Request {
+ public:
+  Request(CURL* handle, const FetchLimits& limits) : handle_(handle), limits_(limits) {}
+
+  [[nodiscard]] CURLcode Prepare(const std::string& url, curl_slist* headers, Body& body) {
+    // Blanks are no part of an address; as the user typed it they may well be.
+    Set(CURLOPT_URL, ReplaceAll(Trim(url), " ", "%20").c_str());
+    Set(CURLOPT_DEFAULT_PROTOCOL, "https");
+    Set(CURLOPT_PROTOCOLS_STR, kSchemes);
+    Set(CURLOPT_REDIR_PROTOCOLS_STR, kSchemes);
+    Set(CURLOPT_FOLLOWLOCATION, 1L);
+    Set(CURLOPT_MAXREDIRS, kMostRedirects);
+    Set(CURLOPT_FAILONERROR, 1L);
+    Set(CURLOPT_SSL_VERIFYPEER, 1L);
+    Set(CURLOPT_SSL_VERIFYHOST, 2L);
+    Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limits_.connect.count()));
+    Set(CURLOPT_TIMEOUT_MS, static_cast<long>(limits_.whole.count()));
+    Set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(limits_.size));
+    // Time-outs by signals would disturb the program's other threads.
+    Set(CURLOPT_NOSIGNAL, 1L);
+    Set(CURLOPT_USERAGENT, (std::string(kProductName) + "/" + VersionText()).c_str());
+    Set(CURLOPT_HTTPHEADER, headers);
+    Set(CURLOPT_WRITEFUNCTION, &SkyhopTakeBytes);
+    Set(CURLOPT_WRITEDATA, static_cast<void*>(&body));
+    return refusal_;
+  }
+
+ private:
+  template <class Value>
+  void Set(CURLoption option, Value value) {
+    if (refusal_ == CURLE_OK) refusal_ = curl_easy_setopt(handle_, option, value);
+  }
+
+  CURL* handle_;
+  const FetchLimits& limits_;
+  CURLcode refusal_ = CURLE_OK;
+};
+
+TransferEnd EndOf(CURL* handle, CURLcode code) {
+  TransferEnd end;
+  end.code = code;
+  curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &end.status);
+  long redirects = 0;
+  curl_easy_getinfo(handle, CURLINFO_REDIRECT_COUNT, &redirects);
+  // A redirect that the library refuses to follow is not counted.
+  end.redirected = redirects > 0 || (end.status >= 300 && end.status <= 399);
+  return end;
+}
+
+std::int32_t Transfer(const std::string& url, const FetchLimits& limits, Body& body) {
+  const Handle handle(curl_easy_init());
+  List headers(curl_slist_append(nullptr, "Cache-Control: no-cache"));
+  if (!handle || !headers) return fetch_codes::kOutOfMemory;
+  if (curl_slist_append(headers.get(), "Pragma: no-cache") == nullptr) {
+    return fetch_codes::kOutOfMemory;
+  }
+  CURLcode code = Request(handle.get(), limits).Prepare(url, headers.get(), body);
+  if (code == CURLE_OK) code = curl_easy_perform(handle.get());
+  return FetchCode(EndOf(handle.get(), code));
+}
+
+/// An existing file that its owner has protected. The system would let a file be replaced whose
+/// folder can be written.
+bool IsReadOnly(const std::filesystem::path& file) {
+  std::error_code none;
+  const std::filesystem::file_status status = std::filesystem::status(file, none);
+  return std::filesystem::is_regular_file(status) &&
+         (status.permissions() & std::filesystem::perms::owner_write) ==
+             std::filesystem::perms::none;
+}
+
+std::int32_t Write(const std::filesystem::path& file, const std::string& content) {
+  try {
+    WriteFileAtOnce(file, content);
+    return fetch_codes::kOk;
+  } catch (const Error& error) {
+    return error.Number() == errors::kDiskFull ? fetch_codes::kCannotLoadData
+                                               : fetch_codes::kAccessDenied;
+  }
+}
+
+}  // namespace
+
+CurlFetcher::CurlFetcher(FetchLimits limits) : limits_(limits) {}
+
+std::int32_t CurlFetcher::RemoveFromCache(const std::string& /*url*/) noexcept {
+  return 0;
+}
+
+std::int32_t CurlFetcher::Fetch(const std::string& url,
+                                const std::filesystem::path& file) noexcept {
+  try {
+    if (IsReadOnly(file)) return fetch_codes::kAborted;
+    if (!StartLibrary()) return fetch_codes::kNoSession;
+    Body body{.content = {}, .limit = limits_.size};
+    const std::int32_t code = Transfer(url, limits_, body);
+    return code == fetch_codes::kOk ? Write(file, body.content) : code;
+  } catch (...) {
+    // Nothing but memory can run out here.
+    return fetch_codes::kOutOfMemory;
+  }
+}
+
+std::unique_ptr<UrlFetcher> MakeUrlFetcher() {
+  return std::make_unique<CurlFetcher>();
+}
+
+}  // namespace skyhop::platform

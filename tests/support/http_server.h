@@ -1,0 +1,59 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <map>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace skyhop::testing {
+
+/// What the server sends, byte for byte, before it closes the connection.
+struct HttpReply {
+  std::vector<std::string> pieces;
+  /// Before each piece but the first.
+  std::chrono::milliseconds pause{0};
+};
+
+/// "HTTP/1.1 <status>" with a length that fits the body. `headers` are whole lines, each ended by
+/// carriage return and line feed.
+[[nodiscard]] HttpReply Reply(const std::string& status, const std::string& body,
+                              const std::string& headers = "");
+
+/// A server on the loopback interface that gives fixed replies, one connection after the other.
+class HttpServer {
+ public:
+  HttpServer();
+  ~HttpServer();
+  HttpServer(const HttpServer&) = delete;
+  HttpServer& operator=(const HttpServer&) = delete;
+
+  /// A path without a reply is not found.
+  void Serve(const std::string& path, const HttpReply& reply);
+
+  /// "http://127.0.0.1:<port>" and the path.
+  [[nodiscard]] std::string Url(const std::string& path) const;
+  /// The heads of the requests so far.
+  [[nodiscard]] std::vector<std::string> Requests() const;
+
+ private:
+  void Run();
+  void Answer(int connection);
+  [[nodiscard]] std::string ReadHead(int connection) const;
+  [[nodiscard]] HttpReply ReplyTo(const std::string& head);
+
+  int port_ = 0;  // before the listener, which fills it in
+  int listener_ = -1;
+  std::atomic<bool> stop_ = false;
+  mutable std::mutex mutex_;
+  std::map<std::string, HttpReply> replies_;
+  std::vector<std::string> requests_;
+  std::thread thread_;
+};
+
+/// A port of the loopback interface that nobody listens on now.
+[[nodiscard]] int UnusedPort();
+
+}  // namespace skyhop::testing
