@@ -93,7 +93,8 @@ TEST_F(UrlMonikerFetcherTest, WritesTheContentByteByByte) {
 }
 
 TEST_F(UrlMonikerFetcherTest, FailuresComeBackAsCodes) {
-  // Not every edition of the system takes a page about an error for a failure, so that is not asked.
+  // Not every edition of the system takes a page about an error for a failure, so that is not
+  // asked.
   EXPECT_NE(fetcher_.Fetch("http://127.0.0.1:1/", file_), fetch_codes::kOk);
   EXPECT_NE(fetcher_.Fetch("nonsense:", file_), fetch_codes::kOk);
   EXPECT_NE(fetcher_.Fetch("", file_), fetch_codes::kOk);
