@@ -6,6 +6,7 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "engine/engine_output.h"
 #include "engine/probe_deck.h"
 #include "engine/results.h"
 #include "engine/results_parser.h"
@@ -224,19 +225,8 @@ std::optional<Outcome> EngineProbe::Judge(Time now) {
 }
 
 std::string EngineProbe::LastOutputLine() const {
-  const std::string output = ReplaceAll(with_.launcher.Output(run_->process), "\r", "");
-  std::string last;
-  for (std::string_view rest = output; !rest.empty();) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = Trim(rest.substr(0, end));
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    // The closing lines of every batch file mean nothing to some command processors.
-    if (line.empty() || line == "off" || line.find("cls: not found") != std::string_view::npos) {
-      continue;
-    }
-    last = line;
-  }
-  return last;
+  const std::vector<std::string> lines = EngineOutputLines(with_.launcher.Output(run_->process));
+  return lines.empty() ? std::string() : std::string(Trim(lines.back()));
 }
 
 void EngineProbe::Finish(bool good) {

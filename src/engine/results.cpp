@@ -36,8 +36,7 @@ bool Results::DisplayResults(bool has_luf, const std::filesystem::path& file, En
   return diagnostics_->Trap("IONCAPModule.DisplayResults", false, [&] {
     const std::string text = ReadFile(file, kLargestFile);
     ParseLufMufResults(text, PathText(file), has_luf, *table_);
-    heading_ = ReadHeading(text);
-    ShowTable(engine);
+    ShowTable(engine, text);
     return true;
   });
 }
@@ -51,7 +50,6 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
       diagnostics_->DebugLog("   results missing expected header");
       return false;
     }
-    heading_ = ReadHeading(text);
     if (outcome.complete_hours < kHoursOfDay) {
       diagnostics_->ErrorLog("IONCAPModule.DisplayMethod2030Results: " + PathText(file) +
                              " ends at line " + std::to_string(outcome.lines) + ", after hour " +
@@ -59,12 +57,13 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
                              std::to_string(outcome.complete_hours) + " of 24 hours are complete");
     }
     // Without a single hour there is no axis to draw.
-    if (outcome.last_hour > 0) ShowTable(EngineChoice::kVoaCapSnr);
+    if (outcome.last_hour > 0) ShowTable(EngineChoice::kVoaCapSnr, text);
     return outcome.complete_hours == kHoursOfDay;
   });
 }
 
-void Results::ShowTable(EngineChoice engine) {
+void Results::ShowTable(EngineChoice engine, const std::string& text) {
+  heading_ = ReadHeading(text);
   panel_->SetText(PanelText::kSummary, SummaryLine());
   ++tables_shown_;
   chart_->DisplayTable(engine);

@@ -61,7 +61,7 @@ class Results {
   [[nodiscard]] std::string SummaryLine() const;
 
  private:
-  void ShowTable(EngineChoice engine);
+  void ShowTable(EngineChoice engine, const std::string& text);
   [[nodiscard]] float Distance() const;
 
   ResultsTable* table_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 /// What a window needs from the operating system beyond the toolkit. A library of its own, since
 /// programs without windows do without it.
 namespace skyhop::platform {
@@ -7,5 +9,30 @@ namespace skyhop::platform {
 /// Tells screen readers that a caption names a field. Both are native handles of the toolkit's
 /// windows.
 void TieLabel(void* label, void* field);
+
+/// While it lives, the program's windows are light or dark as the desktop wishes, also when the
+/// wish changes. Where the desktop does not tell, they are as the toolkit's own settings say. Made
+/// after the toolkit has started.
+class ColorSchemeFollower {
+ public:
+  ColorSchemeFollower();
+  ~ColorSchemeFollower();
+  ColorSchemeFollower(const ColorSchemeFollower&) = delete;
+  ColorSchemeFollower& operator=(const ColorSchemeFollower&) = delete;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+/// From now on the system's requests to end the program are kept for EndRequested instead of ending
+/// it at once: those of a terminal, a session that ends, or a service manager. A second request
+/// ends it all the same.
+void KeepEndRequests();
+
+/// Whether such a request has come.
+[[nodiscard]] bool EndRequested();
+
+/// Cancels the native dialogs that are open. Returns whether there were any.
+bool CancelNativeDialogs();
 
 }  // namespace skyhop::platform

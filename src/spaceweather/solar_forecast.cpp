@@ -54,6 +54,7 @@ bool Forecast::LoadSolarHistory(const std::string& content, const std::string& u
   }
   last_forecast_ = clock_->UtcNow();
   filled_at_ = last_forecast_;
+  source_ = url;
   failure_.clear();
   return true;
 }

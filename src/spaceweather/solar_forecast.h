@@ -35,6 +35,8 @@ class Forecast {
   [[nodiscard]] const std::string& Caption() const { return caption_; }
   /// When the table was filled; nothing before that and once it was cleared for a new attempt.
   [[nodiscard]] const std::optional<UtcTime>& FilledAt() const { return filled_at_; }
+  /// The address that it came from.
+  [[nodiscard]] const std::string& Source() const { return source_; }
   /// Why there is no forecast; empty after a success.
   [[nodiscard]] const std::string& Failure() const { return failure_; }
 
@@ -51,6 +53,7 @@ class Forecast {
   std::string caption_ = kForecastCaption;
   UtcTime last_forecast_{};
   std::optional<UtcTime> filled_at_;
+  std::string source_;
   std::string failure_;
 };
 

@@ -1,6 +1,8 @@
 #include <wx/app.h>
+#include <wx/dialog.h>
 #include <wx/image.h>
 #include <wx/msgdlg.h>
+#include <wx/timer.h>
 
 #include <exception>
 #include <memory>
@@ -8,10 +10,23 @@
 #include "app/skyhop/skyhop_program.h"
 #include "common/errors.h"
 #include "common/program.h"
+#include "platform/desktop.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
 namespace {
+
+/// How long a request to end the program may wait.
+constexpr int kEndInterval = 250;  // ms
+
+/// A dialog that is open, null when none is.
+wxDialog* OpenDialog() {
+  for (wxWindow* window : wxTopLevelWindows) {
+    auto* const dialog = dynamic_cast<wxDialog*>(window);
+    if (dialog != nullptr && dialog->IsShown()) return dialog;
+  }
+  return nullptr;
+}
 
 class SkyhopApp : public wxApp {
  public:
@@ -20,8 +35,13 @@ class SkyhopApp : public wxApp {
     SetClassName(kProductName);
     wxImage::AddHandler(new wxPNGHandler);
     try {
+      color_scheme_ = std::make_unique<platform::ColorSchemeFollower>();
       program_ = std::make_unique<SkyhopProgram>();
-      return program_->Start();
+      if (!program_->Start()) return false;
+      platform::KeepEndRequests();
+      end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FollowEndRequest(); });
+      end_timer_.Start(kEndInterval);
+      return true;
     } catch (const std::exception& error) {
       wxMessageBox(ToWx(std::string("Skyhop cannot start: ") + error.what()), kProductName,
                    wxOK | wxICON_ERROR);
@@ -30,9 +50,11 @@ class SkyhopApp : public wxApp {
   }
 
   int OnExit() override {
+    end_timer_.Stop();
     // Closed windows go first: they show what the program holds.
     DeletePendingObjects();
     program_.reset();
+    color_scheme_.reset();
     return wxApp::OnExit();
   }
 
@@ -45,12 +67,29 @@ class SkyhopApp : public wxApp {
     } catch (const std::exception& error) {
       program_->GetDiagnostics().ErrorLog(std::string("SkyhopApp.OnExceptionInMainLoop: ") +
                                           error.what());
+    } catch (...) {
+      program_->GetDiagnostics().ErrorLog("SkyhopApp.OnExceptionInMainLoop: unknown fault");
     }
     return true;
   }
 
  private:
+  /// Closes the window as the user would, so that everything is saved.
+  void FollowEndRequest() {
+    if (!platform::EndRequested()) return;
+    if (platform::CancelNativeDialogs()) return;
+    if (wxDialog* const dialog = OpenDialog()) {
+      // Whoever opened it gets to its end before the window goes.
+      dialog->Hide();
+      return;
+    }
+    end_timer_.Stop();
+    program_->CloseWindow();
+  }
+
+  std::unique_ptr<platform::ColorSchemeFollower> color_scheme_;
   std::unique_ptr<SkyhopProgram> program_;
+  wxTimer end_timer_;
 };
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 #include "common/files.h"
 #include "platform/desktop.h"
-#include "ui/wx/window_view.h"
+#include "ui/wx/normal_place.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -112,12 +112,19 @@ SkyhopProgram::~SkyhopProgram() {
 }
 
 bool SkyhopProgram::Start() {
-  for (const std::string& problem : platform::FillProgramFolder(folder_)) {
-    diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
+  // The folder of an instance that runs is not changed under it.
+  if (!instance_->AnotherIsRunning()) {
+    for (const std::string& problem : platform::FillProgramFolder(folder_)) {
+      diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
+    }
   }
   if (!controller_.Form_Load()) return false;
   frame_->Show();
   return true;
+}
+
+void SkyhopProgram::CloseWindow() {
+  if (frame_) frame_->Close();
 }
 
 void SkyhopProgram::ResetWindows() {

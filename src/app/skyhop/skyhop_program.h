@@ -34,9 +34,13 @@ class SkyhopProgram : private ConfigurationHost {
   /// Starts the program and shows its window. Returns false when it has to end at once.
   [[nodiscard]] bool Start();
 
+  /// Ends the program as the main window's close button does.
+  void CloseWindow();
+
   [[nodiscard]] PredictionFrame& Frame() { return *frame_; }
   [[nodiscard]] Diagnostics& GetDiagnostics() { return diagnostics_; }
   [[nodiscard]] IonCap& Controller() { return controller_; }
+  [[nodiscard]] ChartPane& Chart() { return pane_; }
 
  private:
   void ResetWindows() override;

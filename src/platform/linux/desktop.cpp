@@ -12,4 +12,17 @@ void TieLabel(void* label, void* field) {
   gtk_label_set_mnemonic_widget(GTK_LABEL(label_widget), field_widget);
 }
 
+bool CancelNativeDialogs() {
+  bool any = false;
+  GList* const windows = gtk_window_list_toplevels();
+  for (const GList* item = windows; item != nullptr; item = item->next) {
+    auto* const widget = static_cast<GtkWidget*>(item->data);
+    if (!GTK_IS_DIALOG(widget) || gtk_widget_get_visible(widget) == FALSE) continue;
+    gtk_dialog_response(GTK_DIALOG(widget), GTK_RESPONSE_CANCEL);
+    any = true;
+  }
+  g_list_free(windows);
+  return any;
+}
+
 }  // namespace skyhop::platform

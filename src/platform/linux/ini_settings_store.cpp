@@ -19,7 +19,7 @@
 namespace skyhop::platform {
 namespace {
 
-constexpr std::size_t kLargestFile = std::size_t{256} << 20U;
+constexpr std::size_t kLargestIni = std::size_t{256} << 20U;
 constexpr mode_t kPrivate = 0600;
 
 /// Tells whether a file is still the one that was read.
@@ -78,7 +78,7 @@ IniSettingsStore::File& IniSettingsStore::Load(const std::string& application) {
   file->fingerprint = fingerprint;
   std::string content;
   try {
-    content = ReadFile(path, kLargestFile);
+    content = ReadFile(path, kLargestIni);
   } catch (const Error& error) {
     // No file yet is an empty store; everything else is a failure.
     if (error.Number() != errors::kFileNotFound) throw;

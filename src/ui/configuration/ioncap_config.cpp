@@ -12,6 +12,10 @@ namespace {
 
 constexpr const char* kWindowName = "IoncapConfig";
 
+constexpr const char* kDebugLogStopped =
+    ". The debug log has stopped, since the file is full: delete the file, then check the box "
+    "again.";
+
 std::string SizeText(std::uintmax_t bytes) {
   constexpr double thousand = 1000;
   const auto size = static_cast<double>(bytes);
@@ -172,8 +176,12 @@ void IoncapConfig::ShowErrorLog() {
   const std::filesystem::path& log = with_.diagnostics.LogPath();
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(log, error);
+  // A debug log that has grown too large ends itself.
+  const bool stopped = with_.configuration.DiagMode() && !with_.diagnostics.GetDebug();
   with_.view.SetLabel(ConfigLabel::kErrorLog, error ? PathText(log) + " (not written so far)"
-                                                    : PathText(log) + " (" + SizeText(size) + ")");
+                                                    : PathText(log) + " (" + SizeText(size) + ")" +
+                                                          (stopped ? kDebugLogStopped : ""));
+  with_.view.SetChecked(ConfigCheck::kDiagMode, with_.configuration.DiagMode() && !stopped);
   with_.view.Enable(ConfigButton::kOpenLogCmd, !error);
 }
 

@@ -8,17 +8,12 @@
 #include "ui/configuration/default_urls.h"
 #include "ui/configuration/input_rules.h"
 #include "ui/configuration/ioncap_config.h"
+#include "ui/prediction/web_address.h"
 
 namespace skyhop {
 namespace {
 
 constexpr std::chrono::milliseconds kTestInterval{50};
-
-/// The address of a page that a browser may be given: nothing that would start a program instead.
-bool IsWebAddress(const std::string& text) {
-  const std::string lower = LowerCase(text);
-  return lower.starts_with("http://") || lower.starts_with("https://");
-}
 
 /// A name that no mode has yet.
 std::string NewModeName(const std::vector<ModeSettings>& modes) {

@@ -17,8 +17,8 @@ constexpr double kGrabRoom = 5;
 constexpr double kTimeLabelReach = 2.2;
 
 /// A plot smaller than this, as a multiple of the labels' font size, tells little.
-constexpr double kLeastPlotHeight = 18;
-constexpr double kLeastPlotWidth = 26;
+constexpr double kLeastPlotHeight = 15;
+constexpr double kLeastPlotWidth = 20;
 
 constexpr std::string_view kTimeLineToolTip = "Vertical Time Index (drag to desired time)";
 
@@ -75,7 +75,7 @@ double ChartPane::KeyWidth() const {
 void ChartPane::Arrange() {
   const double sun_height = std::ceil(text_size_ * 0.9);
   const double left = std::ceil(text_size_ * 4.4);
-  const double right = std::ceil(text_size_ * 4.6);
+  const double right = std::ceil(text_size_ * kRightMargin);
   const double top = std::ceil(text_size_ * 1.9);
   const double hour_labels = std::ceil(text_size_ * 2.1);
   const double below = hour_labels + 2 * sun_height + std::ceil(text_size_ * 0.6);
@@ -104,7 +104,7 @@ void ChartPane::DisplayTable(EngineChoice engine) {
   shown_ = *table_;
   chart_.SetPlotted(true);
   chart_.ComputeAxis(engine);
-  chart_.UpdateVerticalTimeBar();
+  if (!chart_.Dragging()) chart_.UpdateVerticalTimeBar();
   Changed();
   Leave();
 }

@@ -108,6 +108,9 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] const Rectangle& RcvSun() const { return rcv_sun_; }
 
  private:
+  /// Room for the band labels, in heights of the text.
+  static constexpr double kRightMargin = 4.6;
+
   void Arrange();
   void Changed();
   /// Does `move`, which may move the time index, and has what changed by it painted.

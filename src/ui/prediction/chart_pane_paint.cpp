@@ -15,9 +15,9 @@
 namespace skyhop {
 namespace {
 
-constexpr double kTick = 4;
-constexpr double kLabelGap = 4;
-constexpr double kLeader = 10;  ///< from the plot's edge to a band label
+constexpr double kPaneTick = 4;
+constexpr double kPaneLabelGap = 4;
+constexpr double kPaneLeader = 10;  ///< from the plot's edge to a band label
 constexpr double kSampleLength = 30;
 
 constexpr Color SunColor(SunState state) {
@@ -98,7 +98,11 @@ class KeyPainter {
   }
 
   void Bars(std::string_view caption, std::span<const BarMeaning> bars) {
+    const double height = std::round(row_ * 0.8);
     Frame(caption, bars, kSampleLength, [&](const BarMeaning& bar, Point at) {
+      // Thin bars are seen on the paper only, which is light on a dark desktop too.
+      surface_->FillRectangle({at.x, std::round(at.y - height / 2), kSampleLength, height},
+                              palette_->paper);
       surface_->Line(at, {at.x + kSampleLength, at.y}, bar.pen);
     });
   }
@@ -144,13 +148,18 @@ void ChartPane::PaintPlot(Surface& surface) {
     return;
   }
   PartSurface plot(surface, plot_);
+  // Where the bands lie is needed in both cases; their lines are drawn while their openings are
+  // not.
   chart_.PaintBandLines();
-  for (const IONCAPModule::BandLine& line : chart_.BandLines()) {
-    if (!line.visible) continue;
-    const auto y = static_cast<double>(line.y);
-    plot.Line({0, y}, {plot_.width, y}, {palette_.band});
+  if (open_band_enable_) {
+    chart_.PaintOpenings(plot);
+  } else {
+    for (const IONCAPModule::BandLine& line : chart_.BandLines()) {
+      if (!line.visible) continue;
+      const auto y = static_cast<double>(line.y);
+      plot.Line({0, y}, {plot_.width, y}, {palette_.band});
+    }
   }
-  if (open_band_enable_) chart_.PaintOpenings(plot);
   PaintBandLabels(surface);
   if (plot_enable_) chart_.PaintPlot(plot);
   if (!old_) return;
@@ -187,12 +196,20 @@ void ChartPane::PaintBandLabels(Surface& surface) const {
     places.push_back(plot_.top + chart_.BandLines()[band].y);
   }
   SpreadApart(places, std::ceil(text_size_ * 1.15), plot_.top, plot_.Bottom());
+  if (!bands.empty()) {
+    surface.Text({plot_.Right() + std::ceil(text_size_ * kRightMargin), 0}, "Prediction",
+                 {.size = text_size_,
+                  .color = palette_.text,
+                  .horizontal = HorizontalAlign::kRight,
+                  .vertical = VerticalAlign::kTop,
+                  .weight = FontWeight::kBold});
+  }
   for (std::size_t i = 0; i < bands.size(); ++i) {
     const std::size_t band = bands[i];
     const double line_y = plot_.top + chart_.BandLines()[band].y;
-    const double label_x = plot_.Right() + kLeader + 3;
+    const double label_x = plot_.Right() + kPaneLeader + 3;
     const bool open = open_band_enable_ && chart_.BandLabels()[band].visible;
-    surface.Line({plot_.Right(), line_y}, {plot_.Right() + kLeader, std::round(places[i])},
+    surface.Line({plot_.Right(), line_y}, {plot_.Right() + kPaneLeader, std::round(places[i])},
                  {palette_.band});
     surface.Text({label_x, places[i]}, kBandLabelTexts[band],
                  {.size = text_size_,
@@ -218,12 +235,12 @@ void ChartPane::PaintTimeAxis(Surface& surface) const {
   const std::size_t every = hour_width > text_size_ * 1.6 ? 1 : hour_width > text_size_ ? 2 : 3;
   for (std::size_t hour = 0; hour < kHourCount; ++hour) {
     const double x = plot_.left + chart_.XDataScale(hour);
-    surface.Line({x, y}, {x, y + kTick}, {palette_.axis});
-    if (hour % every == 0) surface.Text({x, y + kTick + 2}, std::to_string(hour), style);
+    surface.Line({x, y}, {x, y + kPaneTick}, {palette_.axis});
+    if (hour % every == 0) surface.Text({x, y + kPaneTick + 2}, std::to_string(hour), style);
   }
   style.horizontal = HorizontalAlign::kRight;
   style.weight = FontWeight::kBold;
-  surface.Text({plot_.left - kTick - kLabelGap, y + kTick + 2}, "UTC", style);
+  surface.Text({plot_.left - kPaneTick - kPaneLabelGap, y + kPaneTick + 2}, "UTC", style);
 }
 
 void ChartPane::PaintFrequencyAxis(Surface& surface) const {
@@ -234,17 +251,17 @@ void ChartPane::PaintFrequencyAxis(Surface& surface) const {
       .size = text_size_, .color = palette_.text, .horizontal = HorizontalAlign::kRight};
   for (std::size_t tick = 0; tick < kTickCount; ++tick) {
     const double y = chart_.Layout().y_tick[tick];
-    surface.Line({x - kTick, y}, {x, y}, {palette_.axis});
-    surface.Text({x - kTick - kLabelGap, y}, chart_.YLabels()[tick], style);
+    surface.Line({x - kPaneTick, y}, {x, y}, {palette_.axis});
+    surface.Text({x - kPaneTick - kPaneLabelGap, y}, chart_.YLabels()[tick], style);
   }
   style.vertical = VerticalAlign::kTop;
   style.weight = FontWeight::kBold;
-  surface.Text({x - kTick - kLabelGap, 0}, "MHz", style);
+  surface.Text({x - kPaneTick - kPaneLabelGap, 0}, "MHz", style);
 }
 
 void ChartPane::PaintSunRow(Surface& surface, const Rectangle& area, const SunRow& row,
                             std::string_view caption) const {
-  surface.Text({area.left - kTick - kLabelGap, area.top + area.height / 2}, caption,
+  surface.Text({area.left - kPaneTick - kPaneLabelGap, area.top + area.height / 2}, caption,
                {.size = text_size_, .color = palette_.text, .horizontal = HorizontalAlign::kRight});
   if (row.known) {
     for (std::size_t hour = 0; hour < row.states.size(); ++hour) {

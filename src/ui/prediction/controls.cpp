@@ -39,12 +39,12 @@ constexpr std::array<Words, kOptionGroupCount> kOptionGroups = {{
 }};
 
 constexpr std::array<Words, kCheckBoxCount> kCheckBoxes = {{
-    {"Track &Tessera Loc",
+    {"Trac&k Tessera Loc",
      "when checked, the DX Station's location tracks the selected location in Tessera"},
-    {"Plot Critical F&requencies",
+    {"Plot Critical Fre&quencies",
      "display LUF in black, and MUF levels: 10% in blue, 50% in green, and 90% in red"},
-    {"Show &Open Bands", "show bands with frequencies between LUF and 90% MUF"},
-    {"Show Color &Keys", "when checked shows Critial Frequency and Solar Position color keys"},
+    {"Show Open Bands", "show bands with frequencies between LUF and 90% MUF"},
+    {"Show Color Keys", "when checked shows Critial Frequency and Solar Position color keys"},
     {"Show C&urrent Time",
      "when checked, keeps the time index at the current time and the date at today"},
 }};
@@ -53,17 +53,17 @@ constexpr std::array<Words, kButtonCount> kButtons = {{
     {"&Predict", "start a prediction"},
     {"&Short path to DX", "predict your signals at the DX Station via the short path"},
     {"&Long path to DX", "predict your signals at the DX Station via the long path"},
-    {"S&hort path from DX", "predict the DX Station's signals at your station via the short path"},
+    {"Short path fro&m DX", "predict the DX Station's signals at your station via the short path"},
     {"Lo&ng path from DX", "predict the DX Station's signals at your station via the long path"},
     {"&Abort", "interrupt a prediction in progress"},
-    {"Solar &Forecast...", "show the forecast of solar flux, A index and K index"},
+    {"Solar Forecas&t...", "show the forecast of solar flux, A index and K index"},
     {"&Current Conditions...", "show the current solar and geomagnetic conditions"},
     {"Histor&y", "show the history of the solar indices in Gleaner"},
     {"Update SF&I and K", "update solar flux and K-index from the current conditions"},
     {"Up&date SSN", "download the predicted smoothed sunspot number"},
     {"&Beacons...", "show the beacon monitor"},
     {"Confi&guration...", "show the Configuration window"},
-    {"H&elp", "show the help pages in your browser"},
+    {"Help", "show the help pages in your browser"},
 }};
 
 template <std::size_t count, class Control>

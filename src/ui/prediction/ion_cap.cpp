@@ -10,6 +10,7 @@
 #include "common/text.h"
 #include "ui/prediction/chart_picture.h"
 #include "ui/prediction/csv_report.h"
+#include "ui/prediction/web_address.h"
 
 namespace skyhop {
 namespace {
@@ -21,6 +22,7 @@ constexpr std::chrono::milliseconds kShutDownDelay{100};
 
 IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.panel.SetStationsListener([this] { StationsChanged(); });
+  with_.panel.SetTextListener([this](TextField field) { TextWritten(field); });
   with_.chart.SetTimeIndexListener(
       [this] { with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false); });
   with_.chart.SetBandListener([this](std::int16_t band) {
@@ -30,10 +32,13 @@ IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.configuration.AddListener([this, alive = std::weak_ptr(alive_)](Configuration::Item item) {
     if (!alive.expired()) ConfigurationChanged(item);
   });
+  with_.space_weather.Attach(this);
 }
 
 IonCap::~IonCap() {
+  with_.space_weather.Attach(nullptr);
   with_.panel.SetStationsListener({});
+  with_.panel.SetTextListener({});
   with_.chart.SetTimeIndexListener({});
   with_.chart.SetBandListener({});
 }
@@ -108,6 +113,11 @@ void IonCap::WebPage_Click(int page) {
                               " has no address; enter one in the Configuration window's "
                               "'Prediction URLs' panel",
                           kProductName);
+    } else if (!IsWebAddress(url)) {
+      with_.messages.Show("Web page " + std::to_string(page + 1) +
+                              " cannot be opened: its address does not begin with http:// or "
+                              "https://",
+                          kProductName);
     } else if (!with_.view.OpenInBrowser(url)) {
       with_.messages.Show(url + " cannot be opened in a browser", kProductName);
     }
@@ -128,6 +138,7 @@ std::int16_t IonCap::GetPredictionBand() const {
 
 void IonCap::SetSNRDisplayActive(bool active) {
   snr_display_active_ = active;
+  with_.point_prediction.SetDisplayActive(active);
 }
 
 void IonCap::EnableDownloads(bool enable) {
@@ -140,6 +151,22 @@ void IonCap::EnableDownloads(bool enable) {
   });
 }
 
+void IonCap::ShowDownload(const std::string& status) {
+  with_.diagnostics.Trap("IonCap.ShowDownload", [&] {
+    if (!status.empty()) {
+      UpdateCaption(GetPropFormCaption() + " - " + status);
+    } else if (Running()) {
+      ShowProgress();
+    } else {
+      UpdateCaption(GetPropFormCaption());
+    }
+  });
+}
+
+void IonCap::PutDownloaded(TextField field, const std::string& text) {
+  with_.diagnostics.Trap("IonCap.PutDownloaded", [&] { Put(field, text); });
+}
+
 void IonCap::SetShutdownTrigger() {
   with_.diagnostics.Trap("IonCap.SetShutdownTrigger", [&] {
     with_.view.StartTimer(WindowTimer::kShutDownTimer, kShutDownDelay);
@@ -147,7 +174,9 @@ void IonCap::SetShutdownTrigger() {
 }
 
 void IonCap::UpdateCaption(const std::string& text) {
-  with_.view.SetCaption(text + with_.diagnostics.CaptionHint());
+  caption_ = text;
+  caption_hint_ = with_.diagnostics.CaptionHint();
+  with_.view.SetCaption(caption_ + caption_hint_);
 }
 
 std::string IonCap::GetPropFormCaption() const {
@@ -240,6 +269,8 @@ void IonCap::ClockTimer_Tick() {
   with_.diagnostics.Trap("IonCap.ClockTimer_Tick", [&] {
     FollowClock();
     EnablePeerCommands();
+    // Any handler may have logged an error.
+    if (with_.diagnostics.CaptionHint() != caption_hint_) UpdateCaption(caption_);
   });
 }
 

@@ -35,13 +35,14 @@ struct PredictionRun {
   AskedPrediction asked;
   std::string summary;
   int tables_shown = 0;
-  bool engine_ended = false;  ///< seen to have ended while results were missing
+  bool engine_ended = false;  ///< seen by the watch to have ended
+  bool overdue = false;       ///< the results were missing at a tick after that
 };
 
 /// The rules of the prediction window, from the program's start to its end: one method for each of
 /// its events. Every handler traps its errors, logs its own name with them and leaves the window
 /// usable.
-class IonCap {
+class IonCap : public DownloadWindow {
  public:
   /// All must outlive the controller.
   struct Collaborators {
@@ -71,7 +72,7 @@ class IonCap {
   };
 
   explicit IonCap(Collaborators collaborators);
-  ~IonCap();
+  ~IonCap() override;
   IonCap(const IonCap&) = delete;
   IonCap& operator=(const IonCap&) = delete;
 
@@ -118,8 +119,12 @@ class IonCap {
   [[nodiscard]] static bool AcceptsKey(TextField field, char32_t key);
   /// Enter was struck in the field.
   void Field_Enter(TextField field);
-  /// The field was left. Returns whether its text was accepted.
+  /// The field was left. Returns false when the user was just told why its text is refused; the
+  /// same text is told about once.
   bool Field_Leave(TextField field);
+  /// Before a command of the user that reads the fields: whether none of them shows a refused text.
+  /// If one does, the user is told about it once more.
+  [[nodiscard]] bool FieldsAccepted();
   /// The user changed the field's text in any way.
   void Field_Change(TextField field);
   void TheDate_DblClick();
@@ -145,8 +150,9 @@ class IonCap {
   void ClockTimer_Tick();
   void ShutDownTimer_Tick();
 
-  /// Enables or disables every command that starts a download, all together.
-  void EnableDownloads(bool enable);
+  void EnableDownloads(bool enable) override;
+  void ShowDownload(const std::string& status) override;
+  void PutDownloaded(TextField field, const std::string& text) override;
   /// Asks for the program's end after the current event.
   void SetShutdownTrigger();
 
@@ -202,6 +208,7 @@ class IonCap {
   void HandPathAndDate();
   void StartRun();
   void RunStarted(std::unique_ptr<RunLock> lock);
+  void GiveUpStart();
   [[nodiscard]] AskedPrediction Asked() const;
   void PollResults();
   void FinishRun();
@@ -222,6 +229,8 @@ class IonCap {
   [[nodiscard]] bool LongitudeAcceptable(const std::string& text);
   void Put(TextField field, const std::string& text);
   void RememberTexts();
+  void SettleFields();
+  void TextWritten(TextField field);
   void PutToday();
   void FollowClock();
   void ForgetPrefix();
@@ -235,6 +244,7 @@ class IonCap {
   void UpdateStationLabels();
   void UpdateConditions();
   void UpdateSolarBars();
+  void PreviewSolarBars();
 
   Collaborators with_;
   /// Gone with this object: listeners that cannot be taken back ask for it.
@@ -242,6 +252,8 @@ class IonCap {
   bool loaded_ = false;
   bool following_stations_ = false;
   bool snr_display_active_ = false;
+  std::string caption_;
+  std::string caption_hint_;
   std::int16_t prediction_band_ = -1;
   std::optional<PredictionRun> running_;
   std::vector<ModeSettings> modes_;  ///< as `ModeSNRCombo` offers them

@@ -65,6 +65,8 @@ IonCap::FieldState& IonCap::StateOf(TextField field) {
 
 void IonCap::Field_Enter(TextField field) {
   with_.diagnostics.Trap("IonCap.Field_Enter", [&] {
+    // Enter asks for an answer each time it is struck.
+    StateOf(field).refused.reset();
     if (!Commit(field)) return;
     switch (field) {
       case TextField::kLocalLat:
@@ -90,7 +92,27 @@ void IonCap::Field_Enter(TextField field) {
 }
 
 bool IonCap::Field_Leave(TextField field) {
-  return with_.diagnostics.Trap("IonCap.Field_Leave", true, [&] { return Commit(field); });
+  return with_.diagnostics.Trap("IonCap.Field_Leave", true, [&] {
+    const bool told_before = StateOf(field).refused == with_.view.Text(field);
+    return Commit(field) || told_before;
+  });
+}
+
+bool IonCap::FieldsAccepted() {
+  return with_.diagnostics.Trap("IonCap.FieldsAccepted", true, [&] {
+    for (int index = 0; index < kTextFieldCount; ++index) {
+      const auto field = static_cast<TextField>(index);
+      // What is wrong with these two is told by the prediction itself.
+      if (field == TextField::kLocalPwr || field == TextField::kLocalTakeOff) continue;
+      const std::string text = with_.view.Text(field);
+      if (StateOf(field).refused != text) continue;
+      const char* problem = Problem(field, text);
+      if (problem == nullptr) continue;
+      with_.messages.Show(problem, kProductName);
+      return false;
+    }
+    return true;
+  });
 }
 
 void IonCap::Field_Change(TextField field) {
@@ -129,11 +151,13 @@ void IonCap::HandOn(TextField field, const std::string& text) {
     case TextField::kLocalLon:
       UpdateLocalGrid();
       UpdateStationLabels();
+      PreviewSolarBars();
       break;
     case TextField::kDXLat:
     case TextField::kDXLon:
       UpdateDXGrid();
       UpdateStationLabels();
+      PreviewSolarBars();
       ForgetPrefix();
       break;
     case TextField::kLocalGrid:
@@ -156,7 +180,7 @@ void IonCap::HandOn(TextField field, const std::string& text) {
       with_.view.Select(OptionGroup::kModeSNRCombo, -1);
       break;
     case TextField::kTheDate:
-      UpdateSolarBars();
+      PreviewSolarBars();
       break;
     case TextField::kFlux:
     case TextField::kKindex:
@@ -225,12 +249,40 @@ void IonCap::Put(TextField field, const std::string& text) {
   StateOf(field) = {text, std::nullopt};
 }
 
-/// Takes the texts that were restored for what the fields held when they were left last.
+/// Takes the texts that were restored for what the fields held when they were left last. A text
+/// that another version or a text editor has put into the settings may be one that is refused.
 void IonCap::RememberTexts() {
   for (int index = 0; index < kTextFieldCount; ++index) {
     const auto field = static_cast<TextField>(index);
-    StateOf(field) = {with_.view.Text(field), std::nullopt};
+    const std::string text = with_.view.Text(field);
+    StateOf(field) = {text, std::nullopt};
+    if (field == TextField::kTheDate || Problem(field, text) == nullptr) continue;
+    StateOf(field) = {std::nullopt, text};
+    with_.view.MarkRefused(field, true);
   }
+}
+
+/// The program ends: what was typed and not left yet counts when it is acceptable, and a refused
+/// text gives way to the value before it, so that only good values are saved.
+void IonCap::SettleFields() {
+  for (int index = 0; index < kTextFieldCount; ++index) {
+    const auto field = static_cast<TextField>(index);
+    const std::string text = with_.view.Text(field);
+    FieldState& state = StateOf(field);
+    if (state.committed == text) continue;
+    if (Problem(field, text) == nullptr) {
+      state = {text, std::nullopt};
+      HandOn(field, text);
+    } else if (state.committed) {
+      with_.view.SetText(field, *state.committed);
+    }
+  }
+}
+
+/// The program itself has written a field that belongs to the engines' inputs.
+void IonCap::TextWritten(TextField field) {
+  with_.view.MarkRefused(field, false);
+  StateOf(field) = {with_.view.Text(field), std::nullopt};
 }
 
 void IonCap::TheDate_DblClick() {
@@ -241,7 +293,7 @@ void IonCap::PutToday() {
   const std::string today = DateText(UtcDate(with_.clock.UtcNow()));
   if (with_.view.Text(TextField::kTheDate) == today) return;
   Put(TextField::kTheDate, today);
-  UpdateSolarBars();
+  PreviewSolarBars();
 }
 
 /// Shows the time, and while the user wants it so, the chart's time and date follow.

@@ -6,6 +6,7 @@
 #include "common/program.h"
 #include "common/text.h"
 #include "engine/deck_parameters.h"
+#include "engine/engine_probe.h"
 #include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
 
@@ -109,14 +110,24 @@ void IonCap::HandFrequencyDependentSettings() {
 }
 
 void IonCap::InitiateForecast() {
-  with_.diagnostics.Trap("IonCap.InitiateForecast", [&] {
+  const bool answered = with_.diagnostics.Trap("IonCap.InitiateForecast", false, [&] {
     with_.diagnostics.DebugLog("IonCap.InitiateForecast");
-    if (RefuseSecondRun() || !StationsCanBePredicted()) return;
+    if (RefuseSecondRun() || !StationsCanBePredicted()) return true;
     HandPathAndDate();
     StartRun();
     UpdateSolarBars();
     with_.diagnostics.DebugLog("IonCap.InitiateForecast: complete");
+    return true;
   });
+  if (!answered) with_.diagnostics.Trap("IonCap.InitiateForecast", [&] { GiveUpStart(); });
+}
+
+/// Something has failed on the way; the log has it. No engine may go on for a window that does not
+/// wait for it.
+void IonCap::GiveUpStart() {
+  if (Running()) with_.run.Abort();
+  (void)LeaveRun();
+  Fail("The prediction was not started" + with_.diagnostics.CaptionHint());
 }
 
 bool IonCap::StationsCanBePredicted() {
@@ -177,7 +188,11 @@ void IonCap::StartRun() {
   } else if (with_.run.ParametersRefused()) {
     Fail("The prediction was not started: the parameters need correction");
   } else {
-    Fail("The prediction was not started" + with_.diagnostics.CaptionHint());
+    const EngineFinding engine =
+        FindEngine(with_.program_folder, static_cast<EngineChoice>(with_.configuration.Engine()));
+    Fail(engine.exists ? "The prediction was not started" + with_.diagnostics.CaptionHint()
+                       : "The engine is missing: there is no " + PathText(engine.executable) +
+                             ". The Configuration window offers others.");
   }
 }
 

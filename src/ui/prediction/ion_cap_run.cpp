@@ -41,12 +41,12 @@ void IonCap::ExecuteTimer_Tick() {
     }
     PollResults();
     if (!Running() || working || process == 0 || !running_) return;
-    // The engine has ended without results. They get one more interval to appear, for the sake of
-    // file systems that are behind.
-    if (running_->engine_ended) {
+    // The engine has ended without results. They get one more whole interval to appear, for the
+    // sake of file systems that are behind.
+    if (running_->overdue) {
       FailDeadEngine();
     } else {
-      running_->engine_ended = true;
+      running_->overdue = true;
     }
   });
 }
@@ -99,7 +99,7 @@ void IonCap::ShowFinished(const PredictionRun& run) {
                                               ? provenance.note
                                               : provenance.note + "\n" + provenance.difference);
   ShowEngine(run.engine);
-  with_.view.SetStatus(with_.chart.ReadoutAtTimeIndex());
+  with_.view.SetStatus("");
 }
 
 void IonCap::FailDeadEngine() {
@@ -147,7 +147,7 @@ void IonCap::Fail(const std::string& reason) {
   with_.chart.SetOld(with_.chart.HasResult());
   ShowEngine(with_.chart.HasResult() ? with_.chart.Engine() : EngineChoice::kNone);
   with_.view.ShowNotice({Notice::Kind::kFailed, reason});
-  with_.view.SetStatus("No new prediction");
+  with_.view.SetStatus("");
   UpdateCaption(GetPropFormCaption());
 }
 

@@ -62,8 +62,8 @@ void IonCap::InitializeWindow() {
   with_.configuration_window.Form_Load();
   UpdateCaption(GetPropFormCaption());
   with_.view.ShowNotice({Notice::Kind::kEmpty,
-                         "Enter the grid squares of both stations, or their latitudes\nand "
-                         "longitudes, then press Predict (F5)."});
+                         "Enter the grid squares of both stations,\nor their latitudes and "
+                         "longitudes,\nthen press Predict (F5)."});
   const ProgramVersion version = Version();
   with_.settings.Store().SaveSetting(kProductName, "General", "Version",
                                      std::to_string(version.major_number) +
@@ -178,16 +178,19 @@ void IonCap::Form_Unload() {
   loaded_ = false;
   const auto step = [&](auto&& body) { with_.diagnostics.Trap("IonCap.Form_Unload", body); };
   step([&] {
-    if (!Running()) return;
+    // A run counts even when its timer has stopped already.
+    if (!running_ && !Running()) return;
     with_.run.Abort();
     (void)LeaveRun();
   });
+  step([&] { SettleFields(); });
   step([&] {
     SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);
   });
   step([&] { with_.peers.Terminate(); });
   step([&] { with_.parameters.Finalize(); });
   step([&] { with_.server.Terminate(); });
+  step([&] { with_.space_weather.Terminate(); });
   step([&] { with_.configuration_window.Form_Unload(); });
   step([&] {
     for (int timer = 0; timer < kWindowTimerCount; ++timer) {

@@ -93,6 +93,7 @@ void IonCap::UpdateLatLon(Station station) {
   Put(controls.longitude, LatLonModule::LongitudeString(centre));
   InStep(station) = PositionOf(station);
   UpdateStationLabels();
+  PreviewSolarBars();
 }
 
 /// Somebody has written coordinates: a peer, or the engine's setters in the form of their own.
@@ -142,6 +143,12 @@ void IonCap::UpdateConditions() {
                  "; your station listens in " + noise(with_.parameters.LocalNoiseIndex())
            : "Your station transmits " + Watts(with_.view.Text(TextField::kLocalPwr)) +
                  "; the DX station listens in " + noise(with_.parameters.DXNoiseIndex()));
+}
+
+/// The bars under a chart belong to its prediction; only while there is none they follow the
+/// fields.
+void IonCap::PreviewSolarBars() {
+  if (!with_.chart.HasResult()) UpdateSolarBars();
 }
 
 void IonCap::UpdateSolarBars() {

@@ -5,6 +5,7 @@
 
 #include "common/instance_guard.h"
 #include "engine/run_lock.h"
+#include "ui/prediction/controls.h"
 
 namespace skyhop {
 
@@ -37,12 +38,28 @@ class PeerLinks {
   virtual void DisplaySolarHistory() {}
 };
 
+/// What downloads do to the prediction window.
+class DownloadWindow {
+ public:
+  virtual ~DownloadWindow() = default;
+  /// Enables or disables every command that starts a download, all together.
+  virtual void EnableDownloads(bool enable) = 0;
+  /// Shows in the caption what is being downloaded; an empty text restores the caption.
+  virtual void ShowDownload(const std::string& status) = 0;
+  /// Puts a downloaded text into a field.
+  virtual void PutDownloaded(TextField field, const std::string& text) = 0;
+};
+
 /// Downloads of solar and geomagnetic data.
 class SpaceWeather {
  public:
   virtual ~SpaceWeather() = default;
   /// Whether this build can download at all.
   [[nodiscard]] virtual bool Available() const { return false; }
+  /// `window` is what the downloads act on from now on; null before it goes.
+  virtual void Attach(DownloadWindow* /*window*/) {}
+  /// The program ends: the windows save their places.
+  virtual void Terminate() {}
   virtual void DownloadSSN() {}
   /// Shows the forecast window and has the forecast refreshed at the next tick of its timer.
   virtual void ShowForecast() {}
@@ -52,6 +69,9 @@ class SpaceWeather {
   virtual void UpdateCurrentConditions() {}
   /// The same, and shows the bulletin.
   virtual void ShowCurrentConditions() {}
+  /// Where the value in the field comes from and how old it is, for a tool tip; empty for fields
+  /// that no download fills.
+  [[nodiscard]] virtual std::string OriginOf(TextField /*field*/) const { return {}; }
 };
 
 /// Predicts the signal-to-noise ratio at one frequency.
@@ -61,6 +81,8 @@ class PointPrediction {
   /// `frequency` in MHz.
   virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
   virtual void SNRExecuteTimer_Tick() {}
+  /// Shows or hides what was predicted.
+  virtual void SetDisplayActive(bool /*active*/) {}
 };
 
 class BeaconMonitor {

@@ -83,6 +83,7 @@ std::string ViewPanel::Text(PanelText text) const {
 void ViewPanel::SetText(PanelText text, const std::string& value) {
   if (const auto field = FieldOf(text)) {
     view_->SetText(*field, value);
+    if (on_text_) on_text_(*field);
   } else if (text == PanelText::kLastPrefix) {
     last_prefix_ = value;
     view_->SetLabel(Label::kPrefix, value);

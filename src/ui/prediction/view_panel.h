@@ -24,6 +24,9 @@ class ViewPanel : public PredictionPanel {
   /// Called when a station's coordinates were written.
   void SetStationsListener(std::function<void()> listener) { on_stations_ = std::move(listener); }
 
+  /// Called when the text of one of the view's fields was written.
+  void SetTextListener(std::function<void(TextField)> listener) { on_text_ = std::move(listener); }
+
   [[nodiscard]] std::string Text(PanelText text) const override;
   void SetText(PanelText text, const std::string& value) override;
   [[nodiscard]] int Choice(PanelChoice choice) const override;
@@ -41,6 +44,7 @@ class ViewPanel : public PredictionPanel {
   std::string last_prefix_;
   std::string summary_;
   std::function<void()> on_stations_;
+  std::function<void(TextField)> on_text_;
 };
 
 /// The timer that polls for results, as one of the view's timers.

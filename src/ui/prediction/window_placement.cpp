@@ -25,23 +25,23 @@ constexpr std::array<Dimension, 4> kDimensions = {{{"Left", &WindowPlacement::le
 
 /// A stretch along one axis. Stored values may be anything that 32 bits hold, so their sums need
 /// more.
-struct Stretch {
+struct Extent {
   std::int64_t begin;
   std::int64_t size;
 
   [[nodiscard]] std::int64_t End() const { return begin + size; }
 };
 
-Stretch Horizontal(const WindowPlacement& window) {
+Extent Horizontal(const WindowPlacement& window) {
   return {window.left, window.width};
 }
-Stretch Vertical(const WindowPlacement& window) {
+Extent Vertical(const WindowPlacement& window) {
   return {window.top, window.height};
 }
-Stretch Horizontal(const Monitor& monitor) {
+Extent Horizontal(const Monitor& monitor) {
   return {monitor.left, std::int64_t{monitor.right} - monitor.left};
 }
-Stretch Vertical(const Monitor& monitor) {
+Extent Vertical(const Monitor& monitor) {
   return {monitor.top, std::int64_t{monitor.bottom} - monitor.top};
 }
 
@@ -50,7 +50,7 @@ bool IsUsable(const Monitor& monitor) {
 }
 
 /// How much of both stretches is the same; minus their distance when nothing is.
-double Overlap(const Stretch& a, const Stretch& b) {
+double Overlap(const Extent& a, const Extent& b) {
   return static_cast<double>(std::min(a.End(), b.End()) - std::max(a.begin, b.begin));
 }
 
@@ -64,7 +64,7 @@ double Closeness(const WindowPlacement& window, const Monitor& monitor) {
   return -(distance_x * distance_x + distance_y * distance_y);
 }
 
-void Fit(int& begin, int& size, const Stretch& screen) {
+void Fit(int& begin, int& size, const Extent& screen) {
   size = static_cast<int>(std::clamp<std::int64_t>(size, 1, screen.size));
   begin = static_cast<int>(std::clamp<std::int64_t>(begin, screen.begin, screen.End() - size));
 }

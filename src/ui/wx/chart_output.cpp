@@ -69,7 +69,7 @@ void SaveAs(wxWindow* parent, const wxString& title, const wxString& name, const
   try {
     const std::string content = make(file, dialog.GetFilterIndex());
     WriteFileAtOnce(PathFromText(FromWx(file.GetFullPath())), content);
-  } catch (const Error& error) {
+  } catch (const std::exception& error) {
     Tell(parent, std::string("The file was not saved: ") + error.what());
   }
 }

@@ -1,6 +1,5 @@
 #include "ui/wx/configuration_frame.h"
 
-#include <wx/display.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/statline.h>
@@ -29,7 +28,8 @@ constexpr int kDefaultHeight = 560;  // DIP
 ConfigurationFrame::ConfigurationFrame(wxWindow* parent)
     : wxFrame(parent, wxID_ANY, "Skyhop Configuration", wxDefaultPosition, wxDefaultSize,
               wxDEFAULT_FRAME_STYLE, "IoncapConfig"),
-      test_timer_(this) {
+      test_timer_(this),
+      place_(*this) {
   Assemble();
   SetMinSize(FromDIP(wxSize(600, 400)));
   PutToDefaultPlace();
@@ -41,14 +41,6 @@ ConfigurationFrame::ConfigurationFrame(wxWindow* parent)
   });
   Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
     if (event.GetActive()) events_.Send(&IoncapConfig::Form_Activate);
-    event.Skip();
-  });
-  Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
-    RememberNormalPlace();
-    event.Skip();
-  });
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    RememberNormalPlace();
     event.Skip();
   });
 }
@@ -95,7 +87,7 @@ void ConfigurationFrame::Assemble() {
 void ConfigurationFrame::PutToDefaultPlace() {
   SetSize(FromDIP(wxSize(kDefaultWidth, kDefaultHeight)));
   CentreOnScreen();
-  normal_ = GetRect();
+  place_.Put(GetRect());
 }
 
 void ConfigurationFrame::OnClose(wxCloseEvent& event) {
@@ -117,10 +109,6 @@ void ConfigurationFrame::OnKey(wxKeyEvent& event) {
   } else {
     event.Skip();
   }
-}
-
-void ConfigurationFrame::RememberNormalPlace() {
-  if (IsShown() && !IsIconized() && !IsMaximized()) normal_ = GetRect();
 }
 
 // --- What the controller sets -------------------------------------------------------------------
@@ -218,9 +206,9 @@ void ConfigurationFrame::ShowWindow() {
   if (!IsShown()) {
     // Some window managers place a window anew when it comes back.
     const bool maximized = IsMaximized();
-    if (!maximized) SetSize(normal_);
+    if (!maximized) SetSize(place_.Place());
     Show();
-    if (!maximized) Move(normal_.GetPosition());
+    if (!maximized) Move(place_.Place().GetPosition());
   }
   if (IsIconized()) Iconize(false);
   Raise();
@@ -228,31 +216,6 @@ void ConfigurationFrame::ShowWindow() {
 
 void ConfigurationFrame::HideWindow() {
   Hide();
-}
-
-WindowPlacement ConfigurationFrame::Placement() const {
-  WindowPlacement placement{normal_.x, normal_.y, normal_.width, normal_.height,
-                            WindowPlacement::State::kNormal};
-  if (IsIconized()) placement.state = WindowPlacement::State::kMinimized;
-  if (IsMaximized()) placement.state = WindowPlacement::State::kMaximized;
-  return placement;
-}
-
-void ConfigurationFrame::SetPlacement(const WindowPlacement& placement) {
-  normal_ = wxRect(placement.left, placement.top, placement.width, placement.height);
-  SetSize(normal_);
-  if (placement.state == WindowPlacement::State::kMaximized) Maximize();
-}
-
-std::vector<Monitor> ConfigurationFrame::Monitors() const {
-  std::vector<Monitor> monitors;
-  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
-    const wxDisplay display(i);
-    const wxRect area = display.GetClientArea();
-    const Monitor monitor{area.GetLeft(), area.GetTop(), area.GetRight() + 1, area.GetBottom() + 1};
-    monitors.insert(display.IsPrimary() ? monitors.begin() : monitors.end(), monitor);
-  }
-  return monitors;
 }
 
 void ConfigurationFrame::StartTestTimer(std::chrono::milliseconds interval) {

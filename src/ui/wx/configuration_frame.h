@@ -6,6 +6,7 @@
 #include <wx/timer.h>
 
 #include "ui/wx/config_events.h"
+#include "ui/wx/normal_place.h"
 
 namespace skyhop {
 
@@ -48,9 +49,9 @@ class ConfigurationFrame : public wxFrame, public ConfigurationView {
   void ShowToolTips(bool show) override;
   void ShowWindow() override;
   void HideWindow() override;
-  [[nodiscard]] WindowPlacement Placement() const override;
-  void SetPlacement(const WindowPlacement& placement) override;
-  [[nodiscard]] std::vector<Monitor> Monitors() const override;
+  [[nodiscard]] WindowPlacement Placement() const override { return place_.Placement(); }
+  void SetPlacement(const WindowPlacement& placement) override { place_.Put(placement); }
+  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
   void StartTestTimer(std::chrono::milliseconds interval) override;
   void StopTestTimer() override;
   bool OpenInBrowser(const std::string& url) override;
@@ -62,7 +63,6 @@ class ConfigurationFrame : public wxFrame, public ConfigurationView {
   void Assemble();
   void OnClose(wxCloseEvent& event);
   void OnKey(wxKeyEvent& event);
-  void RememberNormalPlace();
 
   ConfigEvents events_;
   wxListBox* list_ = nullptr;
@@ -76,8 +76,7 @@ class ConfigurationFrame : public wxFrame, public ConfigurationView {
   ConfigDiagnosticsPage* diagnostics_ = nullptr;
   ConfigWindowsPage* windows_ = nullptr;
   wxTimer test_timer_;
-  /// Where the window is, or would be restored to.
-  wxRect normal_;
+  NormalPlace place_;
 };
 
 }  // namespace skyhop

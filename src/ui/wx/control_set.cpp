@@ -89,6 +89,12 @@ void ControlSet::OnChar(TextField field, wxKeyEvent& event) {
 void ControlSet::Leave(TextField field) {
   bool& pending = leave_pending_.at(Index(field));
   if (!pending) return;
+  // The user has gone to another window in the middle of a value, and will be back.
+  const wxWindow* const focus = wxWindow::FindFocus();
+  if (focus == nullptr || wxGetTopLevelParent(const_cast<wxWindow*>(focus)) !=
+                              wxGetTopLevelParent(texts_.at(Index(field)))) {
+    return;
+  }
   pending = false;
   events_->Left(field);
 }
@@ -169,8 +175,15 @@ void ControlSet::SetText(TextField field, const std::string& text) {
 
 void ControlSet::MarkRefused(TextField field, bool refused) {
   wxTextCtrl* const text = Field(field);
+  refused_.at(Index(field)) = refused;
   text->SetBackgroundColour(refused ? RefusedBackground() : wxNullColour);
   text->Refresh();
+}
+
+void ControlSet::FollowTheme() {
+  for (std::size_t i = 0; i < texts_.size(); ++i) {
+    if (texts_.at(i) != nullptr && refused_.at(i)) MarkRefused(static_cast<TextField>(i), true);
+  }
 }
 
 int ControlSet::Selected(OptionGroup group) const {

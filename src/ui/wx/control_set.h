@@ -76,6 +76,8 @@ class ControlSet {
   void Enable(Button button, bool enabled);
   [[nodiscard]] bool Enabled(Button button) const;
   void ShowToolTips(bool show);
+  /// Gives refused fields a colour that fits the desktop's present theme.
+  void FollowTheme();
 
   /// Tells that the field which has the focus was left, and whether its text was accepted. True
   /// when no field has the focus.
@@ -101,6 +103,7 @@ class ControlSet {
   std::array<wxTextCtrl*, kTextFieldCount> texts_{};
   std::array<wxStaticText*, kTextFieldCount> captions_{};
   std::array<bool, kTextFieldCount> leave_pending_{};
+  std::array<bool, kTextFieldCount> refused_{};
   std::array<Options, kOptionGroupCount> options_{};
   std::array<wxCheckBox*, kCheckBoxCount> checks_{};
   std::array<wxButton*, kButtonCount> buttons_{};

@@ -8,6 +8,9 @@
 namespace skyhop {
 namespace {
 
+/// Engines that answer sooner than this need not be announced.
+constexpr int kDelayMilliseconds = 400;
+
 struct Colors {
   wxColour background;
   wxColour text;
@@ -24,25 +27,42 @@ Colors ColorsOf(Notice::Kind kind) {
 }  // namespace
 
 NoticeBar::NoticeBar(wxWindow* parent)
-    : wxPanel(parent), text_(new wxStaticText(this, wxID_ANY, wxString())) {
+    : wxPanel(parent), text_(new wxStaticText(this, wxID_ANY, wxString())), delay_(this) {
   auto* sizer = new wxBoxSizer(wxHORIZONTAL);
   sizer->Add(text_, wxSizerFlags(1).CenterVertical().Border(wxALL, FromDIP(7)));
   SetSizer(sizer);
   Hide();
+  Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Update_(); });
 }
 
 void NoticeBar::Show_(const Notice& notice) {
-  const bool shown = notice.kind == Notice::Kind::kRunning || notice.kind == Notice::Kind::kFailed;
+  notice_ = notice;
+  if (notice.kind == Notice::Kind::kRunning && !IsShown()) {
+    // A bar that comes and goes within a blink would only make the chart jump.
+    if (!delay_.IsRunning()) delay_.StartOnce(kDelayMilliseconds);
+    return;
+  }
+  delay_.Stop();
+  Update_();
+}
+
+void NoticeBar::FollowTheme() {
+  const Colors colors = ColorsOf(notice_.kind);
+  SetBackgroundColour(colors.background);
+  text_->SetForegroundColour(colors.text);
+  Refresh();
+}
+
+void NoticeBar::Update_() {
+  const bool shown =
+      notice_.kind == Notice::Kind::kRunning || notice_.kind == Notice::Kind::kFailed;
   if (shown) {
-    const Colors colors = ColorsOf(notice.kind);
-    SetBackgroundColour(colors.background);
-    text_->SetForegroundColour(colors.text);
-    text_->SetLabelText(ToWx(notice.text));
+    FollowTheme();
+    text_->SetLabelText(ToWx(notice_.text));
     const int margin = 2 * FromDIP(7);
     // Long reasons, with the paths of files in them, go over several lines.
     text_->Wrap(std::max(FromDIP(200), GetParent()->GetClientSize().x - margin));
     InvalidateBestSize();
-    Refresh();
   }
   Show(shown);
   GetParent()->Layout();

@@ -35,10 +35,10 @@ class Page {
     return group;
   }
 
-  /// A grid of `columns` in a group.
-  wxFlexGridSizer* Grid(wxStaticBoxSizer* group, int columns) {
+  /// A grid of `columns` in a group; `proportion` is its share of the spare height.
+  wxFlexGridSizer* Grid(wxStaticBoxSizer* group, int columns, int proportion = 0) {
     auto* grid = new wxFlexGridSizer(columns, Px(5), Px(8));
-    group->Add(grid, wxSizerFlags().Expand().Border(wxALL, Px(6)));
+    group->Add(grid, wxSizerFlags(proportion).Expand().Border(wxALL, Px(6)));
     return grid;
   }
 
@@ -64,9 +64,10 @@ class Page {
                wxSizerFlags().Border(wxLEFT | wxRIGHT | wxTOP, Px(6)));
   }
 
+  /// A label with the room of several lines.
   void LabelRow(wxStaticBoxSizer* group, Label label) {
     group->Add(controls_->MakeLabel(group->GetStaticBox(), label),
-               wxSizerFlags().Expand().Border(wxLEFT | wxRIGHT | wxTOP, Px(6)));
+               wxSizerFlags(1).Expand().Border(wxALL, Px(6)));
   }
 
   void CaptionedLabel(wxStaticBoxSizer* group, wxSizer* grid, const wxString& caption,
@@ -75,6 +76,15 @@ class Page {
     grid->Add(new wxStaticText(box, wxID_ANY, caption), wxSizerFlags().CenterVertical());
     grid->Add(controls_->MakeLabel(box, label, wxST_ELLIPSIZE_END),
               wxSizerFlags(1).CenterVertical().Expand());
+  }
+
+  /// The same for a label of several lines, in a row that grows.
+  void CaptionedLines(wxStaticBoxSizer* group, wxFlexGridSizer* grid, const wxString& caption,
+                      Label label) {
+    wxWindow* const box = group->GetStaticBox();
+    grid->Add(new wxStaticText(box, wxID_ANY, caption), wxSizerFlags().Top());
+    grid->Add(controls_->MakeLabel(box, label), wxSizerFlags(1).Expand());
+    grid->AddGrowableRow(static_cast<std::size_t>(grid->GetEffectiveRowsCount() - 1));
   }
 
   [[nodiscard]] int Px(int dip) const { return panel_->FromDIP(dip); }
@@ -87,8 +97,9 @@ class Page {
   wxBoxSizer* row_;
 };
 
-/// Wide enough for a formatted coordinate.
-constexpr int kCoordinate = 15;
+/// In widths of a digit: wide enough for 179 59' 59" W.
+constexpr int kCoordinate = 11;
+constexpr int kDate = 9;
 constexpr int kSquare = 7;
 constexpr int kNumber = 6;
 
@@ -97,24 +108,31 @@ constexpr int kNumber = 6;
 wxPanel* MakeParametersPage(wxWindow* parent, ControlSet& controls) {
   Page page(parent, controls);
 
-  wxStaticBoxSizer* const local = page.Group("Your Station", wxVERTICAL);
-  wxFlexGridSizer* grid = page.Grid(local, 4);
+  // Two grids side by side, for the Tab key to go down the columns.
+  wxStaticBoxSizer* const local = page.Group("Your Station", wxHORIZONTAL);
+  wxFlexGridSizer* grid = page.Grid(local, 2);
   page.Field(local, grid, TextField::kLocalLat, kCoordinate);
-  page.Field(local, grid, TextField::kLocalGrid, kSquare);
   page.Field(local, grid, TextField::kLocalLon, kCoordinate);
-  page.Field(local, grid, TextField::kLocalPwr, kSquare);
-  page.Field(local, grid, TextField::kTheDate, kCoordinate);
-  page.Field(local, grid, TextField::kLocalTakeOff, kSquare);
+  page.Field(local, grid, TextField::kLocalGrid, kCoordinate);
+  grid = page.Grid(local, 2);
+  page.Field(local, grid, TextField::kLocalPwr, kDate);
+  page.Field(local, grid, TextField::kLocalTakeOff, kDate);
+  page.Field(local, grid, TextField::kTheDate, kDate);
 
   wxStaticBoxSizer* const dx = page.Group("DX Station", wxVERTICAL);
-  grid = page.Grid(dx, 4);
+  wxWindow* const box = dx->GetStaticBox();
+  grid = page.Grid(dx, 2);
   page.Field(dx, grid, TextField::kDXLat, kCoordinate);
-  page.Field(dx, grid, TextField::kDXGrid, kSquare);
   page.Field(dx, grid, TextField::kDXLon, kCoordinate);
-  page.CaptionedLabel(dx, grid, "Prefix", Label::kPrefix);
-  grid->AddSpacer(0);
-  grid->Add(controls.MakeCheckBox(dx->GetStaticBox(), CheckBox::kDXTracksTesseraLocation),
-            wxSizerFlags().CenterVertical());
+  auto* square = new wxBoxSizer(wxHORIZONTAL);
+  grid->Add(controls.MakeCaption(box, TextField::kDXGrid), wxSizerFlags().CenterVertical());
+  square->Add(controls.MakeText(box, TextField::kDXGrid, kSquare),
+              wxSizerFlags().CenterVertical().Border(wxRIGHT, page.Px(6)));
+  square->Add(controls.MakeLabel(box, Label::kPrefix, wxST_ELLIPSIZE_END),
+              wxSizerFlags(1).CenterVertical());
+  grid->Add(square, wxSizerFlags().Expand());
+  dx->Add(controls.MakeCheckBox(box, CheckBox::kDXTracksTesseraLocation),
+          wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, page.Px(6)));
 
   wxStaticBoxSizer* const path = page.Group("Path", wxVERTICAL, 1);
   page.Options(path, OptionGroup::kPath, kPathOptions, wxHORIZONTAL);
@@ -136,7 +154,7 @@ wxPanel* MakeReceiverPage(wxWindow* parent, ControlSet& controls) {
   wxStaticBoxSizer* const required = page.Group("Required", wxVERTICAL);
   wxFlexGridSizer* const grid = page.Grid(required, 2);
   wxWindow* const box = required->GetStaticBox();
-  grid->Add(new wxStaticText(box, wxID_ANY, "&Mode"), wxSizerFlags().CenterVertical());
+  grid->Add(new wxStaticText(box, wxID_ANY, "Mo&de"), wxSizerFlags().CenterVertical());
   grid->Add(controls.MakeModeList(box), wxSizerFlags().CenterVertical().Expand());
   page.Field(required, grid, TextField::kSNR, kNumber);
   page.Field(required, grid, TextField::kAvail, kNumber);
@@ -171,13 +189,13 @@ wxPanel* MakeConditionsPage(wxWindow* parent, ControlSet& controls) {
 
 wxPanel* MakePredictionPage(wxWindow* parent, ControlSet& controls) {
   Page page(parent, controls);
-  wxStaticBoxSizer* const last = page.Group("Last prediction", wxVERTICAL, 1);
-  wxFlexGridSizer* grid = page.Grid(last, 2);
+  wxStaticBoxSizer* const last = page.Group("Last prediction", wxVERTICAL, 3);
+  wxFlexGridSizer* grid = page.Grid(last, 2, 1);
   grid->AddGrowableCol(1);
   page.CaptionedLabel(last, grid, "Engine:", Label::kEngineLabel);
-  page.CaptionedLabel(last, grid, "Path:", Label::kSummary);
+  page.CaptionedLines(last, grid, "Path:", Label::kSummary);
 
-  wxStaticBoxSizer* const geometry = page.Group("Between the stations", wxVERTICAL, 1);
+  wxStaticBoxSizer* const geometry = page.Group("Between the stations", wxVERTICAL, 2);
   grid = page.Grid(geometry, 2);
   grid->AddGrowableCol(1);
   page.CaptionedLabel(geometry, grid, "To the DX Station:", Label::kBearingFromQTH);

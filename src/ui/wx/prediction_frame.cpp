@@ -23,7 +23,8 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
       controls_(
           std::make_unique<ControlSet>(static_cast<ControlEvents&>(*this), std::move(tie_label))),
       view_(std::make_unique<WindowView>(*this, *controls_)),
-      pane_(&pane) {
+      pane_(&pane),
+      place_(*this) {
   for (std::size_t i = 0; i < timers_.size(); ++i) {
     timers_.at(i) = std::make_unique<wxTimer>(this);
     Bind(
@@ -38,20 +39,17 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
   GetStatusBar()->SetStatusWidths(2, widths);
 
   Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
-  Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
-    RememberNormalPlace();
-    event.Skip();
-  });
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    RememberNormalPlace();
-    event.Skip();
-  });
 }
 
-PredictionFrame::~PredictionFrame() = default;
+PredictionFrame::~PredictionFrame() {
+  // The controls' handlers refer to members of this object, so the controls go before them: a field
+  // that has the focus is told that it loses it.
+  base_->Destroy();
+}
 
 void PredictionFrame::Assemble(ChartPane& pane) {
   auto* base = new wxPanel(this);
+  base_ = base;
   const int gap = FromDIP(6);
 
   auto* tabs = new wxNotebook(base, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "TabbedDialog");
@@ -72,6 +70,11 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   chart_sizer->Add(controls_->MakeLabel(chart, Label::kProvenance),
                    wxSizerFlags().Expand().Border(wxTOP, gap));
   chart->SetSizer(chart_sizer);
+  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+    notice_->FollowTheme();
+    controls_->FollowTheme();
+    event.Skip();
+  });
 
   auto* left = new wxBoxSizer(wxVERTICAL);
   left->Add(tabs, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
@@ -103,6 +106,7 @@ void PredictionFrame::PutToDefaultPlace() {
   if (IsMaximized()) Maximize(false);
   SetClientSize(DefaultSize());
   CentreOnScreen();
+  place_.Put(GetRect());
 }
 
 wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {
@@ -124,7 +128,7 @@ void PredictionFrame::Clicked(Button button) {
     case Button::kPredictSPFromCmd:
     case Button::kPredictLPFromCmd:
       // A key can start a prediction while a field still has the focus.
-      if (!controls_->CommitFocusedField()) return;
+      if (!controls_->CommitFocusedField() || !controller_->FieldsAccepted()) return;
       break;
     default:
       break;
@@ -240,6 +244,7 @@ void PredictionFrame::ShowNotice(const Notice& notice) {
 
 void PredictionFrame::SetStatus(const std::string& text) {
   status_ = text;
+  if (!text.empty()) readout_.clear();
   UpdateStatusBar();
 }
 
@@ -250,38 +255,18 @@ void PredictionFrame::ShowReadout(const std::string& text) {
 
 void PredictionFrame::UpdateStatusBar() {
   if (GetStatusBar() == nullptr) return;
-  SetStatusText(ToWx(status_.empty() ? readout_ : status_), 0);
+  // What came last counts: a pointer on the chart reads out whatever happened before.
+  SetStatusText(ToWx(readout_.empty() ? status_ : readout_), 0);
 }
 
 void PredictionFrame::SetClock(const std::string& text) {
   if (GetStatusBar() != nullptr) SetStatusText(ToWx(text), kClockField);
 }
 
-void PredictionFrame::RememberNormalPlace() {
-  if (!IsIconized() && !IsMaximized() && IsShown()) normal_place_ = GetRect();
-}
-
-WindowPlacement PredictionFrame::Placement() const {
-  WindowPlacement placement;
-  const wxRect place = normal_place_.IsEmpty() ? GetRect() : normal_place_;
-  placement.left = place.x;
-  placement.top = place.y;
-  placement.width = place.width;
-  placement.height = place.height;
-  if (IsIconized()) placement.state = WindowPlacement::State::kMinimized;
-  if (IsMaximized()) placement.state = WindowPlacement::State::kMaximized;
-  return placement;
-}
-
-void PredictionFrame::SetPlacement(const WindowPlacement& placement) {
-  normal_place_ = wxRect(placement.left, placement.top, placement.width, placement.height);
-  SetSize(normal_place_);
-  Maximize(placement.state == WindowPlacement::State::kMaximized);
-}
-
 void PredictionFrame::OnClose(wxCloseEvent&) {
-  for (const auto& timer : timers_) timer->Stop();
+  // The controller goes first: by its timers it knows of a running engine, which it ends.
   if (controller_ != nullptr) controller_->Form_Unload();
+  for (const auto& timer : timers_) timer->Stop();
   Attach(nullptr);
   if (on_closed_) on_closed_();
   Destroy();

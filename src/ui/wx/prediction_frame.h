@@ -12,6 +12,7 @@
 #include "ui/prediction/prediction_view.h"
 #include "ui/wx/chart_canvas.h"
 #include "ui/wx/control_set.h"
+#include "ui/wx/normal_place.h"
 #include "ui/wx/notice_bar.h"
 
 namespace skyhop {
@@ -45,8 +46,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   [[nodiscard]] wxTimer& TimerOf(WindowTimer timer) {
     return *timers_.at(static_cast<std::size_t>(timer));
   }
-  [[nodiscard]] WindowPlacement Placement() const;
-  void SetPlacement(const WindowPlacement& placement);
+  [[nodiscard]] NormalPlace& Place() { return place_; }
 
  private:
   class MenuMaker;
@@ -67,7 +67,6 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void Ticked(WindowTimer timer);
   void ShowReadout(const std::string& text);
   void UpdateStatusBar();
-  void RememberNormalPlace();
   void OnClose(wxCloseEvent& event);
 
   IonCap* controller_ = nullptr;
@@ -75,12 +74,13 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   std::unique_ptr<ControlSet> controls_;
   std::unique_ptr<PredictionView> view_;
   std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;
+  wxWindow* base_ = nullptr;  ///< holds all controls
   NoticeBar* notice_ = nullptr;
   ChartCanvas* canvas_ = nullptr;
   ChartPane* pane_;
   std::string status_;
   std::string readout_;
-  wxRect normal_place_;
+  NormalPlace place_;
 };
 
 }  // namespace skyhop

@@ -85,6 +85,8 @@ class PredictionFrame::MenuMaker {
 
 void PredictionFrame::MakeMenu() {
   auto* bar = new wxMenuBar;
+  // The letters of the menus are none of those of the buttons and boxes beside them: a letter with
+  // two owners would only move the focus.
 
   MenuMaker file(*this);
   file.OnChart("&Save Chart...\tCtrl+S", &SaveChart);
@@ -109,7 +111,7 @@ void PredictionFrame::MakeMenu() {
   prediction.Of(Button::kPredictLPFromCmd, "\tCtrl+4");
   prediction.Separator();
   prediction.Of(Button::kAbortButton, "\tEsc");
-  bar->Append(prediction.Menu(), "&Prediction");
+  bar->Append(prediction.Menu(), "P&rediction");
 
   MenuMaker view(*this);
   view.Of(CheckBox::kPlotEnable, "\tCtrl+L");
@@ -135,7 +137,7 @@ void PredictionFrame::MakeMenu() {
 
   MenuMaker tools(*this);
   tools.Of(Button::kBeaconCmd, "");
-  bar->Append(tools.Menu(), "&Tools");
+  bar->Append(tools.Menu(), "T&ools");
 
   MenuMaker help(*this);
   help.Of(Button::kHelpCmd, "\tF1");

@@ -1,23 +1,11 @@
 #include "ui/wx/window_view.h"
 
-#include <wx/display.h>
 #include <wx/utils.h>
 
 #include "ui/wx/prediction_frame.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
-
-std::vector<Monitor> DesktopMonitors() {
-  std::vector<Monitor> monitors;
-  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
-    const wxDisplay display(i);
-    const wxRect area = display.GetClientArea();
-    const Monitor monitor{area.GetLeft(), area.GetTop(), area.GetRight() + 1, area.GetBottom() + 1};
-    monitors.insert(display.IsPrimary() ? monitors.begin() : monitors.end(), monitor);
-  }
-  return monitors;
-}
 
 void WindowView::SetLabel(Label label, const std::string& text) {
   if (label == Label::kClock) {
@@ -57,11 +45,11 @@ void WindowView::ShowToolTips(bool show) {
 }
 
 WindowPlacement WindowView::Placement() const {
-  return frame_->Placement();
+  return frame_->Place().Placement();
 }
 
 void WindowView::SetPlacement(const WindowPlacement& placement) {
-  frame_->SetPlacement(placement);
+  frame_->Place().Put(placement);
 }
 
 std::vector<Monitor> WindowView::Monitors() const {

@@ -51,7 +51,4 @@ class WindowView : public PredictionView {
   ControlSet* controls_;
 };
 
-/// The monitors of the desktop, the main one first.
-[[nodiscard]] std::vector<Monitor> DesktopMonitors();
-
 }  // namespace skyhop

@@ -11,7 +11,8 @@
 namespace skyhop {
 
 void WxMessages::Show(const std::string& text, const std::string& caption) {
-  wxWindow* const parent = wxTheApp != nullptr ? wxTheApp->GetTopWindow() : nullptr;
+  wxWindow* parent = wxGetTopLevelParent(wxGetActiveWindow());
+  if (parent == nullptr && wxTheApp != nullptr) parent = wxTheApp->GetTopWindow();
   wxMessageDialog box(parent, ToWx(text), ToWx(caption), wxOK | wxCENTRE);
   box.ShowModal();
 }

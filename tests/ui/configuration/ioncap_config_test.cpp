@@ -326,6 +326,27 @@ TEST_F(IoncapConfigTest, DebugLoggingAndTheLogsSizeFollowTheCheckBox) {
   }
 }
 
+TEST_F(IoncapConfigTest, ADebugLogThatStoppedItselfIsShownAsStopped) {
+  Load();
+  with_.log.diagnostics.SetDebugListener({});
+  const std::filesystem::path& log = with_.log.diagnostics.LogPath();
+  window_.DiagMode_Click(true);
+  EXPECT_TRUE(view_.checked[ConfigCheck::kDiagMode]);
+  std::filesystem::resize_file(log, 100'000'001);
+  with_.log.diagnostics.DebugLog("one line too many");
+  window_.Form_Activate();
+  EXPECT_FALSE(view_.checked[ConfigCheck::kDiagMode]);
+  EXPECT_NE(view_.labels[ConfigLabel::kErrorLog].find("(100.0 MB). The debug log has stopped"),
+            std::string::npos)
+      << view_.labels[ConfigLabel::kErrorLog];
+  window_.DiagMode_Click(true);
+  EXPECT_FALSE(view_.checked[ConfigCheck::kDiagMode]) << "the file is still there";
+  std::filesystem::remove(log);
+  window_.DiagMode_Click(true);
+  EXPECT_TRUE(view_.checked[ConfigCheck::kDiagMode]);
+  EXPECT_TRUE(std::filesystem::exists(log));
+}
+
 TEST_F(IoncapConfigTest, TheSourceOfYourStationIsTheOneThatIsUsed) {
   Load();
   EXPECT_NE(view_.labels[ConfigLabel::kStationSource].find("this program's own settings"),

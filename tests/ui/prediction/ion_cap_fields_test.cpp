@@ -87,7 +87,7 @@ TEST_F(IonCapTest, RefusesWhatIsOutOfRangeWhenAFieldIsLeft) {
       EXPECT_EQ(messages_.shown, (decltype(messages_.shown){{message, "Skyhop"}})) << text;
       EXPECT_TRUE(view_.Marked(field));
       EXPECT_EQ(view_.Text(field), text);
-      EXPECT_FALSE(window_.Field_Leave(field));
+      EXPECT_TRUE(window_.Field_Leave(field));
       EXPECT_EQ(messages_.shown.size(), 1U) << "told twice";
     }
     messages_.shown.clear();
@@ -104,6 +104,41 @@ TEST_F(IonCapTest, TheSameBadTextTypedAgainIsToldAgain) {
   EXPECT_FALSE(Type(TextField::kFlux, "9"));
   EXPECT_FALSE(Type(TextField::kFlux, "9"));
   EXPECT_EQ(messages_.shown.size(), 2U);
+}
+
+TEST_F(IonCapTest, ACommandAsksForRefusedTextsToBeMended) {
+  Start();
+  EXPECT_TRUE(window_.FieldsAccepted());
+  Type(TextField::kSNR, "150");
+  messages_.shown.clear();
+  EXPECT_FALSE(window_.FieldsAccepted());
+  EXPECT_FALSE(window_.FieldsAccepted());
+  EXPECT_EQ(messages_.shown,
+            (decltype(messages_.shown){{"Illegal SNR", "Skyhop"}, {"Illegal SNR", "Skyhop"}}));
+  Type(TextField::kSNR, "20");
+  EXPECT_TRUE(window_.FieldsAccepted());
+}
+
+TEST_F(IonCapTest, OnlyGoodValuesAreSavedAtTheEnd) {
+  Start();
+  Type(TextField::kSNR, "20");
+  Type(TextField::kSNR, "150");
+  view_.SetText(TextField::kAvail, "80");  // typed and not left yet
+  view_.SetText(TextField::kFlux, "1");
+  window_.Form_Unload();
+  EXPECT_EQ(settings_.GetStringSetting("Skyhop", "Configuration", "SNR", ""), "20");
+  EXPECT_EQ(settings_.GetStringSetting("Skyhop", "Configuration", "Availability", ""), "80");
+  EXPECT_NE(view_.Text(TextField::kFlux), "1");
+}
+
+TEST_F(IonCapTest, AStoredTextThatIsRefusedIsMarked) {
+  settings_.Store().SaveSetting("Skyhop", "Configuration", "Availability", "103");
+  Start();
+  EXPECT_TRUE(view_.Marked(TextField::kAvail));
+  EXPECT_FALSE(window_.FieldsAccepted());
+  panel_.SetText(PanelText::kAvail, "90");
+  EXPECT_FALSE(view_.Marked(TextField::kAvail)) << "the program itself knows better";
+  EXPECT_TRUE(window_.FieldsAccepted());
 }
 
 TEST_F(IonCapTest, RefusedValuesAreNotHandedOn) {
@@ -273,11 +308,12 @@ TEST_F(IonCapTest, ChartOptionsAreSavedAndReachTheChart) {
   EXPECT_EQ(Stored("ShowColorKey"), "True");
 }
 
+// A letter that two share presses neither: the focus goes from one to the other.
 TEST(IonCapControls, NoTwoShortcutsAreTheSame) {
-  std::string used;
+  std::string used = "fervwoh";  // the menus
   const auto add = [&](std::string_view caption) {
     const std::size_t mark = caption.find('&');
-    ASSERT_NE(mark, std::string_view::npos) << caption;
+    if (mark == std::string_view::npos) return;
     const char letter = LowerCase(caption.at(mark + 1));
     EXPECT_EQ(used.find(letter), std::string::npos) << caption;
     used += letter;
@@ -286,6 +322,16 @@ TEST(IonCapControls, NoTwoShortcutsAreTheSame) {
   for (int button = 0; button < kButtonCount; ++button) add(Caption(static_cast<Button>(button)));
   EXPECT_EQ(ToolTip(CheckBox::kShowColorKeyCheck),
             "when checked shows Critial Frequency and Solar Position color keys");
+}
+
+TEST_F(IonCapTest, ADownloadedValueTakesThePlaceOfARefusedOne) {
+  Start();
+  EXPECT_FALSE(Type(TextField::kKindex, "99"));
+  EXPECT_TRUE(view_.Marked(TextField::kKindex));
+  window_.PutDownloaded(TextField::kKindex, "3");
+  EXPECT_EQ(view_.Text(TextField::kKindex), "3");
+  EXPECT_FALSE(view_.Marked(TextField::kKindex));
+  EXPECT_TRUE(window_.Field_Leave(TextField::kKindex));
 }
 
 }  // namespace

@@ -1,0 +1,128 @@
+// From the start of the program until its window is on the screen, and the memory it then holds.
+// Needs an X display of its own: it takes the first window that is painted for the program's.
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <benchmark/benchmark.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "common/files.h"
+#include "support/temporary_folder.h"
+
+extern char** environ;
+
+namespace skyhop {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using testing::TemporaryFolder;
+
+constexpr auto kLongest = std::chrono::seconds(20);
+/// A window with its controls and the empty chart has far more colours than a bare one.
+constexpr std::size_t kPaintedColors = 40;
+
+int IgnoreError(Display*, XErrorEvent*) {
+  return 0;  // windows come and go while they are looked at
+}
+
+/// Whether a window of the program's size is there and painted.
+bool WindowPainted(Display* display) {
+  Window root = DefaultRootWindow(display);
+  Window parent = 0;
+  Window* children = nullptr;
+  unsigned count = 0;
+  if (::XQueryTree(display, root, &root, &parent, &children, &count) == 0) return false;
+  bool painted = false;
+  for (unsigned i = 0; i < count && !painted; ++i) {
+    XWindowAttributes place{};
+    if (::XGetWindowAttributes(display, children[i], &place) == 0) continue;
+    if (place.map_state != IsViewable || place.width < 400 || place.height < 300) continue;
+    // The chart takes the lower part; what is above is painted together with it.
+    const int height = place.height / 3;
+    XImage* image = ::XGetImage(display, children[i], 0, place.height - height,
+                                static_cast<unsigned>(place.width), static_cast<unsigned>(height),
+                                AllPlanes, ZPixmap);
+    if (image == nullptr) continue;
+    std::set<unsigned long> colors;
+    for (int y = 0; y < image->height; y += 2) {
+      for (int x = 0; x < image->width; x += 2) colors.insert(XGetPixel(image, x, y));
+    }
+    XDestroyImage(image);
+    painted = colors.size() >= kPaintedColors;
+  }
+  if (children != nullptr) ::XFree(children);
+  return painted;
+}
+
+/// Resident memory of a process, MB.
+double ResidentMemory(pid_t process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/statm");
+  double pages = 0;
+  double resident = 0;
+  status >> pages >> resident;
+  return resident * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
+}
+
+struct Started {
+  double seconds = 0;
+  double memory = 0;
+};
+
+std::optional<Started> StartOnce(Display* display) {
+  std::string program = SKYHOP_PROGRAM;
+  char* arguments[] = {program.data(), nullptr};
+  const Clock::time_point start = Clock::now();
+  pid_t process = 0;
+  if (::posix_spawn(&process, arguments[0], nullptr, nullptr, arguments, environ) != 0) return {};
+  std::optional<Started> started;
+  while (!started && Clock::now() - start < kLongest) {
+    if (WindowPainted(display)) {
+      const std::chrono::duration<double> taken = Clock::now() - start;
+      started = Started{taken.count(), ResidentMemory(process)};
+    } else {
+      ::usleep(2000);
+    }
+  }
+  ::kill(process, SIGTERM);
+  ::waitpid(process, nullptr, 0);
+  return started;
+}
+
+void StartToPaintedWindow(benchmark::State& state) {
+  Display* display = ::XOpenDisplay(nullptr);
+  if (display == nullptr) {
+    state.SkipWithError("there is no X display");
+    return;
+  }
+  ::XSetErrorHandler(IgnoreError);
+  const TemporaryFolder folder;
+  ::setenv("SKYHOP_HOME", PathText(folder / "home").c_str(), 1);
+  ::setenv("XDG_CONFIG_HOME", PathText(folder / "config").c_str(), 1);
+  StartOnce(display);  // sets up the program folder, warms the caches
+  double memory = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    const std::optional<Started> started = StartOnce(display);
+    if (!started) {
+      state.SkipWithError("the window did not come");
+      break;
+    }
+    state.SetIterationTime(started->seconds);
+    memory = std::max(memory, started->memory);
+  }
+  state.counters["memory_MB"] = memory;
+  ::XCloseDisplay(display);
+}
+BENCHMARK(StartToPaintedWindow)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(10);
+
+}  // namespace
+}  // namespace skyhop

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "common/pause.h"
+#include "platform/platform.h"
+#include "spaceweather/background_fetcher.h"
+#include "ui/conditions/current_conditions_window.h"
+#include "ui/forecast/solar_forecast_window.h"
+#include "ui/prediction/space_weather_service.h"
+
+namespace skyhop {
+
+/// All parts of the program that concern solar data, made in the order in which they need each
+/// other. `service` is what the prediction window commands; `forecast_window` and
+/// `conditions_window` get the events of their windows.
+struct SpaceWeatherParts {
+  /// All must outlive this object. `pause` lets the windows repaint themselves during a download.
+  struct Collaborators {
+    PredictionView& view;
+    ForecastView& forecast_view;
+    ConditionsView& conditions_view;
+    const Configuration& configuration;
+    UserMessages& messages;
+    const Common::Settings& settings;
+    Diagnostics& diagnostics;
+    const Clock& clock;
+    Pause& pause;
+    std::filesystem::path program_folder;
+  };
+
+  explicit SpaceWeatherParts(const Collaborators& with,
+                             std::unique_ptr<UrlFetcher> url_fetcher = platform::MakeUrlFetcher())
+      : fetcher(std::move(url_fetcher)),
+        background(*fetcher, with.pause),
+        files(background, with.diagnostics),
+        host(with.configuration),
+        procedure(host, files, with.messages, with.diagnostics, with.program_folder),
+        origins(with.settings, with.clock),
+        forecast(procedure, with.messages, with.diagnostics, with.clock),
+        sunspot_number(procedure, host, origins, with.messages, with.diagnostics, with.clock),
+        timer(with.view),
+        forecast_window(
+            {with.forecast_view, forecast, timer, with.settings, with.diagnostics, with.clock}),
+        conditions_window({with.conditions_view, with.settings, with.diagnostics}),
+        conditions(procedure, host, conditions_window, origins, with.messages, with.diagnostics),
+        service({host, forecast, sunspot_number, conditions, origins, forecast_window,
+                 conditions_window, timer, with.view, with.diagnostics, with.clock}) {}
+
+  std::unique_ptr<UrlFetcher> fetcher;
+  BackgroundFetcher background;
+  Common::FileDownload files;
+  WindowDownloadHost host;
+  DownloadProcedure procedure;
+  ValueOrigins origins;
+  SolarForecastModule::Forecast forecast;
+  SolarForecastModule::SunspotNumber sunspot_number;
+  ForecastTimer timer;
+  SolarForecast forecast_window;
+  CurrentConditions conditions_window;
+  CurrentConditionsModule::Conditions conditions;
+  SpaceWeatherService service;
+};
+
+}  // namespace skyhop

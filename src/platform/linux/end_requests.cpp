@@ -1,0 +1,35 @@
+#include <csignal>
+#include <initializer_list>
+
+#include "platform/desktop.h"
+
+namespace skyhop::platform {
+namespace {
+
+// A signal's handler reaches nothing but what is global.
+volatile std::sig_atomic_t end_requested = 0;
+
+extern "C" void OnEndSignal(int) {
+  end_requested = 1;
+}
+
+}  // namespace
+
+void KeepEndRequests() {
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    struct sigaction previous {};
+    // Who started the program may have said that it is to live on, as "nohup" does.
+    if (::sigaction(signal, nullptr, &previous) == 0 && previous.sa_handler == SIG_IGN) continue;
+    struct sigaction action {};
+    action.sa_handler = &OnEndSignal;
+    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    sigemptyset(&action.sa_mask);
+    ::sigaction(signal, &action, nullptr);
+  }
+}
+
+bool EndRequested() {
+  return end_requested != 0;
+}
+
+}  // namespace skyhop::platform

@@ -1,0 +1,42 @@
+#include "ui/conditions/current_conditions_window.h"
+
+namespace skyhop {
+namespace {
+
+constexpr const char* kWindowName = "CurrentConditions";
+
+}  // namespace
+
+void CurrentConditions::Form_Load() {
+  with_.diagnostics.Trap("CurrentConditions.Form_Load", [&] {
+    loaded_ = true;
+    with_.view.SetPlacement(RestoreWindowPosition(kWindowName, with_.view.Placement(),
+                                                  with_.view.Monitors(), with_.settings));
+  });
+}
+
+void CurrentConditions::Show() {
+  with_.diagnostics.Trap("CurrentConditions.Show", [&] {
+    if (!loaded_) Form_Load();
+    with_.view.ShowWindow();
+  });
+}
+
+void CurrentConditions::Form_QueryUnload() {
+  with_.diagnostics.Trap("CurrentConditions.Form_QueryUnload", [&] {
+    SavePosition();
+    with_.view.HideWindow();
+  });
+}
+
+void CurrentConditions::Form_Unload() {
+  // A window that was never shown has no place of its own.
+  if (!loaded_) return;
+  with_.diagnostics.Trap("CurrentConditions.Form_Unload", [&] { SavePosition(); });
+}
+
+void CurrentConditions::SavePosition() {
+  SaveWindowPosition(kWindowName, with_.view.Placement(), with_.settings, with_.diagnostics);
+}
+
+}  // namespace skyhop

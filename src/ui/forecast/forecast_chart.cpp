@@ -1,0 +1,325 @@
+#include "ui/forecast/forecast_chart.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "common/dates.h"
+#include "common/numbers.h"
+#include "common/text.h"
+#include "ui/prediction/text_width.h"
+
+namespace skyhop {
+namespace {
+
+using SolarForecastModule::ForecastSlot;
+using SolarForecastModule::ForecastTable;
+using SolarForecastModule::kAColumns;
+using SolarForecastModule::kFirstDaySlot;
+using SolarForecastModule::kFluxColumns;
+using SolarForecastModule::kKColumns;
+
+constexpr std::size_t kFluxColumn = kFluxColumns[0];
+constexpr std::size_t kAColumn = kAColumns[0];
+constexpr std::size_t kKColumn = kKColumns[0];
+
+constexpr Color kFluxColor{200, 105, 0};
+constexpr Color kQuietColor{58, 150, 92};
+constexpr Color kUnsettledColor{214, 160, 0};
+constexpr Color kStormColor{200, 56, 44};
+
+/// Room in multiples of the font's height.
+constexpr double kAxisRoom = 3.4;
+constexpr double kMargin = 1.0;
+constexpr double kTitleRoom = 2.0;
+constexpr double kDateRoom = 3.4;
+constexpr double kLinesApart = 2.2;  ///< least distance of two labels of an axis
+
+constexpr double kBarShare = 0.7;  ///< of a column
+constexpr double kCurveWidth = 2;
+constexpr double kPointSize = 5;
+/// Air below the lowest and above the highest flux.
+constexpr double kFluxAir = 5;
+
+/// The geomagnetic field gets stormy at K 5 and A 30, unsettled one step before.
+Color LevelColor(std::size_t column, int value) {
+  const bool is_k = column == kKColumn;
+  if (value >= (is_k ? 5 : 30)) return kStormColor;
+  return value >= (is_k ? 4 : 16) ? kUnsettledColor : kQuietColor;
+}
+
+/// The smallest of 1, 2, 5, 10, 20, 50, ... that cuts `range` into at most `most` parts.
+double RoundStep(double range, double most) {
+  double step = 1;
+  for (int index = 0; range / step > most; ++index) step *= index % 3 == 1 ? 2.5 : 2;
+  return step;
+}
+
+std::string ValueText(std::int16_t value) {
+  return value < 0 ? "not given" : std::to_string(value);
+}
+
+}  // namespace
+
+std::optional<std::chrono::year_month_day> DateOf(const ForecastSlot& slot) {
+  constexpr std::size_t length = 7;
+  if (slot.date.size() != length) return std::nullopt;
+  return ParseDate(slot.date.substr(0, 2) + "-" + slot.date.substr(2, 3) + "-" +
+                   slot.date.substr(5));
+}
+
+std::string DayText(const ForecastSlot& slot) {
+  if (!slot.valid) return {};
+  std::string day = slot.date;
+  if (const auto date = DateOf(slot)) {
+    day = std::to_string(slot.day) + " " + MonthName(date->month()) + " " +
+          std::to_string(static_cast<int>(date->year()));
+  }
+  return day + ": solar flux " + ValueText(slot.columns[kFluxColumn]) + ", A index " +
+         ValueText(slot.columns[kAColumn]) + ", estimated K index " +
+         (slot.columns[kAColumn] < 0 ? "not given" : ValueText(slot.columns[kKColumn]));
+}
+
+ForecastChart::ForecastChart(const ForecastTable& table, ForecastChartOptions options)
+    : table_(&table), options_(std::move(options)) {
+  AddGraph(options_.flux, "Solar flux", kFluxColumn, 0);
+  AddGraph(options_.a_index, "A index", kAColumn, 20);
+  AddGraph(options_.k_index, "K index, estimated from A", kKColumn, 9);
+  Arrange();
+}
+
+/// `least_high` is the least end of an axis that begins at 0; 0 for an axis that spans the values.
+void ForecastChart::AddGraph(bool shown, const char* title, std::size_t column, double least_high) {
+  if (!shown) return;
+  Graph graph{.title = title, .column = column, .high = least_high};
+  bool found = false;
+  double least = 0;
+  double most = 0;
+  for (const ForecastSlot& slot : *table_) {
+    const double value = slot.columns[column];
+    if (!slot.valid || value < 0) continue;
+    least = found ? std::min(least, value) : value;
+    most = found ? std::max(most, value) : value;
+    found = true;
+  }
+  graph.high = std::max(least_high, most);
+  if (least_high == 0) {
+    graph.low = std::max(0.0, least - kFluxAir);
+    graph.high = most + kFluxAir;
+  }
+  graphs_.push_back(graph);
+}
+
+/// Divides the height among the graphs and rounds their axes to whole steps.
+void ForecastChart::Arrange() {
+  const double count = static_cast<double>(graphs_.size());
+  const double room = options_.height - Text() * (kMargin + kDateRoom + count * kTitleRoom);
+  // Whole pixels for every column keep the bars alike.
+  const double column = std::max(
+      1.0, std::floor((options_.width - Text() * (kAxisRoom + kMargin)) / double{kFirstDaySlot}));
+  double top = std::round(Text() * kMargin);
+  for (Graph& graph : graphs_) {
+    top += std::round(Text() * kTitleRoom);
+    graph.plot = {std::round(Text() * kAxisRoom), top, column * double{kFirstDaySlot},
+                  std::max(1.0, std::floor(room / count))};
+    top = graph.plot.Bottom();
+    const double lines = std::max(2.0, std::floor(graph.plot.height / (Text() * kLinesApart)));
+    graph.step = RoundStep(graph.high - graph.low, lines);
+    graph.low = std::floor(graph.low / graph.step) * graph.step;
+    graph.high = std::ceil(graph.high / graph.step) * graph.step;
+  }
+}
+
+bool ForecastChart::HasForecast() const {
+  return std::any_of(table_->begin(), table_->end(),
+                     [](const ForecastSlot& slot) { return slot.valid; });
+}
+
+Rectangle ForecastChart::Column(const Rectangle& plot, std::size_t slot) const {
+  const double width = plot.width / double{kFirstDaySlot};
+  return {plot.left + static_cast<double>(kFirstDaySlot - slot) * width, plot.top, width,
+          plot.height};
+}
+
+std::vector<Rectangle> ForecastChart::Plots() const {
+  std::vector<Rectangle> plots;
+  for (const Graph& graph : graphs_) plots.push_back(graph.plot);
+  return plots;
+}
+
+std::size_t ForecastChart::SlotAt(Point at) const {
+  if (graphs_.empty()) return 0;
+  const Rectangle& first = graphs_.front().plot;
+  if (at.x < first.left || at.x >= first.Right() || at.y < first.top || at.y > options_.height) {
+    return 0;
+  }
+  const auto column =
+      static_cast<std::size_t>((at.x - first.left) / first.width * double{kFirstDaySlot});
+  const std::size_t slot = kFirstDaySlot - std::min(column, kFirstDaySlot - 1);
+  return table_->at(slot).valid ? slot : 0;
+}
+
+void ForecastChart::Paint(Surface& surface) const {
+  surface.Clear(options_.palette.background);
+  if (graphs_.empty() || !HasForecast()) {
+    PaintEmpty(surface);
+    return;
+  }
+  for (const Graph& graph : graphs_) {
+    surface.FillRectangle(graph.plot, options_.palette.paper);
+    PaintMarks(surface, graph);
+    PaintGrid(surface, graph);
+    if (graph.column == kFluxColumn) {
+      PaintCurve(surface, graph);
+    } else {
+      PaintBars(surface, graph);
+    }
+  }
+  PaintDates(surface);
+  PaintTodayKey(surface);
+}
+
+/// Today and the day under the pointer.
+void ForecastChart::PaintMarks(Surface& surface, const Graph& graph) const {
+  for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
+    const ForecastSlot& day = table_->at(slot);
+    if (!day.valid) continue;
+    const Rectangle column = Column(graph.plot, slot);
+    if (DateOf(day) == options_.today) {
+      surface.FillRectangle(column, options_.palette.old_paper);
+    }
+    if (slot == options_.pointed_slot) surface.FillRectangle(column, options_.palette.grid);
+  }
+}
+
+void ForecastChart::PaintGrid(Surface& surface, const Graph& graph) const {
+  const Rectangle& plot = graph.plot;
+  const ChartPalette& colors = options_.palette;
+  surface.Text({plot.left, plot.top - Text() * 0.8}, graph.title,
+               {.size = Text(), .color = colors.ink, .weight = FontWeight::kBold});
+  const auto lines = std::lround((graph.high - graph.low) / graph.step);
+  for (long line = 0; line <= lines; ++line) {
+    const double value = graph.low + static_cast<double>(line) * graph.step;
+    const double y = std::round(graph.Y(value));
+    surface.Line({plot.left, y}, {plot.Right(), y}, {.color = colors.band});
+    surface.Text({plot.left - Text() * 0.5, y}, NumberText(value),
+                 {.size = Text(), .color = colors.text, .horizontal = HorizontalAlign::kRight});
+  }
+  for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
+    // A line wherever a month begins; the days themselves stand apart by their bars and points.
+    if (!table_->at(slot).valid || table_->at(slot).day != 1) continue;
+    const double x = Column(plot, slot).left;
+    surface.Line({x, plot.top}, {x, plot.Bottom()}, {.color = colors.axis});
+  }
+  surface.Line({plot.left, plot.top}, {plot.left, plot.Bottom()}, {.color = colors.axis});
+  surface.Line({plot.left, plot.Bottom()}, {plot.Right(), plot.Bottom()}, {.color = colors.axis});
+}
+
+void ForecastChart::PaintCurve(Surface& surface, const Graph& graph) const {
+  std::optional<Point> before;
+  for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
+    const ForecastSlot& day = table_->at(slot);
+    const std::int16_t value = day.columns[graph.column];
+    if (!day.valid || value < 0) {
+      before.reset();
+      continue;
+    }
+    const Rectangle column = Column(graph.plot, slot);
+    const Point at{column.left + column.width / 2, graph.Y(value)};
+    if (before) surface.Line(*before, at, {.color = kFluxColor, .width = kCurveWidth});
+    surface.FillRectangle({at.x - kPointSize / 2, at.y - kPointSize / 2, kPointSize, kPointSize},
+                          kFluxColor);
+    before = at;
+  }
+}
+
+void ForecastChart::PaintBars(Surface& surface, const Graph& graph) const {
+  for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
+    const ForecastSlot& day = table_->at(slot);
+    const std::int16_t value = day.columns[graph.column];
+    // Without an A index the K index is a guess about nothing.
+    if (!day.valid || value < 0 || day.columns[kAColumn] < 0) continue;
+    const Rectangle column = Column(graph.plot, slot);
+    const double width = std::max(1.0, std::round(column.width * kBarShare));
+    const double top = graph.Y(value);
+    surface.FillRectangle({column.left + std::floor((column.width - width) / 2), top, width,
+                           graph.plot.Bottom() - top},
+                          LevelColor(graph.column, value));
+  }
+}
+
+/// Says what the shaded column is.
+void ForecastChart::PaintTodayKey(Surface& surface) const {
+  const bool has_today = std::any_of(table_->begin(), table_->end(), [&](const ForecastSlot& slot) {
+    return slot.valid && DateOf(slot) == options_.today;
+  });
+  if (!has_today) return;
+  const Rectangle& plot = graphs_.front().plot;
+  const double y = plot.top - Text() * 0.8;
+  surface.Text({plot.Right(), y}, "today",
+               {.size = Text(),
+                .color = options_.palette.time_text,
+                .horizontal = HorizontalAlign::kRight,
+                .weight = FontWeight::kBold});
+  const double side = std::round(Text());
+  const double right = plot.Right() - TextWidth("today ", Text(), FontWeight::kBold);
+  surface.FillRectangle({right - side, y - side / 2, side, side}, options_.palette.old_paper);
+}
+
+/// The days below the lowest graph, as many as fit, with their months below them.
+void ForecastChart::PaintDates(Surface& surface) const {
+  const Rectangle& plot = graphs_.back().plot;
+  const double room = plot.width / double{kFirstDaySlot};
+  const double needed = TextWidth("30 ", Text(), FontWeight::kBold);
+  const auto apart = static_cast<std::size_t>(std::max(1.0, std::ceil(needed / room)));
+  std::optional<std::chrono::month> month;
+  for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
+    const ForecastSlot& day = table_->at(slot);
+    if (!day.valid) continue;
+    const auto date = DateOf(day);
+    const bool today = date == options_.today;
+    const Rectangle column = Column(plot, slot);
+    if (today || (kFirstDaySlot - slot) % apart == 0) {
+      surface.Text({column.left + column.width / 2, plot.Bottom() + Text() * 0.9},
+                   std::to_string(day.day),
+                   {.size = Text(),
+                    .color = today ? options_.palette.time_text : options_.palette.text,
+                    .horizontal = HorizontalAlign::kCenter,
+                    .weight = today ? FontWeight::kBold : FontWeight::kNormal});
+    }
+    if (date && date->month() != month)
+      PaintMonth(surface, slot, plot.Bottom() + Text() * 2.3, room);
+    if (date) month = date->month();
+  }
+}
+
+/// The name of the month that begins at a slot.
+void ForecastChart::PaintMonth(Surface& surface, std::size_t slot, double y, double room) const {
+  const auto date = DateOf(table_->at(slot));
+  if (!date) return;
+  const std::string text =
+      MonthName(date->month()) + " " + std::to_string(static_cast<int>(date->year()));
+  // At the right edge the name would leave the canvas.
+  const double left = Column(graphs_.back().plot, slot).left + room * 0.1;
+  const double most =
+      graphs_.back().plot.Right() + Text() - TextWidth(text, Text(), FontWeight::kNormal);
+  surface.Text({std::min(left, most), y}, text, {.size = Text(), .color = options_.palette.text});
+}
+
+void ForecastChart::PaintEmpty(Surface& surface) const {
+  const std::string text =
+      graphs_.empty() ? "Tick a box above to see its graph" : options_.empty_text;
+  const double width = options_.width - 2 * Text() * kMargin;
+  // A message with an address in it may need several lines.
+  std::string_view rest = text;
+  double y = options_.height / 2 - Text();
+  while (!rest.empty()) {
+    const std::size_t length = FittingLength(rest, width, Text(), FontWeight::kNormal);
+    surface.Text(
+        {options_.width / 2, y}, Trim(rest.substr(0, length)),
+        {.size = Text(), .color = options_.palette.text, .horizontal = HorizontalAlign::kCenter});
+    rest.remove_prefix(length);
+    y += Text() * 1.5;
+  }
+}
+
+}  // namespace skyhop

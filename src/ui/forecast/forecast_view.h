@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "ui/prediction/window_placement.h"
+
+namespace skyhop {
+
+/// The check boxes of the forecast window; each shows or hides a graph.
+enum class ForecastCheck { kFluxCheck, kACheck, kKcheck };
+inline constexpr int kForecastCheckCount = 3;
+
+/// The words on a check box; "&" stands before the letter of its shortcut.
+[[nodiscard]] const char* Caption(ForecastCheck check);
+/// The words that explain it while the pointer rests on it.
+[[nodiscard]] const char* ToolTip(ForecastCheck check);
+
+/// The forecast window `SolarForecast` without its rules: three check boxes in a row, the canvas
+/// with the graphs, which fills the rest, and one line of text below it. The controller decides
+/// everything; a window
+///  - calls SolarForecast::Paint for the whole canvas whenever it has to be painted, with the size
+///    of the canvas and the height of its font in the surface's pixels,
+///  - calls Pointer_Move and Pointer_Leave, and a click on a check box's own handler,
+///  - calls Form_Activate when it comes to the front,
+///  - calls Form_QueryUnload instead of closing when the user closes it.
+///
+/// Setting a value here never raises the event that a user's own input would. Texts are UTF-8.
+class ForecastView {
+ public:
+  virtual ~ForecastView() = default;
+
+  virtual void SetCaption(const std::string& caption) = 0;
+  virtual void SetChecked(ForecastCheck check, bool checked) = 0;
+  /// The line below the graphs: what the pointer is at, else where the forecast comes from. May be
+  /// longer than the line; its end is cut off then and the whole is its tool tip.
+  virtual void SetStatus(const std::string& text) = 0;
+  /// The graphs have to be painted anew.
+  virtual void Refresh() = 0;
+
+  /// Shows the window in front of the others; it may be shown already.
+  virtual void ShowWindow() = 0;
+  virtual void HideWindow() = 0;
+  [[nodiscard]] virtual bool Visible() const = 0;
+
+  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
+  virtual void SetPlacement(const WindowPlacement& placement) = 0;
+  /// The monitors of the desktop; the main one comes first.
+  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
+};
+
+}  // namespace skyhop

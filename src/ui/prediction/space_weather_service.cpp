@@ -1,0 +1,73 @@
+#include "ui/prediction/space_weather_service.h"
+
+#include <array>
+
+namespace skyhop {
+namespace {
+
+/// A forecast older than this is fetched again, in minutes.
+constexpr std::chrono::minutes kForecastLife{59};
+/// Makes a forecast old enough to be fetched, whenever it was.
+constexpr std::chrono::hours kLongAgo{3};
+constexpr std::chrono::milliseconds kAtOnce{1};
+
+constexpr std::array<SolarValue, kSolarValueCount> kValues = {
+    SolarValue::kFlux, SolarValue::kKindex, SolarValue::kSunspotNumber};
+
+}  // namespace
+
+void SpaceWeatherService::Attach(DownloadWindow* window) {
+  with_.host.Attach(window);
+  if (window == nullptr) return;
+  with_.diagnostics.Trap("SpaceWeather.Attach", [&] { with_.origins.Load(); });
+}
+
+void SpaceWeatherService::Terminate() {
+  with_.forecast_window.Form_Unload();
+  with_.conditions_window.Form_Unload();
+}
+
+void SpaceWeatherService::DownloadSSN() {
+  with_.sunspot_number.DownloadSSN();
+}
+
+void SpaceWeatherService::ShowForecast() {
+  with_.forecast.SetLastForecast(with_.clock.UtcNow() - kLongAgo);
+  with_.forecast_window.Show();
+  with_.timer.Restart(kAtOnce);
+}
+
+void SpaceWeatherService::SolarForecastTimer_Tick() {
+  with_.timer.Disable();
+  with_.timer.SetInterval(ForecastTimer::kInterval);
+  if (with_.forecast_window.Visible()) with_.timer.Enable();
+  if (!ForecastIsDue()) return;
+  with_.forecast.DownloadSolarForecast();
+  with_.forecast_window.UpdateSolarGraphs();
+}
+
+bool SpaceWeatherService::ForecastIsDue() const {
+  const auto age = with_.clock.UtcNow() - with_.forecast.GetLastForecast();
+  // A clock that was put back would keep the forecast for as long as it was ahead.
+  return age < std::chrono::minutes(-1) ||
+         std::chrono::floor<std::chrono::minutes>(age) > kForecastLife;
+}
+
+void SpaceWeatherService::UpdateCurrentConditions() {
+  with_.conditions.Update();
+}
+
+void SpaceWeatherService::ShowCurrentConditions() {
+  // First, because only a visible window is filled.
+  with_.conditions_window.Show();
+  with_.conditions.Update();
+}
+
+std::string SpaceWeatherService::OriginOf(TextField field) const {
+  for (const SolarValue value : kValues) {
+    if (FieldOf(value) == field) return with_.origins.Describe(value, with_.view.Text(field));
+  }
+  return {};
+}
+
+}  // namespace skyhop

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "spaceweather/download_host.h"
+#include "ui/prediction/configuration.h"
+#include "ui/prediction/program_services.h"
+
+namespace skyhop {
+
+/// The field that holds a value.
+[[nodiscard]] TextField FieldOf(SolarValue value);
+
+/// The prediction window and the configuration as downloads see them. Without a window, what
+/// downloads do to it is lost.
+class WindowDownloadHost : public DownloadHost {
+ public:
+  /// `configuration` must outlive this object.
+  explicit WindowDownloadHost(const Configuration& configuration)
+      : configuration_(&configuration) {}
+
+  void Attach(DownloadWindow* window) { window_ = window; }
+
+  [[nodiscard]] std::string Url(DownloadKind kind) const override;
+  void EnableDownloads(bool enable) override;
+  void ShowStatus(const std::string& status) override;
+  void PutValue(SolarValue value, const std::string& text) override;
+
+ private:
+  const Configuration* configuration_;
+  DownloadWindow* window_ = nullptr;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,55 @@
+#include "ui/wx/normal_place.h"
+
+#include <wx/display.h>
+
+namespace skyhop {
+
+NormalPlace::NormalPlace(wxTopLevelWindow& window) : window_(&window) {
+  window.Bind(wxEVT_MOVE, [this](wxMoveEvent& event) {
+    Remember();
+    event.Skip();
+  });
+  window.Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+    Remember();
+    event.Skip();
+  });
+}
+
+void NormalPlace::Remember() {
+  // A hidden window is told of sizes that nobody has chosen.
+  if (window_->IsShown() && !window_->IsIconized() && !window_->IsMaximized()) {
+    place_ = window_->GetRect();
+  }
+}
+
+WindowPlacement NormalPlace::Placement() const {
+  const wxRect place = Place();
+  WindowPlacement placement{place.x, place.y, place.width, place.height,
+                            WindowPlacement::State::kNormal};
+  if (window_->IsIconized()) placement.state = WindowPlacement::State::kMinimized;
+  if (window_->IsMaximized()) placement.state = WindowPlacement::State::kMaximized;
+  return placement;
+}
+
+void NormalPlace::Put(const wxRect& place) {
+  place_ = place;
+  window_->SetSize(place);
+}
+
+void NormalPlace::Put(const WindowPlacement& placement) {
+  Put(wxRect(placement.left, placement.top, placement.width, placement.height));
+  window_->Maximize(placement.state == WindowPlacement::State::kMaximized);
+}
+
+std::vector<Monitor> DesktopMonitors() {
+  std::vector<Monitor> monitors;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+    const wxDisplay display(i);
+    const wxRect area = display.GetClientArea();
+    const Monitor monitor{area.GetLeft(), area.GetTop(), area.GetRight() + 1, area.GetBottom() + 1};
+    monitors.insert(display.IsPrimary() ? monitors.begin() : monitors.end(), monitor);
+  }
+  return monitors;
+}
+
+}  // namespace skyhop

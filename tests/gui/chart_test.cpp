@@ -1,0 +1,210 @@
+// A prediction as a user makes it, read back from the screen.
+
+#include <wx/clipbrd.h>
+#include <wx/dataobj.h>
+#include <wx/uiaction.h>
+
+#include <cmath>
+
+#include "gui_fixture.h"
+#include "screen.h"
+#include "ui/prediction/color_key.h"
+#include "ui/prediction/prediction_chart.h"
+
+namespace skyhop::testing {
+namespace {
+
+constexpr Color kLuf{0, 0, 0};
+constexpr Color kMuf90{0, 0, 255};
+constexpr Color kMuf50{0, 255, 0};
+constexpr Color kMuf10{255, 0, 0};
+/// Thin slanted lines are smoothed: only some of their pixels come near the full colour.
+constexpr int kSmoothed = 60;
+
+class ChartWindow : public GuiTest {
+ protected:
+  void StartWithChart() {
+    Start();
+    EnterStations();
+    Predict();
+    // Away from the chart, whose words would follow the pointer.
+    wxUIActionSimulator().MouseMove(Frame().ClientToScreen(wxPoint(2, 2)));
+  }
+
+  [[nodiscard]] int Seen(Color color, const Rectangle& area, int tolerance = 0) {
+    return CountPixels(ScreenPart(Frame().Canvas(), area), color, tolerance);
+  }
+  [[nodiscard]] int SeenInPlot(Color color, int tolerance = 0) {
+    return Seen(color, Program().Chart().Plot(), tolerance);
+  }
+  [[nodiscard]] bool ComesUp(Color color, int tolerance = 0) {
+    return PumpUntil([&] { return SeenInPlot(color, tolerance) > 0; });
+  }
+  [[nodiscard]] bool GoesAway(Color color, int tolerance = 0) {
+    return PumpUntil([&] { return SeenInPlot(color, tolerance) == 0; });
+  }
+  /// Everything below the solar bars and beside them.
+  [[nodiscard]] int SeenInKeys(Color color) {
+    const wxSize size = Frame().Canvas().GetClientSize();
+    const Rectangle& bars = Program().Chart().RcvSun();
+    const double top = bars.Bottom() + 4;
+    int seen = Seen(color, {0, top, double(size.x), size.y - top - 2});
+    const double left = bars.Right() + 60;
+    if (left < size.x) seen += Seen(color, {left, 2, size.x - left - 2, top - 4});
+    return seen;
+  }
+  [[nodiscard]] wxPoint OnPlot(double hours, double part_of_height) {
+    const Rectangle& plot = Program().Chart().Plot();
+    return {static_cast<int>(std::lround(plot.left + plot.width * hours / 24)),
+            static_cast<int>(std::lround(plot.top + plot.height * part_of_height))};
+  }
+  [[nodiscard]] double TimeIndex() { return Program().Chart().TimeIndex(); }
+  [[nodiscard]] wxCheckBox& Box(const char* label) {
+    return *FindControl<wxCheckBox>(Frame(), label);
+  }
+};
+
+TEST_F(ChartWindow, APredictionIsTypedRunAndDrawn) {
+  StartWithChart();
+  EXPECT_TRUE(dialogs_.messages.empty());
+  EXPECT_EQ(Text(TextField::kLocalLat), "40 30' 0\" N");
+  EXPECT_EQ(Text(TextField::kDXLon), "1 0' 0\" W");
+  EXPECT_EQ(Notice(), "");
+  EXPECT_TRUE(Shows("Built-in estimate engine"));
+  EXPECT_TRUE(Shows("sunspot number"));
+  EXPECT_NE(Status().find(" UTC   LUF "), std::string::npos) << Status();
+
+  EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
+  EXPECT_TRUE(ComesUp(kMuf50, kSmoothed));
+  EXPECT_TRUE(ComesUp(kMuf90, kSmoothed));
+  EXPECT_TRUE(ComesUp(kLuf, kSmoothed));
+  EXPECT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
+
+  ShowPageOf(*FindControl<wxStaticText>(Frame(), "Engine:"));
+  EXPECT_TRUE(Shows("IONCAP"));
+  EXPECT_TRUE(Shows("miles") || Shows("km"));
+}
+
+TEST_F(ChartWindow, EachBoxShowsAndHidesItsPartOfTheChart) {
+  StartWithChart();
+  ASSERT_TRUE(ComesUp(kMuf10, kSmoothed));
+  ASSERT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
+
+  Click(Box("Plot Critical Frequencies"));
+  for (const Color curve : {kMuf10, kMuf50, kMuf90, kLuf}) {
+    EXPECT_TRUE(GoesAway(curve, kSmoothed))
+        << int{curve.red} << "," << int{curve.green} << "," << int{curve.blue};
+  }
+  EXPECT_GT(SeenInPlot(IONCAPModule::kOpenBandColor), 0);
+  Click(Box("Show Open Bands"));
+  EXPECT_TRUE(GoesAway(IONCAPModule::kOpenBandColor));
+  Click(Box("Plot Critical Frequencies"));
+  EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
+
+  for (const CurveKey& key : kCurveKeys) {
+    EXPECT_TRUE(PumpUntil([&] { return SeenInKeys(key.color) > 30; })) << key.text;
+  }
+  EXPECT_GT(SeenInKeys(kSolarKeys[0].color), 30);
+  Click(Box("Show Color Keys"));
+  for (const CurveKey& key : kCurveKeys) {
+    EXPECT_TRUE(PumpUntil([&] { return SeenInKeys(key.color) == 0; })) << key.text;
+  }
+}
+
+TEST_F(ChartWindow, TheStatusBarReadsOutWhatThePointerIsAt) {
+  StartWithChart();
+  ChartCanvas& canvas = Frame().Canvas();
+  const std::string at_rest = Status();
+  wxUIActionSimulator().MouseMove(canvas.ClientToScreen(OnPlot(6, 0.5)));
+  EXPECT_TRUE(PumpUntil([&] { return Status().rfind("06:0", 0) == 0; })) << Status();
+  EXPECT_NE(Status().find(" MHz   "), std::string::npos) << Status();
+  EXPECT_NE(Status().find("   LUF "), std::string::npos) << Status();
+  wxUIActionSimulator().MouseMove(canvas.ClientToScreen(OnPlot(18, 0.1)));
+  EXPECT_TRUE(PumpUntil([&] { return Status().rfind("18:0", 0) == 0; })) << Status();
+  wxUIActionSimulator().MouseMove(Frame().ClientToScreen(wxPoint(2, 2)));
+  EXPECT_TRUE(PumpUntil([&] { return Status().find("open:") != std::string::npos; }))
+      << "leaving the chart puts the time index back: " << Status() << ", at first " << at_rest;
+}
+
+TEST_F(ChartWindow, TheTimeIndexIsMovedByKeysAndByThePointer) {
+  StartWithChart();
+  ChartCanvas& canvas = Frame().Canvas();
+  // Off the time index, wherever the clock has put it.
+  ClickAt(canvas, OnPlot(TimeIndex() > 12 ? 3.5 : 20.5, 0.5));
+  ASSERT_TRUE(PumpUntil([&] { return canvas.HasFocus(); }));
+  const auto at = [&](double hours) {
+    return PumpUntil([&] { return std::abs(TimeIndex() - hours) < 0.05; });
+  };
+  Press(WXK_HOME);
+  EXPECT_TRUE(at(0));
+  EXPECT_FALSE(Box("Show Current Time").GetValue()) << "the clock must not move it back";
+  for (int i = 0; i < 3; ++i) Press(WXK_RIGHT);
+  EXPECT_TRUE(at(3));
+  Press(WXK_LEFT);
+  EXPECT_TRUE(at(2));
+  EXPECT_TRUE(PumpUntil([&] { return Status().rfind("02:00", 0) == 0; })) << Status();
+
+  wxUIActionSimulator pointer;
+  pointer.MouseMove(canvas.ClientToScreen(OnPlot(2, 0.3)));
+  Pump();
+  pointer.MouseDown();
+  ASSERT_TRUE(PumpUntil([&] { return Program().Chart().Chart().Dragging(); }));
+  for (const double hours : {4.0, 7.0, 10.0}) {
+    pointer.MouseMove(canvas.ClientToScreen(OnPlot(hours, 0.3)));
+    EXPECT_TRUE(PumpUntil([&] { return std::abs(TimeIndex() - hours) < 0.5; })) << TimeIndex();
+  }
+  pointer.MouseUp();
+  ASSERT_TRUE(PumpUntil([&] { return !Program().Chart().Chart().Dragging(); }));
+  const double dropped = TimeIndex();
+  pointer.MouseMove(canvas.ClientToScreen(OnPlot(15, 0.3)));
+  ASSERT_TRUE(PumpUntil([&] { return Status().rfind("15:0", 0) == 0; })) << Status();
+  EXPECT_EQ(TimeIndex(), dropped) << "it was let go";
+}
+
+TEST_F(ChartWindow, AClickChoosesTheBandThere) {
+  StartWithChart();
+  const auto& chart = Program().Chart().Chart();
+  const Rectangle& plot = Program().Chart().Plot();
+  for (std::int16_t band = 0; band < static_cast<int>(kBandCount); ++band) {
+    const IONCAPModule::BandLine& line = chart.BandLines().at(static_cast<std::size_t>(band));
+    if (!line.visible) continue;
+    const double hours = TimeIndex() > 12 ? 6 : 18;
+    ClickAt(Frame().Canvas(), OnPlot(hours, double(line.y) / plot.height));
+    EXPECT_TRUE(PumpUntil([&] { return Program().Chart().BandIndicator() == band; })) << band;
+    EXPECT_EQ(Program().Controller().GetPredictionBand(), band);
+  }
+}
+
+TEST_F(ChartWindow, TheChartStaysReadableInTheSmallestWindow) {
+  StartWithChart();
+  Frame().SetClientSize(Frame().GetMinClientSize());
+  ASSERT_TRUE(
+      PumpUntil([&] { return Frame().GetClientSize().y <= Frame().GetMinClientSize().y + 2; }));
+  EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
+  EXPECT_GE(Program().Chart().Plot().height, 60);
+  for (const Button button : {Button::kPathsButton, Button::kAbortButton, Button::kHelpCmd}) {
+    const wxButton& shown = *Frame().Controls().ButtonOf(button);
+    EXPECT_TRUE(Frame().GetClientRect().Contains(
+        Frame().ScreenToClient(shown.GetScreenRect().GetBottomRight())))
+        << shown.GetLabel();
+  }
+}
+
+TEST_F(ChartWindow, ACopiedChartIsThePictureWithCurvesAndKeys) {
+  StartWithChart();
+  Press('C', wxMOD_CONTROL | wxMOD_SHIFT);
+  wxBitmapDataObject copied;
+  ASSERT_TRUE(PumpUntil([&] {
+    const wxClipboardLocker clipboard;
+    return wxTheClipboard->GetData(copied);
+  }));
+  const wxImage picture = copied.GetBitmap().ConvertToImage();
+  ASSERT_TRUE(picture.IsOk());
+  for (const CurveKey& key : kCurveKeys) EXPECT_GT(CountPixels(picture, key.color), 30) << key.text;
+  EXPECT_GT(CountPixels(picture, kMuf50, kSmoothed), 100) << "the curve is not its key's colour";
+  EXPECT_GT(CountPixels(picture, IONCAPModule::kOpenBandColor), 100);
+  EXPECT_TRUE(dialogs_.messages.empty());
+}
+
+}  // namespace
+}  // namespace skyhop::testing

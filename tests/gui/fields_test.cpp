@@ -1,0 +1,176 @@
+// What may be typed and pasted into the fields, and what the window says about it.
+
+#include <wx/uiaction.h>
+
+#include "gui_fixture.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop::testing {
+namespace {
+
+using Message = std::pair<std::string, std::string>;
+
+class FieldsOfWindow : public GuiTest {
+ protected:
+  /// Inserts a text as the clipboard and input methods do: past the key filter.
+  void Insert(TextField field, const wxString& text) {
+    wxTextCtrl& control = Field(field);
+    ShowPageOf(control);
+    if (!control.HasFocus()) Click(control);
+    ASSERT_TRUE(PumpUntil([&] { return control.HasFocus(); }));
+    control.SelectAll();
+    control.WriteText(text);
+    ASSERT_FALSE(control.IsEmpty());
+  }
+
+  /// Leaves the field for another place and waits until the program has seen it.
+  void Leave() {
+    wxWindow* const left = wxWindow::FindFocus();
+    Press(WXK_TAB);
+    ASSERT_TRUE(PumpUntil([&] { return wxWindow::FindFocus() != left; }));
+    Pump();
+  }
+};
+
+struct Filter {
+  TextField field;
+  const char* typed;
+  const char* kept;
+};
+
+TEST_F(FieldsOfWindow, KeysThatAFieldHasNoUseForAreRefused) {
+  Start();
+  const Filter filters[] = {
+      {TextField::kLocalLat, "4x0n", "40n"},
+      {TextField::kLocalLon, "7n4w", "74w"},
+      {TextField::kLocalGrid, "f-n2.0", "fn20"},
+      {TextField::kLocalPwr, "1-0a0", "100"},
+      {TextField::kLocalTakeOff, "-3", "3"},
+      {TextField::kSNR, "-1x2", "-12"},
+      {TextField::kSSN, "9e9.5", "99.5"},
+      {TextField::kAvail, "9.5", "95"},
+      {TextField::kTheDate, "1/5-nov-26", "15-nov-26"},
+  };
+  for (const Filter& filter : filters) {
+    TypeInto(filter.field, "");
+    // The last key of each text is one that the field takes.
+    wxUIActionSimulator().Text(filter.typed);
+    EXPECT_TRUE(PumpUntil([&] { return Text(filter.field) == filter.kept; }))
+        << filter.typed << " became " << Text(filter.field);
+  }
+}
+
+TEST_F(FieldsOfWindow, RefusedTextsAreMarkedAndStayUntilTheyAreCorrected) {
+  Start();
+  struct Refusal {
+    TextField field;
+    const char* text;
+    const char* message;
+    const char* accepted;
+  };
+  const Refusal refusals[] = {
+      {TextField::kLocalLat, "99 N", "Illegal latitude", "40 30 N"},
+      {TextField::kDXLon, "200 E", "Illegal longitude", "12 E"},
+      {TextField::kDXGrid, "ZZ99", "Illegal grid square", "IO91"},
+      {TextField::kLocalTakeOff, "99", "Illegal local takeoff angle", "3"},
+      {TextField::kTheDate, "31-feb-26", "Illegal date", "15-nov-26"},
+      {TextField::kSNR, "999", "Illegal SNR", "24"},
+      {TextField::kAvail, "101", "Illegal Availability", "90"},
+      {TextField::kFlux, "9999", "Illegal solar flux", "120"},
+      {TextField::kKindex, "99", "Illegal geomagnetic K-index", "2"},
+  };
+  for (const Refusal& refusal : refusals) {
+    dialogs_.messages.clear();
+    TypeInto(refusal.field, refusal.text);
+    Leave();
+    ASSERT_TRUE(PumpUntil([&] { return !dialogs_.messages.empty(); })) << refusal.message;
+    EXPECT_EQ(dialogs_.messages, (std::vector<Message>{{"Skyhop", refusal.message}}));
+    EXPECT_EQ(Text(refusal.field), refusal.text);
+    EXPECT_TRUE(Marked(refusal.field)) << refusal.message;
+    TypeInto(refusal.field, refusal.accepted);
+    Leave();
+    EXPECT_TRUE(PumpUntil([&] { return !Marked(refusal.field); })) << refusal.message;
+    EXPECT_EQ(dialogs_.messages.size(), 1U) << "the corrected text is no cause for a message";
+  }
+}
+
+TEST_F(FieldsOfWindow, WhatCannotBePredictedIsToldInExactWords) {
+  Start();
+  const auto told = [&](const char* message) {
+    dialogs_.messages.clear();
+    Click(*Frame().Controls().ButtonOf(Button::kPathsButton));
+    EXPECT_TRUE(PumpUntil([&] { return !dialogs_.messages.empty(); })) << message;
+    EXPECT_EQ(dialogs_.messages, (std::vector<Message>{{"Skyhop", message}}));
+    EXPECT_FALSE(Running());
+  };
+  told("DX station latitude or longitude not specified");
+  EnterStations();
+  // Pressing the button leaves the field, which is when its text is looked at.
+  TypeInto(TextField::kLocalTakeOff, "99");
+  told("Illegal local takeoff angle");
+}
+
+TEST_F(FieldsOfWindow, AnythingMayBeInsertedAndTheLastValidValuesStay) {
+  Start();
+  EnterStations();
+  TypeInto(TextField::kLocalPwr, "100");
+  TypeInto(TextField::kLocalTakeOff, "5");
+  TypeInto(TextField::kFlux, "120");
+  TypeInto(TextField::kKindex, "2");
+  TypeInto(TextField::kSSN, "79");
+  TypeInto(TextField::kSNR, "24");
+  TypeInto(TextField::kAvail, "90");
+  Leave();
+  std::vector<std::string> valid;
+  for (int i = 0; i < kTextFieldCount; ++i) valid.push_back(Text(static_cast<TextField>(i)));
+
+  wxString book = wxString::FromUTF8("\xC3\xBC\xE6\x97\xA5 x");
+  while (book.length() < 10000) book += book;
+  wxString megabytes = book;
+  while (megabytes.length() < 1000000) megabytes += megabytes;
+  const wxString inserted[] = {book, wxString::FromUTF8("\xE2\x80\xAE\xC2\xA0\xF0\x9F\x93\xA1"),
+                               "a\tb\x01 c\r\nd"};
+  const auto insert = [&](TextField field, const wxString& text) {
+    Insert(field, text);
+    EXPECT_LE(Field(field).GetValue().length(), 60U);
+    Leave();
+    EXPECT_TRUE(PumpUntil([&] { return Marked(field); })) << Caption(field);
+  };
+  insert(TextField::kLocalLat, megabytes);
+  for (const wxString& text : inserted) {
+    for (int i = 0; i < kTextFieldCount; ++i) insert(static_cast<TextField>(i), text);
+  }
+  // Neither does one end up where the next start reads it.
+  CloseWindow();
+  dialogs_.messages.clear();
+  Start();
+  for (int i = 0; i < kTextFieldCount; ++i) {
+    const auto field = static_cast<TextField>(i);
+    const bool dx =
+        field == TextField::kDXLat || field == TextField::kDXLon || field == TextField::kDXGrid;
+    // The other station is chosen anew at every start.
+    EXPECT_EQ(Text(field), dx ? "" : valid.at(static_cast<std::size_t>(i))) << Caption(field);
+    EXPECT_FALSE(Marked(field)) << Caption(field);
+  }
+  EnterStations();
+  Predict();
+  EXPECT_TRUE(dialogs_.messages.empty());
+}
+
+TEST_F(FieldsOfWindow, ADoubleClickPutsTodayIntoTheDate) {
+  Start();
+  const std::string today = Text(TextField::kTheDate);
+  ASSERT_NE(today, "");
+  TypeInto(TextField::kTheDate, "15-nov-20");
+  EXPECT_FALSE(FindControl<wxCheckBox>(Frame(), "Show Current Time")->GetValue())
+      << "the clock would overwrite what is typed";
+  wxTextCtrl& date = Field(TextField::kTheDate);
+  wxUIActionSimulator pointer;
+  pointer.MouseMove(date.ClientToScreen(wxPoint(20, date.GetClientSize().y / 2)));
+  pointer.MouseDblClick();
+  EXPECT_TRUE(PumpUntil([&] { return Text(TextField::kTheDate) == today; }))
+      << Text(TextField::kTheDate);
+}
+
+}  // namespace
+}  // namespace skyhop::testing

@@ -1,0 +1,189 @@
+// Everything is reached without a pointer.
+
+#include <gtk/gtk.h>
+
+#include <wx/listbox.h>
+#include <wx/menu.h>
+#include <wx/uiaction.h>
+
+#include <algorithm>
+#include <set>
+
+#include "gui_fixture.h"
+#include "ui/wx/wx_text.h"
+
+namespace skyhop::testing {
+namespace {
+
+class KeyboardAlone : public GuiTest {
+ protected:
+  /// Goes through the window with the Tab key until it comes back to where it began.
+  std::vector<wxWindow*> TabThrough(int modifiers = 0) {
+    std::vector<wxWindow*> stops;
+    const wxWindow* const begin = Focused(Frame());
+    for (wxWindow* at = Focused(Frame()); stops.size() < 200;) {
+      Press(WXK_TAB, modifiers);
+      const wxWindow* const before = at;
+      if (!PumpUntil([&] { return Focused(Frame()) != before; }, std::chrono::seconds(10))) {
+        ADD_FAILURE() << "the Tab key does not leave " << NameOf(before);
+        return stops;
+      }
+      at = Focused(Frame());
+      if (at == nullptr) {
+        ADD_FAILURE() << "the Tab key leads nowhere from " << NameOf(before);
+        return stops;
+      }
+      stops.push_back(at);
+      if (at == begin) return stops;
+    }
+    ADD_FAILURE() << "the Tab key does not come back";
+    return stops;
+  }
+
+  static std::string NameOf(const wxWindow* window) {
+    if (window == nullptr) return "nothing";
+    return FromWx(window->GetName() + " \"" + window->GetLabel() + "\"");
+  }
+
+  /// Whether the keyboard has to reach a control: of radio buttons only the chosen one, the others
+  /// are for the arrow keys.
+  static bool IsStop(wxWindow* window) {
+    if (!window->IsShownOnScreen() || !window->IsEnabled()) return false;
+    if (const auto* radio = dynamic_cast<wxRadioButton*>(window)) return radio->GetValue();
+    return dynamic_cast<wxTextCtrl*>(window) != nullptr ||
+           dynamic_cast<wxButton*>(window) != nullptr ||
+           dynamic_cast<wxCheckBox*>(window) != nullptr ||
+           dynamic_cast<wxChoice*>(window) != nullptr ||
+           dynamic_cast<wxListBox*>(window) != nullptr ||
+           dynamic_cast<ChartCanvas*>(window) != nullptr;
+  }
+
+  static void ExpectAllVisited(const wxWindow& frame, const std::vector<wxWindow*>& stops) {
+    for (wxWindow* window : Descendants(frame)) {
+      if (!IsStop(window)) continue;
+      EXPECT_EQ(std::count(stops.begin(), stops.end(), window), 1) << NameOf(window);
+    }
+  }
+
+  /// Within a group the keyboard goes as one reads: along a row, then down.
+  static void ExpectReadingOrder(const std::vector<wxWindow*>& stops) {
+    for (std::size_t i = 0; i + 2 < stops.size(); ++i) {
+      if (stops[i]->GetParent() != stops[i + 1]->GetParent()) continue;
+      const wxRect here = stops[i]->GetScreenRect();
+      const wxRect next = stops[i + 1]->GetScreenRect();
+      const bool right = next.x >= here.GetRight() && next.y < here.GetBottom();
+      EXPECT_TRUE(right || next.y >= here.GetBottom())
+          << NameOf(stops[i]) << " before " << NameOf(stops[i + 1]);
+    }
+  }
+};
+
+TEST_F(KeyboardAlone, TheTabKeyVisitsEveryControlOfEveryPage) {
+  Start();
+  for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
+    Tabs().ChangeSelection(page);
+    wxCheckBox* const begin = FindControl<wxCheckBox>(Frame(), "Show Open Bands");
+    begin->SetFocus();
+    ASSERT_TRUE(PumpUntil([&] { return begin->HasFocus(); }));
+    SCOPED_TRACE(Tabs().GetPageText(page));
+    const std::vector<wxWindow*> stops = TabThrough();
+    ExpectAllVisited(Frame(), stops);
+    ExpectReadingOrder(stops);
+    std::vector<wxWindow*> back = TabThrough(wxMOD_SHIFT);
+    ASSERT_EQ(back.size(), stops.size());
+    // Both end where they began.
+    std::reverse(back.begin(), back.end() - 1);
+    EXPECT_EQ(back, stops);
+  }
+  EXPECT_TRUE(dialogs_.messages.empty());
+}
+
+TEST_F(KeyboardAlone, CaptionsAreTiedToTheirFields) {
+  Start();
+  for (int i = 0; i < kTextFieldCount; ++i) {
+    const auto field = static_cast<TextField>(i);
+    GList* const labels =
+        gtk_widget_list_mnemonic_labels(static_cast<GtkWidget*>(Field(field).GetHandle()));
+    ASSERT_EQ(g_list_length(labels), 1U) << Caption(field);
+    EXPECT_EQ(gtk_label_get_text(GTK_LABEL(labels->data)), Caption(field));
+    g_list_free(labels);
+    EXPECT_EQ(FromWx(Field(field).GetName()), Caption(field));
+  }
+}
+
+TEST_F(KeyboardAlone, ShortcutsPredictAbortAndChangeTheChart) {
+  Start();
+  EnterStations();
+  Press(WXK_F5);
+  ASSERT_TRUE(PumpUntil([&] { return Program().Chart().HasResult() && !Running(); })) << Notice();
+
+  struct Shortcut {
+    char key;
+    int path;
+    int direction;
+  };
+  ReplaceEngine("exec sleep 600\n");
+  ControlSet& controls = Frame().Controls();
+  for (const Shortcut& shortcut : {Shortcut{'1', 0, 1}, {'2', 1, 1}, {'3', 0, 0}, {'4', 1, 0}}) {
+    Press(shortcut.key, wxMOD_CONTROL);
+    ASSERT_TRUE(PumpUntil([&] { return Running(); })) << shortcut.key;
+    EXPECT_EQ(controls.Selected(OptionGroup::kPath), shortcut.path) << shortcut.key;
+    EXPECT_EQ(controls.Selected(OptionGroup::kPredictSignals), shortcut.direction);
+    Press(WXK_ESCAPE);
+    ASSERT_TRUE(PumpUntil([&] { return !Running(); })) << shortcut.key;
+  }
+  for (const auto& [key, box] : {std::pair('L', CheckBox::kPlotEnable),
+                                 {'B', CheckBox::kOpenBandEnable},
+                                 {'K', CheckBox::kShowColorKeyCheck},
+                                 {'T', CheckBox::kShowCurrentTimeCheck}}) {
+    for (int i = 0; i < 2; ++i) {
+      const bool before = controls.Checked(box);
+      Press(key, wxMOD_CONTROL);
+      EXPECT_TRUE(PumpUntil([&, which = box] { return controls.Checked(which) != before; })) << key;
+    }
+  }
+  // The letters of the controls' own words.
+  Press('P', wxMOD_ALT);
+  ASSERT_TRUE(PumpUntil([&] { return Running(); }));
+  Press('A', wxMOD_ALT);
+  ASSERT_TRUE(PumpUntil([&] { return !Running(); }));
+  Press('Q', wxMOD_CONTROL);
+  EXPECT_TRUE(PumpUntil([] { return wxWindow::FindWindowByName("IonCap") == nullptr; }));
+}
+
+TEST_F(KeyboardAlone, AFieldBeingEditedCountsForAPredictionByKey) {
+  Start();
+  EnterStations();
+  TypeInto(TextField::kDXGrid, "JO62");
+  Press(WXK_F5);
+  ASSERT_TRUE(PumpUntil([&] { return Program().Chart().HasResult() && !Running(); })) << Notice();
+  EXPECT_EQ(Text(TextField::kDXLat), "52 30' 0\" N");
+}
+
+TEST_F(KeyboardAlone, NoTwoShortcutsOfAPageAreTheSame) {
+  Start();
+  for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
+    Tabs().ChangeSelection(page);
+    Pump();
+    std::set<wxString> letters;
+    const auto add = [&](const wxString& words) {
+      const int mark = words.Find('&');
+      if (mark == wxNOT_FOUND || words.Mid(static_cast<std::size_t>(mark), 2) == "&&") return;
+      const wxString letter = words.Mid(static_cast<std::size_t>(mark) + 1, 1).Upper();
+      EXPECT_TRUE(letters.insert(letter).second) << words;
+    };
+    for (std::size_t i = 0; i < Frame().GetMenuBar()->GetMenuCount(); ++i) {
+      add(Frame().GetMenuBar()->GetMenuLabel(i));
+    }
+    for (wxWindow* window : Descendants(Frame())) {
+      if (dynamic_cast<wxButton*>(window) == nullptr &&
+          dynamic_cast<wxCheckBox*>(window) == nullptr) {
+        continue;
+      }
+      if (window->IsShownOnScreen()) add(window->GetLabel());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace skyhop::testing

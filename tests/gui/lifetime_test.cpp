@@ -1,0 +1,134 @@
+// What survives from one start to the next.
+
+#include <wx/display.h>
+#include <wx/tooltip.h>
+
+#include "gui_fixture.h"
+
+namespace skyhop::testing {
+namespace {
+
+class WindowOverTime : public GuiTest {
+ protected:
+  [[nodiscard]] wxCheckBox& Box(const char* label) {
+    return *FindControl<wxCheckBox>(Frame(), label);
+  }
+  void ExpectOnScreen() {
+    const wxRect desktop = wxDisplay(0U).GetClientArea();
+    EXPECT_TRUE(PumpUntil([&] {
+      const wxRect window = Frame().GetRect();
+      return desktop.Contains(wxPoint(window.x + window.width / 2, window.y + window.height / 2)) &&
+             window.y >= desktop.y && window.x >= desktop.x;
+    })) << Frame().GetRect().x
+        << "," << Frame().GetRect().y;
+    EXPECT_LE(Frame().GetClientSize().x, desktop.width);
+    EXPECT_LE(Frame().GetClientSize().y, desktop.height);
+  }
+};
+
+TEST_F(WindowOverTime, InputsAndOptionsComeBack) {
+  Start();
+  EnterStations("JN58", "PM95");
+  TypeInto(TextField::kLocalPwr, "400");
+  TypeInto(TextField::kAvail, "85");
+  wxRadioButton* const rural = FindControl<wxRadioButton>(Frame(), "Rural");
+  ShowPageOf(*rural);
+  Click(*rural);
+  ASSERT_TRUE(PumpUntil([&] { return rural->GetValue(); }));
+  const bool keys = Box("Show Color Keys").GetValue();
+  Click(Box("Show Color Keys"));
+  ASSERT_TRUE(PumpUntil([&] { return Box("Show Color Keys").GetValue() != keys; }));
+  const std::string latitude = Text(TextField::kLocalLat);
+  const int noise = Frame().Controls().Selected(OptionGroup::kLocalNoiseLevel);
+  CloseWindow();
+
+  Start();
+  EXPECT_EQ(Text(TextField::kLocalLat), latitude);
+  EXPECT_EQ(Text(TextField::kLocalGrid).substr(0, 4), "JN58");
+  EXPECT_EQ(Text(TextField::kDXGrid), "") << "another station is looked for every time";
+  EXPECT_EQ(Text(TextField::kLocalPwr), "400");
+  EXPECT_EQ(Text(TextField::kAvail), "85");
+  EXPECT_EQ(Frame().Controls().Selected(OptionGroup::kLocalNoiseLevel), noise);
+  EXPECT_NE(Box("Show Color Keys").GetValue(), keys);
+}
+
+TEST_F(WindowOverTime, AFieldThatIsBeingEditedIsSavedWhenItsTextIsValid) {
+  Start();
+  TypeInto(TextField::kLocalPwr, "250");
+  CloseWindow();
+  Start();
+  EXPECT_EQ(Text(TextField::kLocalPwr), "250");
+  const std::string angle = Text(TextField::kLocalTakeOff);
+  TypeInto(TextField::kLocalTakeOff, "99");
+  CloseWindow();
+  Start();
+  EXPECT_EQ(Text(TextField::kLocalTakeOff), angle);
+}
+
+TEST_F(WindowOverTime, PlaceAndSizeComeBackAndTheMaximisedState) {
+  Start();
+  Frame().SetSize(150, 120, 1210, 840);
+  ASSERT_TRUE(PumpUntil([&] { return Frame().GetSize() == wxSize(1210, 840); }));
+  const wxRect place = Frame().GetRect();
+  CloseWindow();
+  Start();
+  EXPECT_TRUE(PumpUntil([&] {
+    const wxRect now = Frame().GetRect();
+    return now.GetSize() == place.GetSize() && std::abs(now.x - place.x) < 30 &&
+           std::abs(now.y - place.y) < 50;
+  })) << Frame().GetRect().x
+      << "," << Frame().GetRect().y << " " << Frame().GetSize().x << "x" << Frame().GetSize().y;
+  Frame().Maximize();
+  ASSERT_TRUE(PumpUntil([&] { return Frame().IsMaximized(); }));
+  CloseWindow();
+  Start();
+  EXPECT_TRUE(PumpUntil([&] { return Frame().IsMaximized(); }));
+  Frame().Maximize(false);
+  EXPECT_TRUE(PumpUntil([&] {
+    return !Frame().IsMaximized() && std::abs(Frame().GetSize().x - 1210) < 30;
+  })) << Frame().GetSize().x;
+}
+
+TEST_F(WindowOverTime, AWindowFromABiggerDesktopComesBackOntoThisOne) {
+  for (const char* place : {"IonCapLeft=-5000\nIonCapTop=-3000\nIonCapWidth=1000\nIonCapHeight=700",
+                            "IonCapLeft=9000\nIonCapTop=8000\nIonCapWidth=1000\nIonCapHeight=700",
+                            "IonCapLeft=0\nIonCapTop=0\nIonCapWidth=99999\nIonCapHeight=99999",
+                            "IonCapLeft=x\nIonCapTop=\nIonCapWidth=-7\nIonCapHeight=0"}) {
+    SCOPED_TRACE(place);
+    WriteSettings("[Windows]\n" + std::string(place) + "\nIonCapWindowState=1\n");
+    Start();
+    ExpectOnScreen();
+    EXPECT_FALSE(Frame().IsIconized()) << "a program that starts out of sight seems not to start";
+    CloseWindow();
+  }
+}
+
+TEST_F(WindowOverTime, ADamagedSettingsFileKeepsNobodyFromWorking) {
+  std::string garbage("[Configuration\0\xFF\xFEPower=\x80\x81\nSNRMode=99\nXLat=99999", 60);
+  WriteSettings(garbage + std::string(100000, '\xA7'));
+  Start();
+  EnterStations();
+  Predict();
+  TypeInto(TextField::kLocalPwr, "321");
+  CloseWindow();
+  EXPECT_TRUE(std::filesystem::exists(config_ / "marlo/Skyhop.ini.damaged"));
+  Start();
+  EXPECT_EQ(Text(TextField::kLocalPwr), "321");
+  EXPECT_TRUE(dialogs_.messages.empty());
+}
+
+TEST_F(WindowOverTime, ToolTipsAreSwitchedOffByTheirSetting) {
+  Start();
+  const wxToolTip* const tip = Field(TextField::kLocalLat).GetToolTip();
+  ASSERT_NE(tip, nullptr);
+  EXPECT_EQ(tip->GetTip(), "your latitude (strike Enter to update your Grid Square)");
+  CloseWindow();
+  WriteSettings("[General]\nShowToolTips=False\n");
+  Start();
+  for (const wxWindow* window : Descendants(Frame())) {
+    EXPECT_EQ(window->GetToolTip(), nullptr) << window->GetName();
+  }
+}
+
+}  // namespace
+}  // namespace skyhop::testing

@@ -1,0 +1,79 @@
+// The program as a process of its own.
+
+#include <csignal>
+
+#include "common/files.h"
+#include "gui_fixture.h"
+#include "started_program.h"
+
+namespace skyhop::testing {
+namespace {
+
+class ProgramAsProcess : public GuiTest {
+ protected:
+  /// Starts the program in this test's folders and waits for its window.
+  std::unique_ptr<StartedProgram> StartProcess() {
+    auto program = std::make_unique<StartedProgram>(SKYHOP_PROGRAM);
+    EXPECT_TRUE(PumpUntil([&] { return program->HasWindow("Skyhop"); })) << "no window";
+    return program;
+  }
+};
+
+TEST_F(ProgramAsProcess, ASecondInstanceIsRefusedAndTheFirstGoesOn) {
+  const auto first = StartProcess();
+  StartedProgram second(SKYHOP_PROGRAM);
+  ASSERT_TRUE(PumpUntil([&] { return second.HasWindow("Skyhop"); })) << "no message";
+  EXPECT_FALSE(second.Ended()) << "the message waits for the user";
+  // A key that comes before the box has the keyboard is lost, so it may take more than one.
+  EXPECT_TRUE(PumpUntil([&] {
+    second.PressKey("Return");
+    return second.Ended();
+  }));
+  EXPECT_FALSE(first->Ended());
+
+  // The same within this process, where the words can be read.
+  {
+    SkyhopProgram third;
+    EXPECT_FALSE(third.Start());
+  }
+  ASSERT_EQ(dialogs_.messages.size(), 1U);
+  EXPECT_EQ(dialogs_.messages[0].first, "Skyhop");
+  EXPECT_EQ(dialogs_.messages[0].second, "Skyhop is already running on this PC");
+
+  ASSERT_TRUE(PumpUntil([&] {
+    // The window manager's key for the frame's close button.
+    first->PressKey("alt+F4");
+    return first->Ended();
+  }));
+  EXPECT_EQ(first->Status(), 0);
+  Start();
+  EXPECT_EQ(dialogs_.messages.size(), 1U) << "the first one has gone";
+}
+
+TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    std::filesystem::remove(SettingsFile());
+    const auto program = StartProcess();
+    program->Send(signal);
+    ASSERT_TRUE(PumpUntil([&] { return program->Ended(); })) << signal;
+    EXPECT_EQ(program->Status(), 0) << signal;
+    EXPECT_NE(Settings().find("IonCapLeft="), std::string::npos) << signal;
+    EXPECT_NE(Settings().find("Power="), std::string::npos) << signal;
+  }
+}
+
+TEST_F(ProgramAsProcess, ARequestToEndIsFollowedWhileAMessageIsOpen) {
+  const auto program = StartProcess();
+  // Without a DX station the key raises a message.
+  ASSERT_TRUE(PumpUntil([&] {
+    program->PressKey("F5");
+    return program->Windows() > 1;
+  }));
+  program->Send(SIGTERM);
+  ASSERT_TRUE(PumpUntil([&] { return program->Ended(); }));
+  EXPECT_EQ(program->Status(), 0);
+  EXPECT_NE(Settings().find("IonCapLeft="), std::string::npos);
+}
+
+}  // namespace
+}  // namespace skyhop::testing

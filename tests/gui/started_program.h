@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace skyhop::testing {
+
+/// A window program that runs beside the test; killed when this object goes.
+class StartedProgram {
+ public:
+  /// Throws std::system_error when it cannot be started.
+  explicit StartedProgram(const std::filesystem::path& program);
+  ~StartedProgram();
+  StartedProgram(const StartedProgram&) = delete;
+  StartedProgram& operator=(const StartedProgram&) = delete;
+
+  [[nodiscard]] bool Ended();
+  /// Exit status, -1 while it runs and when a signal has ended it.
+  [[nodiscard]] int Status() const { return status_; }
+  void Send(int signal) const;
+
+  /// How many windows of it are on the screen, and whether one's title begins with `title`.
+  [[nodiscard]] std::size_t Windows() const { return Find(".").size(); }
+  [[nodiscard]] bool HasWindow(const std::string& title) const {
+    return !Find("^" + title).empty();
+  }
+  /// Strikes a key in its newest window.
+  void PressKey(const std::string& key) const;
+
+ private:
+  [[nodiscard]] std::vector<std::string> Find(const std::string& title) const;
+
+  int process_ = -1;
+  bool ended_ = false;
+  int status_ = -1;
+};
+
+}  // namespace skyhop::testing
