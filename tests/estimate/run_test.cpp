@@ -143,11 +143,11 @@ int StatusOfProgram(const Site& site, const std::filesystem::path& errors) {
   WriteFile(driver, DriverFor(site.deck, site.results));
   const std::string command = "\"" SKYHOP_ESTIMATE_ENGINE "\" < \"" + PathText(driver) +
                               "\" 2> \"" + PathText(errors) + "\"";
-  const int status = std::system(command.c_str());
 #ifdef WEXITSTATUS
-  return WEXITSTATUS(status);
+  return WEXITSTATUS(std::system(command.c_str()));
 #else
-  return status;
+  // This system's command processor takes the outermost quotes away.
+  return std::system(("\"" + command + "\"").c_str());
 #endif
 }
 
@@ -164,7 +164,7 @@ TEST(EstimateProgram, FailsWithAMessageAndWithoutResults) {
   WriteFile(site.deck, "SYSTEM    *****");
   const std::filesystem::path errors = site.folder / "errors.txt";
   EXPECT_EQ(StatusOfProgram(site, errors), 1);
-  EXPECT_EQ(ReadFile(errors, 1 << 20),
+  EXPECT_EQ(ReplaceAll(ReadFile(errors, 1 << 20), "\r\n", "\n"),
             "skyhop-estimate: " + PathText(site.deck) +
                 ", line 1, SYSTEM card, columns 11-15: power in kW \"*****\" is not a number\n");
   EXPECT_FALSE(std::filesystem::exists(site.results));
