@@ -14,6 +14,7 @@
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/program.h"
+#include "common/text.h"
 #include "support/temporary_folder.h"
 
 namespace skyhop::estimate {
