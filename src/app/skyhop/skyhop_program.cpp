@@ -1,7 +1,10 @@
 #include "app/skyhop/skyhop_program.h"
 
 #include <wx/bmpbndl.h>
-#include <wx/icon.h>
+#include <wx/iconbndl.h>
+#ifdef __WXMSW__
+#include <wx/msw/private.h>
+#endif
 
 #include "common/files.h"
 #include "common/program.h"
@@ -27,6 +30,16 @@ class FactsWithMonitors : public MachineFacts {
  private:
   std::unique_ptr<MachineFacts> facts_;
 };
+
+wxIconBundle ProgramIcons() {
+#ifdef __WXMSW__
+  // Drawn for each size, in the executable itself.
+  return {"#1", wxGetInstance()};
+#else
+  const wxIconBundle icons = ProgramIcons();
+  return icon.IsOk() ? wxIconBundle(icon.GetIcon(wxSize(64, 64))) : wxIconBundle();
+#endif
+}
 
 }  // namespace
 
@@ -90,7 +103,7 @@ SkyhopProgram::SkyhopProgram()
       ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
   for (wxTopLevelWindow* window : {static_cast<wxTopLevelWindow*>(frame_),
                                    static_cast<wxTopLevelWindow*>(configuration_frame_)}) {
-    if (icon.IsOk()) window->SetIcon(icon.GetIcon(wxSize(64, 64)));
+    if (!icons.IsEmpty()) window->SetIcons(icons);
   }
   configuration_frame_->Attach(configuration_window_);
   frame_->Attach(&controller_);
