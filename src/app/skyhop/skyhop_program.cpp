@@ -36,7 +36,8 @@ wxIconBundle ProgramIcons() {
   // Drawn for each size, in the executable itself.
   return {"#1", wxGetInstance()};
 #else
-  const wxIconBundle icons = ProgramIcons();
+  const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
+      ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
   return icon.IsOk() ? wxIconBundle(icon.GetIcon(wxSize(64, 64))) : wxIconBundle();
 #endif
 }
@@ -99,8 +100,7 @@ SkyhopProgram::SkyhopProgram()
       windows_({frame_.get(), configuration_frame_.get()}) {
   links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
   diagnostics_.SetPeerCaption([this] { return links_.InteropCaption(); });
-  const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
-      ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
+  const wxIconBundle icons = ProgramIcons();
   for (wxTopLevelWindow* window : {static_cast<wxTopLevelWindow*>(frame_),
                                    static_cast<wxTopLevelWindow*>(configuration_frame_)}) {
     if (!icons.IsEmpty()) window->SetIcons(icons);
