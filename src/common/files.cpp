@@ -20,11 +20,14 @@ void WriteFileFor(const std::filesystem::path& path, const std::string& content,
   errno = 0;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file) {
-    const Error error = LastFileError(what);
+    const int reason = errno;
     // Systems do not agree on what is wrong with that.
     std::error_code ignored;
-    if (!std::filesystem::is_directory(path, ignored)) throw error;
-    throw Error(errors::kPathFileAccess, what + ": it is a folder");
+    if (std::filesystem::is_directory(path, ignored)) {
+      throw Error(errors::kPathFileAccess, what + ": it is a folder");
+    }
+    errno = reason;
+    throw LastFileError(what);
   }
   file.write(content.data(), static_cast<std::streamsize>(content.size()));
   file.close();

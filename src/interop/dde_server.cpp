@@ -9,7 +9,7 @@ namespace skyhop {
 namespace {
 
 constexpr const char* kName = "DDEServer.Form_LinkExecute";
-constexpr std::size_t kRoleDigits = 3;
+constexpr std::size_t kSenderDigits = 3;
 
 }  // namespace
 
@@ -59,11 +59,11 @@ void DDEServer::Postpone(const std::string& command) {
 
 void DDEServer::CarryOut(const std::string& command) {
   with_.diagnostics.Trap(kName, [&] {
-    sender_ = ToInteger(std::string_view(command).substr(0, kRoleDigits));
-    if (command.size() < kRoleDigits) {
+    sender_ = ToInteger(std::string_view(command).substr(0, kSenderDigits));
+    if (command.size() < kSenderDigits) {
       throw Error(errors::kTypeMismatch, "the command has no role of three digits");
     }
-    const std::string_view text = std::string_view(command).substr(kRoleDigits);
+    const std::string_view text = std::string_view(command).substr(kSenderDigits);
     for (const Command& known : kCommands) {
       const std::string_view word = known.word;
       if (!EqualsIgnoringCase(text.substr(0, word.size()), word)) continue;

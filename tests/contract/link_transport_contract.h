@@ -22,6 +22,9 @@ namespace skyhop::testing {
 struct LinkBackend {
   const char* name;
   std::function<std::unique_ptr<LinkWorld>()> make;
+
+  /// What the test's report calls it.
+  friend void PrintTo(const LinkBackend& backend, std::ostream* out) { *out << backend.name; }
 };
 
 /// Texts that have to survive a link.
@@ -49,7 +52,7 @@ class LinkTransportContract : public ::testing::TestWithParam<LinkBackend> {
     peer_->Serve("DDEServer", {});
   }
   std::unique_ptr<LinkConversation> Connect(const std::string& topic = "TesseraMain") {
-    return links_->Connect("Tessera", topic, listener_);
+    return ConnectPatiently(*links_, "Tessera", topic, listener_);
   }
   int ConnectError(const std::string& application, const std::string& topic) {
     try {
@@ -208,7 +211,7 @@ TEST_P(LinkTransportContract, ManyConversationsAreKeptApart) {
   std::vector<std::unique_ptr<LinkConversation>> conversations;
   for (RecordingListener& listener : listeners) {
     const bool odd = conversations.size() % 2 == 1;
-    conversations.push_back(links_->Connect("Tessera", "TesseraMain", listener));
+    conversations.push_back(ConnectPatiently(*links_, "Tessera", "TesseraMain", listener));
     conversations.back()->Advise(odd ? "Country" : "SelectedLatitude");
   }
   EXPECT_TRUE(RunUntil([&] {
@@ -218,7 +221,10 @@ TEST_P(LinkTransportContract, ManyConversationsAreKeptApart) {
   peer_->Publish("TesseraMain", "Country", "Malta");
   conversations.front().reset();
   peer_.reset();
-  EXPECT_TRUE(RunUntil([&] { return listeners.back().closed > 0; }));
+  EXPECT_TRUE(RunUntil([&] {
+    return std::all_of(listeners.begin() + 1, listeners.end(),
+                       [](const RecordingListener& one) { return one.closed > 0; });
+  }));
   world_->RunShortly();
   for (std::size_t i = 1; i < listeners.size(); ++i) {
     const Changes odd = {{"Country", "England"}, {"Country", "Malta"}};

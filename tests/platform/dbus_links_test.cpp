@@ -90,7 +90,7 @@ TEST_F(DBusLinksBusTest, WhenTheBusEndsSoDoTheLinks) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   peer.Serve("TesseraMain", {{"Country", "England"}});
-  const auto conversation = links.Connect("Tessera", "TesseraMain", listener_);
+  const auto conversation = ConnectPatiently(links, "Tessera", "TesseraMain", listener_);
   links.Serve("DDEServer", topic_);
   world_.Down();
   EXPECT_TRUE(world_.RunUntil([&] { return listener_.closed > 0; }));
@@ -107,7 +107,7 @@ TEST_F(DBusLinksBusTest, GarbageIsRefusedOrIgnored) {
   links.Serve("DDEServer", topic_);
   LinkPeerProcess peer("Tessera");
   peer.Serve("TesseraMain", {{"Country", "England"}});
-  const auto conversation = links.Connect("Tessera", "TesseraMain", listener_);
+  const auto conversation = ConnectPatiently(links, "Tessera", "TesseraMain", listener_);
   conversation->Advise("Country");
   peer.SendGarbage("Skyhop", "DDEServer");
   peer.Publish("TesseraMain", "Country", "Malta");
@@ -122,7 +122,7 @@ TEST_F(DBusLinksBusTest, NobodyElseCanSpeakForAPeer) {
   LinkPeerProcess peer("Tessera");
   LinkPeerProcess stranger("Stranger");
   for (LinkPeerProcess* one : {&peer, &stranger}) one->Serve("TesseraMain", {{"Country", "x"}});
-  const auto conversation = links.Connect("Tessera", "TesseraMain", listener_);
+  const auto conversation = ConnectPatiently(links, "Tessera", "TesseraMain", listener_);
   conversation->Advise("Country");
   stranger.Publish("TesseraMain", "Country", "forged");
   peer.Publish("TesseraMain", "Country", "true");
@@ -135,7 +135,7 @@ TEST_F(DBusLinksBusTest, BytesThatAreNotUtf8AreReplaced) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   peer.Serve("DDEServer", {});
-  const auto conversation = links.Connect("Tessera", "DDEServer", listener_);
+  const auto conversation = ConnectPatiently(links, "Tessera", "DDEServer", listener_);
   conversation->Execute(std::string("a\xFF\0b", 4));
   EXPECT_TRUE(world_.RunUntil([&] { return !peer.Executed().empty(); }));
   EXPECT_EQ(peer.Executed(), Texts{"a\xEF\xBF\xBD\xEF\xBF\xBD"
@@ -157,7 +157,7 @@ TEST_F(DBusLinksBusTest, APeerThatHangsIsNotWaitedForWithCommands) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   peer.Serve("DDEServer", {});
-  const auto conversation = links.Connect("Tessera", "DDEServer", listener_);
+  const auto conversation = ConnectPatiently(links, "Tessera", "DDEServer", listener_);
   peer.Hang();
   const auto start = std::chrono::steady_clock::now();
   conversation->Execute("005test");

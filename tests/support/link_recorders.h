@@ -2,11 +2,13 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "common/errors.h"
 #include "interop/link_transport.h"
 
 namespace skyhop::testing {
@@ -40,5 +42,21 @@ class RecordingTopic : public LinkTopic {
   std::vector<std::string> executed;
   std::map<std::string, std::string> items;
 };
+
+/// Connects, trying again like the program itself: a busy machine may take longer than a call
+/// waits.
+inline std::unique_ptr<LinkConversation> ConnectPatiently(LinkTransport& links,
+                                                          const std::string& application,
+                                                          const std::string& topic,
+                                                          LinkListener& listener) {
+  constexpr int longest = 20;
+  for (int attempt = 1;; ++attempt) {
+    try {
+      return links.Connect(application, topic, listener);
+    } catch (const Error& error) {
+      if (error.Number() != errors::kLinkTimedOut || attempt == longest) throw;
+    }
+  }
+}
 
 }  // namespace skyhop::testing
