@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/skyhop/space_weather_parts.h"
 #include "common/instance_guard.h"
 #include "common/settings.h"
 #include "engine/ioncap_script.h"
@@ -16,7 +17,9 @@
 #include "platform/platform.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/wx/conditions_frame.h"
 #include "ui/wx/configuration_frame.h"
+#include "ui/wx/forecast_frame.h"
 #include "ui/wx/prediction_frame.h"
 #include "ui/wx/wx_messages.h"
 
@@ -34,8 +37,9 @@ class SkyhopProgram : private ConfigurationHost {
   /// Starts the program and shows its window. Returns false when it has to end at once.
   [[nodiscard]] bool Start();
 
-  /// Ends the program as the main window's close button does.
-  void CloseWindow();
+  /// Ends the program as the main window's close button does. Returns false while the window is
+  /// busy; it closes as soon as it can.
+  bool CloseWindow();
 
   [[nodiscard]] PredictionFrame& Frame() { return *frame_; }
   [[nodiscard]] Diagnostics& GetDiagnostics() { return diagnostics_; }
@@ -44,6 +48,8 @@ class SkyhopProgram : private ConfigurationHost {
 
  private:
   void ResetWindows() override;
+  [[nodiscard]] std::vector<SideFrame*> SideFrames() const;
+  void AttachWindows();
 
   std::filesystem::path folder_;
   std::unique_ptr<Clock> clock_;
@@ -70,10 +76,12 @@ class SkyhopProgram : private ConfigurationHost {
   IONCAPModule::ItsScript its_script_;
   IONCAPModule::Results results_;
   IONCAPModule::RunControl run_;
+  wxWeakRef<ForecastFrame> forecast_frame_;
+  wxWeakRef<ConditionsFrame> conditions_frame_;
+  SpaceWeatherParts space_weather_;
   // Parts that this build does not have.
   CommandServer server_;
   PeerLinks peers_;
-  SpaceWeather space_weather_;
   PointPrediction point_prediction_;
   BeaconMonitor beacons_;
   PeerOverview peer_overview_;

@@ -45,6 +45,7 @@ class IoncapConfig : public ConfigurationWindow {
     FreqDependentModule::BandTable& bands;
     EngineProbe& probe;
     const PeerOverview& peers;
+    const SpaceWeather& space_weather;
     ConfigurationHost& host;
     UserMessages& messages;
     const Common::Settings& settings;
@@ -101,6 +102,7 @@ class IoncapConfig : public ConfigurationWindow {
   void Fill();
   void FillBands();
   void FillUrl(PanelText url);
+  void ShowUrlNotes();
   void ShowModes(int selected);
   void ShowFindings();
   void ShowStationSource();

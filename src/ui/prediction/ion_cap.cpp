@@ -167,6 +167,11 @@ void IonCap::PutDownloaded(TextField field, const std::string& text) {
   with_.diagnostics.Trap("IonCap.PutDownloaded", [&] { Put(field, text); });
 }
 
+std::string IonCap::OriginOf(TextField field) const {
+  return with_.diagnostics.Trap("IonCap.OriginOf", std::string(),
+                                [&] { return with_.space_weather.OriginOf(field); });
+}
+
 void IonCap::SetShutdownTrigger() {
   with_.diagnostics.Trap("IonCap.SetShutdownTrigger", [&] {
     with_.view.StartTimer(WindowTimer::kShutDownTimer, kShutDownDelay);
