@@ -2,7 +2,7 @@
 
 #include <wx/uiaction.h>
 
-#include <algorithm>
+#include <cstdlib>
 
 #include "common/dates.h"
 #include "common/files.h"
@@ -56,6 +56,11 @@ class SpaceWeatherWindows : public GuiTest {
   [[nodiscard]] static wxFrame& Window(const char* name) {
     return *dynamic_cast<wxFrame*>(wxWindow::FindWindowByName(name));
   }
+  /// Window managers frame windows in ways of their own.
+  [[nodiscard]] static bool HasSize(const char* name, int width, int height) {
+    const wxSize size = Window(name).GetSize();
+    return std::abs(size.x - width) < 30 && std::abs(size.y - height) < 30;
+  }
   template <class Kind>
   [[nodiscard]] static Kind& Only(const wxWindow& window) {
     for (wxWindow* child : Descendants(window)) {
@@ -63,7 +68,11 @@ class SpaceWeatherWindows : public GuiTest {
     }
     throw std::logic_error("no such control");
   }
-  void Command(Button button) { Click(*Frame().Controls().ButtonOf(button)); }
+  void Command(Button button) {
+    wxButton& control = *Frame().Controls().ButtonOf(button);
+    ShowPageOf(control);
+    Click(control);
+  }
   [[nodiscard]] static int Seen(const wxWindow& canvas, Color color) {
     const wxSize size = canvas.GetClientSize();
     return CountPixels(ScreenPart(canvas, {0, 0, double(size.x), double(size.y)}), color, 4);
@@ -115,13 +124,14 @@ TEST_F(SpaceWeatherWindows, CurrentConditionsFillFluxAndKAndAreShown) {
             "The estimated planetary K-index at 1200 UTC on 15 November was 3.33.");
   EXPECT_FALSE(bulletin.IsEditable());
   Window("CurrentConditions").SetSize(120, 90, 560, 330);
-  ASSERT_TRUE(PumpUntil([&] { return Window("CurrentConditions").GetSize() == wxSize(560, 330); }));
+  ASSERT_TRUE(PumpUntil([&] { return HasSize("CurrentConditions", 560, 330); }));
   Press('W', wxMOD_CONTROL);
   ASSERT_TRUE(PumpUntil([&] { return !Window("CurrentConditions").IsShown(); }));
   CloseWindow();
   Start();
   Command(Button::kCurrentCmd);
-  EXPECT_TRUE(PumpUntil([&] { return Window("CurrentConditions").GetSize() == wxSize(560, 330); }));
+  EXPECT_TRUE(PumpUntil([&] { return HasSize("CurrentConditions", 560, 330); }))
+      << Window("CurrentConditions").GetSize().x << "x" << Window("CurrentConditions").GetSize().y;
 }
 
 TEST_F(SpaceWeatherWindows, TheForecastPaintsThreeGraphsAndReadsOutItsDays) {

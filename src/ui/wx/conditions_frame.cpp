@@ -1,6 +1,6 @@
 #include "ui/wx/conditions_frame.h"
 
-#include <wx/settings.h>
+#include <wx/panel.h>
 #include <wx/sizer.h>
 
 #include "ui/wx/wx_text.h"
@@ -8,15 +8,18 @@
 namespace skyhop {
 
 ConditionsFrame::ConditionsFrame(wxWindow* parent)
-    : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)),
-      text_(new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
-                           wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP | wxBORDER_NONE)) {
-  wxFont font = wxSystemSettings::GetFont(wxSYS_ANSI_FIXED_FONT);
-  font.SetPointSize(GetFont().GetPointSize());
-  text_->SetFont(font);
+    : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)) {
+  // The panel gives the margin its colour.
+  auto* base = new wxPanel(this);
+  text_ = new wxTextCtrl(base, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                         wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+  text_->SetFont(wxFontInfo(GetFont().GetFractionalPointSize()).Family(wxFONTFAMILY_TELETYPE));
   text_->SetName("Current conditions bulletin");
+  auto* margin = new wxBoxSizer(wxVERTICAL);
+  margin->Add(text_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(6)));
+  base->SetSizer(margin);
   auto* whole = new wxBoxSizer(wxVERTICAL);
-  whole->Add(text_, wxSizerFlags(1).Expand());
+  whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
   SetMinSize(FromDIP(wxSize(320, 160)));
 }

@@ -28,7 +28,7 @@ class ConditionsFrame : public SideFrame, public ConditionsView {
   void UserCloses() override;
 
   CurrentConditions* controller_ = nullptr;
-  wxTextCtrl* text_;
+  wxTextCtrl* text_ = nullptr;
 };
 
 }  // namespace skyhop
