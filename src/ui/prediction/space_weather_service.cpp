@@ -77,7 +77,7 @@ std::string SpaceWeatherService::LastForecast() const {
   const std::string from = with_.forecast.Source() == with_.host.Url(DownloadKind::kForecast)
                                ? ""
                                : " from " + with_.forecast.Source();
-  return "Forecast of " + AgeText(*filled, with_.clock.UtcNow()) + " (" + MomentText(*filled) +
+  return "Forecast, " + AgeText(*filled, with_.clock.UtcNow()) + " (" + MomentText(*filled) +
          ")" + from;
 }
 
