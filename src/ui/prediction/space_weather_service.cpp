@@ -77,8 +77,8 @@ std::string SpaceWeatherService::LastForecast() const {
   const std::string from = with_.forecast.Source() == with_.host.Url(DownloadKind::kForecast)
                                ? ""
                                : " from " + with_.forecast.Source();
-  return "Forecast, " + AgeText(*filled, with_.clock.UtcNow()) + " (" + MomentText(*filled) +
-         ")" + from;
+  return "Forecast, " + AgeText(*filled, with_.clock.UtcNow()) + " (" + MomentText(*filled) + ")" +
+         from;
 }
 
 std::string SpaceWeatherService::LastGiven(PanelText url) const {
