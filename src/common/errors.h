@@ -24,6 +24,8 @@ inline constexpr int kPermissionDenied = 70;
 inline constexpr int kDiskNotReady = 71;
 inline constexpr int kPathFileAccess = 75;
 inline constexpr int kPathNotFound = 76;
+inline constexpr int kNoLinkPartner = 282;
+inline constexpr int kLinkTimedOut = 286;
 }  // namespace errors
 
 /// A run-time error with its number and a description that says what was wrong and where.

@@ -19,7 +19,13 @@ void WriteFileFor(const std::filesystem::path& path, const std::string& content,
                   const std::string& what) {
   errno = 0;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file) throw LastFileError(what);
+  if (!file) {
+    const Error error = LastFileError(what);
+    // Systems do not agree on what is wrong with that.
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(path, ignored)) throw error;
+    throw Error(errors::kPathFileAccess, what + ": it is a folder");
+  }
   file.write(content.data(), static_cast<std::streamsize>(content.size()));
   file.close();
   if (!file) throw LastFileError(what);

@@ -55,6 +55,10 @@ class EngineLauncher {
   /// Throws Error 5 for a path that no line can hold.
   [[nodiscard]] virtual std::string BatchText(const std::filesystem::path& path) const = 0;
 
+  /// How a path stands on a line of a driver file, which the engine itself reads: as it is.
+  /// Throws Error 5 for a path that no line can hold.
+  [[nodiscard]] virtual std::string DriverText(const std::filesystem::path& path) const = 0;
+
   /// What ends a line of a batch or driver file.
   [[nodiscard]] virtual std::string LineEnd() const = 0;
 };

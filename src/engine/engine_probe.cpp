@@ -170,8 +170,9 @@ void EngineProbe::WriteFiles(const Run& run) const {
   std::string command = launcher.BatchText(executable);
   if (IsIonCap(run.engine)) {
     command += " < " + launcher.BatchText(run.short_folder / kDriverName);
-    WriteFile(run.File(kDriverName), PathText(run.short_folder / kDeckName) + end +
-                                         PathText(run.short_folder / kResultsName) + end);
+    WriteFile(run.File(kDriverName), launcher.DriverText(run.short_folder / kDeckName) + end +
+                                         launcher.DriverText(run.short_folder / kResultsName) +
+                                         end);
   } else {
     change_folder = launcher.BatchText(run.short_folder / "run");
     command +=

@@ -60,13 +60,8 @@ bool RunControl::WriteBatch(const std::filesystem::path& batch, const std::files
 void RunControl::WriteDriver(const std::filesystem::path& driver,
                              const std::filesystem::path& script,
                              const std::filesystem::path& results) {
-  const std::string script_text = PathText(script);
-  const std::string results_text = PathText(results);
-  // The engine reads one path a line and knows no quotes.
-  if ((script_text + results_text).find_first_of("\r\n") != std::string::npos) {
-    throw Error(errors::kInvalidCall,
-                "the engine cannot be told a path with a line break: " + results_text);
-  }
+  const std::string script_text = with_.launcher.DriverText(script);
+  const std::string results_text = with_.launcher.DriverText(results);
   if (!DeleteWithRetries(driver, with_.pause)) {
     throw Error(errors::kPathFileAccess, "could not delete " + PathText(driver));
   }

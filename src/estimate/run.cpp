@@ -1,6 +1,7 @@
 #include "estimate/run.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <istream>
 #include <ostream>
 #include <system_error>
@@ -20,6 +21,20 @@ constexpr std::string_view kUsage =
     "\n"
     "Estimates MUF, FOT, HPF and LUF of a radio circuit by the hour. The driver has two lines:\n"
     "the path of the deck to read and the path of the results file to write.\n";
+
+/// The path that a line of the driver names. Where paths are made of wide characters, whoever wrote
+/// the line had a choice: UTF-8, or the code page of the machine, as for any other engine.
+std::filesystem::path NamedPath(const std::string& line) {
+  try {
+    return PathFromText(line);
+  } catch (const std::filesystem::filesystem_error&) {
+    // No UTF-8. Where paths are bytes, any will do and this is never reached.
+    std::wstring wide(line.size() + 1, L'\0');
+    const std::size_t length = std::mbstowcs(wide.data(), line.c_str(), wide.size());
+    if (length == static_cast<std::size_t>(-1)) throw;
+    return wide.substr(0, length);
+  }
+}
 
 std::filesystem::path ReadPath(std::istream& in, const std::string& what) {
   static constexpr std::size_t kLongest = 32768;
@@ -41,7 +56,7 @@ std::filesystem::path ReadPath(std::istream& in, const std::string& what) {
   if (line.find('\0') != std::string::npos) {
     throw Error(errors::kInvalidCall, "driver, " + what + ": the path holds a null byte");
   }
-  return PathFromText(line);
+  return NamedPath(line);
 }
 
 }  // namespace

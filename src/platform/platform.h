@@ -26,6 +26,10 @@ namespace skyhop::platform {
 /// A pause that just sleeps, for programs without a window.
 [[nodiscard]] std::unique_ptr<Pause> MakePause();
 
+/// Has the console of a program without a window take UTF-8. Returns the program's arguments, its
+/// name first, as UTF-8.
+[[nodiscard]] std::vector<std::string> StartConsole(int argc, const char* const* argv);
+
 /// The program's own folder: its band definitions, its error log, the engines' folders.
 /// Throws the Errors of FileError when it cannot be created.
 [[nodiscard]] std::filesystem::path ProgramFolder();

@@ -41,6 +41,9 @@ class FakeLauncher : public EngineLauncher {
   [[nodiscard]] std::string BatchText(const std::filesystem::path& path) const override {
     return "[" + PathText(path) + "]";
   }
+  [[nodiscard]] std::string DriverText(const std::filesystem::path& path) const override {
+    return PathText(path);
+  }
   [[nodiscard]] std::string LineEnd() const override { return "|\n"; }
 
   int code = 42;

@@ -1,10 +1,15 @@
 #include "app/skyhop/skyhop_program.h"
 
 #include <wx/bmpbndl.h>
-#include <wx/icon.h>
+#include <wx/iconbndl.h>
+#ifdef __WXMSW__
+#include <wx/msw/private.h>
+#endif
 
 #include "common/files.h"
+#include "common/program.h"
 #include "platform/desktop.h"
+#include "platform/links.h"
 #include "ui/wx/normal_place.h"
 #include "ui/wx/wx_text.h"
 
@@ -25,6 +30,17 @@ class FactsWithMonitors : public MachineFacts {
  private:
   std::unique_ptr<MachineFacts> facts_;
 };
+
+wxIconBundle ProgramIcons() {
+#ifdef __WXMSW__
+  // Drawn for each size, in the executable itself.
+  return {"#1", wxGetInstance()};
+#else
+  const wxBitmapBundle icon = wxBitmapBundle::FromSVGFile(
+      ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
+  return icon.IsOk() ? wxIconBundle(icon.GetIcon(wxSize(64, 64))) : wxIconBundle();
+#endif
+}
 
 }  // namespace
 
@@ -55,11 +71,13 @@ SkyhopProgram::SkyhopProgram()
       conditions_frame_(new ConditionsFrame(nullptr)),
       space_weather_({frame_->View(), *forecast_frame_, *conditions_frame_, configuration_,
                       messages_, settings_, diagnostics_, *clock_, pause_, folder_}),
+      transport_(platform::MakeLinkTransport(kProductName)),
+      links_(*transport_, frame_->View(), diagnostics_),
       probe_({*locker_, *launcher_, pause_, diagnostics_, folder_}),
       configuration_frame_(new ConfigurationFrame(nullptr)),
-      configuration_window_({*configuration_frame_, configuration_, bands_, probe_, peer_overview_,
-                             space_weather_.service, *this, messages_, settings_, diagnostics_,
-                             folder_}),
+      configuration_window_({*configuration_frame_, configuration_, bands_, probe_,
+                             links_.Overview(), space_weather_.service, *this, messages_, settings_,
+                             diagnostics_, folder_}),
       controller_({frame_->View(),
                    panel_,
                    pane_,
@@ -72,8 +90,8 @@ SkyhopProgram::SkyhopProgram()
                    *launcher_,
                    *instance_,
                    *locker_,
-                   server_,
-                   peers_,
+                   links_.Server(),
+                   links_.Peers(),
                    space_weather_.service,
                    point_prediction_,
                    beacons_,
@@ -82,7 +100,11 @@ SkyhopProgram::SkyhopProgram()
                    diagnostics_,
                    *clock_,
                    folder_,
-                   platform::HelpFile(folder_)}) {
+                   platform::HelpFile(folder_)}),
+      windows_({frame_.get(), configuration_frame_.get(), forecast_frame_.get(),
+                conditions_frame_.get()}) {
+  links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
+  diagnostics_.SetPeerCaption([this] { return links_.InteropCaption(); });
   AttachWindows();
 }
 
@@ -105,12 +127,10 @@ std::vector<SideFrame*> SkyhopProgram::SideFrames() const {
 }
 
 void SkyhopProgram::AttachWindows() {
-  const wxBitmapBundle bundle = wxBitmapBundle::FromSVGFile(
-      ToWx(PathText(platform::DataFile("icons/skyhop.svg"))), wxSize(64, 64));
-  if (bundle.IsOk()) {
-    const wxIcon icon = bundle.GetIcon(wxSize(64, 64));
-    frame_->SetIcon(icon);
-    for (SideFrame* frame : SideFrames()) frame->SetIcon(icon);
+  const wxIconBundle icons = ProgramIcons();
+  if (!icons.IsEmpty()) {
+    frame_->SetIcons(icons);
+    for (SideFrame* frame : SideFrames()) frame->SetIcons(icons);
   }
   configuration_frame_->Attach(configuration_window_);
   forecast_frame_->Attach(space_weather_.forecast_window);

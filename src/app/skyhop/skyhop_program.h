@@ -8,12 +8,15 @@
 #include <functional>
 #include <memory>
 
+#include "app/skyhop/program_links.h"
+#include "app/skyhop/program_windows.h"
 #include "app/skyhop/space_weather_parts.h"
 #include "common/instance_guard.h"
 #include "common/settings.h"
 #include "engine/ioncap_script.h"
 #include "engine/its_script.h"
 #include "engine/run_lock.h"
+#include "interop/link_transport.h"
 #include "platform/platform.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
@@ -79,16 +82,16 @@ class SkyhopProgram : private ConfigurationHost {
   wxWeakRef<ForecastFrame> forecast_frame_;
   wxWeakRef<ConditionsFrame> conditions_frame_;
   SpaceWeatherParts space_weather_;
+  std::unique_ptr<LinkTransport> transport_;
+  ProgramLinks links_;
   // Parts that this build does not have.
-  CommandServer server_;
-  PeerLinks peers_;
   PointPrediction point_prediction_;
   BeaconMonitor beacons_;
-  PeerOverview peer_overview_;
   EngineProbe probe_;
   wxWeakRef<ConfigurationFrame> configuration_frame_;
   IoncapConfig configuration_window_;
   IonCap controller_;
+  ProgramWindows windows_;
 };
 
 }  // namespace skyhop

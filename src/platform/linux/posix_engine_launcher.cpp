@@ -248,4 +248,14 @@ std::string PosixEngineLauncher::BatchText(const std::filesystem::path& path) co
   return quoted + "'";
 }
 
+std::string PosixEngineLauncher::DriverText(const std::filesystem::path& path) const {
+  // The engine reads one path a line and knows no quotes.
+  std::string text = path.string();
+  if (text.find_first_of("\r\n") != std::string::npos) {
+    throw Error(errors::kInvalidCall,
+                "the engine cannot be told a path with a line break: " + text);
+  }
+  return text;
+}
+
 }  // namespace skyhop::platform

@@ -26,6 +26,7 @@ class PosixEngineLauncher : public EngineLauncher {
   [[nodiscard]] std::string Output(ProcessId process) override;
   [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override;
   [[nodiscard]] std::string BatchText(const std::filesystem::path& path) const override;
+  [[nodiscard]] std::string DriverText(const std::filesystem::path& path) const override;
   [[nodiscard]] std::string LineEnd() const override { return "\n"; }
 
  private:

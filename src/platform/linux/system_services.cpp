@@ -132,6 +132,10 @@ std::unique_ptr<EngineLauncher> MakeEngineLauncher() {
   return std::make_unique<PosixEngineLauncher>();
 }
 
+std::vector<std::string> StartConsole(int argc, const char* const* argv) {
+  return {argv, argv + argc};
+}
+
 std::unique_ptr<Pause> MakePause() {
   return std::make_unique<SleepingPause>();
 }

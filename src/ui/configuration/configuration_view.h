@@ -72,6 +72,7 @@ struct PeerState {
   std::string name;
   std::string purpose;  ///< what the link serves
   bool connected = false;
+  bool can_connect = false;  ///< whether its Connect button can be used
 
   friend bool operator==(const PeerState&, const PeerState&) = default;
 };

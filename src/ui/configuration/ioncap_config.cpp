@@ -34,9 +34,9 @@ std::string FindingText(const EngineFinding& finding) {
 }  // namespace
 
 std::vector<PeerState> PeerOverview::Peers() const {
-  return {{"Gleaner", "spots and solar indices", false},
-          {"Tessera", "locations and antenna rotation", false},
-          {"Tuneward", "transceiver control", false}};
+  return {{"Gleaner", "spots and solar indices", false, false},
+          {"Tessera", "locations and antenna rotation", false, false},
+          {"Tuneward", "transceiver control", false, false}};
 }
 
 IoncapConfig::IoncapConfig(Collaborators collaborators) : with_(std::move(collaborators)) {

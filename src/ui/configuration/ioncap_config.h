@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -29,6 +30,8 @@ class PeerOverview {
  public:
   virtual ~PeerOverview() = default;
   [[nodiscard]] virtual std::vector<PeerState> Peers() const;
+  /// Tries to connect to the peer in `row` of Peers.
+  virtual void Connect(std::size_t /*row*/) {}
 };
 
 /// The rules of the configuration window `IoncapConfig`: one method for each of its events. A
@@ -44,7 +47,7 @@ class IoncapConfig : public ConfigurationWindow {
     Configuration& configuration;
     FreqDependentModule::BandTable& bands;
     EngineProbe& probe;
-    const PeerOverview& peers;
+    PeerOverview& peers;
     const SpaceWeather& space_weather;
     ConfigurationHost& host;
     UserMessages& messages;
@@ -57,6 +60,7 @@ class IoncapConfig : public ConfigurationWindow {
 
   void Form_Load() override;
   void Show() override;
+  void ResetWindows() override;
   void Form_Unload() override;
   /// The user closes the window.
   void Form_QueryUnload();
@@ -67,7 +71,9 @@ class IoncapConfig : public ConfigurationWindow {
   /// `on_missing`.
   void BandsMissing();
   /// The state of a link changed.
-  void Peers_Change();
+  void Peers_Change() override;
+  /// The Connect button of the peer in `row`.
+  void ConnectCmd_Click(std::size_t row);
 
   // Engine.
   void EngineButton_Click(int index);

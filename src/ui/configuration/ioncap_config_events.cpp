@@ -241,7 +241,19 @@ void IoncapConfig::DualMonitor_Click(bool checked) {
 void IoncapConfig::ResetWindowsCmd_Click() {
   with_.diagnostics.Trap("IoncapConfig.ResetWindowsCmd_Click", [&] {
     with_.diagnostics.DebugLog("IoncapConfig.ResetWindowsCmd_Click");
-    with_.host.ResetWindows();
+    ResetWindows();
+  });
+}
+
+void IoncapConfig::ResetWindows() {
+  with_.host.ResetWindows();
+}
+
+void IoncapConfig::ConnectCmd_Click(std::size_t row) {
+  with_.diagnostics.Trap("IoncapConfig.ConnectCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IoncapConfig.ConnectCmd_Click");
+    with_.peers.Connect(row);
+    Peers_Change();
   });
 }
 

@@ -36,6 +36,7 @@ constexpr std::array<Words, kOptionGroupCount> kOptionGroups = {{
     {"Path", "the path from station to station: the short one or the long one around the earth"},
     {"Predict Signals", "the direction of the prediction: whose signals, received by whom"},
     {"Mode", "click to select a mode whose SNR will be specified"},
+    {"Requested", "whether another program of the suite asked for the last prediction"},
 }};
 
 constexpr std::array<Words, kCheckBoxCount> kCheckBoxes = {{

@@ -32,8 +32,14 @@ enum class OptionGroup {
   kPath,             ///< 0 `ShortPath`, 1 `LongPath`
   kPredictSignals,   ///< 0 "From the DX Station", 1 "To the DX Station"
   kModeSNRCombo,     ///< index into the configured modes
+  kDDEOption,        ///< who asked for the last prediction: see dde_option
 };
-inline constexpr int kOptionGroupCount = 6;
+inline constexpr int kOptionGroupCount = 7;
+
+namespace dde_option {
+inline constexpr int kRequestedByPeer = 0;
+inline constexpr int kRequestedHere = 1;
+}  // namespace dde_option
 
 enum class CheckBox {
   kDXTracksTesseraLocation,
@@ -82,8 +88,9 @@ enum class WindowTimer {
   kSolarForecastTimer,  ///< refreshes the forecast
   kClockTimer,          ///< moves the time index with the clock
   kShutDownTimer,       ///< closes the program after a peer's command
+  kServerRetryTimer,    ///< tries peers again that are not connected
 };
-inline constexpr int kWindowTimerCount = 6;
+inline constexpr int kWindowTimerCount = 7;
 
 /// The words on a control: "&" stands before the letter of its shortcut. Text fields, option groups
 /// and labels yield the caption that stands beside them.

@@ -13,12 +13,6 @@
 #include "ui/prediction/web_address.h"
 
 namespace skyhop {
-namespace {
-
-/// Time for the current event, such as a peer's command, to be answered.
-constexpr std::chrono::milliseconds kShutDownDelay{100};
-
-}  // namespace
 
 IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.panel.SetStationsListener([this] { StationsChanged(); });
@@ -172,12 +166,6 @@ std::string IonCap::OriginOf(TextField field) const {
                                 [&] { return with_.space_weather.OriginOf(field); });
 }
 
-void IonCap::SetShutdownTrigger() {
-  with_.diagnostics.Trap("IonCap.SetShutdownTrigger", [&] {
-    with_.view.StartTimer(WindowTimer::kShutDownTimer, kShutDownDelay);
-  });
-}
-
 void IonCap::UpdateCaption(const std::string& text) {
   caption_ = text;
   caption_hint_ = with_.diagnostics.CaptionHint();
@@ -225,8 +213,8 @@ void IonCap::ModeSNRCombo_Click() {
 
 void IonCap::DXTracksTesseraLocation_Click() {
   with_.diagnostics.Trap("IonCap.DXTracksTesseraLocation_Click", [&] {
-    // The links ask for the box when a location arrives.
     with_.diagnostics.DebugLog("IonCap.DXTracksTesseraLocation_Click");
+    UseTesseraLocation();
   });
 }
 

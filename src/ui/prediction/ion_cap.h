@@ -16,6 +16,8 @@
 #include "engine/parameters.h"
 #include "engine/results.h"
 #include "engine/run_control.h"
+#include "interop/command_target.h"
+#include "interop/peer_window.h"
 #include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
 #include "ui/prediction/chart_picture.h"
@@ -42,7 +44,10 @@ struct PredictionRun {
 /// The rules of the prediction window, from the program's start to its end: one method for each of
 /// its events. Every handler traps its errors, logs its own name with them and leaves the window
 /// usable.
-class IonCap : public DownloadWindow {
+///
+/// It is also what the commands of peers drive and what follows the values that they publish: a
+/// text of theirs that a user could not have entered is logged and changes nothing.
+class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
  public:
   /// All must outlive the controller.
   struct Collaborators {
@@ -136,6 +141,7 @@ class IonCap : public DownloadWindow {
   void Path_Click();
   void PredictSignals_Click();
   void ModeSNRCombo_Click();
+  void DDEOption_Click();
   void DXTracksTesseraLocation_Click();
   void PlotEnable_Click();
   void OpenBandEnable_Click();
@@ -149,12 +155,26 @@ class IonCap : public DownloadWindow {
   void SolarForecastTimer_Tick();
   void ClockTimer_Tick();
   void ShutDownTimer_Tick();
+  void ServerRetryTimer_Tick();
 
+  // Downloads.
   void EnableDownloads(bool enable) override;
   void ShowDownload(const std::string& status) override;
   void PutDownloaded(TextField field, const std::string& text) override;
-  /// Asks for the program's end after the current event.
-  void SetShutdownTrigger();
+
+  // Peers' commands.
+  void SetShutdownTrigger() override;
+  void ResetWindows(std::int32_t value) override;
+  void SetSpaceWeather(const std::string& flux, const std::string& k_index) override;
+  void SetTransmitterPower(const std::string& watts) override;
+  void PredictForPeer(const PeerRequest& request, const std::string& argument) override;
+  void FreqPredictForPeer(const PeerRequest& request, const std::string& frequency,
+                          const std::string& mode, const std::string& snr) override;
+
+  // What peers publish.
+  FollowedBand FollowFrequency(double frequency) override;
+  void Follow(LinkControl control, const std::string& text) override;
+  void LinksChanged() override;
 
   /// Sets the window's caption: `text` and, when there is an error log, where it lies.
   void UpdateCaption(const std::string& text);
@@ -182,6 +202,13 @@ class IonCap : public DownloadWindow {
 
   /// How often the engine's process is looked at.
   static constexpr std::chrono::milliseconds kWatchInterval{100};
+
+  /// The location that is selected in Tessera.
+  struct TesseraLocation {
+    std::string latitude;
+    std::string longitude;
+    std::string prefix;
+  };
 
   /// What was typed into a field last.
   struct FieldState {
@@ -237,6 +264,14 @@ class IonCap : public DownloadWindow {
   void FollowClock();
   void ForgetPrefix();
 
+  // Peers.
+  void UsePeersText(TextField field, const std::string& text);
+  void UsePeersCoordinate(TextField field, const std::string& text);
+  void UsePeersMode(const std::string& text);
+  void UseTesseraLocation();
+  void ChooseAsRequested(const PeerRequest& request);
+  [[nodiscard]] bool FromPeerAcceptable(TextField field, const std::string& text);
+
   // Stations.
   void StationsChanged();
   void UpdateGrid(Station station);
@@ -257,6 +292,8 @@ class IonCap : public DownloadWindow {
   std::string caption_;
   std::string caption_hint_;
   std::int16_t prediction_band_ = -1;
+  bool requested_by_peer_ = false;  ///< while a peer's prediction is being started
+  TesseraLocation tessera_;
   std::optional<PredictionRun> running_;
   std::vector<ModeSettings> modes_;  ///< as `ModeSNRCombo` offers them
   std::array<FieldState, kTextFieldCount> fields_;

@@ -37,6 +37,8 @@ void IonCap::PathsButton_Click() {
     }
     if (!HandPowerTakeoffAndNoise()) return;
     HandFrequencyDependentSettings();
+    with_.view.Select(OptionGroup::kDDEOption, requested_by_peer_ ? dde_option::kRequestedByPeer
+                                                                  : dde_option::kRequestedHere);
     InitiateForecast();
   });
 }
@@ -222,6 +224,7 @@ AskedPrediction IonCap::Asked() const {
   asked.from_flux =
       LeadingNumber(with_.view.Text(TextField::kSSN)) == 0 && !Trim(asked.solar_flux).empty();
   asked.power = deck.power;
+  asked.by_peer = with_.view.Selected(OptionGroup::kDDEOption) == dde_option::kRequestedByPeer;
   return asked;
 }
 

@@ -83,6 +83,7 @@ void IonCap::InitializeParameters() {
   if (with_.view.Selected(OptionGroup::kPath) < 0) {
     with_.view.Select(OptionGroup::kPath, path_option::kShort);
   }
+  with_.view.Select(OptionGroup::kDDEOption, dde_option::kRequestedHere);
   if (with_.view.Selected(OptionGroup::kModeSNRCombo) >= 0) {
     UseMode();
   } else if (Trim(with_.view.Text(TextField::kSNR)).empty()) {

@@ -6,6 +6,7 @@
 #include "common/instance_guard.h"
 #include "engine/prediction_panel.h"
 #include "engine/run_lock.h"
+#include "interop/command_target.h"
 #include "ui/prediction/controls.h"
 
 namespace skyhop {
@@ -37,6 +38,8 @@ class PeerLinks {
   [[nodiscard]] virtual bool HasSolarHistory() { return false; }
   /// Asks it to show its solar history.
   virtual void DisplaySolarHistory() {}
+  /// Tries peers that are not connected again.
+  virtual void ServerRetryTimer_Tick() {}
 };
 
 /// What downloads do to the prediction window.
@@ -78,14 +81,15 @@ class SpaceWeather {
 };
 
 /// Predicts the signal-to-noise ratio at one frequency.
-class PointPrediction {
+class PointPrediction : public SNRService {
  public:
-  virtual ~PointPrediction() = default;
   /// `frequency` in MHz.
   virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
   virtual void SNRExecuteTimer_Tick() {}
   /// Shows or hides what was predicted.
   virtual void SetDisplayActive(bool /*active*/) {}
+  [[nodiscard]] std::string ValidatedSNR(const std::string& snr) override { return snr; }
+  void PredictSNR(const SNRRequest& /*request*/) override {}
 };
 
 class BeaconMonitor {
@@ -102,6 +106,10 @@ class ConfigurationWindow {
   /// Restores the configuration; once, at start-up, before the window is ever shown.
   virtual void Form_Load() = 0;
   virtual void Show() = 0;
+  /// The state of a link to a peer changed.
+  virtual void Peers_Change() = 0;
+  /// Puts all windows of the program to their default places.
+  virtual void ResetWindows() = 0;
   /// The program ends.
   virtual void Form_Unload() = 0;
 };

@@ -42,8 +42,10 @@ std::string Note(const ResultsHeading& heading, EngineChoice engine, const Asked
   text += kSeparator + std::string("sunspot number ") + NumberText(asked.sunspot_number);
   if (asked.from_flux) text += " (from flux " + std::string(Trim(asked.solar_flux)) + ")";
   const HourMinute time = UtcHourMinute(computed);
-  return text + kSeparator + "computed " + DateText(UtcDate(computed)) + " " +
-         PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC";
+  text += kSeparator + std::string("computed ") + DateText(UtcDate(computed)) + " " +
+          PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC";
+  if (asked.by_peer) text += kSeparator + std::string("requested by a peer");
+  return text;
 }
 
 /// The month of an English name of three letters.

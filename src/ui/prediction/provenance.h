@@ -15,11 +15,13 @@ struct AskedPrediction {
   bool from_flux = false;    ///< whether that was derived from the solar flux
   std::string solar_flux;    ///< as typed
   double power = 0;          ///< watts
+  bool by_peer = false;      ///< another program asked for it
 };
 
 /// Where the numbers of a chart come from.
 struct Provenance {
-  /// "VOACAP 16.1207W · sunspot number 79 (from flux 120) · computed 21-Nov-26 12:04 UTC"
+  /// "VOACAP 16.1207W · sunspot number 79 (from flux 120) · computed 21-Nov-26 12:04 UTC",
+  /// and at the end " · requested by a peer" when it was.
   std::string note;
   /// "Results are for Oct 2026, not Nov 2026; for sunspot number 100, not 79"; empty when the
   /// results are what was asked for.

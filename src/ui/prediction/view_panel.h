@@ -7,6 +7,7 @@
 
 #include "engine/execute_timer.h"
 #include "engine/prediction_panel.h"
+#include "interop/peer_window.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
 
@@ -58,6 +59,19 @@ class ViewTimer : public ExecuteTimer {
   [[nodiscard]] bool Running() const override {
     return view_->TimerRunning(WindowTimer::kExecuteTimer);
   }
+
+ private:
+  PredictionView* view_;
+};
+
+/// The timer that tries absent peers again, as one of the view's timers.
+class ViewRetryTimer : public RetryTimer {
+ public:
+  explicit ViewRetryTimer(PredictionView& view) : view_(&view) {}
+  void Start(std::chrono::milliseconds interval) override {
+    view_->StartTimer(WindowTimer::kServerRetryTimer, interval);
+  }
+  void Stop() override { view_->StopTimer(WindowTimer::kServerRetryTimer); }
 
  private:
   PredictionView* view_;

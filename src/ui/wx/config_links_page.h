@@ -1,5 +1,7 @@
 #pragma once
 
+#include <wx/button.h>
+
 #include <span>
 #include <vector>
 
@@ -7,7 +9,7 @@
 
 namespace skyhop {
 
-/// The applications of the suite, and which of them are connected.
+/// The applications of the suite, which of them are connected, and a button to connect each.
 class ConfigLinksPage : public ConfigPage {
  public:
   ConfigLinksPage(wxWindow* parent, const ConfigEvents& events);
@@ -15,7 +17,18 @@ class ConfigLinksPage : public ConfigPage {
   void SetPeers(std::span<const PeerState> peers);
 
  private:
+  struct Row {
+    wxStaticText* name;
+    wxStaticText* state;
+    wxButton* connect;
+    wxStaticText* purpose;
+  };
+
+  void AddRow();
+  void Fill(const Row& row, const PeerState& peer);
+
   wxFlexGridSizer* grid_;
+  std::vector<Row> rows_;
   std::vector<PeerState> shown_;
 };
 

@@ -15,6 +15,9 @@ constexpr std::array<OptionText, 5> kPowers = {
 constexpr std::array<OptionText, 2> kPathOptions = {{{0, "Short"}, {1, "Long"}}};
 constexpr std::array<OptionText, 2> kDirections = {
     {{1, "To the DX Station"}, {0, "From the DX Station"}}};
+constexpr std::array<OptionText, 2> kRequesters = {
+    {{dde_option::kRequestedByPeer, "Requested by a peer"},
+     {dde_option::kRequestedHere, "Requested here"}}};
 
 /// A page: panel with a row of groups side by side.
 class Page {
@@ -194,6 +197,7 @@ wxPanel* MakePredictionPage(wxWindow* parent, ControlSet& controls) {
   grid->AddGrowableCol(1);
   page.CaptionedLabel(last, grid, "Engine:", Label::kEngineLabel);
   page.CaptionedLines(last, grid, "Path:", Label::kSummary);
+  page.Options(last, OptionGroup::kDDEOption, kRequesters, wxHORIZONTAL);
 
   wxStaticBoxSizer* const geometry = page.Group("Between the stations", wxVERTICAL, 2);
   grid = page.Grid(geometry, 2);

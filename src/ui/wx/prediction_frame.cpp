@@ -183,6 +183,8 @@ void PredictionFrame::Chosen(OptionGroup group) {
       return controller_->PredictSignals_Click();
     case OptionGroup::kModeSNRCombo:
       return controller_->ModeSNRCombo_Click();
+    case OptionGroup::kDDEOption:
+      return controller_->DDEOption_Click();
   }
 }
 
@@ -241,6 +243,8 @@ void PredictionFrame::Ticked(WindowTimer timer) {
       return controller_->ClockTimer_Tick();
     case WindowTimer::kShutDownTimer:
       return controller_->ShutDownTimer_Tick();
+    case WindowTimer::kServerRetryTimer:
+      return controller_->ServerRetryTimer_Tick();
   }
 }
 

@@ -33,6 +33,19 @@ class CountingHost : public ConfigurationHost {
   int resets = 0;
 };
 
+/// Connects at once.
+class ConnectingPeers : public PeerOverview {
+ public:
+  [[nodiscard]] std::vector<PeerState> Peers() const override {
+    std::vector<PeerState> peers = PeerOverview::Peers();
+    for (const std::size_t row : connected) peers.at(row).connected = true;
+    return peers;
+  }
+  void Connect(std::size_t row) override { connected.push_back(row); }
+
+  std::vector<std::size_t> connected;
+};
+
 class IoncapConfigTest : public ::testing::Test {
  protected:
   IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
@@ -69,7 +82,7 @@ class IoncapConfigTest : public ::testing::Test {
   FakeLauncher launcher_;
   FakePause pause_;
   EngineProbe probe_{{locker_, launcher_, pause_, with_.log.diagnostics, with_.log.folder.Path()}};
-  PeerOverview peers_;
+  ConnectingPeers peers_;
   SpaceWeather space_weather_;
   CountingHost host_;
   IoncapConfig window_{{view_, configuration_, bands_, probe_, peers_, space_weather_, host_,
@@ -227,11 +240,14 @@ TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
   std::filesystem::permissions(with_.log.folder / "ITSHFBC/bin_win/voacapw.exe",
                                std::filesystem::perms::owner_read);
   window_.Form_Activate();
-  const std::string folder = PathText(with_.log.folder.Path());
-  EXPECT_EQ(view_.findings[0], "Found: " + folder + "/IonCap/ioncap.exe");
-  EXPECT_EQ(view_.findings[1], "Not found; expected at " + folder + "/ITSHFBC/bin_win/icepacw.exe");
-  EXPECT_EQ(view_.findings[3],
-            "Found, but it cannot be executed: " + folder + "/ITSHFBC/bin_win/voacapw.exe");
+  const std::filesystem::path folder = with_.log.folder.Path();
+  const std::filesystem::path programs = folder / "ITSHFBC" / "bin_win";
+  EXPECT_EQ(view_.findings[0], "Found: " + PathText(folder / "IonCap" / "ioncap.exe"));
+  EXPECT_EQ(view_.findings[1], "Not found; expected at " + PathText(programs / "icepacw.exe"));
+  // Where rights do not say which files are programs, the name does.
+  const bool with_rights = std::filesystem::path::preferred_separator == '/';
+  EXPECT_EQ(view_.findings[3], (with_rights ? "Found, but it cannot be executed: " : "Found: ") +
+                                   PathText(programs / "voacapw.exe"));
   window_.EngineButton_Click(3);
   EXPECT_EQ(Stored("Configuration", "Engine"), "3");
 }
@@ -388,6 +404,16 @@ TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
   EXPECT_TRUE(configuration_.DualMonitor());
   window_.ResetWindowsCmd_Click();
   EXPECT_EQ(host_.resets, 1);
+}
+
+TEST_F(IoncapConfigTest, PeersAreShownAndConnectedByTheirRow) {
+  Load();
+  ASSERT_EQ(view_.peers.size(), 3U);
+  window_.ConnectCmd_Click(1);
+  EXPECT_EQ(peers_.connected, std::vector<std::size_t>{1});
+  EXPECT_FALSE(view_.peers.at(0).connected);
+  EXPECT_TRUE(view_.peers.at(1).connected);
+  for (const PeerState& peer : PeerOverview().Peers()) EXPECT_FALSE(peer.can_connect);
 }
 
 }  // namespace

@@ -82,6 +82,7 @@ class FakePeers : public PeerLinks, public Part {
   [[nodiscard]] std::optional<double> TransceiverFrequency() override { return kilohertz; }
   [[nodiscard]] bool HasSolarHistory() override { return history; }
   void DisplaySolarHistory() override { Happened("history"); }
+  void ServerRetryTimer_Tick() override { Happened("retry"); }
 
   std::optional<double> kilohertz;
   bool history = false;
@@ -125,6 +126,8 @@ class FakeConfigurationWindow : public ConfigurationWindow, public Part {
     Happened("configure");
   }
   void Show() override { Happened("show configuration"); }
+  void Peers_Change() override { Happened("peers change"); }
+  void ResetWindows() override { Happened("reset windows"); }
   void Form_Unload() override { Happened("end configuration"); }
 
  private:

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "interop/dde_client_module.h"
+#include "interop/dde_server.h"
+#include "interop/dde_server_module.h"
+#include "ui/configuration/ioncap_config.h"
+#include "ui/prediction/ion_cap.h"
+#include "ui/prediction/program_services.h"
+#include "ui/prediction/view_panel.h"
+
+namespace skyhop {
+
+/// The links with the other programs of the suite. The window's controller is made with `Server`
+/// and `Peers`, which do nothing until Attach tells them the controller.
+class ProgramLinks {
+ public:
+  /// All must outlive this object.
+  ProgramLinks(LinkTransport& transport, PredictionView& view, Diagnostics& diagnostics)
+      : transport_(&transport), timer_(view), records_(diagnostics), diagnostics_(&diagnostics) {}
+
+  /// The controller and the windows must outlive the last event that comes through the links.
+  void Attach(IonCap& controller, SNRService& point_prediction, DDECommon::OpenWindows& windows,
+              DDECommon::Window& main_window);
+
+  [[nodiscard]] CommandServer& Server() { return server_; }
+  [[nodiscard]] PeerLinks& Peers() { return peers_; }
+  [[nodiscard]] PeerOverview& Overview() { return overview_; }
+  /// The connected peers, for the head of the error log.
+  [[nodiscard]] std::string InteropCaption() const;
+
+ private:
+  /// What there is once the controller is known.
+  struct Parts {
+    Parts(ProgramLinks& links, IonCap& controller, SNRService& point_prediction,
+          DDECommon::OpenWindows& windows, DDECommon::Window& main_window);
+
+    DDEServer server;
+    DDEServerModule::Announcer announcer;
+    DDEClient client;
+    DDEClientModule::Links links;
+  };
+
+  class ServerPart : public CommandServer {
+   public:
+    explicit ServerPart(ProgramLinks& links) : links_(&links) {}
+    void Initialize() override;
+    void AcknowledgeLauncher() override;
+    void Terminate() override;
+
+   private:
+    ProgramLinks* links_;
+  };
+
+  class PeersPart : public PeerLinks {
+   public:
+    explicit PeersPart(ProgramLinks& links) : links_(&links) {}
+    void Initialize() override;
+    void Terminate() override;
+    [[nodiscard]] std::optional<double> TransceiverFrequency() override;
+    [[nodiscard]] bool HasSolarHistory() override;
+    void DisplaySolarHistory() override;
+    void ServerRetryTimer_Tick() override;
+
+   private:
+    ProgramLinks* links_;
+  };
+
+  class OverviewPart : public PeerOverview {
+   public:
+    explicit OverviewPart(ProgramLinks& links) : links_(&links) {}
+    [[nodiscard]] std::vector<PeerState> Peers() const override;
+    void Connect(std::size_t row) override;
+
+   private:
+    ProgramLinks* links_;
+  };
+
+  LinkTransport* transport_;
+  ViewRetryTimer timer_;
+  DDECommon::Records records_;
+  Diagnostics* diagnostics_;
+  ServerPart server_{*this};
+  PeersPart peers_{*this};
+  OverviewPart overview_{*this};
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace skyhop

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace skyhop {
+
+/// The values that peers publish for this program, each by the name of the control that is linked
+/// to it.
+enum class LinkControl {
+  kSFI,             ///< solar flux
+  kA,               ///< geomagnetic A index
+  kK,               ///< geomagnetic K index
+  kDXLatitude,      ///< the location that is selected in Tessera
+  kDXLongitude,     ///<
+  kDXPrefix,        ///< its country
+  kLocalLatitude,   ///< the user's own location
+  kLocalLongitude,  ///<
+  kFreq,            ///< the transceiver's frequency in kHz
+  kMode,            ///< and its mode
+};
+inline constexpr int kLinkControlCount = 10;
+
+/// The prediction window, as far as it follows peers. What a peer publishes may be anything: the
+/// window takes what it can use and leaves the rest.
+class PeerWindow {
+ public:
+  struct FollowedBand {
+    std::string name;       ///< empty when the frequency is on none
+    bool followed = false;  ///< whether the window shows it
+  };
+
+  virtual ~PeerWindow() = default;
+
+  /// The transceiver is on a frequency in MHz now.
+  virtual FollowedBand FollowFrequency(double frequency) = 0;
+  /// A value other than the frequency changed.
+  virtual void Follow(LinkControl control, const std::string& text) = 0;
+  /// The state of a link changed.
+  virtual void LinksChanged() = 0;
+};
+
+/// The timer `ServerRetryTimer`, whose ticks go to DDEClientModule::Links.
+class RetryTimer {
+ public:
+  virtual ~RetryTimer() = default;
+  /// Ticks again and again; a running timer starts anew.
+  virtual void Start(std::chrono::milliseconds interval) = 0;
+  virtual void Stop() = 0;
+};
+
+}  // namespace skyhop

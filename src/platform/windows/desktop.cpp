@@ -1,0 +1,32 @@
+#include "platform/desktop.h"
+
+#include <windows.h>
+
+// The declarations need this order.
+#include <initguid.h>
+#include <oleacc.h>
+
+#include <algorithm>
+#include <string>
+
+namespace skyhop::platform {
+
+void TieLabel(void* label, void* field) {
+  auto* const label_window = static_cast<HWND>(label);
+  auto* const field_window = static_cast<HWND>(field);
+  if (!::IsWindow(label_window) || !::IsWindow(field_window)) return;
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(label_window)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(
+      ::GetWindowTextW(label_window, text.data(), static_cast<int>(text.size()))));
+  std::erase(text, L'&');
+  IAccPropServices* services = nullptr;
+  if (FAILED(::CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_IAccPropServices, reinterpret_cast<void**>(&services)))) {
+    return;
+  }
+  services->SetHwndPropStr(field_window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
+                           PROPID_ACC_NAME, text.c_str());
+  services->Release();
+}
+
+}  // namespace skyhop::platform

@@ -1,0 +1,321 @@
+#include "interop/dde_client_module.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "interop/suite.h"
+#include "support/diagnostics_fixture.h"
+#include "support/fake_links.h"
+#include "support/link_recorders.h"
+
+namespace skyhop::testing {
+namespace {
+
+using DDEClientModule::Links;
+using std::chrono::milliseconds;
+using Lines = std::vector<std::string>;
+
+class Window : public PeerWindow {
+ public:
+  FollowedBand FollowFrequency(double frequency) override {
+    followed.push_back("frequency " + std::to_string(frequency));
+    return {"20M", true};
+  }
+  void Follow(LinkControl control, const std::string& text) override {
+    followed.push_back(std::to_string(static_cast<int>(control)) + " " + text);
+    if (failing) throw Error(errors::kTypeMismatch, "unusable");
+  }
+  void LinksChanged() override { ++changes; }
+
+  Lines followed;
+  int changes = 0;
+  bool failing = false;
+};
+
+class Timer : public RetryTimer {
+ public:
+  void Start(milliseconds every) override { interval = every; }
+  void Stop() override { interval.reset(); }
+  std::optional<milliseconds> interval;
+};
+
+/// An application with topics of items.
+struct Application {
+  Application(FakeLinkBus& bus, const std::string& name,
+              const std::map<std::string, std::map<std::string, std::string>>& served)
+      : links(bus, name) {
+    for (const auto& [topic, items] : served) {
+      topics[topic].items = items;
+      links.Serve(topic, topics[topic]);
+    }
+  }
+  std::map<std::string, RecordingTopic> topics;
+  FakeLinks links;
+};
+
+class LinksTest : public ::testing::Test {
+ protected:
+  void StartGleaner() {
+    gleaner_.emplace(
+        bus_, "Gleaner",
+        std::map<std::string, std::map<std::string, std::string>>{
+            {"DDEServer", {}}, {"SpotDatabaseUI", {{"SFI", "150"}, {"A", "5"}, {"K", "2"}}}});
+  }
+  void StartTessera() {
+    tessera_.emplace(
+        bus_, "Tessera",
+        std::map<std::string, std::map<std::string, std::string>>{
+            {"DDEServer", {}},
+            {"TesseraMain",
+             {{"SelectedLatitude", "51"}, {"SelectedLongitude", "0"}, {"Country", "England"}}},
+            {"TesseraConfig", {{"Latitude", "40"}, {"Longitude", "-74"}}}});
+  }
+  void StartTuneward() {
+    tuneward_.emplace(
+        bus_, "TunewardClassic",
+        std::map<std::string, std::map<std::string, std::string>>{
+            {"DDEServer", {}}, {"CIV_TunewardUI", {{"FreqDisplay", "14074.5"}, {"Mode", "USB"}}}});
+  }
+  void StartAll() {
+    StartGleaner();
+    StartTessera();
+    StartTuneward();
+  }
+  void Initialize() {
+    links_.Initialize();
+    bus_.Run();
+  }
+  std::string Connected() {
+    std::string roles;
+    for (const auto role : {role::kTransceiverControl, role::kTessera, role::kSpots}) {
+      if (links_.ServerConnected(role)) roles += std::to_string(role);
+    }
+    return roles;
+  }
+  bool Logged(const std::string& line) {
+    return std::find(log_.debug.begin(), log_.debug.end(), line) != log_.debug.end();
+  }
+
+  LoggedDiagnostics log_;
+  FakeLinkBus bus_;
+  std::optional<Application> gleaner_;
+  std::optional<Application> tessera_;
+  std::optional<Application> tuneward_;
+  FakeLinks transport_{bus_, "Skyhop"};
+  Window window_;
+  Timer timer_;
+  DDECommon::Records records_{log_.diagnostics};
+  DDEClient client_{window_, log_.diagnostics};
+  Links links_{{transport_, client_, window_, timer_, records_, log_.diagnostics}};
+};
+
+TEST_F(LinksTest, EveryPeersTopicsAndItemsAreLinked) {
+  StartAll();
+  Initialize();
+  EXPECT_EQ(transport_.connects,
+            (Lines{"Gleaner|DDEServer", "Gleaner|SpotDatabaseUI", "Tessera|DDEServer",
+                   "Tessera|TesseraMain", "Tessera|TesseraConfig", "TunewardClassic|DDEServer",
+                   "TunewardClassic|CIV_TunewardUI"}));
+  EXPECT_EQ(window_.followed, (Lines{"0 150", "1 5", "2 2", "3 51", "4 0", "5 England", "6 40",
+                                     "7 -74", "frequency 14.074500", "9 USB"}));
+  EXPECT_EQ(Connected(), "034");
+  EXPECT_FALSE(timer_.interval) << "nobody is missing";
+  EXPECT_TRUE(Logged("DDEClientModule.ConnectToServer, theServer = 4"));
+  EXPECT_TRUE(Logged("DDEClientModule.SetServerConnected: SpotServer True"));
+  EXPECT_TRUE(Logged("   PredBand = 20M"));
+  EXPECT_TRUE(Logged("DDEClient.Freq_Change, thestate = True"));
+  EXPECT_EQ(links_.InteropCaption(), "Gleaner, Tessera, Tuneward");
+  EXPECT_EQ(client_.Frequency(), 14074.5);
+  window_.followed.clear();
+  tessera_->links.Publish("TesseraMain", "Country", "Malta");
+  bus_.Run();
+  EXPECT_EQ(window_.followed, Lines{"5 Malta"});
+  EXPECT_EQ(client_.Text(LinkControl::kDXPrefix), "Malta");
+}
+
+TEST_F(LinksTest, AbsentPeersAreTriedEveryThirtySecondsUntilAllAreThere) {
+  StartTessera();
+  Initialize();
+  EXPECT_EQ(Connected(), "3");
+  EXPECT_EQ(timer_.interval, milliseconds(30000));
+  EXPECT_TRUE(
+      Logged("DDEClientModule.ConnectToServer: failed to connect to SpotServer: Gleaner is "
+             "not running"));
+  EXPECT_EQ(links_.InteropCaption(), "Tessera");
+  transport_.connects.clear();
+  StartGleaner();
+  links_.ServerRetryTimer_Tick();
+  EXPECT_EQ(transport_.connects,
+            (Lines{"Gleaner|DDEServer", "Gleaner|SpotDatabaseUI", "TunewardClassic|DDEServer"}));
+  EXPECT_TRUE(Logged("  retrying SpotServer"));
+  EXPECT_EQ(Connected(), "34");
+  EXPECT_EQ(timer_.interval, milliseconds(30000));
+  StartTuneward();
+  links_.ServerRetryTimer_Tick();
+  EXPECT_EQ(Connected(), "034");
+  EXPECT_FALSE(timer_.interval);
+  EXPECT_FALSE(Logged("SpotServer reconnected")) << "it was never away";
+}
+
+TEST_F(LinksTest, APeerThatDiesIsForgottenAndFoundAgain) {
+  StartAll();
+  Initialize();
+  const int changes = window_.changes;
+  tuneward_.reset();
+  bus_.Run();
+  EXPECT_EQ(Connected(), "34");
+  EXPECT_GT(window_.changes, changes);
+  EXPECT_EQ(
+      std::count(log_.debug.begin(), log_.debug.end(), "XcvrControlServer died; initiating retry"),
+      1)
+      << "its links close one after the other";
+  EXPECT_EQ(client_.Frequency(), std::nullopt);
+  EXPECT_EQ(timer_.interval, milliseconds(30000));
+  StartTuneward();
+  links_.ServerRetryTimer_Tick();
+  bus_.Run();
+  EXPECT_TRUE(Logged("XcvrControlServer reconnected"));
+  EXPECT_EQ(client_.Frequency(), 14074.5);
+  EXPECT_FALSE(timer_.interval);
+}
+
+TEST_F(LinksTest, APeerWithAMissingTopicOrThatHangsIsNotConnected) {
+  StartTuneward();
+  gleaner_.emplace(bus_, "Gleaner",
+                   std::map<std::string, std::map<std::string, std::string>>{{"DDEServer", {}}});
+  bus_.hung = {"TunewardClassic"};
+  Initialize();
+  EXPECT_EQ(Connected(), "");
+  EXPECT_TRUE(
+      Logged("DDEClientModule.ConnectToServer: failed to connect to SpotServer: Gleaner has "
+             "no topic SpotDatabaseUI"));
+  EXPECT_EQ(std::count(transport_.connects.begin(), transport_.connects.end(),
+                       "TunewardClassic|CIV_TunewardUI"),
+            0)
+      << "the first failure is enough waiting";
+  gleaner_.reset();
+  bus_.Run();
+  EXPECT_FALSE(Logged("SpotServer died; initiating retry")) << "the half-open links were given up";
+}
+
+TEST_F(LinksTest, AnAnnouncementConnectsOnceItsTransactionIsOver) {
+  Initialize();
+  StartGleaner();
+  transport_.connects.clear();
+  client_.Execute("004start");
+  client_.Execute("004START ");
+  EXPECT_TRUE(Logged("DDEClient.Form_LinkExecute: SpotServer start"));
+  EXPECT_TRUE(transport_.connects.empty()) << "within the transaction";
+  EXPECT_EQ(timer_.interval, Links::kStartDelay);
+  links_.ServerRetryTimer_Tick();
+  EXPECT_EQ(transport_.connects, (Lines{"Gleaner|DDEServer", "Gleaner|SpotDatabaseUI"}));
+  EXPECT_EQ(Connected(), "4");
+  EXPECT_EQ(timer_.interval, Links::kRetryInterval);
+  // One that was connected has started anew and is linked anew.
+  client_.Execute("004start");
+  links_.ServerRetryTimer_Tick();
+  EXPECT_EQ(transport_.connects.size(), 4U);
+  EXPECT_EQ(Connected(), "4");
+}
+
+TEST_F(LinksTest, OtherAnnouncementsDoNothing) {
+  Initialize();
+  transport_.connects.clear();
+  timer_.interval.reset();
+  for (const char* command : {"004stop", "004", "001start", "999start", "-04start"}) {
+    client_.Execute(command);
+  }
+  EXPECT_TRUE(log_.errors.empty());
+  for (const char* garbage : {"", "4", "start", "\xFF\xFE"}) {
+    client_.Execute(garbage);
+    ASSERT_FALSE(log_.errors.empty()) << garbage;
+    EXPECT_EQ(log_.errors.back().find("program error 13 in module DDEClient.Form_LinkExecute"), 0U);
+    log_.errors.clear();
+  }
+  EXPECT_FALSE(timer_.interval);
+  EXPECT_TRUE(transport_.connects.empty());
+}
+
+TEST_F(LinksTest, UnusableValuesAreReportedUnderTheirHandler) {
+  StartAll();
+  Initialize();
+  window_.failing = true;
+  tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", "fourteen");
+  gleaner_->links.Publish("SpotDatabaseUI", "K", "?");
+  bus_.Run();
+  EXPECT_EQ(log_.errors.at(0).find("program error 13 in module DDEClient.Freq_Change"), 0U);
+  EXPECT_EQ(log_.errors.at(1).find("program error 13 in module DDEClient.K_Change"), 0U);
+  EXPECT_EQ(client_.Frequency(), std::nullopt);
+  log_.errors.clear();
+  tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", " ");
+  bus_.Run();
+  EXPECT_TRUE(log_.errors.empty());
+}
+
+TEST_F(LinksTest, CommandsGoToConnectedPeersInTheirFormat) {
+  StartAll();
+  Initialize();
+  const auto send_all = [this] {
+    links_.Qsy("14074.5");
+    links_.SetTransceiverMode("USB");
+    links_.SetVfoA();
+    links_.SetSplit(true);
+    links_.SetSplit(false);
+    links_.BeaconLookup({"4U1UN", "4U", "40", "", "New York", "UN", "NA", "5", "8", "-5"});
+    links_.SelectBearing(45);
+    links_.RotateShortPath(359);
+    links_.DisplaySolarHistory();
+  };
+  send_all();
+  EXPECT_EQ(
+      transport_.sent,
+      (Lines{"TunewardClassic|DDEServer 005qsy14074.5",
+             "TunewardClassic|DDEServer 005xcvrsetmodecmd<xcvrsetmodearg:3>USB",
+             "TunewardClassic|DDEServer 005setvfoa", "TunewardClassic|DDEServer 005setspliton",
+             "TunewardClassic|DDEServer 005setsplitoff",
+             "Tessera|DDEServer 005beaconlookup<call:5>4U1UN<prefix:2>4U<lat:2>40<lon:0>"
+             "<qth:8>New York<country:2>UN<cont:2>NA<cq:1>5<itu:1>8<timezone:2>-5",
+             "Tessera|DDEServer 005selectbearing45", "Tessera|DDEServer 005rotatesp359",
+             "Gleaner|DDEServer 005displaysolarhistory"}));
+  transport_.sent.clear();
+  for (auto* application : {&gleaner_, &tessera_, &tuneward_}) application->reset();
+  bus_.Run();
+  send_all();
+  EXPECT_TRUE(transport_.sent.empty());
+  EXPECT_TRUE(log_.errors.empty());
+}
+
+TEST_F(LinksTest, AfterTheEndNothingIsRetried) {
+  StartAll();
+  Initialize();
+  links_.Terminate();
+  EXPECT_TRUE(links_.GetTerminating());
+  EXPECT_EQ(Connected(), "");
+  transport_.connects.clear();
+  gleaner_.reset();
+  bus_.Run();
+  client_.Execute("003start");
+  links_.ServerRetryTimer_Tick();
+  links_.ConnectToServer(role::kTessera);
+  EXPECT_TRUE(transport_.connects.empty());
+  EXPECT_FALSE(timer_.interval);
+  EXPECT_FALSE(Logged("SpotServer died; initiating retry"));
+}
+
+TEST_F(LinksTest, WithoutLinksTheProgramWorksAndSaysWhy) {
+  transport_.problem = "there is no session bus";
+  Initialize();
+  links_.ConnectToServer(role::kTessera);
+  links_.Qsy("14074");
+  EXPECT_TRUE(transport_.connects.empty());
+  EXPECT_FALSE(timer_.interval);
+  EXPECT_EQ(links_.InteropCaption(), "no links: there is no session bus");
+  EXPECT_TRUE(Logged("   no links with other programs: there is no session bus"));
+  links_.Terminate();
+  EXPECT_TRUE(log_.errors.empty());
+}
+
+}  // namespace
+}  // namespace skyhop::testing

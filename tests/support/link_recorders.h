@@ -1,0 +1,44 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "interop/link_transport.h"
+
+namespace skyhop::testing {
+
+/// Keeps what a conversation tells.
+class RecordingListener : public LinkListener {
+ public:
+  void Changed(const std::string& item, const std::string& value) override {
+    changes.emplace_back(item, value);
+    if (on_call) on_call();
+  }
+  void Closed() override {
+    ++closed;
+    if (on_call) on_call();
+  }
+
+  std::vector<std::pair<std::string, std::string>> changes;
+  int closed = 0;
+  std::function<void()> on_call;
+};
+
+/// Keeps what it is told and has items as the test sets them.
+class RecordingTopic : public LinkTopic {
+ public:
+  void Execute(const std::string& command) override { executed.push_back(command); }
+  [[nodiscard]] std::optional<std::string> Request(const std::string& item) override {
+    const auto found = items.find(item);
+    return found == items.end() ? std::nullopt : std::optional(found->second);
+  }
+
+  std::vector<std::string> executed;
+  std::map<std::string, std::string> items;
+};
+
+}  // namespace skyhop::testing

@@ -1,0 +1,196 @@
+#include "ion_cap_fixture.h"
+
+namespace skyhop::testing {
+namespace {
+
+class IonCapPeersTest : public IonCapTest {
+ protected:
+  int Requester() { return view_.Selected(OptionGroup::kDDEOption); }
+  void AtRest() {
+    window_.AbortButton_Click();
+    launcher_.starts.clear();
+  }
+};
+
+TEST_F(IonCapPeersTest, APeersPredictionIsMarkedAsSuchUntilTheUserPredicts) {
+  Start();
+  EXPECT_EQ(Requester(), dde_option::kRequestedHere);
+  const struct {
+    std::optional<bool> short_path;
+    int path;
+  } cases[] = {
+      {false, path_option::kLong}, {std::nullopt, path_option::kLong}, {true, path_option::kShort}};
+  const int direction = view_.Selected(OptionGroup::kPredictSignals);
+  for (const auto& [short_path, path] : cases) {
+    window_.PredictForPeer({true, short_path}, "7");
+    EXPECT_EQ(launcher_.starts.size(), 1U);
+    EXPECT_EQ(view_.Selected(OptionGroup::kPath), path);
+    EXPECT_EQ(view_.Selected(OptionGroup::kPredictSignals), direction);
+    EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
+    AtRest();
+    window_.PathsButton_Click();
+    EXPECT_EQ(Requester(), dde_option::kRequestedHere);
+    AtRest();
+  }
+  EXPECT_NE(std::find(log_.debug.begin(), log_.debug.end(), "IonCap.PredictForPeer, theValue = 7"),
+            log_.debug.end());
+}
+
+TEST_F(IonCapPeersTest, TheProvenanceTellsWhoAsked) {
+  Start();
+  for (const bool peer : {true, false}) {
+    if (peer) {
+      window_.PredictForPeer({true, std::nullopt}, "0");
+    } else {
+      window_.PathsButton_Click();
+    }
+    launcher_.running = {100 + static_cast<ProcessId>(launcher_.starts.size())};
+    WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
+    window_.EngineWatch_Tick();
+    const bool told =
+        view_.Shown(Label::kProvenance).find("requested by a peer") != std::string::npos;
+    EXPECT_EQ(told, peer) << view_.Shown(Label::kProvenance);
+  }
+}
+
+TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
+  Start();
+  window_.PathsButton_Click();
+  window_.PredictForPeer({true, false}, "0");
+  window_.FreqPredictForPeer({true, false}, "14074", "FT8", "10");
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
+  EXPECT_EQ(Requester(), dde_option::kRequestedHere);
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_EQ(std::count(events_.begin(), events_.end(), "point FT8"), 0);
+}
+
+TEST_F(IonCapPeersTest, AFrequencyIsTakenInKilohertzOrMegahertz) {
+  Start();
+  errors_expected_ = true;
+  for (const char* frequency : {"14074.5", "14.0745"}) {
+    window_.FreqPredictForPeer({true, false}, frequency, "FT8", "33");
+    EXPECT_EQ(log_.debug.back(), "IonCap.FreqPredict, theFreq = 14.0745, theMode = FT8");
+    EXPECT_EQ(events_.back(), "point FT8");
+  }
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kLong);
+  EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
+  EXPECT_EQ(parameters_.Snr(), "33");
+  for (const char* frequency : {"", "x", "14074x"}) {
+    events_.clear();
+    window_.FreqPredictForPeer({false, true}, frequency, "FT8", "");
+    EXPECT_EQ(events_, Events());
+    EXPECT_EQ(log_.errors.back().find("program error 13 in module IonCap.FreqPredictForPeer"), 0U);
+  }
+}
+
+TEST_F(IonCapPeersTest, ValuesThatAUserCouldNotEnterAreRefusedWithoutAMessage) {
+  Start();
+  const struct {
+    std::function<void(const std::string&)> send;
+    TextField field;
+    const char* good;
+    std::vector<std::string> bad;
+  } cases[] = {
+      {[&](const auto& text) { window_.SetSpaceWeather(text, "2"); },
+       TextField::kFlux,
+       "177",
+       {"", "9", "1000", "x", "150 and more", "150\n"}},
+      {[&](const auto& text) { window_.SetSpaceWeather("", text); },
+       TextField::kKindex,
+       "5",
+       {"999", "-1", "5x"}},
+      {[&](const auto& text) { window_.SetTransmitterPower(text); },
+       TextField::kLocalPwr,
+       "400",
+       {"-5", "much", std::string(200, '1')}},
+      {[&](const auto& text) { window_.Follow(LinkControl::kSFI, text); },
+       TextField::kFlux,
+       "120",
+       {" ", "nan", "1e999"}},
+      {[&](const auto& text) { window_.Follow(LinkControl::kK, text); },
+       TextField::kKindex,
+       "1",
+       {"?"}},
+      {[&](const auto& text) { window_.Follow(LinkControl::kLocalLatitude, text); },
+       TextField::kLocalLat,
+       "10 30' 0\" N",
+       {"91 N", "10 E", "north"}},
+      {[&](const auto& text) { window_.Follow(LinkControl::kLocalLongitude, text); },
+       TextField::kLocalLon,
+       "20 0' 0\" E",
+       {"181 E", "10 N"}},
+  };
+  for (const auto& [send, field, good, bad] : cases) {
+    send(std::string(" ") + good + " ");
+    EXPECT_EQ(view_.Text(field), good);
+    for (const std::string& text : bad) {
+      send(text);
+      EXPECT_EQ(view_.Text(field), good) << text;
+    }
+  }
+  EXPECT_EQ(view_.Text(TextField::kLocalGrid), "KK00am");
+  EXPECT_EQ(parameters_.Power(), "400");
+  EXPECT_TRUE(messages_.shown.empty());
+}
+
+TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
+  Start();
+  view_.SetChecked(CheckBox::kDXTracksTesseraLocation, false);
+  const std::string before = view_.Text(TextField::kDXLat);
+  const auto select = [&](const char* latitude, const char* longitude, const char* country) {
+    window_.Follow(LinkControl::kDXLatitude, latitude);
+    window_.Follow(LinkControl::kDXLongitude, longitude);
+    window_.Follow(LinkControl::kDXPrefix, country);
+  };
+  select("10 30' 0\" N", "20 0' 0\" E", "Chad");
+  EXPECT_EQ(view_.Text(TextField::kDXLat), before);
+  // The location that is selected already counts from the moment the box is checked.
+  view_.SetChecked(CheckBox::kDXTracksTesseraLocation, true);
+  window_.DXTracksTesseraLocation_Click();
+  EXPECT_EQ(view_.Text(TextField::kDXLat), "10 30' 0\" N");
+  EXPECT_EQ(view_.Text(TextField::kDXGrid), "KK00am");
+  EXPECT_EQ(view_.Shown(Label::kPrefix), "Chad");
+  select("", "200 W", "");
+  EXPECT_EQ(view_.Text(TextField::kDXLon), "20 0' 0\" E");
+  select("1 0' 0\" S", "0 0' 0\" E", "Gabon & sea");
+  EXPECT_EQ(view_.Text(TextField::kDXLat), "1 0' 0\" S");
+  EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon && sea");
+  for (const std::string& country : {std::string("Chad\nSYSTEM"), std::string(200, 'x')}) {
+    window_.Follow(LinkControl::kDXPrefix, country);
+    EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon && sea");
+  }
+  EXPECT_TRUE(messages_.shown.empty());
+}
+
+TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
+  Start();
+  EXPECT_EQ(window_.FollowFrequency(14.1).name, "20M");
+  EXPECT_EQ(chart_.BandIndicator(), 5);
+  EXPECT_EQ(window_.GetPredictionBand(), 5);
+  EXPECT_FALSE(window_.FollowFrequency(12.5).followed);
+  EXPECT_EQ(chart_.BandIndicator(), -1);
+  const std::pair<const char*, const char*> modes[] = {
+      {"CW", "CW"}, {"usb", "SSB"}, {"LSB ", "SSB"}, {"psk", "PSK31"}, {"OLIVIA", "PSK31"}};
+  for (const auto& [told, selected] : modes) {
+    window_.Follow(LinkControl::kMode, told);
+    const int index = view_.Selected(OptionGroup::kModeSNRCombo);
+    ASSERT_GE(index, 0) << told;
+    EXPECT_EQ(view_.modes.at(static_cast<std::size_t>(index)), selected) << told;
+    EXPECT_EQ(view_.Text(TextField::kSNR),
+              configuration_.Modes().at(static_cast<std::size_t>(index)).snr);
+  }
+}
+
+TEST_F(IonCapPeersTest, LinksAndTimersReachTheirParts) {
+  Start();
+  events_.clear();
+  peers_.history = true;
+  window_.LinksChanged();
+  EXPECT_TRUE(view_.Enabled(Button::kHistoryCmd));
+  window_.ServerRetryTimer_Tick();
+  window_.ResetWindows(0);
+  EXPECT_EQ(events_, (Events{"peers change", "retry", "reset windows"}));
+}
+
+}  // namespace
+}  // namespace skyhop::testing
