@@ -118,4 +118,17 @@ std::string ValueOrigins::Describe(SolarValue value, const std::string& text) co
   return description;
 }
 
+std::string ValueOrigins::Last(SolarValue value, const std::string& url) const {
+  const std::optional<Origin>& origin = origins_.at(At(value));
+  if (!origin) return "not downloaded so far";
+  return origin->text + ", " + AgeText(origin->time, clock_->UtcNow()) + " (" +
+         MomentText(origin->time) + ")" + (origin->url == Trim(url) ? "" : " from " + origin->url);
+}
+
+std::string ValueOrigins::LastFailure(SolarValue value) const {
+  const std::optional<Failure>& failure = failures_.at(At(value));
+  if (!failure) return {};
+  return "; last attempt " + AgeText(failure->time, clock_->UtcNow()) + ": " + failure->reason;
+}
+
 }  // namespace skyhop

@@ -30,6 +30,12 @@ class ValueOrigins {
   /// UTC) from <address>", or what else is known. More than one line when the last attempt failed.
   [[nodiscard]] std::string Describe(SolarValue value, const std::string& text) const;
 
+  /// What the address for the value gave last: "118, 3 hours ago (21-Nov-26 10:05 UTC)", and from
+  /// where when that was not `url`; "not downloaded so far" for nothing.
+  [[nodiscard]] std::string Last(SolarValue value, const std::string& url) const;
+  /// "; last attempt 2 minutes ago: <reason>" when it failed, else empty.
+  [[nodiscard]] std::string LastFailure(SolarValue value) const;
+
  private:
   struct Origin {
     std::string text;

@@ -100,6 +100,53 @@ TEST_F(SpaceWeatherTest, FetchesTheForecastAtOnceAndThenEveryHour) {
   EXPECT_EQ(Fetches(), 3U);
 }
 
+TEST_F(SpaceWeatherTest, TellsWhatEachAddressGaveLast) {
+  EXPECT_EQ(service_.LastGiven(PanelText::kSFIURL), "Not used since the program was started");
+  EXPECT_EQ(service_.LastGiven(PanelText::kSSNURL), "Sunspot number not downloaded so far");
+  EXPECT_EQ(service_.LastGiven(PanelText::kURL0), "");
+  service_.ShowForecast();
+  Tick(minutes(0));
+  const std::string moment = MomentText(with_.log.clock.now);
+  with_.fetcher.content = TestData("spaceweather/wwv.txt");
+  service_.UpdateCurrentConditions();
+  with_.log.clock.now += minutes(130);
+  EXPECT_EQ(service_.LastGiven(PanelText::kSFIURL), "Forecast, 2 hours ago (" + moment + ")");
+  const std::string values =
+      "Solar flux 152, 2 hours ago (" + moment + "); K index 3, 2 hours ago (" + moment + ")";
+  EXPECT_EQ(service_.LastGiven(PanelText::kWWVURL), values);
+
+  with_.fetcher.code = fetch_codes::kCannotConnect;
+  service_.UpdateCurrentConditions();
+  EXPECT_EQ(service_.LastGiven(PanelText::kWWVURL),
+            values +
+                "; last attempt just now: unable to download current conditions from "
+                "https://host/wwv - cannot connect");
+  configuration_.SetUrl(PanelText::kSFIURL, "https://elsewhere/forecast");
+  EXPECT_EQ(service_.LastGiven(PanelText::kSFIURL),
+            "Forecast, 2 hours ago (" + moment + ") from https://host/forecast");
+}
+
+TEST_F(SpaceWeatherTest, KeysStepThroughTheDaysThatTheForecastHas) {
+  const auto pointed = [&] { return forecast_window_.PointedText().substr(0, 11); };
+  forecast_window_.Step(1);
+  EXPECT_EQ(pointed(), "") << "there is no day yet";
+  service_.ShowForecast();
+  Tick(minutes(0));
+  forecast_window_.Step(1);
+  EXPECT_EQ(pointed(), "15 Nov 2026") << "today comes first";
+  forecast_window_.Step(-1);
+  EXPECT_EQ(pointed(), "15 Nov 2026");
+  forecast_window_.Step(2);
+  EXPECT_EQ(pointed(), "17 Nov 2026");
+  forecast_window_.Step(32);
+  EXPECT_EQ(pointed(), "15 Dec 2026") << "the 31st day";
+  forecast_window_.Step(-32);
+  EXPECT_EQ(pointed(), "15 Nov 2026");
+  forecast_window_.Pointer_Leave();
+  forecast_window_.Step(-1);
+  EXPECT_EQ(pointed(), "15 Dec 2026") << "from nowhere, back to the last";
+}
+
 TEST_F(SpaceWeatherTest, TriesAgainAMinuteAfterAFailure) {
   service_.ShowForecast();
   with_.fetcher.code = fetch_codes::kCannotConnect;

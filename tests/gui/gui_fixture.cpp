@@ -14,6 +14,7 @@
 #include <cstdlib>
 
 #include "common/files.h"
+#include "common/numbers.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop::testing {
@@ -47,6 +48,14 @@ int DialogRecorder::Enter(wxDialog* dialog) {
 GuiTest::GuiTest() {
   ::setenv("SKYHOP_HOME", home_.Path().c_str(), 1);
   ::setenv("XDG_CONFIG_HOME", config_.Path().c_str(), 1);
+  // Whatever still asks for an address elsewhere meets a proxy that is not there.
+  const std::string nowhere = "http://127.0.0.1:" + std::to_string(UnusedPort());
+  for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) {
+    ::setenv(proxy, nowhere.c_str(), 1);
+  }
+  ::setenv("no_proxy", "127.0.0.1", 1);
+  ServeSunspotNumber("118.5");
+  WriteSettings("");
 }
 
 GuiTest::~GuiTest() {
@@ -182,7 +191,21 @@ std::string GuiTest::Settings() const {
 
 void GuiTest::WriteSettings(const std::string& content) const {
   std::filesystem::create_directories(SettingsFile().parent_path());
-  WriteFile(SettingsFile(), content);
+  WriteFile(SettingsFile(), content + "\n" + AddressSettings(server_.Url("/ssn")));
+}
+
+std::string GuiTest::AddressSettings(const std::string& ssn_url) const {
+  return "[Configuration]\nSSNURL=" + ssn_url + "\nSFIURL=" + server_.Url("/forecast") +
+         "\nWWVURL=" + server_.Url("/wwv") + "\n";
+}
+
+void GuiTest::ServeSunspotNumber(const std::string& number) {
+  const std::chrono::year_month_day today(
+      std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()));
+  const std::string month = std::to_string(static_cast<int>(today.year())) + "-" +
+                            PaddedNumber(static_cast<int>(unsigned{today.month()}), 2);
+  server_.Serve("/ssn", Reply("200 OK", "[{\"time-tag\": \"" + month + "\", \"predicted_ssn\": " +
+                                            number + ", \"high_ssn\": 130}]"));
 }
 
 void GuiTest::ReplaceEngine(const std::string& script) const {

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "app/skyhop/skyhop_program.h"
+#include "support/http_server.h"
 #include "support/temporary_folder.h"
 
 namespace skyhop::testing {
@@ -43,7 +44,8 @@ class DialogRecorder : public wxModalDialogHook {
   int Enter(wxDialog* dialog) override;
 };
 
-/// The program with its real windows, real engine and settings in folders of its own.
+/// The program with its real windows, real engine and settings in folders of its own. Its addresses
+/// are those of a server on the loopback interface, and nothing gets beyond that interface.
 class GuiTest : public ::testing::Test {
  protected:
   GuiTest();
@@ -81,13 +83,19 @@ class GuiTest : public ::testing::Test {
 
   [[nodiscard]] std::filesystem::path SettingsFile() const;
   [[nodiscard]] std::string Settings() const;
+  /// Replaces the settings by `content` and, after it, the addresses of the test's server.
   void WriteSettings(const std::string& content) const;
+  /// What the settings hold about addresses: this one for the sunspot number.
+  [[nodiscard]] std::string AddressSettings(const std::string& ssn_url) const;
+  /// Has the server give this as the sunspot number of the month.
+  void ServeSunspotNumber(const std::string& number);
   /// Puts a shell script in the engine's place.
   void ReplaceEngine(const std::string& script) const;
 
   TemporaryFolder home_{"home"};
   TemporaryFolder config_{"config"};
   DialogRecorder dialogs_;
+  HttpServer server_;
 
  private:
   std::unique_ptr<SkyhopProgram> program_;

@@ -52,7 +52,7 @@ TEST_F(ProgramAsProcess, ASecondInstanceIsRefusedAndTheFirstGoesOn) {
 
 TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
-    std::filesystem::remove(SettingsFile());
+    WriteSettings("");
     const auto program = StartProcess();
     program->Send(signal);
     ASSERT_TRUE(PumpUntil([&] { return program->Ended(); })) << signal;

@@ -49,6 +49,7 @@ class FakeView : public PredictionView {
   [[nodiscard]] WindowPlacement Placement() const override { return placement; }
   void SetPlacement(const WindowPlacement& now) override { placement = now; }
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return {{0, 0, 1920, 1080}}; }
+  void ShowWindow() override { visible = true; }
   void RestoreWindow() override { ++restored; }
 
   bool OpenInBrowser(const std::string& url) override {
@@ -72,6 +73,7 @@ class FakeView : public PredictionView {
   WindowPlacement placement{10, 20, 1000, 700, WindowPlacement::State::kNormal};
   bool tool_tips = false;
   bool has_browser = true;
+  bool visible = false;
   int restored = 0;
   int closed = 0;
 

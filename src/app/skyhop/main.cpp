@@ -83,8 +83,8 @@ class SkyhopApp : public wxApp {
       dialog->Hide();
       return;
     }
-    end_timer_.Stop();
-    program_->CloseWindow();
+    // A window that is busy is asked again.
+    if (program_->CloseWindow()) end_timer_.Stop();
   }
 
   std::unique_ptr<platform::ColorSchemeFollower> color_scheme_;

@@ -67,13 +67,17 @@ SkyhopProgram::SkyhopProgram()
       results_(table_, panel_, parameters_, pane_, messages_, diagnostics_),
       run_({parameters_, panel_, ioncap_script_, its_script_, results_, timer_, *launcher_, pause_,
             messages_, settings_, diagnostics_}),
+      forecast_frame_(new ForecastFrame(nullptr)),
+      conditions_frame_(new ConditionsFrame(nullptr)),
+      space_weather_({frame_->View(), *forecast_frame_, *conditions_frame_, configuration_,
+                      messages_, settings_, diagnostics_, *clock_, pause_, folder_}),
       transport_(platform::MakeLinkTransport(kProductName)),
       links_(*transport_, frame_->View(), diagnostics_),
       probe_({*locker_, *launcher_, pause_, diagnostics_, folder_}),
       configuration_frame_(new ConfigurationFrame(nullptr)),
       configuration_window_({*configuration_frame_, configuration_, bands_, probe_,
-                             links_.Overview(), *this, messages_, settings_, diagnostics_,
-                             folder_}),
+                             links_.Overview(), space_weather_.service, *this, messages_, settings_,
+                             diagnostics_, folder_}),
       controller_({frame_->View(),
                    panel_,
                    pane_,
@@ -88,7 +92,7 @@ SkyhopProgram::SkyhopProgram()
                    *locker_,
                    links_.Server(),
                    links_.Peers(),
-                   space_weather_,
+                   space_weather_.service,
                    point_prediction_,
                    beacons_,
                    messages_,
@@ -97,26 +101,49 @@ SkyhopProgram::SkyhopProgram()
                    *clock_,
                    folder_,
                    platform::HelpFile(folder_)}),
-      windows_({frame_.get(), configuration_frame_.get()}) {
+      windows_({frame_.get(), configuration_frame_.get(), forecast_frame_.get(),
+                conditions_frame_.get()}) {
   links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
   diagnostics_.SetPeerCaption([this] { return links_.InteropCaption(); });
-  const wxIconBundle icons = ProgramIcons();
-  for (wxTopLevelWindow* window : {static_cast<wxTopLevelWindow*>(frame_),
-                                   static_cast<wxTopLevelWindow*>(configuration_frame_)}) {
-    if (!icons.IsEmpty()) window->SetIcons(icons);
-  }
-  configuration_frame_->Attach(configuration_window_);
-  frame_->Attach(&controller_);
-  frame_->SetClosedListener([this] {
-    if (configuration_frame_) configuration_frame_->Destroy();
-  });
+  AttachWindows();
 }
 
 SkyhopProgram::~SkyhopProgram() {
   // A window that is still there would outlive what it shows.
-  delete configuration_frame_.get();
+  for (SideFrame* frame : SideFrames()) delete frame;
   if (frame_) frame_->Attach(nullptr);
   delete frame_.get();
+}
+
+/// The windows beside the main one that are still there.
+std::vector<SideFrame*> SkyhopProgram::SideFrames() const {
+  std::vector<SideFrame*> frames;
+  for (SideFrame* frame : {static_cast<SideFrame*>(configuration_frame_.get()),
+                           static_cast<SideFrame*>(forecast_frame_.get()),
+                           static_cast<SideFrame*>(conditions_frame_.get())}) {
+    if (frame != nullptr) frames.push_back(frame);
+  }
+  return frames;
+}
+
+void SkyhopProgram::AttachWindows() {
+  const wxIconBundle icons = ProgramIcons();
+  if (!icons.IsEmpty()) {
+    frame_->SetIcons(icons);
+    for (SideFrame* frame : SideFrames()) frame->SetIcons(icons);
+  }
+  configuration_frame_->Attach(configuration_window_);
+  forecast_frame_->Attach(space_weather_.forecast_window);
+  conditions_frame_->Attach(space_weather_.conditions_window);
+  frame_->Attach(&controller_);
+  frame_->SetBusyQuery([this] { return space_weather_.procedure.Busy(); });
+  frame_->SetClosedListener([this] {
+    for (SideFrame* frame : SideFrames()) frame->Destroy();
+  });
+  configuration_.AddListener([this](Configuration::Item item) {
+    if (item != Configuration::Item::kShowToolTips || !forecast_frame_) return;
+    forecast_frame_->ShowToolTips(configuration_.ShowToolTips());
+  });
 }
 
 bool SkyhopProgram::Start() {
@@ -127,17 +154,17 @@ bool SkyhopProgram::Start() {
     }
   }
   if (!controller_.Form_Load()) return false;
-  frame_->Show();
+  forecast_frame_->ShowToolTips(configuration_.ShowToolTips());
   return true;
 }
 
-void SkyhopProgram::CloseWindow() {
-  if (frame_) frame_->Close();
+bool SkyhopProgram::CloseWindow() {
+  return !frame_ || frame_->Close();
 }
 
 void SkyhopProgram::ResetWindows() {
   if (frame_) frame_->PutToDefaultPlace();
-  if (configuration_frame_) configuration_frame_->PutToDefaultPlace();
+  for (SideFrame* frame : SideFrames()) frame->PutToDefaultPlace();
 }
 
 }  // namespace skyhop

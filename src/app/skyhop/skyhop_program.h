@@ -10,6 +10,7 @@
 
 #include "app/skyhop/program_links.h"
 #include "app/skyhop/program_windows.h"
+#include "app/skyhop/space_weather_parts.h"
 #include "common/instance_guard.h"
 #include "common/settings.h"
 #include "engine/ioncap_script.h"
@@ -19,7 +20,9 @@
 #include "platform/platform.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/wx/conditions_frame.h"
 #include "ui/wx/configuration_frame.h"
+#include "ui/wx/forecast_frame.h"
 #include "ui/wx/prediction_frame.h"
 #include "ui/wx/wx_messages.h"
 
@@ -37,8 +40,9 @@ class SkyhopProgram : private ConfigurationHost {
   /// Starts the program and shows its window. Returns false when it has to end at once.
   [[nodiscard]] bool Start();
 
-  /// Ends the program as the main window's close button does.
-  void CloseWindow();
+  /// Ends the program as the main window's close button does. Returns false while the window is
+  /// busy; it closes as soon as it can.
+  bool CloseWindow();
 
   [[nodiscard]] PredictionFrame& Frame() { return *frame_; }
   [[nodiscard]] Diagnostics& GetDiagnostics() { return diagnostics_; }
@@ -47,6 +51,8 @@ class SkyhopProgram : private ConfigurationHost {
 
  private:
   void ResetWindows() override;
+  [[nodiscard]] std::vector<SideFrame*> SideFrames() const;
+  void AttachWindows();
 
   std::filesystem::path folder_;
   std::unique_ptr<Clock> clock_;
@@ -73,10 +79,12 @@ class SkyhopProgram : private ConfigurationHost {
   IONCAPModule::ItsScript its_script_;
   IONCAPModule::Results results_;
   IONCAPModule::RunControl run_;
+  wxWeakRef<ForecastFrame> forecast_frame_;
+  wxWeakRef<ConditionsFrame> conditions_frame_;
+  SpaceWeatherParts space_weather_;
   std::unique_ptr<LinkTransport> transport_;
   ProgramLinks links_;
   // Parts that this build does not have.
-  SpaceWeather space_weather_;
   PointPrediction point_prediction_;
   BeaconMonitor beacons_;
   EngineProbe probe_;

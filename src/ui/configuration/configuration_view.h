@@ -104,6 +104,8 @@ class ConfigurationView {
   virtual void SetUrl(PanelText url, const std::string& text) = 0;
   /// Whether the address can be opened.
   virtual void EnableOpen(PanelText url, bool enabled) = 0;
+  /// What the address gave last, to stand below it; empty for nothing.
+  virtual void SetUrlNote(PanelText url, const std::string& text) = 0;
   virtual void SetPeers(std::span<const PeerState> peers) = 0;
   virtual void ShowToolTips(bool show) = 0;
 

@@ -70,6 +70,7 @@ void IoncapConfig::Form_Activate() {
     ShowFindings();
     ShowStationSource();
     ShowErrorLog();
+    ShowUrlNotes();
     Peers_Change();
   });
 }
@@ -144,6 +145,13 @@ void IoncapConfig::FillUrl(PanelText url) {
   const std::string& text = with_.configuration.Url(url);
   with_.view.SetUrl(url, text);
   with_.view.EnableOpen(url, !Trim(text).empty());
+  with_.view.SetUrlNote(url, with_.space_weather.LastGiven(url));
+}
+
+void IoncapConfig::ShowUrlNotes() {
+  for (const ConfigUrl& row : kConfigUrls) {
+    with_.view.SetUrlNote(row.url, with_.space_weather.LastGiven(row.url));
+  }
 }
 
 void IoncapConfig::ShowModes(int selected) {

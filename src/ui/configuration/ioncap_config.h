@@ -48,6 +48,7 @@ class IoncapConfig : public ConfigurationWindow {
     FreqDependentModule::BandTable& bands;
     EngineProbe& probe;
     PeerOverview& peers;
+    const SpaceWeather& space_weather;
     ConfigurationHost& host;
     UserMessages& messages;
     const Common::Settings& settings;
@@ -107,6 +108,7 @@ class IoncapConfig : public ConfigurationWindow {
   void Fill();
   void FillBands();
   void FillUrl(PanelText url);
+  void ShowUrlNotes();
   void ShowModes(int selected);
   void ShowFindings();
   void ShowStationSource();

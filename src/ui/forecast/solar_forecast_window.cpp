@@ -1,5 +1,7 @@
 #include "ui/forecast/solar_forecast_window.h"
 
+#include <cstdlib>
+
 #include "common/dates.h"
 #include "spaceweather/value_origins.h"
 
@@ -124,6 +126,27 @@ void SolarForecast::Pointer_Move(Point at) {
 
 void SolarForecast::Pointer_Leave() {
   with_.diagnostics.Trap("SolarForecast.Pointer_Leave", [&] { Point_At(0); });
+}
+
+void SolarForecast::Step(int days) {
+  with_.diagnostics.Trap("SolarForecast.Step", [&] {
+    const SolarForecastModule::ForecastTable& table = with_.forecast.Table();
+    // Later days have lower slots; slot 0 is none.
+    const int direction = days > 0 ? -1 : 1;
+    const int last = static_cast<int>(SolarForecastModule::kFirstDaySlot);
+    int slot = static_cast<int>(options_.pointed_slot);
+    if (slot == 0) slot = days > 0 ? last + 1 : 0;
+    std::size_t found = options_.pointed_slot;
+    for (int left = std::abs(days); left > 0;) {
+      slot += direction;
+      if (slot < 1 || slot > last) break;
+      const auto day = static_cast<std::size_t>(slot);
+      if (!table.at(day).valid) continue;
+      found = day;
+      --left;
+    }
+    Point_At(found);
+  });
 }
 
 void SolarForecast::Point_At(std::size_t slot) {

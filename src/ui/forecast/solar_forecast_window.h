@@ -50,6 +50,9 @@ class SolarForecast : public ForecastWindow {
   /// The pointer is at a place of the canvas.
   void Pointer_Move(Point at);
   void Pointer_Leave();
+  /// Points at the day so many days after the one pointed at, or before it, within the forecast;
+  /// where none is, one step leads to the first or the last day. For the keyboard.
+  void Step(int days);
   /// What the pointer is at, for a tool tip; empty for nothing.
   [[nodiscard]] std::string PointedText() const;
 

@@ -161,6 +161,11 @@ void IonCap::PutDownloaded(TextField field, const std::string& text) {
   with_.diagnostics.Trap("IonCap.PutDownloaded", [&] { Put(field, text); });
 }
 
+std::string IonCap::OriginOf(TextField field) const {
+  return with_.diagnostics.Trap("IonCap.OriginOf", std::string(),
+                                [&] { return with_.space_weather.OriginOf(field); });
+}
+
 void IonCap::UpdateCaption(const std::string& text) {
   caption_ = text;
   caption_hint_ = with_.diagnostics.CaptionHint();

@@ -183,6 +183,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
 
   /// Whether a prediction is running.
   [[nodiscard]] bool Running() const;
+  /// Where the value in a field comes from; empty for fields that no download fills.
+  [[nodiscard]] std::string OriginOf(TextField field) const;
   /// The chart's results as comma-separated values; empty when there are none.
   [[nodiscard]] std::string ResultsAsCsv() const;
   /// Opens the web page with this number, 0 to 3.

@@ -42,6 +42,8 @@ bool IonCap::Form_Load() {
   step([&] { with_.peers.Initialize(); });
   step([&] { UpdateSolarBars(); });
   step([&] { RestoreChartOptions(); });
+  // A slow network must not keep the window from the user.
+  step([&] { with_.view.ShowWindow(); });
   step([&] {
     if (with_.space_weather.Available()) with_.space_weather.DownloadSSN();
   });

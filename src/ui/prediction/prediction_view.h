@@ -64,6 +64,8 @@ class PredictionView {
   [[nodiscard]] virtual WindowPlacement Placement() const = 0;
   virtual void SetPlacement(const WindowPlacement& placement) = 0;
   [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
+  /// Shows the window; it may be shown already.
+  virtual void ShowWindow() = 0;
   /// Restores a minimised or maximised window.
   virtual void RestoreWindow() = 0;
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "common/instance_guard.h"
+#include "engine/prediction_panel.h"
 #include "engine/run_lock.h"
 #include "interop/command_target.h"
 #include "ui/prediction/controls.h"
@@ -75,6 +76,8 @@ class SpaceWeather {
   /// Where the value in the field comes from and how old it is, for a tool tip; empty for fields
   /// that no download fills.
   [[nodiscard]] virtual std::string OriginOf(TextField /*field*/) const { return {}; }
+  /// What a download address gave last and how old that is; empty for addresses of web pages.
+  [[nodiscard]] virtual std::string LastGiven(PanelText /*url*/) const { return {}; }
 };
 
 /// Predicts the signal-to-noise ratio at one frequency.

@@ -70,4 +70,36 @@ std::string SpaceWeatherService::OriginOf(TextField field) const {
   return {};
 }
 
+std::string SpaceWeatherService::LastForecast() const {
+  if (!with_.forecast.Failure().empty()) return "No forecast: " + with_.forecast.Failure();
+  const std::optional<UtcTime>& filled = with_.forecast.FilledAt();
+  if (!filled) return "Not used since the program was started";
+  const std::string from = with_.forecast.Source() == with_.host.Url(DownloadKind::kForecast)
+                               ? ""
+                               : " from " + with_.forecast.Source();
+  return "Forecast, " + AgeText(*filled, with_.clock.UtcNow()) + " (" + MomentText(*filled) + ")" +
+         from;
+}
+
+std::string SpaceWeatherService::LastGiven(PanelText url) const {
+  switch (url) {
+    case PanelText::kSFIURL:
+      return LastForecast();
+    case PanelText::kSSNURL: {
+      const std::string address = with_.host.Url(DownloadKind::kSunspotNumber);
+      return "Sunspot number " + with_.origins.Last(SolarValue::kSunspotNumber, address) +
+             with_.origins.LastFailure(SolarValue::kSunspotNumber);
+    }
+    case PanelText::kWWVURL: {
+      const std::string address = with_.host.Url(DownloadKind::kCurrentConditions);
+      // Both come from the same file, so one failure is enough.
+      return "Solar flux " + with_.origins.Last(SolarValue::kFlux, address) + "; K index " +
+             with_.origins.Last(SolarValue::kKindex, address) +
+             with_.origins.LastFailure(SolarValue::kFlux);
+    }
+    default:
+      return {};
+  }
+}
+
 }  // namespace skyhop

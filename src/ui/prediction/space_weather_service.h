@@ -65,9 +65,11 @@ class SpaceWeatherService : public SpaceWeather {
   void UpdateCurrentConditions() override;
   void ShowCurrentConditions() override;
   [[nodiscard]] std::string OriginOf(TextField field) const override;
+  [[nodiscard]] std::string LastGiven(PanelText url) const override;
 
  private:
   [[nodiscard]] bool ForecastIsDue() const;
+  [[nodiscard]] std::string LastForecast() const;
 
   Collaborators with_;
 };

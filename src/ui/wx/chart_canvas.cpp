@@ -3,33 +3,14 @@
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
 #include <wx/graphics.h>
-#include <wx/settings.h>
 
-#include <algorithm>
 #include <cmath>
 
+#include "ui/wx/canvas_paint.h"
 #include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
-namespace {
-
-Point ToPoint(const wxPoint& at) {
-  return {static_cast<double>(at.x), static_cast<double>(at.y)};
-}
-
-/// What the canvas lies on.
-wxColour SurroundingColour(const wxWindow& window) {
-#ifdef __WXGTK__
-  // Panels are transparent here: what shows through is the window's own colour.
-  return wxGetTopLevelParent(window.GetParent())->GetBackgroundColour();
-#else
-  return window.GetParent()->GetBackgroundColour();
-#endif
-}
-
-}  // namespace
-
 ChartCanvas::ChartCanvas(wxWindow* parent, ChartPane& pane,
                          std::function<void(const std::string&)> show_readout)
     : pane_(&pane), show_readout_(std::move(show_readout)) {
@@ -65,16 +46,7 @@ ChartCanvas::~ChartCanvas() {
 }
 
 void ChartCanvas::FollowTheme() {
-  const wxColour desktop = SurroundingColour(*this);
-  const bool dark = desktop.GetLuminance() < 0.5;
-  ChartPalette palette = dark ? kDarkPalette : kLightPalette;
-  palette.background = {desktop.Red(), desktop.Green(), desktop.Blue()};
-  pane_->SetPalette(palette);
-}
-
-double ChartCanvas::TextSize() const {
-  // Smaller than the controls' text, so that the labels stay behind what they label.
-  return std::max(9.0, std::round(GetFont().GetPixelSize().GetHeight() * 0.86));
+  pane_->SetPalette(CanvasPalette(*this));
 }
 
 void ChartCanvas::ChartChanged() {
@@ -90,19 +62,7 @@ void ChartCanvas::OverlayChanged(const Rectangle& area) {
 }
 
 void ChartCanvas::PaintBitmap() {
-  const wxSize size = GetClientSize();
-  const double scale = GetContentScaleFactor();
-  if (!bitmap_.IsOk() || bitmap_.GetScaleFactor() != scale ||
-      bitmap_.GetSize() != wxSize(wxRound(size.x * scale), wxRound(size.y * scale))) {
-    bitmap_.CreateScaled(size.x, size.y, wxBITMAP_SCREEN_DEPTH, scale);
-  }
-  wxMemoryDC dc(bitmap_);
-  std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
-  if (!context) return;
-  // The surface counts in device pixels itself, to keep lines sharp.
-  context->Scale(1 / scale, 1 / scale);
-  WxSurface surface(std::move(context), size.x, size.y, scale, GetFont());
-  pane_->Paint(surface);
+  PaintCanvas(*this, bitmap_, [this](Surface& surface) { pane_->Paint(surface); });
   valid_ = true;
 }
 
@@ -117,17 +77,12 @@ void ChartCanvas::OnPaint(wxPaintEvent&) {
   if (!context) return;
   WxSurface surface(std::move(context), GetClientSize().x, GetClientSize().y, 1, GetFont());
   pane_->PaintOverlay(surface);
-  if (HasFocus()) {
-    const wxColour color = wxSystemSettings::GetColour(wxSYS_COLOUR_HIGHLIGHT);
-    dc.SetPen(wxPen(color, FromDIP(1), wxPENSTYLE_SOLID));
-    dc.SetBrush(*wxTRANSPARENT_BRUSH);
-    dc.DrawRectangle(GetClientRect());
-  }
+  if (HasFocus()) PaintFocus(*this, dc);
 }
 
 void ChartCanvas::OnSize(wxSizeEvent& event) {
   const wxSize size = GetClientSize();
-  pane_->Resize(size.x, size.y, TextSize());
+  pane_->Resize(size.x, size.y, CanvasTextSize(*this));
   valid_ = false;
   Refresh(false);
   event.Skip();

@@ -40,7 +40,6 @@ class ChartCanvas : public wxWindow, public ChartHost {
   void OnKeyDown(wxKeyEvent& event);
   void FollowTheme();
   void PaintBitmap();
-  [[nodiscard]] double TextSize() const;
 
   ChartPane* pane_;
   std::function<void(const std::string&)> show_readout_;

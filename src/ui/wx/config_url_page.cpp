@@ -45,7 +45,7 @@ void ConfigUrlPage::AddRow(std::size_t index) {
   row->Add(open, wxSizerFlags().CenterVertical());
   block->Add(row, wxSizerFlags().Expand().Border(wxTOP, FromDIP(2)));
   Add(block);
-  rows_.at(index) = {field, open};
+  rows_.at(index) = {field, open, AddSubText("")};
 }
 
 ConfigUrlPage::Row& ConfigUrlPage::Find(PanelText url) {
@@ -60,6 +60,10 @@ void ConfigUrlPage::SetUrl(PanelText url, const std::string& text) {
 
 void ConfigUrlPage::EnableOpen(PanelText url, bool enabled) {
   Find(url).open->Enable(enabled);
+}
+
+void ConfigUrlPage::SetNote(PanelText url, const std::string& text) {
+  SetText(Find(url).note, text);
 }
 
 }  // namespace skyhop

@@ -16,11 +16,13 @@ class ConfigUrlPage : public ConfigPage {
 
   void SetUrl(PanelText url, const std::string& text);
   void EnableOpen(PanelText url, bool enabled);
+  void SetNote(PanelText url, const std::string& text);
 
  private:
   struct Row {
     CommitField* field;
     wxButton* open;
+    wxStaticText* note;
   };
   void AddRow(std::size_t index);
   [[nodiscard]] Row& Find(PanelText url);

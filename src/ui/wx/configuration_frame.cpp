@@ -18,24 +18,13 @@
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
-namespace {
-
-constexpr int kDefaultWidth = 800;   // DIP
-constexpr int kDefaultHeight = 560;  // DIP
-
-}  // namespace
 
 ConfigurationFrame::ConfigurationFrame(wxWindow* parent)
-    : wxFrame(parent, wxID_ANY, "Skyhop Configuration", wxDefaultPosition, wxDefaultSize,
-              wxDEFAULT_FRAME_STYLE, "IoncapConfig"),
-      test_timer_(this),
-      place_(*this) {
+    : SideFrame(parent, "Skyhop Configuration", "IoncapConfig", wxSize(800, 560)),
+      test_timer_(this) {
   Assemble();
   SetMinSize(FromDIP(wxSize(600, 400)));
-  PutToDefaultPlace();
 
-  Bind(wxEVT_CLOSE_WINDOW, &ConfigurationFrame::OnClose, this);
-  Bind(wxEVT_CHAR_HOOK, &ConfigurationFrame::OnKey, this);
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     events_.Send(&IoncapConfig::TestTimer_Tick, std::chrono::steady_clock::now());
   });
@@ -84,31 +73,10 @@ void ConfigurationFrame::Assemble() {
   SetSizer(outer);
 }
 
-void ConfigurationFrame::PutToDefaultPlace() {
-  SetSize(FromDIP(wxSize(kDefaultWidth, kDefaultHeight)));
-  CentreOnScreen();
-  place_.Put(GetRect());
-}
-
-void ConfigurationFrame::OnClose(wxCloseEvent& event) {
-  if (!event.CanVeto()) {
-    event.Skip();
-    return;
-  }
-  event.Veto();
+void ConfigurationFrame::UserCloses() {
   // A field that still has the focus has not been left yet.
   if (auto* field = dynamic_cast<CommitField*>(wxWindow::FindFocus())) field->Commit();
   events_.Send(&IoncapConfig::Form_QueryUnload);
-}
-
-void ConfigurationFrame::OnKey(wxKeyEvent& event) {
-  const bool escape = event.GetKeyCode() == WXK_ESCAPE && !event.HasAnyModifiers();
-  const bool control_w = event.GetKeyCode() == 'W' && event.GetModifiers() == wxMOD_CONTROL;
-  if (escape || control_w) {
-    Close();
-  } else {
-    event.Skip();
-  }
 }
 
 // --- What the controller sets -------------------------------------------------------------------
@@ -192,6 +160,10 @@ void ConfigurationFrame::EnableOpen(PanelText url, bool enabled) {
   urls_->EnableOpen(url, enabled);
 }
 
+void ConfigurationFrame::SetUrlNote(PanelText url, const std::string& text) {
+  urls_->SetNote(url, text);
+}
+
 void ConfigurationFrame::SetPeers(std::span<const PeerState> peers) {
   links_->SetPeers(peers);
 }
@@ -203,15 +175,7 @@ void ConfigurationFrame::ShowToolTips(bool show) {
 // --- The window itself --------------------------------------------------------------------------
 
 void ConfigurationFrame::ShowWindow() {
-  if (!IsShown()) {
-    // Some window managers place a window anew when it comes back.
-    const bool maximized = IsMaximized();
-    if (!maximized) SetSize(place_.Place());
-    Show();
-    if (!maximized) Move(place_.Place().GetPosition());
-  }
-  if (IsIconized()) Iconize(false);
-  Raise();
+  BringUp();
 }
 
 void ConfigurationFrame::HideWindow() {

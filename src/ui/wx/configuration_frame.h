@@ -1,12 +1,11 @@
 #pragma once
 
-#include <wx/frame.h>
 #include <wx/listbox.h>
 #include <wx/simplebook.h>
 #include <wx/timer.h>
 
 #include "ui/wx/config_events.h"
-#include "ui/wx/normal_place.h"
+#include "ui/wx/side_frame.h"
 
 namespace skyhop {
 
@@ -20,16 +19,13 @@ class ConfigUrlPage;
 class ConfigWindowsPage;
 
 /// The configuration window: the list of its pages on the left, the chosen one beside it.
-class ConfigurationFrame : public wxFrame, public ConfigurationView {
+class ConfigurationFrame : public SideFrame, public ConfigurationView {
  public:
   /// `parent` may be null. The window is not shown.
   explicit ConfigurationFrame(wxWindow* parent);
 
   /// The window's events go to `controller` from now on; it must outlive the window.
   void Attach(IoncapConfig& controller) { events_.Attach(controller); }
-
-  /// The size and place of a fresh installation.
-  void PutToDefaultPlace();
 
   void Select(ConfigOption option, int index) override;
   void SetChecked(ConfigCheck check, bool checked) override;
@@ -45,12 +41,13 @@ class ConfigurationFrame : public wxFrame, public ConfigurationView {
   void SetMode(std::size_t row, const ModeSettings& settings) override;
   void SetUrl(PanelText url, const std::string& text) override;
   void EnableOpen(PanelText url, bool enabled) override;
+  void SetUrlNote(PanelText url, const std::string& text) override;
   void SetPeers(std::span<const PeerState> peers) override;
   void ShowToolTips(bool show) override;
   void ShowWindow() override;
   void HideWindow() override;
-  [[nodiscard]] WindowPlacement Placement() const override { return place_.Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { place_.Put(placement); }
+  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
+  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
   void StartTestTimer(std::chrono::milliseconds interval) override;
   void StopTestTimer() override;
@@ -61,8 +58,7 @@ class ConfigurationFrame : public wxFrame, public ConfigurationView {
   template <class Page>
   Page* AddPage(const wxString& name);
   void Assemble();
-  void OnClose(wxCloseEvent& event);
-  void OnKey(wxKeyEvent& event);
+  void UserCloses() override;
 
   ConfigEvents events_;
   wxListBox* list_ = nullptr;
@@ -76,7 +72,6 @@ class ConfigurationFrame : public wxFrame, public ConfigurationView {
   ConfigDiagnosticsPage* diagnostics_ = nullptr;
   ConfigWindowsPage* windows_ = nullptr;
   wxTimer test_timer_;
-  NormalPlace place_;
 };
 
 }  // namespace skyhop

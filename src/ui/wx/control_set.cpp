@@ -29,6 +29,14 @@ void ControlSet::SetToolTip(wxWindow* control, std::string_view text) {
   if (show_tool_tips_) control->SetToolTip(ToWx(text));
 }
 
+/// Ages grow, so the tip is made when it may be wanted.
+void ControlSet::RefreshToolTip(TextField field) {
+  if (!show_tool_tips_) return;
+  const std::string origin = events_->Origin(field);
+  if (origin.empty()) return;
+  Field(field)->SetToolTip(ToWx(std::string(ToolTip(field)) + "\n" + origin));
+}
+
 void ControlSet::ShowToolTips(bool show) {
   show_tool_tips_ = show;
   for (const auto& [control, text] : tool_tips_) {
@@ -63,6 +71,10 @@ wxTextCtrl* ControlSet::MakeText(wxWindow* parent, TextField field, int characte
   text->Bind(wxEVT_TEXT_ENTER, [this, field](wxCommandEvent&) { events_->Entered(field); });
   text->Bind(wxEVT_TEXT, [this, field](wxCommandEvent& event) {
     events_->Changed(field);
+    event.Skip();
+  });
+  text->Bind(wxEVT_ENTER_WINDOW, [this, field](wxMouseEvent& event) {
+    RefreshToolTip(field);
     event.Skip();
   });
   text->Bind(wxEVT_LEFT_DCLICK, [this, field](wxMouseEvent& event) {

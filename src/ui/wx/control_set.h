@@ -32,6 +32,8 @@ class ControlEvents {
   virtual bool Left(TextField field) = 0;
   virtual void Changed(TextField field) = 0;
   virtual void DoubleClicked(TextField field) = 0;
+  /// What a field's tool tip tells beside what the field is for; may be empty.
+  [[nodiscard]] virtual std::string Origin(TextField field) = 0;
 };
 
 /// One option of a group: its words and the index that choosing it means.
@@ -97,6 +99,7 @@ class ControlSet {
   void OnChar(TextField field, wxKeyEvent& event);
   void Leave(TextField field);
   void SetToolTip(wxWindow* control, std::string_view text);
+  void RefreshToolTip(TextField field);
 
   ControlEvents* events_;
   TieLabel tie_label_;

@@ -14,6 +14,8 @@ namespace skyhop {
 namespace {
 
 constexpr int kClockField = 1;
+/// Between two attempts to close a window that is busy.
+constexpr int kCloseInterval = 50;  // ms
 
 }  // namespace
 
@@ -31,6 +33,7 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
         wxEVT_TIMER, [this, i](wxTimerEvent&) { Ticked(static_cast<WindowTimer>(i)); },
         timers_.at(i)->GetId());
   }
+  close_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Close(); });
   Assemble(pane);
   MakeMenu();
   CreateStatusBar(2);
@@ -221,6 +224,10 @@ void PredictionFrame::DoubleClicked(TextField field) {
   if (controller_ != nullptr && field == TextField::kTheDate) controller_->TheDate_DblClick();
 }
 
+std::string PredictionFrame::Origin(TextField field) {
+  return controller_ != nullptr ? controller_->OriginOf(field) : std::string();
+}
+
 void PredictionFrame::Ticked(WindowTimer timer) {
   if (controller_ == nullptr) return;
   switch (timer) {
@@ -267,9 +274,16 @@ void PredictionFrame::SetClock(const std::string& text) {
   if (GetStatusBar() != nullptr) SetStatusText(ToWx(text), kClockField);
 }
 
-void PredictionFrame::OnClose(wxCloseEvent&) {
+void PredictionFrame::OnClose(wxCloseEvent& event) {
+  if (event.CanVeto() && busy_ && busy_()) {
+    // What goes on in the middle of a command needs the window to its end.
+    event.Veto();
+    close_timer_.StartOnce(kCloseInterval);
+    return;
+  }
   // The controller goes first: by its timers it knows of a running engine, which it ends.
   if (controller_ != nullptr) controller_->Form_Unload();
+  close_timer_.Stop();
   for (const auto& timer : timers_) timer->Stop();
   Attach(nullptr);
   if (on_closed_) on_closed_();

@@ -29,6 +29,8 @@ class PredictionFrame : public wxFrame, private ControlEvents {
 
   /// Who gets the events; null for nobody.
   void Attach(IonCap* controller) { controller_ = controller; }
+  /// Asked before the window closes: as long as it returns true, closing waits.
+  void SetBusyQuery(std::function<bool()> query) { busy_ = std::move(query); }
   /// Called after the window has been closed.
   void SetClosedListener(std::function<void()> listener) { on_closed_ = std::move(listener); }
 
@@ -59,6 +61,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   bool Left(TextField field) override;
   void Changed(TextField field) override;
   void DoubleClicked(TextField field) override;
+  [[nodiscard]] std::string Origin(TextField field) override;
 
   void Assemble(ChartPane& pane);
   [[nodiscard]] wxSize DefaultSize() const;
@@ -70,10 +73,12 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void OnClose(wxCloseEvent& event);
 
   IonCap* controller_ = nullptr;
+  std::function<bool()> busy_;
   std::function<void()> on_closed_;
   std::unique_ptr<ControlSet> controls_;
   std::unique_ptr<PredictionView> view_;
   std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;
+  wxTimer close_timer_;
   wxWindow* base_ = nullptr;  ///< holds all controls
   NoticeBar* notice_ = nullptr;
   ChartCanvas* canvas_ = nullptr;

@@ -56,6 +56,10 @@ std::vector<Monitor> WindowView::Monitors() const {
   return DesktopMonitors();
 }
 
+void WindowView::ShowWindow() {
+  frame_->Show();
+}
+
 void WindowView::RestoreWindow() {
   if (frame_->IsIconized()) frame_->Iconize(false);
   if (frame_->IsMaximized()) frame_->Maximize(false);

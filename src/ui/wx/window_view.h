@@ -42,6 +42,7 @@ class WindowView : public PredictionView {
   [[nodiscard]] WindowPlacement Placement() const override;
   void SetPlacement(const WindowPlacement& placement) override;
   [[nodiscard]] std::vector<Monitor> Monitors() const override;
+  void ShowWindow() override;
   void RestoreWindow() override;
   bool OpenInBrowser(const std::string& url) override;
   void Close() override;

@@ -19,8 +19,14 @@ void WxMessages::Show(const std::string& text, const std::string& caption) {
 
 void WxPause::Wait(std::chrono::milliseconds duration) {
   wxMilliSleep(static_cast<unsigned long>(duration.count()));
-  wxEventLoopBase* const loop = wxEventLoopBase::GetActive();
-  if (loop != nullptr && !loop->IsYielding()) loop->YieldFor(wxEVT_CATEGORY_UI);
+  if (wxEventLoopBase* const loop = wxEventLoopBase::GetActive()) {
+    if (!loop->IsYielding()) loop->YieldFor(wxEVT_CATEGORY_UI);
+    return;
+  }
+  // While the program starts, its own loop does not run yet.
+  wxGUIEventLoop starting;
+  const wxEventLoopActivator active(&starting);
+  starting.YieldFor(wxEVT_CATEGORY_UI);
 }
 
 }  // namespace skyhop

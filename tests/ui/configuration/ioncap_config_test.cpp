@@ -83,9 +83,11 @@ class IoncapConfigTest : public ::testing::Test {
   FakePause pause_;
   EngineProbe probe_{{locker_, launcher_, pause_, with_.log.diagnostics, with_.log.folder.Path()}};
   ConnectingPeers peers_;
+  SpaceWeather space_weather_;
   CountingHost host_;
-  IoncapConfig window_{{view_, configuration_, bands_, probe_, peers_, host_, with_.messages,
-                        with_.settings, with_.log.diagnostics, with_.log.folder.Path()}};
+  IoncapConfig window_{{view_, configuration_, bands_, probe_, peers_, space_weather_, host_,
+                        with_.messages, with_.settings, with_.log.diagnostics,
+                        with_.log.folder.Path()}};
 };
 
 TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {

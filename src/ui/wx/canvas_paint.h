@@ -1,0 +1,33 @@
+#pragma once
+
+#include <wx/bitmap.h>
+#include <wx/window.h>
+
+#include <functional>
+
+#include "ui/prediction/chart_palette.h"
+#include "ui/prediction/surface.h"
+
+namespace skyhop {
+
+/// The palette for a canvas in `window` that fits the desktop's present theme; its background is
+/// what the canvas lies on.
+[[nodiscard]] ChartPalette CanvasPalette(const wxWindow& window);
+
+/// The height of a canvas's labels, in the window's pixels.
+[[nodiscard]] double CanvasTextSize(const wxWindow& window);
+
+/// Paints a whole canvas into `bitmap`, as sharp as the screen can show it. `bitmap` is made anew
+/// when it does not fit the window; `paint` counts in the window's pixels. The window must not be
+/// empty.
+void PaintCanvas(const wxWindow& window, wxBitmap& bitmap,
+                 const std::function<void(Surface&)>& paint);
+
+/// The frame around a canvas that has the keyboard.
+void PaintFocus(const wxWindow& window, wxDC& dc);
+
+[[nodiscard]] inline Point ToPoint(const wxPoint& at) {
+  return {static_cast<double>(at.x), static_cast<double>(at.y)};
+}
+
+}  // namespace skyhop

@@ -1,0 +1,40 @@
+#include "ui/wx/conditions_frame.h"
+
+#include <wx/panel.h>
+#include <wx/sizer.h>
+
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+
+ConditionsFrame::ConditionsFrame(wxWindow* parent)
+    : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)) {
+  // The panel gives the margin its colour.
+  auto* base = new wxPanel(this);
+  text_ = new wxTextCtrl(base, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                         wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
+  text_->SetFont(wxFontInfo(GetFont().GetFractionalPointSize()).Family(wxFONTFAMILY_TELETYPE));
+  text_->SetName("Current conditions bulletin");
+  auto* margin = new wxBoxSizer(wxVERTICAL);
+  margin->Add(text_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(6)));
+  base->SetSizer(margin);
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(base, wxSizerFlags(1).Expand());
+  SetSizer(whole);
+  SetMinSize(FromDIP(wxSize(320, 160)));
+}
+
+void ConditionsFrame::SetText(const std::string& text) {
+  wxString lines = ToWx(text);
+  // The toolkit's own line end, on every system.
+  lines.Replace("\r\n", "\n");
+  text_->ChangeValue(lines);
+  text_->SetInsertionPoint(0);
+  text_->ShowPosition(0);
+}
+
+void ConditionsFrame::UserCloses() {
+  if (controller_ != nullptr) controller_->Form_QueryUnload();
+}
+
+}  // namespace skyhop

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <wx/textctrl.h>
+
+#include "ui/conditions/current_conditions_window.h"
+#include "ui/wx/side_frame.h"
+
+namespace skyhop {
+
+/// The current conditions window: the bulletin, to be read and copied.
+class ConditionsFrame : public SideFrame, public ConditionsView {
+ public:
+  /// `parent` may be null. The window is not shown.
+  explicit ConditionsFrame(wxWindow* parent);
+
+  /// The window's events go to `controller` from now on; it must outlive the window.
+  void Attach(CurrentConditions& controller) { controller_ = &controller; }
+
+  void SetText(const std::string& text) override;
+  void ShowWindow() override { BringUp(); }
+  void HideWindow() override { Hide(); }
+  [[nodiscard]] bool Visible() const override { return IsShown(); }
+  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
+  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
+  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
+
+ private:
+  void UserCloses() override;
+
+  CurrentConditions* controller_ = nullptr;
+  wxTextCtrl* text_ = nullptr;
+};
+
+}  // namespace skyhop
