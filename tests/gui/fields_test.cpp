@@ -147,6 +147,8 @@ TEST_F(FieldsOfWindow, AnythingMayBeInsertedAndTheLastValidValuesStay) {
   Start();
   for (int i = 0; i < kTextFieldCount; ++i) {
     const auto field = static_cast<TextField>(i);
+    // The sunspot number is fetched at every start.
+    if (field == TextField::kSSN) continue;
     const bool dx =
         field == TextField::kDXLat || field == TextField::kDXLon || field == TextField::kDXGrid;
     // The other station is chosen anew at every start.

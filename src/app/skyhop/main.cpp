@@ -37,8 +37,9 @@ class SkyhopApp : public wxApp {
     try {
       color_scheme_ = std::make_unique<platform::ColorSchemeFollower>();
       program_ = std::make_unique<SkyhopProgram>();
-      if (!program_->Start()) return false;
+      // Before the window is there: its start may be asked to end, too.
       platform::KeepEndRequests();
+      if (!program_->Start()) return false;
       end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FollowEndRequest(); });
       end_timer_.Start(kEndInterval);
       return true;
