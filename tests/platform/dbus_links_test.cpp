@@ -109,6 +109,7 @@ TEST_F(DBusLinksBusTest, GarbageIsRefusedOrIgnored) {
   peer.Serve("TesseraMain", {{"Country", "England"}});
   const auto conversation = ConnectPatiently(links, "Tessera", "TesseraMain", listener_);
   conversation->Advise("Country");
+  EXPECT_TRUE(world_.RunUntil([&] { return !listener_.changes.empty(); }));
   peer.SendGarbage("Skyhop", "DDEServer");
   peer.Publish("TesseraMain", "Country", "Malta");
   EXPECT_TRUE(world_.RunUntil([&] { return peer.AllTaken() && listener_.changes.size() >= 2; }));
