@@ -14,7 +14,7 @@ die() {
 # What every build needs.
 build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libsimpleini-dev nlohmann-json3-dev
   libwxgtk3.2-dev libgtk-3-dev libglib2.0-dev libcurl4-openssl-dev ca-certificates)
-test_packages=(libgtest-dev libbenchmark-dev dbus-daemon xvfb openbox xdotool fonts-dejavu-core)
+test_packages=(libgtest-dev libbenchmark-dev openssl dbus-daemon xvfb openbox xdotool fonts-dejavu-core)
 
 # need PACKAGE...: installs those Debian packages that are missing.
 need() {
