@@ -3,10 +3,14 @@
 #include <wx/display.h>
 #include <wx/tooltip.h>
 
+#include <string>
+
 #include "gui_fixture.h"
 
 namespace skyhop::testing {
 namespace {
+
+using std::string_literals::operator""s;
 
 class WindowOverTime : public GuiTest {
  protected:
@@ -104,7 +108,7 @@ TEST_F(WindowOverTime, AWindowFromABiggerDesktopComesBackOntoThisOne) {
 }
 
 TEST_F(WindowOverTime, ADamagedSettingsFileKeepsNobodyFromWorking) {
-  std::string garbage("[Configuration\0\xFF\xFEPower=\x80\x81\nSNRMode=99\nXLat=99999", 60);
+  const auto garbage = "[Configuration\0\xFF\xFEPower=\x80\x81\nSNRMode=99\nXLat=99999"s;
   WriteSettings(garbage + std::string(100000, '\xA7'));
   Start();
   EnterStations();
