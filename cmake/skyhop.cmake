@@ -18,6 +18,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # This version takes a literal in front of a temporary string for an overlapping copy.
   target_compile_options(skyhop_options INTERFACE -Wno-restrict)
 endif()
+if(CMAKE_UNITY_BUILD)
+  # Sources are included there; what is private to them stays private.
+  target_compile_options(skyhop_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(WIN32)
   # Whole-width system functions everywhere, those of Windows 10, no macros named min and max.
   target_compile_definitions(skyhop_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN

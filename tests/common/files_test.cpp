@@ -6,22 +6,14 @@
 #include <system_error>
 
 #include "common/errors.h"
+#include "support/error_number.h"
 #include "support/temporary_folder.h"
 
 namespace skyhop {
 namespace {
 
+using ::skyhop::testing::ErrorNumber;
 using ::skyhop::testing::TemporaryFolder;
-
-template <class Body>
-int ErrorNumber(Body body) {
-  try {
-    body();
-  } catch (const Error& error) {
-    return error.Number();
-  }
-  return 0;
-}
 
 TEST(Files, KeepEveryByte) {
   const TemporaryFolder folder("R\xC3\xA9sultats de pr\xC3\xA9vision");

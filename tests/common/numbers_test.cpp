@@ -8,22 +8,14 @@
 #include <string>
 
 #include "common/errors.h"
+#include "support/error_number.h"
 
 namespace skyhop {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+using ::skyhop::testing::ErrorNumber;
 
-/// The number of the Error that `body` throws, 0 when it throws none.
-template <class Body>
-int ErrorNumber(Body body) {
-  try {
-    static_cast<void>(body());
-  } catch (const Error& error) {
-    return error.Number();
-  }
-  return 0;
-}
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(NumberInText, IsReadLeadingOrWhole) {
   const struct {

@@ -19,7 +19,7 @@
 namespace skyhop::estimate {
 namespace {
 
-Deck Example() {
+Deck ExampleCircuit() {
   return ReadDeck(skyhop::testing::TestData("estimate/example.deck.txt"));
 }
 
@@ -54,11 +54,11 @@ std::array<double, 7> Columns(const std::string& line) {
 TEST(EstimateReport, IsWholeTheExpectedOne) {
   const std::string expected = ReplaceAll(skyhop::testing::TestData("estimate/example.results.txt"),
                                           "@VERSION@", VersionText());
-  EXPECT_EQ(MufReport(Example()), expected);
+  EXPECT_EQ(MufReport(ExampleCircuit()), expected);
 }
 
 TEST(EstimateReport, CoversTheHoursAskedFor) {
-  Deck deck = Example();
+  Deck deck = ExampleCircuit();
   const std::vector<std::string> all = HourLines(MufReport(deck));
   ASSERT_EQ(all.size(), 24U);
   deck.hours = {6, 18, 5};
@@ -66,7 +66,7 @@ TEST(EstimateReport, CoversTheHoursAskedFor) {
 }
 
 TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
-  Deck deck = Example();
+  Deck deck = ExampleCircuit();
   deck.circuit.required_snr = 150;
   for (const std::string& line : HourLines(MufReport(deck))) {
     const std::array<double, 7> numbers = Columns(line);
@@ -75,7 +75,7 @@ TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
 }
 
 TEST(EstimateReport, PrintsTheLocalTimeOfTheTransmitterWithoutAnHour24) {
-  Deck deck = Example();
+  Deck deck = ExampleCircuit();
   deck.circuit.transmitter = PositionFromDegrees(40.5, -0.3);
   const std::vector<std::string> lines = HourLines(MufReport(deck));
   EXPECT_EQ(Columns(lines[0])[1], 1.0);
@@ -83,7 +83,7 @@ TEST(EstimateReport, PrintsTheLocalTimeOfTheTransmitterWithoutAnHour24) {
 }
 
 TEST(EstimateReport, NamesTheLongPath) {
-  Deck deck = Example();
+  Deck deck = ExampleCircuit();
   deck.circuit.long_way = true;
   const std::string report = MufReport(deck);
   EXPECT_NE(report.find("AZIMUTHS  <Long>"), std::string::npos);
@@ -100,7 +100,7 @@ TEST(EstimateReport, KeepsItsColumnsForExtremeCircuits) {
       {PositionFromDegrees(0, 180), PositionFromDegrees(0, -180)},
       {PositionFromDegrees(51.5, -0.12), PositionFromDegrees(-20, 90)},
   };
-  Deck deck = Example();
+  Deck deck = ExampleCircuit();
   deck.hours = {3, 24, 7};
   for (const auto& [from, to] : ends) {
     for (const double angle : {0.0, 0.01, 20.0, 28.0, 89.0, 90.0}) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "common/errors.h"
+#include "places.h"
 #include "support/diagnostics_fixture.h"
 
 namespace skyhop {
@@ -23,6 +24,7 @@ void PrintTo(const Vector& vector, std::ostream* out) {
 
 namespace {
 
+using ::skyhop::testing::At;
 using ::skyhop::testing::LoggedDiagnostics;
 using Lines = std::vector<std::string>;
 
@@ -37,12 +39,6 @@ constexpr Position kSuva{{18, 8, 0, 1}, {178, 26, 0, 1}};
 constexpr Position kMadrid{{40, 25, 0, -1}, {3, 42, 0, -1}};
 constexpr Position kWellington{{41, 17, 11, 1}, {174, 46, 34, 1}};
 constexpr Position kOrigin{{0, 0, 0, 1}, {0, 0, 0, 1}};
-
-Position At(double latitude, double longitude) {
-  using LatLonModule::Axis;
-  return {LatLonModule::AngleFromDecimalDegrees(latitude, Axis::kLatitude),
-          LatLonModule::AngleFromDecimalDegrees(longitude, Axis::kLongitude)};
-}
 
 class PositionVector : public ::testing::Test {
  protected:

@@ -7,21 +7,17 @@
 #include <vector>
 
 #include "common/dates.h"
+#include "places.h"
 
 namespace skyhop {
 namespace {
 
+using ::skyhop::testing::At;
 using std::chrono::minutes;
 using std::chrono::seconds;
 using std::chrono::sys_days;
 using std::chrono::year;
 using std::chrono::year_month_day;
-
-/// North and east positive.
-Position At(double latitude, double longitude) {
-  return {LatLonModule::AngleFromDecimalDegrees(latitude, LatLonModule::Axis::kLatitude),
-          LatLonModule::AngleFromDecimalDegrees(longitude, LatLonModule::Axis::kLongitude)};
-}
 
 year_month_day Date(const std::string& text) {
   return ParseDate(text).value();
