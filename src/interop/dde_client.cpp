@@ -58,7 +58,8 @@ void DDEClient::Change(LinkControl control, const std::string& text) {
 }
 
 void DDEClient::Freq_Change(const std::string& text) {
-  frequency_.reset();
+  Forget(LinkControl::kFreq);
+  texts_.at(Index(LinkControl::kFreq)) = text;
   if (Trim(text).empty()) return;
   const double kilohertz = ToDouble(text);
   frequency_ = kilohertz;
@@ -72,6 +73,7 @@ void DDEClient::Freq_Change(const std::string& text) {
 void DDEClient::Forget(LinkControl control) {
   texts_.at(Index(control)).clear();
   if (control == LinkControl::kFreq) frequency_.reset();
+  window_->Forget(control);
 }
 
 const std::string& DDEClient::Text(LinkControl control) const {

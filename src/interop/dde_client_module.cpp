@@ -89,6 +89,7 @@ class Links::Link : public LinkListener {
   [[nodiscard]] LinkConversation* ForCommands() const {
     return linked_->items.empty() ? conversation_.get() : nullptr;
   }
+  [[nodiscard]] bool Open() const { return conversation_ != nullptr && conversation_->Open(); }
   void Forget() {
     for (const LinkedItem& item : linked_->items) links_->with_.client.Forget(item.control);
   }
@@ -152,15 +153,27 @@ void Links::ConnectToServer(std::int16_t role) {
   with_.diagnostics.Trap("DDEClientModule.ConnectToServer", [&] {
     with_.diagnostics.DebugLog("DDEClientModule.ConnectToServer, theServer = " +
                                std::to_string(role));
-    if (Find(role) == nullptr || !usable_ || terminating_) return;
+    if (Find(role) == nullptr || !usable_ || terminating_ || !connecting_.insert(role).second) {
+      return;
+    }
     starting_.erase(role);
     Disconnect(role);
     std::vector<std::unique_ptr<Link>> links;
+    std::string problem;
     try {
       links = OpenLinks(role);
+      // While one is opened another may close.
+      if (!std::all_of(links.begin(), links.end(), [](const auto& link) { return link->Open(); })) {
+        problem = "it closed a link at once";
+      }
     } catch (const Error& error) {
+      problem = error.what();
+    }
+    connecting_.erase(role);
+    if (terminating_) return;
+    if (!problem.empty()) {
       with_.diagnostics.DebugLog("DDEClientModule.ConnectToServer: failed to connect to " +
-                                 DDECommon::ServerName(role) + ": " + error.what());
+                                 DDECommon::ServerName(role) + ": " + problem);
       if (ServerConnected(role)) SetServerConnected(role, false);
       return;
     }
@@ -221,7 +234,8 @@ void Links::LinkClosed(std::int16_t role, const std::string& control) {
 }
 
 void Links::PeerStarts(std::int16_t role) {
-  if (Find(role) == nullptr || !usable_ || terminating_) return;
+  if (Find(role) == nullptr) return ConnectToServer(role);
+  if (!usable_ || terminating_) return;
   starting_.insert(role);
   with_.timer.Start(kStartDelay);
 }

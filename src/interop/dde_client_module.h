@@ -110,7 +110,8 @@ class Links {
 
   Collaborators with_;
   std::map<std::int16_t, Peer> peers_;
-  std::set<std::int16_t> starting_;  ///< announced, not connected to yet
+  std::set<std::int16_t> starting_;    ///< announced, not connected to yet
+  std::set<std::int16_t> connecting_;  ///< links are being opened
   bool usable_ = false;
   bool terminating_ = false;
 };

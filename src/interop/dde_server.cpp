@@ -1,7 +1,5 @@
 #include "interop/dde_server.h"
 
-#include <algorithm>
-
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -48,8 +46,9 @@ void DDEServer::Form_LinkExecute(const std::string& command) {
 
 void DDEServer::Postpone(const std::string& command) {
   with_.diagnostics.Trap(kName, [&] {
-    const bool waits = std::find(waiting_.begin(), waiting_.end(), command) != waiting_.end();
-    if (waits || waiting_.size() >= kMostWaiting) {
+    // Once more the same right away changes nothing; later it may.
+    const bool again = !waiting_.empty() && waiting_.back() == command;
+    if (again || waiting_.size() >= kMostWaiting) {
       with_.diagnostics.DebugLog("   dropped: another command waits for the user");
     } else {
       waiting_.push_back(command);

@@ -36,6 +36,8 @@ class PeerWindow {
   virtual FollowedBand FollowFrequency(double frequency) = 0;
   /// A value other than the frequency changed.
   virtual void Follow(LinkControl control, const std::string& text) = 0;
+  /// A value is not known any more: its peer has gone or publishes nothing that can be read.
+  virtual void Forget(LinkControl control) = 0;
   /// The state of a link changed.
   virtual void LinksChanged() = 0;
 };

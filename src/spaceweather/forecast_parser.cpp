@@ -112,9 +112,9 @@ void FormatForecast(std::string& block) {
   }
 }
 
-std::string IssuedText(std::string_view text) {
+std::optional<std::string> IssuedText(std::string_view text) {
   const std::size_t found = text.find(kIssued);
-  if (found == std::string_view::npos) return {};
+  if (found == std::string_view::npos) return std::nullopt;
   const std::string_view rest = text.substr(found + kIssued.size());
   return std::string(rest.substr(0, rest.find('\n')));
 }

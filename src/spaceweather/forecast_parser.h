@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,8 @@ namespace skyhop::SolarForecastModule {
 void FormatForecast(std::string& block);
 
 /// When the forecast was issued: what follows ":Issued: " up to the line feed or the text's end;
-/// empty when the text does not say.
-[[nodiscard]] std::string IssuedText(std::string_view text);
+/// nothing when the text does not say.
+[[nodiscard]] std::optional<std::string> IssuedText(std::string_view text);
 
 /// Reads the 45-day forecast, its A indices first and the flux then, into the slots from
 /// kFirstDaySlot downward. Days before `today`, a day of the month, are skipped by their number

@@ -35,7 +35,12 @@ void Forecast::DownloadSolarForecast() {
 }
 
 void Forecast::ClearValidity() {
-  for (ForecastSlot& slot : table_) slot.valid = false;
+  for (std::size_t day = kFirstDaySlot; day >= 1; --day) {
+    ForecastSlot& slot = table_.at(day);
+    slot.valid = false;
+    // A file without a flux would leave the days of another one's under its own dates.
+    for (const std::size_t column : kFluxColumns) slot.columns.at(column) = -1;
+  }
   filled_at_.reset();
 }
 
@@ -44,7 +49,7 @@ bool Forecast::LoadSolarHistory(const std::string& content, const std::string& u
       "SolarForecastModule.LoadSolarHistory: loading data from SolarHistory file");
   const std::string text = LineText(content);
   caption_ = kForecastCaption;
-  if (const std::string issued = IssuedText(text); !issued.empty()) caption_ += ": " + issued;
+  if (const auto issued = IssuedText(text)) caption_ += ": " + *issued;
   const std::string problem = ParseForecast(text, today, table_);
   if (!problem.empty()) {
     failure_ = "SolarForecastModule.DownloadSolarForecast: downloaded solar forecast from " + url +

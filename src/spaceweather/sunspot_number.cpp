@@ -35,7 +35,8 @@ SunspotNumberReading FindSunspotNumber(std::string_view text, std::chrono::year_
   const std::size_t start = name + kPredictedSsn.size();
   // The last member of an object is ended by its brace.
   const std::size_t end = text.find_first_of(",}", start);
-  if (end == std::string_view::npos) return reading;
+  reading.ended = end != std::string_view::npos;
+  if (!reading.ended) return reading;
   std::string value = Trimmed(text.substr(start, end - start));
   if (!WholeNumberText(value)) return reading;
   if (LeadingNumber(value) < 0) value = "0";
@@ -82,7 +83,8 @@ void SunspotNumber::UseFile(const std::string& content, const std::string& url,
     GiveUp("   no match on desired month; giving up",
            "Can't obtain timely Smoothed Sunspot Number (SSN) from " + setting_zero);
   } else if (!reading.value) {
-    GiveUp("   no terminal ,", "Incorrect Smoothed Sunspot Number (SSN) format in " + setting_zero);
+    GiveUp(reading.ended ? "   not a number" : "   no terminal ,",
+           "Incorrect Smoothed Sunspot Number (SSN) format in " + setting_zero);
   } else {
     host_->PutValue(SolarValue::kSunspotNumber, *reading.value);
     origins_->Downloaded(SolarValue::kSunspotNumber, *reading.value, url);

@@ -3,9 +3,11 @@
 #include <wx/display.h>
 #include <wx/tooltip.h>
 
+#include <optional>
 #include <string>
 
 #include "gui_fixture.h"
+#include "ui/wx/nested_loops.h"
 
 namespace skyhop::testing {
 namespace {
@@ -121,6 +123,19 @@ TEST_F(WindowOverTime, ADamagedSettingsFileKeepsNobodyFromWorking) {
   for (const auto& [caption, text] : dialogs_.messages) {
     EXPECT_EQ(caption, "Skyhop Sunspot Number") << "all but the lost addresses is well: " << text;
   }
+}
+
+TEST_F(WindowOverTime, TheEndWaitsUntilNothingIsGoingOnInTheWindow) {
+  Start();
+  std::optional<NestedLoops::Scope> dialog(std::in_place);
+  program_->Controller().SetShutdownTrigger();
+  PumpUntil([] { return false; }, std::chrono::seconds(1));
+  ASSERT_NE(frame_.get(), nullptr) << "whoever opened the dialog needs the window";
+  Frame().Close();
+  Pump();
+  ASSERT_NE(frame_.get(), nullptr);
+  dialog.reset();
+  EXPECT_TRUE(PumpUntil([this] { return frame_.get() == nullptr; }));
 }
 
 TEST_F(WindowOverTime, ToolTipsAreSwitchedOffByTheirSetting) {

@@ -27,9 +27,11 @@ class Window : public PeerWindow {
     followed.push_back(std::to_string(static_cast<int>(control)) + " " + text);
     if (failing) throw Error(errors::kTypeMismatch, "unusable");
   }
+  void Forget(LinkControl control) override { forgotten.push_back(control); }
   void LinksChanged() override { ++changes; }
 
   Lines followed;
+  std::vector<LinkControl> forgotten;
   int changes = 0;
   bool failing = false;
 };
@@ -285,6 +287,42 @@ TEST_F(LinksTest, CommandsGoToConnectedPeersInTheirFormat) {
   send_all();
   EXPECT_TRUE(transport_.sent.empty());
   EXPECT_TRUE(log_.errors.empty());
+}
+
+TEST_F(LinksTest, WhatHappensWhileALinkIsOpenedDoesNotConfuseIt) {
+  StartAll();
+  Initialize();
+  const std::string all = Connected();
+  const auto connect_while = [&](std::function<void()> happening) {
+    transport_.connects.clear();
+    transport_.while_connecting = std::move(happening);
+    links_.ConnectToServer(role::kTessera);
+    bus_.Run();
+  };
+  connect_while([&] { links_.ConnectToServer(role::kTessera); });
+  EXPECT_EQ(transport_.connects.size(), 3U) << "one attempt at a time";
+  EXPECT_EQ(Connected(), all);
+  connect_while([&] { links_.Terminate(); });
+  EXPECT_EQ(Connected(), "");
+  EXPECT_FALSE(timer_.interval);
+}
+
+TEST_F(LinksTest, WithItsPeerAValueIsForgotten) {
+  StartAll();
+  Initialize();
+  bus_.Run();
+  window_.forgotten.clear();
+  tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", "---");
+  bus_.Run();
+  EXPECT_EQ(window_.forgotten, std::vector{LinkControl::kFreq});
+  log_.errors.clear();
+  window_.forgotten.clear();
+  tessera_.reset();
+  bus_.Run();
+  for (const LinkControl control :
+       {LinkControl::kDXLatitude, LinkControl::kDXLongitude, LinkControl::kDXPrefix}) {
+    EXPECT_EQ(std::count(window_.forgotten.begin(), window_.forgotten.end(), control), 1);
+  }
 }
 
 TEST_F(LinksTest, AfterTheEndNothingIsRetried) {

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <stdexcept>
@@ -41,6 +42,7 @@ LinkPeerProcess::LinkPeerProcess(const std::string& application) {
   ::close(to[0]);
   ::close(from[1]);
   input_ = to[1];
+  ::fcntl(input_, F_SETFL, O_NONBLOCK);
   output_ = from[0];
   if (error != 0) throw std::runtime_error("cannot start " + program);
 }
@@ -55,9 +57,16 @@ LinkPeerProcess::~LinkPeerProcess() {
 void LinkPeerProcess::Order(const std::vector<std::string>& words) {
   const std::string line = Line(words);
   for (std::size_t written = 0; written < line.size();) {
+    // A peer that waits until it can tell something takes no orders.
+    Read(0);
     const ssize_t size = ::write(input_, line.data() + written, line.size() - written);
-    if (size < 0) throw std::runtime_error("the peer has ended");
-    written += static_cast<std::size_t>(size);
+    if (size >= 0) {
+      written += static_cast<std::size_t>(size);
+    } else if (errno == EAGAIN) {
+      std::this_thread::sleep_for(milliseconds(1));
+    } else {
+      throw std::runtime_error("the peer has ended");
+    }
   }
   const auto end = steady_clock::now() + std::chrono::seconds(10);
   for (const int before = done_; done_ == before;) {

@@ -158,7 +158,8 @@ TEST_F(SolarForecastTest, FindsWhenItWasIssued) {
   using SolarForecastModule::IssuedText;
   EXPECT_EQ(IssuedText("a\n:Issued: today \nb"), "today ");
   EXPECT_EQ(IssuedText(":Issued: no line feed"), "no line feed");
-  EXPECT_EQ(IssuedText(":Issued:today\n"), "");
+  EXPECT_EQ(IssuedText(":Issued: \n"), "");
+  EXPECT_EQ(IssuedText(":Issued:today\n"), std::nullopt);
   Download("no forecast at all");
   EXPECT_EQ(forecast_.Caption(), "Forecast: Solar and Geomagnetic Parameters");
 }

@@ -63,28 +63,33 @@ TEST_F(SunspotNumberTest, IsZeroWhereTheFileHasNone) {
       "to 0";
   const std::string incorrect =
       "Incorrect Smoothed Sunspot Number (SSN) format in \n\nhttps://host/ssn\n\nsetting SSN to 0";
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {R"([{"time-tag":"2026-11", "predicted_ssn": 5, )", late},
-      {R"([{"a": 1, "time-tag": "2026-11", "predicted_ssn": 5, )", late},
-      {R"([{"time-tag": "2026-10", "predicted_ssn": 5, )", late},
+  const std::string month = "   no match on desired month; giving up";
+  const std::string open = "   no terminal ,";
+  const struct {
+    std::string content;
+    std::string message;
+    std::string logged;
+  } cases[] = {
+      {R"([{"time-tag":"2026-11", "predicted_ssn": 5, )", late, month},
+      {R"([{"a": 1, "time-tag": "2026-11", "predicted_ssn": 5, )", late, month},
+      {R"([{"time-tag": "2026-10", "predicted_ssn": 5, )", late, month},
       {"\r"
        R"([{"time-tag": "2026-11", "predicted_ssn": 5, )",
-       late},
-      {"<html>", late},
-      {R"([{"time-tag": "2026-11", "predicted_ssn": 5)", incorrect},
-      {R"([{"time-tag": "2026-11", "predicted_ssn" : 5, )", incorrect},
-      {R"([{"time-tag": "2026-11", "predicted_ssn": null, )", incorrect},
-      {R"([{"time-tag": "2026-11"}])", incorrect},
+       late, month},
+      {"<html>", late, month},
+      {R"([{"time-tag": "2026-11", "predicted_ssn": 5)", incorrect, open},
+      {R"([{"time-tag": "2026-11", "predicted_ssn" : 5, )", incorrect, open},
+      {R"([{"time-tag": "2026-11", "predicted_ssn": null, )", incorrect, "   not a number"},
+      {R"([{"time-tag": "2026-11"}])", incorrect, open},
   };
-  for (const auto& [content, message] : cases) {
+  for (const auto& [content, message, logged] : cases) {
     Download(content);
     EXPECT_EQ(Box(), "0") << content;
     ASSERT_EQ(with_.messages.Texts(), Lines{message}) << content;
     EXPECT_EQ(with_.messages.shown[0].second, "Skyhop SSN download");
     const Lines debug = with_.Debug();
     ASSERT_EQ(debug.size(), 3U);
-    EXPECT_EQ(debug[1],
-              message == late ? "   no match on desired month; giving up" : "   no terminal ,");
+    EXPECT_EQ(debug[1], logged);
     EXPECT_EQ(with_.host.events.back(), "caption ");
   }
 }

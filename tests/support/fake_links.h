@@ -69,6 +69,7 @@ class FakeLinks : public LinkTransport {
                                                           const std::string& topic,
                                                           LinkListener& listener) override {
     connects.push_back(application + "|" + topic);
+    if (while_connecting) std::exchange(while_connecting, {})();
     if (!problem.empty()) throw Error(errors::kNoLinkPartner, problem);
     const auto found = bus_->applications.find(application);
     if (found == bus_->applications.end()) {
@@ -84,8 +85,9 @@ class FakeLinks : public LinkTransport {
   }
 
   std::string problem;
-  std::vector<std::string> connects;  ///< "application|topic", each attempt
-  std::vector<std::string> sent;      ///< "application|topic command"
+  std::vector<std::string> connects;       ///< "application|topic", each attempt
+  std::vector<std::string> sent;           ///< "application|topic command"
+  std::function<void()> while_connecting;  ///< what happens while the next answer is waited for
 
  private:
   struct End {

@@ -43,6 +43,7 @@ class FakeUserMessages : public UserMessages {
  public:
   void Show(const std::string& text, const std::string& caption) override {
     shown.emplace_back(text, caption);
+    if (while_shown) std::exchange(while_shown, {})();
   }
 
   [[nodiscard]] std::vector<std::string> Texts() const {
@@ -52,6 +53,7 @@ class FakeUserMessages : public UserMessages {
   }
 
   std::vector<std::pair<std::string, std::string>> shown;
+  std::function<void()> while_shown;  ///< what happens while the next message is open
 };
 
 /// Counts waits instead of waiting, and can act in between.

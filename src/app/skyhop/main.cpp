@@ -39,10 +39,13 @@ class SkyhopApp : public wxApp {
       program_ = std::make_unique<SkyhopProgram>();
       // Before the window is there: its start may be asked to end, too.
       platform::KeepEndRequests();
-      if (!program_->Start()) return false;
       end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FollowEndRequest(); });
       end_timer_.Start(kEndInterval);
-      return true;
+      program_->SetEndListener([this] {
+        peer_ends_ = true;
+        FollowEndRequest();
+      });
+      return program_->Start();
     } catch (const std::exception& error) {
       wxMessageBox(ToWx(std::string("Skyhop cannot start: ") + error.what()), kProductName,
                    wxOK | wxICON_ERROR);
@@ -77,7 +80,7 @@ class SkyhopApp : public wxApp {
  private:
   /// Closes the window as the user would, so that everything is saved.
   void FollowEndRequest() {
-    if (!platform::EndRequested()) return;
+    if (!peer_ends_ && !platform::EndRequested()) return;
     if (platform::CancelNativeDialogs()) return;
     if (wxDialog* const dialog = OpenDialog()) {
       // Whoever opened it gets to its end before the window goes.
@@ -91,6 +94,7 @@ class SkyhopApp : public wxApp {
   std::unique_ptr<platform::ColorSchemeFollower> color_scheme_;
   std::unique_ptr<SkyhopProgram> program_;
   wxTimer end_timer_;
+  bool peer_ends_ = false;
 };
 
 }  // namespace

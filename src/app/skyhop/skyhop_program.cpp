@@ -109,6 +109,8 @@ SkyhopProgram::SkyhopProgram()
 }
 
 SkyhopProgram::~SkyhopProgram() {
+  // What ends after them may still write to the log.
+  diagnostics_.SetPeerCaption({});
   // A window that is still there would outlive what it shows.
   for (SideFrame* frame : SideFrames()) delete frame;
   if (frame_) frame_->Attach(nullptr);
@@ -160,6 +162,10 @@ bool SkyhopProgram::Start() {
 
 bool SkyhopProgram::CloseWindow() {
   return !frame_ || frame_->Close();
+}
+
+void SkyhopProgram::SetEndListener(std::function<void()> listener) {
+  frame_->SetEndListener(std::move(listener));
 }
 
 void SkyhopProgram::ResetWindows() {

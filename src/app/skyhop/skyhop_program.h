@@ -44,6 +44,10 @@ class SkyhopProgram : private ConfigurationHost {
   /// busy; it closes as soon as it can.
   bool CloseWindow();
 
+  /// What a peer's request to end the program comes to. Without a listener the window is closed as
+  /// soon as nothing waits for the user any more.
+  void SetEndListener(std::function<void()> listener);
+
   [[nodiscard]] PredictionFrame& Frame() { return *frame_; }
   [[nodiscard]] Diagnostics& GetDiagnostics() { return diagnostics_; }
   [[nodiscard]] IonCap& Controller() { return controller_; }

@@ -174,6 +174,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   // What peers publish.
   FollowedBand FollowFrequency(double frequency) override;
   void Follow(LinkControl control, const std::string& text) override;
+  void Forget(LinkControl control) override;
   void LinksChanged() override;
 
   /// Sets the window's caption: `text` and, when there is an error log, where it lies.
@@ -266,7 +267,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
 
   // Peers.
   void UsePeersText(TextField field, const std::string& text);
-  void UsePeersCoordinate(TextField field, const std::string& text);
   void UsePeersMode(const std::string& text);
   void UseTesseraLocation();
   void ChooseAsRequested(const PeerRequest& request);
@@ -292,6 +292,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   std::string caption_;
   std::string caption_hint_;
   std::int16_t prediction_band_ = -1;
+  bool starting_ = false;           ///< between the command and the start of its engine
   bool requested_by_peer_ = false;  ///< while a peer's prediction is being started
   TesseraLocation tessera_;
   std::optional<PredictionRun> running_;

@@ -5,6 +5,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/prediction/raised.h"
 
 namespace skyhop {
 namespace {
@@ -18,18 +19,6 @@ constexpr std::size_t kLongestText = 100;
 /// Frequencies of the bands lie far below it in MHz and far above it in kHz.
 constexpr double kSmallestKilohertz = 1000;
 constexpr double kKilohertzPerMegahertz = 1000;
-
-/// Sets a flag while it lives.
-class Raised {
- public:
-  explicit Raised(bool& flag) : flag_(&flag) { flag = true; }
-  ~Raised() { *flag_ = false; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-
- private:
-  bool* flag_;
-};
 
 /// A text of one line, not too long to be shown.
 bool IsPlain(const std::string& text) {
@@ -134,6 +123,25 @@ PeerWindow::FollowedBand IonCap::FollowFrequency(double frequency) {
   });
 }
 
+void IonCap::Forget(LinkControl control) {
+  with_.diagnostics.Trap("IonCap.Forget", [&] {
+    switch (control) {
+      case LinkControl::kFreq:
+        prediction_band_ = -1;
+        return with_.chart.SetBandIndicator(prediction_band_);
+      case LinkControl::kDXLatitude:
+        return tessera_.latitude.clear();
+      case LinkControl::kDXLongitude:
+        return tessera_.longitude.clear();
+      case LinkControl::kDXPrefix:
+        return tessera_.prefix.clear();
+      default:
+        // The field keeps the last value.
+        return;
+    }
+  });
+}
+
 void IonCap::Follow(LinkControl control, const std::string& text) {
   switch (control) {
     case LinkControl::kSFI:
@@ -150,9 +158,9 @@ void IonCap::Follow(LinkControl control, const std::string& text) {
       tessera_.prefix = text;
       return UseTesseraLocation();
     case LinkControl::kLocalLatitude:
-      return UsePeersCoordinate(TextField::kLocalLat, text);
+      return UsePeersText(TextField::kLocalLat, text);
     case LinkControl::kLocalLongitude:
-      return UsePeersCoordinate(TextField::kLocalLon, text);
+      return UsePeersText(TextField::kLocalLon, text);
     case LinkControl::kMode:
       return UsePeersMode(text);
     case LinkControl::kA:
@@ -165,9 +173,9 @@ void IonCap::Follow(LinkControl control, const std::string& text) {
 /// The DX station follows the location that is selected in Tessera while the user wants it so.
 void IonCap::UseTesseraLocation() {
   if (!with_.view.Checked(CheckBox::kDXTracksTesseraLocation)) return;
-  UsePeersCoordinate(TextField::kDXLat, tessera_.latitude);
-  UsePeersCoordinate(TextField::kDXLon, tessera_.longitude);
-  if (IsPlain(tessera_.prefix)) with_.parameters.SetLastPrefix(tessera_.prefix);
+  UsePeersText(TextField::kDXLat, tessera_.latitude);
+  UsePeersText(TextField::kDXLon, tessera_.longitude);
+  with_.parameters.SetLastPrefix(IsPlain(tessera_.prefix) ? tessera_.prefix : "");
 }
 
 void IonCap::UsePeersMode(const std::string& text) {
@@ -198,14 +206,6 @@ void IonCap::UsePeersText(TextField field, const std::string& text) {
   if (value.empty() || value == with_.view.Text(field) || !FromPeerAcceptable(field, value)) return;
   Put(field, value);
   HandOn(field, value);
-}
-
-void IonCap::UsePeersCoordinate(TextField field, const std::string& text) {
-  const std::string value(Trim(text));
-  if (value.empty() || value == with_.view.Text(field) || !FromPeerAcceptable(field, value)) return;
-  Put(field, value);
-  StationsChanged();
-  UpdateSolarBars();
 }
 
 }  // namespace skyhop

@@ -9,6 +9,7 @@
 #include "engine/engine_probe.h"
 #include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/prediction/raised.h"
 
 namespace skyhop {
 namespace {
@@ -30,6 +31,7 @@ void IonCap::PathsButton_Click() {
   with_.diagnostics.Trap("IonCap.PathsButton_Click", [&] {
     with_.diagnostics.DebugLog("IonCap.PathsButton_Click");
     if (RefuseSecondRun()) return;
+    const Raised starting(starting_);
     if (Trim(with_.view.Text(TextField::kDXLat)).empty() ||
         Trim(with_.view.Text(TextField::kDXLon)).empty()) {
       with_.messages.Show("DX station latitude or longitude not specified", kProductName);
@@ -72,9 +74,10 @@ void IonCap::Predict(const char* name, int path, int direction) {
   });
 }
 
-/// Nothing of a prediction that is running may change, not even what its results are labelled with.
+/// Nothing of a prediction that is running may change, not even what its results are labelled with,
+/// and nothing of one that is being started: while it shows its messages, peers go on sending.
 bool IonCap::RefuseSecondRun() {
-  if (!Running()) return false;
+  if (!Running() && !starting_) return false;
   with_.diagnostics.DebugLog("   previous computation still running");
   return true;
 }
@@ -114,7 +117,7 @@ void IonCap::HandFrequencyDependentSettings() {
 void IonCap::InitiateForecast() {
   const bool answered = with_.diagnostics.Trap("IonCap.InitiateForecast", false, [&] {
     with_.diagnostics.DebugLog("IonCap.InitiateForecast");
-    if (RefuseSecondRun() || !StationsCanBePredicted()) return true;
+    if ((Running() && RefuseSecondRun()) || !StationsCanBePredicted()) return true;
     HandPathAndDate();
     StartRun();
     UpdateSolarBars();

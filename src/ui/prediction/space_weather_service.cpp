@@ -92,10 +92,11 @@ std::string SpaceWeatherService::LastGiven(PanelText url) const {
     }
     case PanelText::kWWVURL: {
       const std::string address = with_.host.Url(DownloadKind::kCurrentConditions);
-      // Both come from the same file, so one failure is enough.
+      // Both come from the same file: what failed for the flux failed for the index, too.
+      std::string failure = with_.origins.LastFailure(SolarValue::kFlux);
+      if (failure.empty()) failure = with_.origins.LastFailure(SolarValue::kKindex);
       return "Solar flux " + with_.origins.Last(SolarValue::kFlux, address) + "; K index " +
-             with_.origins.Last(SolarValue::kKindex, address) +
-             with_.origins.LastFailure(SolarValue::kFlux);
+             with_.origins.Last(SolarValue::kKindex, address) + failure;
     }
     default:
       return {};

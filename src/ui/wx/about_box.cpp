@@ -10,6 +10,7 @@
 #include <string>
 
 #include "common/program.h"
+#include "ui/wx/nested_loops.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -48,6 +49,7 @@ void ShowAboutBox(wxWindow* parent) {
              wxSizerFlags().Right().Border(wxRIGHT | wxBOTTOM, dialog.FromDIP(12)));
   dialog.SetSizerAndFit(outer);
   dialog.CentreOnParent();
+  const NestedLoops::Scope open;
   dialog.ShowModal();
 }
 

@@ -18,6 +18,7 @@
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/program.h"
+#include "ui/wx/nested_loops.h"
 #include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"
 
@@ -32,6 +33,7 @@ wxFont PictureFont() {
 }
 
 void Tell(wxWindow* parent, const std::string& text) {
+  const NestedLoops::Scope open;
   wxMessageDialog(parent, ToWx(text), kProductName, wxOK | wxCENTRE | wxICON_ERROR).ShowModal();
 }
 
@@ -64,6 +66,7 @@ template <class MakeContent>
 void SaveAs(wxWindow* parent, const wxString& title, const wxString& name, const wxString& wildcard,
             MakeContent make) {
   wxFileDialog dialog(parent, title, wxString(), name, wildcard, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  const NestedLoops::Scope open;
   if (dialog.ShowModal() != wxID_OK) return;
   wxFileName file(dialog.GetPath());
   try {
@@ -130,6 +133,7 @@ void PrintChart(wxWindow* parent, const IonCap& controller) {
   wxPrintDialogData data;
   data.EnablePageNumbers(false);
   data.GetPrintData().SetOrientation(wxLANDSCAPE);
+  const NestedLoops::Scope open;
   wxPrinter printer(&data);
   ChartPrintout printout(controller);
   if (!printer.Print(parent, &printout, true) && wxPrinter::GetLastError() == wxPRINTER_ERROR) {

@@ -6,6 +6,7 @@
 #include <wx/statusbr.h>
 #include <wx/wrapsizer.h>
 
+#include "ui/wx/nested_loops.h"
 #include "ui/wx/pages.h"
 #include "ui/wx/window_view.h"
 #include "ui/wx/wx_text.h"
@@ -274,8 +275,16 @@ void PredictionFrame::SetClock(const std::string& text) {
   if (GetStatusBar() != nullptr) SetStatusText(ToWx(text), kClockField);
 }
 
+void PredictionFrame::RequestEnd() {
+  if (on_end_request_) {
+    on_end_request_();
+  } else {
+    Close();
+  }
+}
+
 void PredictionFrame::OnClose(wxCloseEvent& event) {
-  if (event.CanVeto() && busy_ && busy_()) {
+  if (event.CanVeto() && (NestedLoops::Any() || (busy_ && busy_()))) {
     // What goes on in the middle of a command needs the window to its end.
     event.Veto();
     close_timer_.StartOnce(kCloseInterval);

@@ -32,6 +32,9 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   /// Asked before the window closes: as long as it returns true, closing waits.
   void SetBusyQuery(std::function<bool()> query) { busy_ = std::move(query); }
   /// Called after the window has been closed.
+  /// What is done when the controller wants the program to end; at first the window is closed.
+  void SetEndListener(std::function<void()> listener) { on_end_request_ = std::move(listener); }
+  void RequestEnd();
   void SetClosedListener(std::function<void()> listener) { on_closed_ = std::move(listener); }
 
   [[nodiscard]] PredictionView& View() { return *view_; }
@@ -75,6 +78,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   IonCap* controller_ = nullptr;
   std::function<bool()> busy_;
   std::function<void()> on_closed_;
+  std::function<void()> on_end_request_;
   std::unique_ptr<ControlSet> controls_;
   std::unique_ptr<PredictionView> view_;
   std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;

@@ -70,7 +70,7 @@ bool WindowView::OpenInBrowser(const std::string& url) {
 }
 
 void WindowView::Close() {
-  frame_->Close();
+  frame_->RequestEnd();
 }
 
 }  // namespace skyhop

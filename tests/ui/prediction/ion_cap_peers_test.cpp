@@ -64,6 +64,36 @@ TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   EXPECT_EQ(std::count(events_.begin(), events_.end(), "point FT8"), 0);
 }
 
+TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
+  Start();
+  view_.SetText(TextField::kFlux, "63");
+  messages_.while_shown = [&] { window_.PredictForPeer({true, false}, "0"); };
+  window_.PathsButton_Click();
+  EXPECT_FALSE(messages_.shown.empty());
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
+  EXPECT_EQ(Requester(), dde_option::kRequestedHere);
+  EXPECT_TRUE(launcher_.starts.empty());
+  view_.SetText(TextField::kFlux, "150");
+  window_.PredictForPeer({true, false}, "0");
+  EXPECT_EQ(launcher_.starts.size(), 1U) << "after it another one may come";
+}
+
+TEST_F(IonCapPeersTest, TheBarsUnderAChartAreThoseOfItsStations) {
+  Start();
+  const auto tip = [&] {
+    const Rectangle bars = chart_.XmitSun();
+    return chart_.ToolTipAt({bars.left + 5, bars.top + 2});
+  };
+  window_.PathsButton_Click();
+  launcher_.running.clear();
+  WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
+  window_.EngineWatch_Tick();
+  ASSERT_TRUE(chart_.HasResult());
+  const std::string predicted = tip();
+  window_.Follow(LinkControl::kLocalLatitude, "70 0' 0\" N");
+  EXPECT_EQ(tip(), predicted);
+}
+
 TEST_F(IonCapPeersTest, AFrequencyIsTakenInKilohertzOrMegahertz) {
   Start();
   errors_expected_ = true;
@@ -156,9 +186,27 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
   EXPECT_EQ(view_.Text(TextField::kDXLat), "1 0' 0\" S");
   EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon && sea");
   for (const std::string& country : {std::string("Chad\nSYSTEM"), std::string(200, 'x')}) {
+    window_.Follow(LinkControl::kDXPrefix, "Gabon");
     window_.Follow(LinkControl::kDXPrefix, country);
-    EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon && sea");
+    EXPECT_EQ(view_.Shown(Label::kPrefix), "") << "no country is better than another place's";
   }
+  // What is being typed elsewhere is neither taken nor taken back by that.
+  view_.SetText(TextField::kLocalLat, "51 0' 0\" N");
+  window_.Field_Change(TextField::kLocalLat);
+  select("2 0' 0\" S", "0 0' 0\" E", "Gabon");
+  EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon");
+  const std::string square = view_.Text(TextField::kLocalGrid);
+  EXPECT_TRUE(window_.Field_Leave(TextField::kLocalLat));
+  EXPECT_NE(view_.Text(TextField::kLocalGrid), square);
+  // Without its peer the location is not used any more.
+  const std::string last = view_.Text(TextField::kDXLat);
+  for (const LinkControl control :
+       {LinkControl::kDXLatitude, LinkControl::kDXLongitude, LinkControl::kDXPrefix}) {
+    window_.Forget(control);
+  }
+  view_.SetText(TextField::kDXLat, "5 0' 0\" N");
+  window_.DXTracksTesseraLocation_Click();
+  EXPECT_NE(view_.Text(TextField::kDXLat), last);
   EXPECT_TRUE(messages_.shown.empty());
 }
 
@@ -169,6 +217,9 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
   EXPECT_EQ(window_.GetPredictionBand(), 5);
   EXPECT_FALSE(window_.FollowFrequency(12.5).followed);
   EXPECT_EQ(chart_.BandIndicator(), -1);
+  EXPECT_TRUE(window_.FollowFrequency(7.1).followed);
+  window_.Forget(LinkControl::kFreq);
+  EXPECT_EQ(chart_.BandIndicator(), -1) << "the transceiver has gone";
   const std::pair<const char*, const char*> modes[] = {
       {"CW", "CW"}, {"usb", "SSB"}, {"LSB ", "SSB"}, {"psk", "PSK31"}, {"OLIVIA", "PSK31"}};
   for (const auto& [told, selected] : modes) {

@@ -1,0 +1,24 @@
+#pragma once
+
+namespace skyhop {
+
+/// Message loops that run inside the program's own: open dialogs and pauses. Whoever began one is
+/// still at work and needs the windows to its end.
+class NestedLoops {
+ public:
+  /// One of them, while it lives.
+  class Scope {
+   public:
+    Scope() { ++depth_; }
+    ~Scope() { --depth_; }
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+  };
+
+  [[nodiscard]] static bool Any() { return depth_ > 0; }
+
+ private:
+  inline static int depth_ = 0;
+};
+
+}  // namespace skyhop
