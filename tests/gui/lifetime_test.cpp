@@ -128,14 +128,15 @@ TEST_F(WindowOverTime, ADamagedSettingsFileKeepsNobodyFromWorking) {
 TEST_F(WindowOverTime, TheEndWaitsUntilNothingIsGoingOnInTheWindow) {
   Start();
   std::optional<NestedLoops::Scope> dialog(std::in_place);
-  program_->Controller().SetShutdownTrigger();
-  PumpUntil([] { return false; }, std::chrono::seconds(1));
-  ASSERT_NE(frame_.get(), nullptr) << "whoever opened the dialog needs the window";
-  Frame().Close();
+  const wxWeakRef<PredictionFrame> frame(&Frame());
+  Program().Controller().SetShutdownTrigger();
+  PumpUntil([&] { return !frame; }, std::chrono::seconds(1));
+  ASSERT_TRUE(frame) << "whoever opened the dialog needs the window";
+  frame->Close();
   Pump();
-  ASSERT_NE(frame_.get(), nullptr);
+  ASSERT_TRUE(frame);
   dialog.reset();
-  EXPECT_TRUE(PumpUntil([this] { return frame_.get() == nullptr; }));
+  EXPECT_TRUE(PumpUntil([&] { return !frame; }));
 }
 
 TEST_F(WindowOverTime, ToolTipsAreSwitchedOffByTheirSetting) {
