@@ -5,7 +5,9 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "ui/prediction/surface.h"
 
@@ -32,14 +34,33 @@ class WxSurface : public Surface {
   using FontKey = std::pair<double, FontWeight>;
 
   [[nodiscard]] const wxFont& FontOf(const TextStyle& style);
-  void UsePen(const Pen& pen, double device_width, bool slanted);
+  /// Lines of one pen that meet, in device pixels.
+  struct Curve {
+    Pen pen;
+    double width;
+    std::vector<wxPoint2DDouble> points;
+  };
+  struct Extent {
+    double width = 0;
+    double height = 0;
+    double descent = 0;
+  };
+
+  void FillDevice(double left, double top, double right, double bottom, Color color);
+  [[nodiscard]] bool Continue(Point from, Point to, const Pen& pen);
+  void DrawCurves();
+  [[nodiscard]] Extent Measure(const wxString& text, const TextStyle& style);
 
   std::unique_ptr<wxGraphicsContext> context_;
   double width_;
   double height_;
   double scale_;
   wxFont font_;
+  wxString font_name_;
   std::map<FontKey, wxFont> fonts_;
+  /// Begun and not drawn yet: what is drawn next lies over them.
+  std::vector<Curve> curves_;
+  std::optional<Color> brush_;  ///< what the context fills with, without a pen
 };
 
 [[nodiscard]] inline wxColour ToWx(Color color) {
