@@ -62,6 +62,22 @@ TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
   }
 }
 
+// What the toolkit learns about the window manager while the first window waits to be shown must not
+// cost the window its place.
+TEST_F(ProgramAsProcess, AWindowStaysWhereItIsFromStartToStart) {
+  const std::string place =
+      "IonCapLeft=130\nIonCapTop=90\nIonCapWidth=1150\nIonCapHeight=810\nIonCapWindowState=0\n";
+  WriteSettings("[Windows]\n" + place);
+  for (int start = 1; start <= 3; ++start) {
+    const auto program = StartProcess();
+    PumpUntil([] { return false; }, std::chrono::seconds(1));
+    program->Send(SIGTERM);
+    ASSERT_TRUE(PumpUntil([&] { return program->Ended(); }));
+    const std::string settings = Settings();
+    EXPECT_NE(settings.find(place), std::string::npos) << "start " << start << "\n" << settings;
+  }
+}
+
 TEST_F(ProgramAsProcess, ARequestToEndIsFollowedWhileAMessageIsOpen) {
   const auto program = StartProcess();
   // Without a DX station the key raises a message.

@@ -139,6 +139,7 @@ void SkyhopProgram::AttachWindows() {
   conditions_frame_->Attach(space_weather_.conditions_window);
   frame_->Attach(&controller_);
   frame_->SetBusyQuery([this] { return space_weather_.procedure.Busy(); });
+  frame_->SetShowPreparation(platform::LayOutHidden);
   frame_->SetClosedListener([this] {
     for (SideFrame* frame : SideFrames()) frame->Destroy();
   });

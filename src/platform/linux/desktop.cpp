@@ -12,6 +12,15 @@ void TieLabel(void* label, void* field) {
   gtk_label_set_mnemonic_widget(GTK_LABEL(label_widget), field_widget);
 }
 
+void LayOutHidden(void* window, int width, int height) {
+  auto* const widget = static_cast<GtkWidget*>(window);
+  if (!GTK_IS_WINDOW(widget)) return;
+  // Whoever allocates has to have asked.
+  gtk_widget_get_preferred_size(widget, nullptr, nullptr);
+  GtkAllocation area{0, 0, width, height};
+  gtk_widget_size_allocate(widget, &area);
+}
+
 bool CancelNativeDialogs() {
   bool any = false;
   GList* const windows = gtk_window_list_toplevels();

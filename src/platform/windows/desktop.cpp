@@ -29,4 +29,8 @@ void TieLabel(void* label, void* field) {
   services->Release();
 }
 
+void LayOutHidden(void* /*window*/, int /*width*/, int /*height*/) {
+  // Windows shows a window at once, where it is to be.
+}
+
 }  // namespace skyhop::platform

@@ -275,6 +275,10 @@ void PredictionFrame::SetClock(const std::string& text) {
   if (GetStatusBar() != nullptr) SetStatusText(ToWx(text), kClockField);
 }
 
+void PredictionFrame::PrepareToShow() {
+  if (prepare_show_ && !IsShown()) prepare_show_(GetHandle(), GetSize().x, GetSize().y);
+}
+
 void PredictionFrame::RequestEnd() {
   if (on_end_request_) {
     on_end_request_();

@@ -32,6 +32,12 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   /// Asked before the window closes: as long as it returns true, closing waits.
   void SetBusyQuery(std::function<bool()> query) { busy_ = std::move(query); }
   /// Called after the window has been closed.
+  /// What the system needs before the window is shown for the first time: gets the window's native
+  /// handle and size.
+  void SetShowPreparation(std::function<void(void*, int, int)> prepare) {
+    prepare_show_ = std::move(prepare);
+  }
+  void PrepareToShow();
   /// What is done when the controller wants the program to end; at first the window is closed.
   void SetEndListener(std::function<void()> listener) { on_end_request_ = std::move(listener); }
   void RequestEnd();
@@ -79,6 +85,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   std::function<bool()> busy_;
   std::function<void()> on_closed_;
   std::function<void()> on_end_request_;
+  std::function<void(void*, int, int)> prepare_show_;
   std::unique_ptr<ControlSet> controls_;
   std::unique_ptr<PredictionView> view_;
   std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;

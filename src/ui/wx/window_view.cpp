@@ -57,6 +57,7 @@ std::vector<Monitor> WindowView::Monitors() const {
 }
 
 void WindowView::ShowWindow() {
+  frame_->PrepareToShow();
   frame_->Show();
 }
 
