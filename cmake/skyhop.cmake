@@ -19,7 +19,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(skyhop_options INTERFACE -Wno-restrict)
 endif()
 if(CMAKE_UNITY_BUILD)
-  # Sources are included there; what is private to them stays private.
+  # Batches include sources, whose local types this warning takes for a header's.
   target_compile_options(skyhop_options INTERFACE -Wno-subobject-linkage)
 endif()
 if(WIN32)
@@ -90,6 +90,7 @@ function(skyhop_test name)
   set_target_properties(test_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY
                                                 ${PROJECT_BINARY_DIR}/tests)
   if(CMAKE_CROSSCOMPILING)
+    target_precompile_headers(test_${name} REUSE_FROM skyhop_test_support)
     # Starting a program is slow there, so that its cases run together.
     add_test(NAME ${name} COMMAND test_${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)

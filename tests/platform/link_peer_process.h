@@ -1,14 +1,12 @@
 #pragma once
 
-#include <gio/gio.h>
-#include <sys/types.h>
-
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "contract/link_world.h"
+#include "peer_process.h"
 
 namespace skyhop::testing {
 
@@ -16,9 +14,6 @@ namespace skyhop::testing {
 class LinkPeerProcess : public LinkPeer {
  public:
   explicit LinkPeerProcess(const std::string& application);
-  ~LinkPeerProcess() override;
-  LinkPeerProcess(const LinkPeerProcess&) = delete;
-  LinkPeerProcess& operator=(const LinkPeerProcess&) = delete;
 
   void Serve(const std::string& topic, const std::map<std::string, std::string>& items) override;
   void Publish(const std::string& topic, const std::string& item,
@@ -27,8 +22,8 @@ class LinkPeerProcess : public LinkPeer {
                const std::string& command) override;
   void Request(const std::string& application, const std::string& topic,
                const std::string& item) override;
-  void Hang() override;
-  void Continue() override;
+  void Hang() override { process_.Suspend(); }
+  void Continue() override { process_.Resume(); }
   [[nodiscard]] std::vector<std::string> Executed() override;
   [[nodiscard]] std::vector<std::string> Values() override;
 
@@ -38,14 +33,13 @@ class LinkPeerProcess : public LinkPeer {
   void SendGarbage(const std::string& application, const std::string& topic);
   /// Whether everything that it sent was answered.
   [[nodiscard]] bool AllTaken();
+  /// Has it do something that only the peer program of this system knows.
+  void Order(const std::vector<std::string>& words);
 
  private:
-  void Order(const std::vector<std::string>& words);
   void Read(int longest_ms);
 
-  pid_t process_ = 0;
-  int input_ = -1;
-  int output_ = -1;
+  PeerProcess process_;
   std::string unread_;
   int done_ = 0;
   int taken_ = 0;
@@ -53,23 +47,7 @@ class LinkPeerProcess : public LinkPeer {
   std::vector<std::string> values_;
 };
 
-/// A session bus of its own, and this thread's main context.
-class BusWorld : public LinkWorld {
- public:
-  BusWorld();
-  ~BusWorld() override;
-  BusWorld(const BusWorld&) = delete;
-  BusWorld& operator=(const BusWorld&) = delete;
-
-  [[nodiscard]] std::unique_ptr<LinkTransport> MakeTransport(const std::string& name) override;
-  [[nodiscard]] std::unique_ptr<LinkPeer> StartPeer(const std::string& name) override;
-  bool RunUntil(const std::function<bool()>& done) override;
-  void RunShortly() override;
-  /// Ends the bus.
-  void Down();
-
- private:
-  GTestDBus* bus_;
-};
+/// Where this system's links are tried.
+[[nodiscard]] std::unique_ptr<LinkWorld> MakeSystemLinkWorld();
 
 }  // namespace skyhop::testing

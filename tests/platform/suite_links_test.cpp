@@ -10,7 +10,7 @@
 #include "interop/dde_server_module.h"
 #include "interop/suite.h"
 #include "link_peer_process.h"
-#include "platform/linux/dbus_links.h"
+#include "platform/links.h"
 #include "support/diagnostics_fixture.h"
 
 namespace skyhop::testing {
@@ -87,44 +87,44 @@ class SuiteLinksTest : public ::testing::Test {
            program_.followed.end();
   }
 
-  BusWorld world_;
+  std::unique_ptr<LinkWorld> world_ = MakeSystemLinkWorld();
   LoggedDiagnostics log_;
-  platform::DBusLinks transport_{"Skyhop"};
+  std::unique_ptr<LinkTransport> transport_ = platform::MakeLinkTransport("Skyhop");
   Program program_;
   DDECommon::Records records_{log_.diagnostics};
   DDEServer server_{{program_, program_, program_, program_, records_, log_.diagnostics}};
-  DDEServerModule::Announcer announcer_{transport_, server_, log_.diagnostics};
+  DDEServerModule::Announcer announcer_{*transport_, server_, log_.diagnostics};
   DDEClient client_{program_, log_.diagnostics};
   DDEClientModule::Links links_{
-      {transport_, client_, program_, program_, records_, log_.diagnostics}};
+      {*transport_, client_, program_, program_, records_, log_.diagnostics}};
 };
 
 TEST_F(SuiteLinksTest, PeersAreLinkedWhetherTheyStartBeforeOrAfter) {
   const auto gleaner = Gleaner();
   Start();
   EXPECT_TRUE(links_.ServerConnected(role::kSpots));
-  EXPECT_TRUE(world_.RunUntil([&] { return Followed("150"); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return Followed("150"); }));
   EXPECT_EQ(gleaner->Executed(), Texts{"005start"});
   EXPECT_EQ(program_.interval, DDEClientModule::Links::kRetryInterval);
 
   const auto tessera = Tessera();
   tessera->Execute("Skyhop", "DDEClient", "003start");
   EXPECT_TRUE(
-      world_.RunUntil([&] { return program_.interval == DDEClientModule::Links::kStartDelay; }));
+      world_->RunUntil([&] { return program_.interval == DDEClientModule::Links::kStartDelay; }));
   links_.ServerRetryTimer_Tick();
   EXPECT_TRUE(links_.ServerConnected(role::kTessera));
-  EXPECT_TRUE(world_.RunUntil([&] { return Followed("51"); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return Followed("51"); }));
 
   const auto tuneward = Tuneward();
   links_.ServerRetryTimer_Tick();
-  EXPECT_TRUE(world_.RunUntil([&] { return client_.Frequency() == 14074.5; }));
+  EXPECT_TRUE(world_->RunUntil([&] { return client_.Frequency() == 14074.5; }));
   EXPECT_FALSE(program_.interval) << "all are connected";
   tuneward->Publish("CIV_TunewardUI", "FreqDisplay", "7030");
-  EXPECT_TRUE(world_.RunUntil([&] { return client_.Frequency() == 7030; }));
+  EXPECT_TRUE(world_->RunUntil([&] { return client_.Frequency() == 7030; }));
   links_.SetSplit(true);
   links_.RotateShortPath(45);
-  EXPECT_TRUE(world_.RunUntil([&] { return !tuneward->Executed().empty(); }));
-  EXPECT_TRUE(world_.RunUntil([&] { return !tessera->Executed().empty(); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return !tuneward->Executed().empty(); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return !tessera->Executed().empty(); }));
   EXPECT_EQ(tuneward->Executed(), Texts{"005setspliton"});
   EXPECT_EQ(tessera->Executed(), Texts{"005rotatesp45"});
   EXPECT_TRUE(log_.errors.empty());
@@ -134,7 +134,7 @@ TEST_F(SuiteLinksTest, APeerThatDiesOrHangsIsFoundAgain) {
   auto gleaner = Gleaner();
   Start();
   gleaner.reset();
-  EXPECT_TRUE(world_.RunUntil([&] { return !links_.ServerConnected(role::kSpots); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return !links_.ServerConnected(role::kSpots); }));
   gleaner = Gleaner();
   gleaner->Hang();
   const auto start = std::chrono::steady_clock::now();
@@ -147,11 +147,11 @@ TEST_F(SuiteLinksTest, APeerThatDiesOrHangsIsFoundAgain) {
             log_.debug.end());
   gleaner->Continue();
   program_.followed.clear();
-  EXPECT_TRUE(world_.RunUntil([&] {
+  EXPECT_TRUE(world_->RunUntil([&] {
     links_.ServerRetryTimer_Tick();
     return links_.ServerConnected(role::kSpots);
   }));
-  EXPECT_TRUE(world_.RunUntil([&] { return Followed("150"); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return Followed("150"); }));
 }
 
 TEST_F(SuiteLinksTest, EveryCommandArrivesAndGarbageDoesNot) {
@@ -168,7 +168,7 @@ TEST_F(SuiteLinksTest, EveryCommandArrivesAndGarbageDoesNot) {
   }
   gleaner->SendGarbage("Skyhop", "DDEServer");
   gleaner->SendGarbage("Skyhop", "DDEClient");
-  EXPECT_TRUE(world_.RunUntil([&] { return gleaner->AllTaken(); }));
+  EXPECT_TRUE(world_->RunUntil([&] { return gleaner->AllTaken(); }));
   EXPECT_EQ(program_.done,
             (Texts{"minimise", "activate", "reset", "weather 144 ", "weather 144 3", "power 100",
                    "predict 0", "predict 1", "predict 2", "predict 14074 FT8", "snr 14074",

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "bus_world.h"
 #include "contract/link_transport_contract.h"
 #include "link_peer_process.h"
 
