@@ -6,10 +6,44 @@
 #include "common/dates.h"
 #include "common/errors.h"
 #include "common/numbers.h"
+#include "common/text.h"
+#include "geo/dx_grid.h"
 
 namespace skyhop::IONCAPModule {
 
-DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters& parameters) {
+namespace {
+
+/// A text as decks can hold it: what is not printable ASCII becomes a question mark.
+std::string AsciiText(std::string_view text) {
+  std::string ascii;
+  for (const char c : text) {
+    const bool continues = (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    if (!continues) ascii += c >= ' ' && c <= '~' ? c : '?';
+  }
+  return ascii;
+}
+
+std::string StationName(const std::string& station, const Position& position,
+                        Diagnostics& diagnostics) {
+  return AsciiText(station) + " " + DXGridModule::GetGridSquare(position, diagnostics);
+}
+
+/// Names and antennas, each station's in the role that it has in the selected direction.
+void ReadStations(const PredictionPanel& panel, const Parameters& parameters,
+                  Diagnostics& diagnostics, DeckParameters& deck) {
+  const std::string prefix(Trim(parameters.Prefix()));
+  const std::string dx = prefix.empty() ? "DX STATION" : "DX " + prefix;
+  const bool to = panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+  deck.transmitter_name = StationName(to ? "YOUR STATION" : dx, deck.transmitter, diagnostics);
+  deck.receiver_name = StationName(to ? dx : "YOUR STATION", deck.receiver, diagnostics);
+  deck.transmitter_antenna = panel.AntennaOf(to ? Station::kLocal : Station::kDX);
+  deck.receiver_antenna = panel.AntennaOf(to ? Station::kDX : Station::kLocal);
+}
+
+}  // namespace
+
+DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters& parameters,
+                                  Diagnostics& diagnostics) {
   const auto date = ParseDate(parameters.Date());
   if (!date) {
     throw Error(errors::kTypeMismatch,
@@ -28,6 +62,8 @@ DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters
   deck.month = RoundToInteger(static_cast<unsigned>(date->month()));
   deck.sunspot_number = SunspotNumber(StoreSingle(LeadingNumber(panel.Text(PanelText::kSSN))),
                                       RoundToInteger(LeadingNumber(panel.Text(PanelText::kFlux))));
+  deck.k_index = StoreSingle(LeadingNumber(panel.Text(PanelText::kKindex)));
+  ReadStations(panel, parameters, diagnostics, deck);
   return deck;
 }
 

@@ -21,13 +21,21 @@ struct DeckParameters {
   std::int16_t year = 0;
   std::int16_t month = 0;    ///< 1 to 12
   float sunspot_number = 0;  ///< smoothed sunspot number, given or derived
+  float k_index = 0;         ///< geomagnetic K index
+  Antenna transmitter_antenna;
+  Antenna receiver_antenna;
+  /// Names of the stations, printable ASCII: which of the two it is and the DX station's prefix or
+  /// the grid square.
+  std::string transmitter_name;
+  std::string receiver_name;
 };
 
 /// Reads the parameters. Numbers are the leading numbers of their texts, rounded half to even where
 /// the card takes a whole one.
 /// Throws Error 6 for a number beyond its type's range, Error 13 when the date is not one.
 [[nodiscard]] DeckParameters ReadDeckParameters(const PredictionPanel& panel,
-                                                const Parameters& parameters);
+                                                const Parameters& parameters,
+                                                Diagnostics& diagnostics);
 
 /// The sunspot number that a prediction uses: the given one unless it is 0, else the one that
 /// belongs to the solar flux, SSN = 33.52 sqrt(flux + 85.12) - 408.99, rounded to a whole number

@@ -220,6 +220,7 @@ void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
     case Configuration::Item::kShowToolTips:
       with_.view.ShowToolTips(with_.configuration.ShowToolTips());
       break;
+    case Configuration::Item::kAntennas:
     case Configuration::Item::kFreqDependent:
     case Configuration::Item::kModes:
     case Configuration::Item::kDualMonitor:

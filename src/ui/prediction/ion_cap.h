@@ -195,8 +195,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
-  enum class Station { kLocal, kDX };
-
   [[nodiscard]] PictureTexts ChartTexts() const;
   [[nodiscard]] PictureOptions ChartPictureOptions() const;
 

@@ -216,7 +216,7 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
 
 AskedPrediction IonCap::Asked() const {
   const IONCAPModule::DeckParameters deck =
-      IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters);
+      IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters, with_.diagnostics);
   AskedPrediction asked;
   asked.date = with_.parameters.Date();
   asked.sunspot_number = deck.sunspot_number;
