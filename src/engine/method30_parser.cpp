@@ -63,8 +63,10 @@ class Method30Reader {
     if (*hour >= static_cast<int>(kHourCount)) return false;
     hour_ = static_cast<std::size_t>(*hour);
     auto& rows = table_->frequencies;
-    TakeFrequency(place, "MUF", 7, rows::kMuf50);
-    TakeFrequency(place, "FOT", 13, rows::kMuf90);
+    TakeFrequency(place, "MUF", 7, 6, rows::kMuf50);
+    // A first frequency of 10 MHz or more comes so near that it begins in the last of six columns.
+    const std::size_t width = WholeNumberText(Columns(place.line, 13, 6)) ? 6 : 4;
+    TakeFrequency(place, "FOT", 13, width, rows::kMuf90);
     rows[rows::kMuf10][hour_] = 0;
     rows[rows::kLuf][hour_] = 0;
     if (hour_ == kHourCount - 1) {
@@ -89,10 +91,11 @@ class Method30Reader {
     return std::nullopt;
   }
 
-  void TakeFrequency(const Place& place, const char* name, std::size_t first, std::size_t row) {
+  void TakeFrequency(const Place& place, const char* name, std::size_t first, std::size_t width,
+                     std::size_t row) {
     float& value = table_->frequencies[row][hour_];
     try {
-      value = SingleField(place, first, 6);
+      value = SingleField(place, first, width);
       Widen(value);
     } catch (const Error& error) {
       value = 0;
