@@ -153,6 +153,7 @@ std::vector<BlockColumn> ColumnsOf(const Deck& deck, const CircuitHour& hour) {
   frequencies.insert(frequencies.end(), deck.frequencies.begin(), deck.frequencies.end());
   if (frequencies[1] == 0) frequencies[1] = muf.fot;
   std::vector<BlockColumn> columns;
+  columns.reserve(frequencies.size());
   for (const double frequency : frequencies) {
     columns.push_back({frequency, frequency > 0 ? hour.At(frequency) : Reception()});
   }

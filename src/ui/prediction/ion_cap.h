@@ -61,6 +61,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
     IONCAPModule::Results& results;
     IONCAPModule::RunControl& run;
     EngineLauncher& launcher;
+    const EngineHost& host;
     InstanceGuard& instance;
     RunLocker& locker;
     CommandServer& server;

@@ -6,7 +6,7 @@
 #include "common/program.h"
 #include "common/text.h"
 #include "engine/deck_parameters.h"
-#include "engine/engine_probe.h"
+#include "engine/engine_search.h"
 #include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
 
@@ -190,8 +190,8 @@ void IonCap::StartRun() {
   } else if (with_.run.ParametersRefused()) {
     Fail("The prediction was not started: the parameters need correction");
   } else {
-    const EngineFinding engine =
-        FindEngine(with_.program_folder, static_cast<EngineChoice>(with_.configuration.Engine()));
+    const EngineFinding engine = FindEngine(
+        with_.host, with_.program_folder, static_cast<EngineChoice>(with_.configuration.Engine()));
     Fail(engine.exists ? "The prediction was not started" + with_.diagnostics.CaptionHint()
                        : "The engine is missing: there is no " + PathText(engine.executable) +
                              ". The Configuration window offers others.");
