@@ -40,6 +40,17 @@ void ReadStations(const PredictionPanel& panel, const Parameters& parameters,
   deck.receiver_antenna = panel.AntennaOf(to ? Station::kDX : Station::kLocal);
 }
 
+/// What holds for both stations.
+void ReadConditions(const PredictionPanel& panel, std::chrono::year_month_day date,
+                    DeckParameters& deck) {
+  deck.availability = RoundToInteger(LeadingNumber(panel.Text(PanelText::kAvail)));
+  deck.year = RoundToInteger(static_cast<int>(date.year()));
+  deck.month = RoundToInteger(static_cast<unsigned>(date.month()));
+  deck.sunspot_number = SunspotNumber(StoreSingle(LeadingNumber(panel.Text(PanelText::kSSN))),
+                                      RoundToInteger(LeadingNumber(panel.Text(PanelText::kFlux))));
+  deck.k_index = StoreSingle(LeadingNumber(panel.Text(PanelText::kKindex)));
+}
+
 }  // namespace
 
 DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters& parameters,
@@ -55,14 +66,36 @@ DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters
   deck.receiver = parameters.GetReceiverLocation();
   deck.power = RoundToLong(LeadingNumber(parameters.Power()));
   deck.takeoff = RoundToInteger(LeadingNumber(parameters.Takeoff()));
-  deck.availability = RoundToInteger(LeadingNumber(panel.Text(PanelText::kAvail)));
   deck.snr = RoundToInteger(LeadingNumber(parameters.Snr()));
   deck.noise = parameters.Noise();
-  deck.year = RoundToInteger(static_cast<int>(date->year()));
-  deck.month = RoundToInteger(static_cast<unsigned>(date->month()));
-  deck.sunspot_number = SunspotNumber(StoreSingle(LeadingNumber(panel.Text(PanelText::kSSN))),
-                                      RoundToInteger(LeadingNumber(panel.Text(PanelText::kFlux))));
-  deck.k_index = StoreSingle(LeadingNumber(panel.Text(PanelText::kKindex)));
+  ReadConditions(panel, *date, deck);
+  ReadStations(panel, parameters, diagnostics, deck);
+  return deck;
+}
+
+DeckParameters ReadPointParameters(const PredictionPanel& panel, const Parameters& parameters,
+                                   std::chrono::year_month_day date, Diagnostics& diagnostics) {
+  const auto position = [&](PanelText latitude, PanelText longitude, const char* whose) {
+    const Position read{LatLonModule::ParseAngle(panel.Text(latitude), diagnostics),
+                        LatLonModule::ParseAngle(panel.Text(longitude), diagnostics)};
+    if (LatLonModule::IsUndefined(read)) {
+      throw Error(errors::kInvalidCall,
+                  std::string(whose) + " coordinates are missing or not valid");
+    }
+    return read;
+  };
+  const Position local = position(PanelText::kLocalLat, PanelText::kLocalLon, "Your Station's");
+  const Position dx = position(PanelText::kDXLat, PanelText::kDXLon, "the DX station's");
+  const bool to = panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+  DeckParameters deck;
+  deck.transmitter = to ? local : dx;
+  deck.receiver = to ? dx : local;
+  deck.power =
+      RoundToLong(LeadingNumber(to ? panel.Text(PanelText::kLocalPwr) : parameters.DXPower()));
+  deck.takeoff = RoundToInteger(LeadingNumber(panel.Text(PanelText::kLocalTakeOff)));
+  // Noise is what the receiver hears.
+  deck.noise = to ? parameters.DXNoiseIndex() : parameters.LocalNoiseIndex();
+  ReadConditions(panel, date, deck);
   ReadStations(panel, parameters, diagnostics, deck);
   return deck;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -36,6 +37,15 @@ struct DeckParameters {
 [[nodiscard]] DeckParameters ReadDeckParameters(const PredictionPanel& panel,
                                                 const Parameters& parameters,
                                                 Diagnostics& diagnostics);
+
+/// The same for a prediction beside the chart's, which has no part in the parameter set: stations,
+/// power, take-off angle and noise come from the panel as they are there now, in the roles of the
+/// selected direction. Path and required SNR are left for the caller.
+/// Throws Error 5 when a station's coordinates cannot be read, Error 6 as above.
+[[nodiscard]] DeckParameters ReadPointParameters(const PredictionPanel& panel,
+                                                 const Parameters& parameters,
+                                                 std::chrono::year_month_day date,
+                                                 Diagnostics& diagnostics);
 
 /// The sunspot number that a prediction uses: the given one unless it is 0, else the one that
 /// belongs to the solar flux, SSN = 33.52 sqrt(flux + 85.12) - 408.99, rounded to a whole number

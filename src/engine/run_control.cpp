@@ -213,10 +213,10 @@ void RunControl::HandOn() {
   }
 }
 
-bool RunControl::ResultsComplete() const {
+bool ResultsComplete(const std::filesystem::path& results) {
   std::error_code ignored;
-  if (!std::filesystem::is_regular_file(results_file_, ignored)) return false;
-  std::ifstream file(results_file_, std::ios::binary | std::ios::ate);
+  if (!std::filesystem::is_regular_file(results, ignored)) return false;
+  std::ifstream file(results, std::ios::binary | std::ios::ate);
   if (!file) return false;
   file.seekg(std::max<std::streamoff>(file.tellg() - kTail, 0));
   std::string tail(static_cast<std::size_t>(kTail), '\0');

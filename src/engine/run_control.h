@@ -58,6 +58,9 @@ enum class RunState : std::int16_t {
   kViewer = 3,           ///< shown as they are
 };
 
+/// Whether a results file has its last line, although the engine may still be running.
+[[nodiscard]] bool ResultsComplete(const std::filesystem::path& file);
+
 /// Starts the engines and waits for their results.
 class RunControl {
  public:
@@ -105,7 +108,14 @@ class RunControl {
 
   /// Whether the results file of the current run has its last line, although the engine may still
   /// be running.
-  [[nodiscard]] bool ResultsComplete() const;
+  [[nodiscard]] bool ResultsComplete() const {
+    return IONCAPModule::ResultsComplete(results_file_);
+  }
+
+  /// Whether an engine's process runs; one that the system does not tell never does.
+  [[nodiscard]] bool IsPidRunning(ProcessId process) const {
+    return process != 0 && with_.launcher.IsRunning(process);
+  }
 
   /// Stops waiting for the engine and ends it where the system tells which process it is.
   void Abort();
