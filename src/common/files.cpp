@@ -107,6 +107,12 @@ void WriteFileAtOnce(const std::filesystem::path& path, const std::string& conte
   }
 }
 
+void CreateFolder(const std::filesystem::path& path) {
+  std::error_code error;
+  std::filesystem::create_directories(path, error);
+  if (error) throw FileError(error, "cannot make the folder " + PathText(path));
+}
+
 namespace Common {
 
 std::string HTTPFilename(const std::string& name) {

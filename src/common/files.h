@@ -27,6 +27,9 @@ void WriteFile(const std::filesystem::path& path, const std::string& content);
 /// regular file.
 void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content);
 
+/// Makes a folder, with those above it, where there is none. Throws the Errors of FileError.
+void CreateFolder(const std::filesystem::path& path);
+
 namespace Common {
 
 /// The URL of a local file, for a browser: "file:///" and the name with every blank as "%20" and

@@ -6,10 +6,55 @@
 #include "common/dates.h"
 #include "common/errors.h"
 #include "common/numbers.h"
+#include "common/text.h"
+#include "geo/dx_grid.h"
 
 namespace skyhop::IONCAPModule {
 
-DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters& parameters) {
+namespace {
+
+/// A text as decks can hold it: what is not printable ASCII becomes a question mark.
+std::string AsciiText(std::string_view text) {
+  std::string ascii;
+  for (const char c : text) {
+    const bool continues = (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    if (!continues) ascii += c >= ' ' && c <= '~' ? c : '?';
+  }
+  return ascii;
+}
+
+std::string StationName(const std::string& station, const Position& position,
+                        Diagnostics& diagnostics) {
+  return AsciiText(station) + " " + DXGridModule::GetGridSquare(position, diagnostics);
+}
+
+/// Names and antennas, each station's in the role that it has in the selected direction.
+void ReadStations(const PredictionPanel& panel, const Parameters& parameters,
+                  Diagnostics& diagnostics, DeckParameters& deck) {
+  const std::string prefix(Trim(parameters.Prefix()));
+  const std::string dx = prefix.empty() ? "DX STATION" : "DX " + prefix;
+  const bool to = panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+  deck.transmitter_name = StationName(to ? "YOUR STATION" : dx, deck.transmitter, diagnostics);
+  deck.receiver_name = StationName(to ? dx : "YOUR STATION", deck.receiver, diagnostics);
+  deck.transmitter_antenna = panel.AntennaOf(to ? Station::kLocal : Station::kDX);
+  deck.receiver_antenna = panel.AntennaOf(to ? Station::kDX : Station::kLocal);
+}
+
+/// What holds for both stations.
+void ReadConditions(const PredictionPanel& panel, std::chrono::year_month_day date,
+                    DeckParameters& deck) {
+  deck.availability = RoundToInteger(LeadingNumber(panel.Text(PanelText::kAvail)));
+  deck.year = RoundToInteger(static_cast<int>(date.year()));
+  deck.month = RoundToInteger(static_cast<unsigned>(date.month()));
+  deck.sunspot_number = SunspotNumber(StoreSingle(LeadingNumber(panel.Text(PanelText::kSSN))),
+                                      RoundToInteger(LeadingNumber(panel.Text(PanelText::kFlux))));
+  deck.k_index = StoreSingle(LeadingNumber(panel.Text(PanelText::kKindex)));
+}
+
+}  // namespace
+
+DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters& parameters,
+                                  Diagnostics& diagnostics) {
   const auto date = ParseDate(parameters.Date());
   if (!date) {
     throw Error(errors::kTypeMismatch,
@@ -21,13 +66,37 @@ DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters
   deck.receiver = parameters.GetReceiverLocation();
   deck.power = RoundToLong(LeadingNumber(parameters.Power()));
   deck.takeoff = RoundToInteger(LeadingNumber(parameters.Takeoff()));
-  deck.availability = RoundToInteger(LeadingNumber(panel.Text(PanelText::kAvail)));
   deck.snr = RoundToInteger(LeadingNumber(parameters.Snr()));
   deck.noise = parameters.Noise();
-  deck.year = RoundToInteger(static_cast<int>(date->year()));
-  deck.month = RoundToInteger(static_cast<unsigned>(date->month()));
-  deck.sunspot_number = SunspotNumber(StoreSingle(LeadingNumber(panel.Text(PanelText::kSSN))),
-                                      RoundToInteger(LeadingNumber(panel.Text(PanelText::kFlux))));
+  ReadConditions(panel, *date, deck);
+  ReadStations(panel, parameters, diagnostics, deck);
+  return deck;
+}
+
+DeckParameters ReadPointParameters(const PredictionPanel& panel, const Parameters& parameters,
+                                   std::chrono::year_month_day date, Diagnostics& diagnostics) {
+  const auto position = [&](PanelText latitude, PanelText longitude, const char* whose) {
+    const Position read{LatLonModule::ParseAngle(panel.Text(latitude), diagnostics),
+                        LatLonModule::ParseAngle(panel.Text(longitude), diagnostics)};
+    if (LatLonModule::IsUndefined(read)) {
+      throw Error(errors::kInvalidCall,
+                  std::string(whose) + " coordinates are missing or not valid");
+    }
+    return read;
+  };
+  const Position local = position(PanelText::kLocalLat, PanelText::kLocalLon, "Your Station's");
+  const Position dx = position(PanelText::kDXLat, PanelText::kDXLon, "the DX station's");
+  const bool to = panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+  DeckParameters deck;
+  deck.transmitter = to ? local : dx;
+  deck.receiver = to ? dx : local;
+  deck.power =
+      RoundToLong(LeadingNumber(to ? panel.Text(PanelText::kLocalPwr) : parameters.DXPower()));
+  deck.takeoff = RoundToInteger(LeadingNumber(panel.Text(PanelText::kLocalTakeOff)));
+  // Noise is what the receiver hears.
+  deck.noise = to ? parameters.DXNoiseIndex() : parameters.LocalNoiseIndex();
+  ReadConditions(panel, date, deck);
+  ReadStations(panel, parameters, diagnostics, deck);
   return deck;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -21,13 +22,30 @@ struct DeckParameters {
   std::int16_t year = 0;
   std::int16_t month = 0;    ///< 1 to 12
   float sunspot_number = 0;  ///< smoothed sunspot number, given or derived
+  float k_index = 0;         ///< geomagnetic K index
+  Antenna transmitter_antenna;
+  Antenna receiver_antenna;
+  /// Names of the stations, printable ASCII: which of the two it is and the DX station's prefix or
+  /// the grid square.
+  std::string transmitter_name;
+  std::string receiver_name;
 };
 
 /// Reads the parameters. Numbers are the leading numbers of their texts, rounded half to even where
 /// the card takes a whole one.
 /// Throws Error 6 for a number beyond its type's range, Error 13 when the date is not one.
 [[nodiscard]] DeckParameters ReadDeckParameters(const PredictionPanel& panel,
-                                                const Parameters& parameters);
+                                                const Parameters& parameters,
+                                                Diagnostics& diagnostics);
+
+/// The same for a prediction beside the chart's, which has no part in the parameter set: stations,
+/// power, take-off angle and noise come from the panel as they are there now, in the roles of the
+/// selected direction. Path and required SNR are left for the caller.
+/// Throws Error 5 when a station's coordinates cannot be read, Error 6 as above.
+[[nodiscard]] DeckParameters ReadPointParameters(const PredictionPanel& panel,
+                                                 const Parameters& parameters,
+                                                 std::chrono::year_month_day date,
+                                                 Diagnostics& diagnostics);
 
 /// The sunspot number that a prediction uses: the given one unless it is 0, else the one that
 /// belongs to the solar flux, SSN = 33.52 sqrt(flux + 85.12) - 408.99, rounded to a whole number

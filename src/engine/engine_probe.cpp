@@ -1,11 +1,12 @@
 #include "engine/engine_probe.h"
 
-#include <array>
+#include <algorithm>
 
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "engine/antenna.h"
 #include "engine/engine_output.h"
 #include "engine/probe_deck.h"
 #include "engine/results.h"
@@ -27,18 +28,6 @@ constexpr int kHours = static_cast<int>(kHourCount) - 1;
 
 bool IsIonCap(EngineChoice engine) {
   return engine == EngineChoice::kIonCap;
-}
-
-std::filesystem::path EngineFolder(const std::filesystem::path& program_folder,
-                                   EngineChoice engine) {
-  return program_folder / (IsIonCap(engine) ? "IonCap" : "ITSHFBC");
-}
-
-/// An engine's executable below its folder.
-std::filesystem::path ExecutableName(EngineChoice engine) {
-  if (IsIonCap(engine)) return "ioncap.exe";
-  return std::filesystem::path("bin_win") /
-         (engine == EngineChoice::kIcePac ? "icepacw.exe" : "voacapw.exe");
 }
 
 /// Frequencies between which every maximum useable frequency lies, MHz.
@@ -89,19 +78,6 @@ Outcome JudgeResults(EngineChoice engine, const std::string& text, const std::st
 
 }  // namespace
 
-EngineFinding FindEngine(const std::filesystem::path& program_folder, EngineChoice engine) {
-  EngineFinding finding;
-  if (engine == EngineChoice::kNone) return finding;
-  finding.executable = EngineFolder(program_folder, engine) / ExecutableName(engine);
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(finding.executable, error);
-  finding.exists = std::filesystem::is_regular_file(status);
-  using std::filesystem::perms;
-  constexpr perms executable = perms::owner_exec | perms::group_exec | perms::others_exec;
-  finding.can_run = finding.exists && (status.permissions() & executable) != perms::none;
-  return finding;
-}
-
 EngineProbe::EngineProbe(Collaborators collaborators) : with_(std::move(collaborators)) {}
 
 EngineProbe::~EngineProbe() {
@@ -115,19 +91,20 @@ std::optional<Outcome> EngineProbe::Start(EngineChoice engine, Time now) {
         with_.diagnostics.DebugLog("EngineProbe.Start, theEngine = " +
                                    std::to_string(static_cast<int>(engine)));
         if (run_) return Outcome{false, "Another test is still running."};
-        const EngineFinding finding = FindEngine(with_.program_folder, engine);
+        const EngineFinding finding = FindEngine(with_.host, with_.program_folder, engine);
         const std::string path = PathText(finding.executable);
         if (!finding.exists) return Outcome{false, "The engine is missing: there is no " + path};
         if (!finding.can_run) {
           return Outcome{false, "The engine cannot be executed: " + path + " is not a program, " +
                                     "or you have no permission to run it."};
         }
-        return Launch(engine, now);
+        return Launch(engine, finding, now);
       });
 }
 
-std::optional<Outcome> EngineProbe::Launch(EngineChoice engine, Time now) {
-  Run run = Prepare(engine);
+std::optional<Outcome> EngineProbe::Launch(EngineChoice engine, const EngineFinding& finding,
+                                           Time now) {
+  Run run = Prepare(engine, finding);
   try {
     run.lock = with_.locker.Lock();
     if (!run.lock) {
@@ -149,10 +126,11 @@ std::optional<Outcome> EngineProbe::Launch(EngineChoice engine, Time now) {
   return std::nullopt;
 }
 
-EngineProbe::Run EngineProbe::Prepare(EngineChoice engine) const {
+EngineProbe::Run EngineProbe::Prepare(EngineChoice engine, const EngineFinding& finding) const {
   Run run;
   run.engine = engine;
-  const std::filesystem::path folder = EngineFolder(with_.program_folder, engine);
+  run.finding = finding;
+  const std::filesystem::path folder = with_.program_folder / EngineFolder(engine);
   run.short_folder = with_.launcher.ShortPath(folder);
   run.work_folder = IsIonCap(engine) ? folder : folder / "run";
   run.results = run.File(kResultsName);
@@ -160,23 +138,22 @@ EngineProbe::Run EngineProbe::Prepare(EngineChoice engine) const {
 }
 
 void EngineProbe::WriteFiles(const Run& run) const {
+  CreateFolder(run.work_folder);
   if (!IONCAPModule::DeleteWithRetries(run.results, with_.pause)) {
     throw Error(errors::kPathFileAccess, "could not delete " + PathText(run.results));
   }
-  const EngineLauncher& launcher = with_.launcher;
-  const std::filesystem::path executable = run.short_folder / ExecutableName(run.engine);
+  EngineLauncher& launcher = with_.launcher;
   const std::string end = launcher.LineEnd();
   std::string change_folder = launcher.BatchText(run.short_folder);
-  std::string command = launcher.BatchText(executable);
+  std::string command;
   if (IsIonCap(run.engine)) {
-    command += " < " + launcher.BatchText(run.short_folder / kDriverName);
-    WriteFile(run.File(kDriverName), launcher.DriverText(run.short_folder / kDeckName) + end +
-                                         launcher.DriverText(run.short_folder / kResultsName) +
-                                         end);
+    command = IonCapCommand(run.finding, run.short_folder / kDriverName, launcher);
+    WriteFile(run.File(kDriverName),
+              DriverLine(run.finding, run.short_folder / kDeckName, launcher) + end +
+                  DriverLine(run.finding, run.short_folder / kResultsName, launcher) + end);
   } else {
     change_folder = launcher.BatchText(run.short_folder / "run");
-    command +=
-        " SILENT " + launcher.BatchText(run.short_folder) + " " + kDeckName + " " + kResultsName;
+    command = ItsCommand(run.finding, run.short_folder, kDeckName, kResultsName, launcher);
   }
   WriteFile(run.File(kDeckName), ProbeDeck(run.engine));
   WriteFile(run.File(kBatchName),
@@ -218,7 +195,8 @@ std::optional<Outcome> EngineProbe::Judge(Time now) {
   if (known) {
     const std::string line = LastOutputLine();
     return Outcome{false, "The engine ended without results." +
-                              (line.empty() ? std::string() : " Its last words: " + line)};
+                              (line.empty() ? std::string() : " Its last words: " + line + ".") +
+                              MissingParts()};
   }
   if (too_long) return Outcome{false, no_answer + "."};
   return std::nullopt;
@@ -227,6 +205,27 @@ std::optional<Outcome> EngineProbe::Judge(Time now) {
 std::string EngineProbe::LastOutputLine() const {
   const std::vector<std::string> lines = EngineOutputLines(with_.launcher.Output(run_->process));
   return lines.empty() ? std::string() : std::string(Trim(lines.back()));
+}
+
+/// What the engine would have needed and does not find, sentences after a blank; empty when all is
+/// there, and for the engines that need nothing.
+std::string EngineProbe::MissingParts() const {
+  if (IsIonCap(run_->engine) || run_->finding.kind == EngineKind::kEstimate) return {};
+  const std::filesystem::path& data = run_->finding.data;
+  std::string text;
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(data / "coeffs", ignored)) {
+    text += " Its coefficients are missing: there is no folder " + PathText(data / "coeffs") + ".";
+  }
+  const std::vector<std::string> antennas = ListAntennas(data / "antennas");
+  const bool isotrope = std::any_of(antennas.begin(), antennas.end(), [](const std::string& file) {
+    return EqualsIgnoringCase(file, kIsotropicFile);
+  });
+  if (!isotrope) {
+    text += " The antenna file " + std::string(kIsotropicFile) + " is missing in " +
+            PathText(data / "antennas") + ".";
+  }
+  return text;
 }
 
 void EngineProbe::Finish(bool good) {

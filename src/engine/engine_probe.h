@@ -9,23 +9,11 @@
 #include "common/diagnostics.h"
 #include "common/pause.h"
 #include "engine/engine_launcher.h"
+#include "engine/engine_search.h"
 #include "engine/results_table.h"
 #include "engine/run_lock.h"
 
 namespace skyhop {
-
-/// What is known of an engine without running it.
-struct EngineFinding {
-  std::filesystem::path executable;  ///< where it is expected
-  bool exists = false;               ///< there is a file of that name
-  bool can_run = false;              ///< and the system may run it
-
-  friend bool operator==(const EngineFinding&, const EngineFinding&) = default;
-};
-
-/// Looks for an engine below the program folder. kNone is found nowhere.
-[[nodiscard]] EngineFinding FindEngine(const std::filesystem::path& program_folder,
-                                       EngineChoice engine);
 
 /// Tries an engine out: runs it on a known circuit, in files of its own beside those of the
 /// predictions, and tells what came of it. After a good run these files are deleted; after another
@@ -49,6 +37,7 @@ class EngineProbe {
   struct Collaborators {
     RunLocker& locker;
     EngineLauncher& launcher;
+    const EngineHost& host;
     Pause& pause;
     Diagnostics& diagnostics;
     std::filesystem::path program_folder;
@@ -78,6 +67,7 @@ class EngineProbe {
     [[nodiscard]] std::filesystem::path File(const char* name) const { return work_folder / name; }
 
     EngineChoice engine = EngineChoice::kNone;
+    EngineFinding finding;
     std::unique_ptr<RunLock> lock;
     ProcessId process = 0;
     Time started;
@@ -86,11 +76,12 @@ class EngineProbe {
     std::filesystem::path results;
   };
 
-  [[nodiscard]] Run Prepare(EngineChoice engine) const;
+  [[nodiscard]] Run Prepare(EngineChoice engine, const EngineFinding& finding) const;
   void WriteFiles(const Run& run) const;
-  std::optional<Outcome> Launch(EngineChoice engine, Time now);
+  std::optional<Outcome> Launch(EngineChoice engine, const EngineFinding& finding, Time now);
   [[nodiscard]] std::optional<Outcome> Judge(Time now);
   [[nodiscard]] std::string LastOutputLine() const;
+  [[nodiscard]] std::string MissingParts() const;
   void Finish(bool good);
 
   Collaborators with_;

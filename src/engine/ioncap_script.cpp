@@ -15,7 +15,7 @@ bool IonCapScript::CreateIONCAPScript(std::int16_t method, const std::filesystem
     if (script == -1) return false;
     // The file is closed whatever happens to its cards.
     const bool written = diagnostics_->Trap("IONCAPModule.CreateIONCAPScript", [&] {
-      const DeckParameters deck = ReadDeckParameters(*panel_, *parameters_);
+      const DeckParameters deck = ReadDeckParameters(*panel_, *parameters_, *diagnostics_);
       SpecifyCircuit(script, deck);
       SpecifySystem(script, deck);
       SpecifyMonth(script, deck);

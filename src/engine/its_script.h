@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 
 #include "common/diagnostics.h"
 #include "engine/deck_parameters.h"
@@ -9,8 +10,14 @@
 
 namespace skyhop::IONCAPModule {
 
-/// Writes the deck that ICEPAC and VOACAP read: fields with written decimal points, isotropic
-/// antennas at both ends, and the ten band line frequencies from 80 to 6 m.
+/// One frequency at one hour.
+struct PointOfDeck {
+  int hour = 24;         ///< 1 to 24 UTC
+  double frequency = 0;  ///< MHz, up to 99.99; the deck has it in steps of 10 kHz
+};
+
+/// Writes the decks that ICEPAC and VOACAP read: fields with written decimal points. A deck for the
+/// day has the ten band line frequencies from 80 to 6 m.
 class ItsScript {
  public:
   /// All must outlive this object.
@@ -18,19 +25,37 @@ class ItsScript {
             Diagnostics& diagnostics)
       : cards_(&cards), panel_(&panel), parameters_(&parameters), diagnostics_(&diagnostics) {}
 
-  /// Writes the deck of `engine` for one method: 26 for the LUF/MUF table, 30 for SNR and
+  /// Writes the deck of `engine` for one method: 26 for the LUF/MUF table, 30 or 20 for SNR and
   /// reliability. Returns whether a complete deck is on disk; otherwise the error log says why not.
   [[nodiscard]] bool CreateScript(EngineChoice engine, std::int16_t method,
                                   const std::filesystem::path& file);
 
+  /// Writes VOACAP's deck for SNR and reliability (method 30) of one frequency at one hour; an SNR
+  /// script, which can be open beside a prediction's. Returns the same.
+  [[nodiscard]] bool CreatePointScript(const DeckParameters& deck, const PointOfDeck& point,
+                                       const std::filesystem::path& file);
+
  private:
-  void WriteCards(int file, EngineChoice engine, std::int16_t method);
-  void SpecifyHours(int file, const DeckParameters& deck);
-  void SpecifySunspots(int file, EngineChoice engine, const DeckParameters& deck);
+  struct Contents {
+    const DeckParameters& deck;
+    EngineChoice engine;
+    std::int16_t method;
+    std::optional<PointOfDeck> point;
+  };
+
+  template <class WriteBody>
+  [[nodiscard]] bool Create(const char* name, const std::filesystem::path& file, bool snr,
+                            WriteBody write);
+  void WriteCards(int file, const Contents& contents);
+  void SpecifyHours(int file, const Contents& contents);
+  void SpecifySunspots(int file, const Contents& contents);
+  void SpecifyLabel(int file, const DeckParameters& deck);
   void SpecifyCircuit(int file, const DeckParameters& deck);
   void SpecifySystem(int file, const DeckParameters& deck);
-  void SpecifyAntenna(int file, int station, double power);
-  void SpecifyFrequencies(int file);
+  void SpecifyAntenna(int file, int end, const DeckParameters& deck);
+  void SpecifyFrequencies(int file, const std::optional<PointOfDeck>& point);
+  [[nodiscard]] double BeamAzimuth(const Antenna& antenna, const Position& from, const Position& to,
+                                   bool short_path) const;
   void PutName(int file, const char* name) { cards_->PutString(file, name, 10); }
   void PutNumber(int file, double value, int decimals, int width);
 

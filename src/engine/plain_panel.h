@@ -29,6 +29,12 @@ class PlainPanel : public PredictionPanel {
   }
   void SetChecked(PanelCheck check, bool on) override { checks_[check] = on; }
 
+  [[nodiscard]] Antenna AntennaOf(Station station) const override {
+    const auto found = antennas_.find(station);
+    return found == antennas_.end() ? Antenna() : found->second;
+  }
+  void SetAntenna(Station station, const Antenna& antenna) { antennas_[station] = antenna; }
+
   void RestoreWindow() override {}
   void StationsChanged() override {}
 
@@ -36,6 +42,7 @@ class PlainPanel : public PredictionPanel {
   std::map<PanelText, std::string> texts_;
   std::map<PanelChoice, int> choices_;
   std::map<PanelCheck, bool> checks_;
+  std::map<Station, Antenna> antennas_;
 };
 
 /// A timer whose owner does the ticking.

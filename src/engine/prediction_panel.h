@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "engine/antenna.h"
+
 namespace skyhop {
 
 /// Texts that the prediction engine reads from and writes into the prediction window. Each stands
@@ -71,6 +73,9 @@ class PredictionPanel {
 
   [[nodiscard]] virtual bool Checked(PanelCheck check) const = 0;
   virtual void SetChecked(PanelCheck check, bool on) = 0;
+
+  /// The antenna of a station; without a choice it radiates alike in all directions.
+  [[nodiscard]] virtual Antenna AntennaOf(Station /*station*/) const { return {}; }
 
   /// Name of the settings set in use, empty for the ordinary one.
   [[nodiscard]] virtual std::string SettingsName() const { return {}; }

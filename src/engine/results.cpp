@@ -1,5 +1,6 @@
 #include "engine/results.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "common/errors.h"
@@ -50,6 +51,7 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
       diagnostics_->DebugLog("   results missing expected header");
       return false;
     }
+    LogFaults(outcome.faults);
     if (outcome.complete_hours < kHoursOfDay) {
       diagnostics_->ErrorLog("IONCAPModule.DisplayMethod2030Results: " + PathText(file) +
                              " ends at line " + std::to_string(outcome.lines) + ", after hour " +
@@ -60,6 +62,19 @@ bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
     if (outcome.last_hour > 0) ShowTable(EngineChoice::kVoaCapSnr, text);
     return outcome.complete_hours == kHoursOfDay;
   });
+}
+
+/// A file of something else would have more of them than anybody reads.
+void Results::LogFaults(const std::vector<std::string>& faults) {
+  static constexpr std::size_t kMostLogged = 20;
+  const char* name = "IONCAPModule.DisplayMethod2030Results: ";
+  for (std::size_t i = 0; i < std::min(faults.size(), kMostLogged); ++i) {
+    diagnostics_->ErrorLog(name + faults[i]);
+  }
+  if (faults.size() > kMostLogged) {
+    diagnostics_->ErrorLog(name + std::to_string(faults.size() - kMostLogged) +
+                           " more fields could not be read");
+  }
 }
 
 void Results::ShowTable(EngineChoice engine, const std::string& text) {

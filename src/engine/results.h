@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "common/diagnostics.h"
 #include "common/user_messages.h"
@@ -48,7 +49,7 @@ class Results {
 
   /// Displays SNR, reliability, mode and signal power by band. Returns whether the chart shows all
   /// 24 hours of the file. A file that ends early is displayed as far as it goes, and the error log
-  /// tells which hours are missing.
+  /// tells which hours are missing, as it does of fields that could not be read.
   bool DisplayMethod2030Results(const std::filesystem::path& file);
 
   /// What the heading of the file displayed last says.
@@ -61,6 +62,7 @@ class Results {
   [[nodiscard]] std::string SummaryLine() const;
 
  private:
+  void LogFaults(const std::vector<std::string>& faults);
   void ShowTable(EngineChoice engine, const std::string& text);
   [[nodiscard]] float Distance() const;
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/results_table.h"
 
@@ -30,13 +31,18 @@ struct Method30Outcome {
   int complete_hours = 0;
   /// Number of lines in the file.
   std::size_t lines = 0;
+  /// What could not be read, with hour, band and place, in the order of the file.
+  std::vector<std::string> faults;
 };
 
 /// Reads SNR, reliability, mode and signal power by band (METHOD 20 or 30), and the MUF and FOT
 /// into rows 6 and 3. What the file does not hold is empty afterwards, so that nothing of an
 /// earlier prediction stays behind.
 ///
-/// Throws Error 13 or 6 as above; a missing header is told in the result, with `table` unchanged.
+/// A field that cannot be read costs that field, which is not known then, and is told in the
+/// result; so does an hour, which costs its block. A "-", as engines print it in columns that they
+/// do not use, is no value and no fault. A missing header is told with `table` unchanged. Throws
+/// nothing.
 Method30Outcome ParseMethod30Results(std::string_view text, const std::string& file_name,
                                      ResultsTable& table);
 

@@ -36,6 +36,9 @@ inline constexpr std::size_t kLuf = 7;    ///< lowest useable frequency
 inline constexpr std::size_t kCount = 8;  ///< rows are numbered from 1; row 0 is never used
 }  // namespace rows
 
+/// What is predicted of a band and hour.
+enum class BandQuantity : std::uint8_t { kSnr, kReliability, kMode, kSignalPower };
+
 /// What the engines' results files say, hour by hour. Every parse overwrites it.
 struct ResultsTable {
   ResultsTable();
@@ -50,6 +53,13 @@ struct ResultsTable {
   PerBand<float> reliability{};          ///< fraction of days, 0 to 1
   PerBand<std::string> mode{};           ///< five characters as the engine prints them
   PerBand<std::int16_t> signal_power{};  ///< dBW at the receiver
+
+  /// Whether the file has told the quantity. Where not, its value above is 0 or empty.
+  [[nodiscard]] bool Known(BandQuantity quantity, std::size_t band, std::size_t hour) const {
+    return (known[band][hour] >> static_cast<unsigned>(quantity) & 1U) != 0;
+  }
+  /// A bit by BandQuantity.
+  PerBand<std::uint8_t> known{};
 
   /// Range of the frequency axis in MHz.
   float f_min = 10000;

@@ -56,6 +56,7 @@ bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
     paths.viewer = with_.settings.GetStringSetting(kProductName, "IonCap", "Viewer",
                                                    "c:\\windows\\notepad.exe");
     paths_ = std::move(paths);
+    program_folder_ = program_folder;
     with_.diagnostics.DebugLog("IONCAPModule.LoadEngineData complete");
     return true;
   });
@@ -82,7 +83,6 @@ bool RunControl::ForecastPaths() {
 bool RunControl::IonCapPaths() {
   return Start("IONCAPModule.IonCapPaths",
                {.engine = EngineChoice::kIonCap,
-                .executable = paths_.ioncap_executable,
                 .batch = paths_.ioncap_batch,
                 .driver = paths_.ioncap_driver,
                 .script = paths_.ioncap_short_folder / "script.txt",
@@ -91,22 +91,18 @@ bool RunControl::IonCapPaths() {
 }
 
 bool RunControl::IcePacPaths() {
-  return StartItsEngine("IONCAPModule.IcePacPaths", EngineChoice::kIcePac,
-                        paths_.icepac_executable);
+  return StartItsEngine("IONCAPModule.IcePacPaths", EngineChoice::kIcePac);
 }
 
 bool RunControl::VoaCapPaths() {
   const bool snr =
       with_.panel.Choice(PanelChoice::kEngineButton) == static_cast<int>(EngineChoice::kVoaCapSnr);
   return StartItsEngine("IONCAPModule.VoaCapPaths",
-                        snr ? EngineChoice::kVoaCapSnr : EngineChoice::kVoaCap,
-                        paths_.voacap_executable);
+                        snr ? EngineChoice::kVoaCapSnr : EngineChoice::kVoaCap);
 }
 
-bool RunControl::StartItsEngine(const std::string& name, EngineChoice engine,
-                                const std::filesystem::path& executable) {
+bool RunControl::StartItsEngine(const std::string& name, EngineChoice engine) {
   return Start(name, {.engine = engine,
-                      .executable = executable,
                       .batch = paths_.its_batch,
                       .driver = {},
                       .script = paths_.its_short_folder / "run" / "script.txt",
@@ -135,14 +131,20 @@ bool RunControl::Start(const std::string& name, const Run& run) {
     engine_ = run.engine;
     run_state_ = RunState::kChart;
     results_file_ = run.results;
-    executable_ = run.executable;
+    finding_ = FindEngine(with_.host, program_folder_, run.engine);
+    executable_ = EngineExecutable(
+        finding_,
+        run.engine == EngineChoice::kIonCap ? paths_.ioncap_short_folder : paths_.its_short_folder,
+        with_.launcher);
     process_ = 0;
     displayed_ = false;
+    if (!finding_.reason.empty()) with_.diagnostics.DebugLog("   " + FindingText(finding_));
+    CreateFolder(run.results.parent_path());
     // With an old results file or an old script left in place the engine's answer would not belong
     // to these parameters, so the run ends here; the error log has the reason.
     if (!with_.results.InitializeResults(run.results) || !WriteScript(run)) return false;
     if (with_.diagnostics.GetDebug()) DebugFile(run.script);
-    if (!RunScript(false, run.executable, run.batch, run.driver, run.script, run.short_results)) {
+    if (!RunScript(false, executable_, run.batch, run.driver, run.script, run.short_results)) {
       return false;
     }
     with_.timer.Start();
@@ -211,10 +213,10 @@ void RunControl::HandOn() {
   }
 }
 
-bool RunControl::ResultsComplete() const {
+bool ResultsComplete(const std::filesystem::path& results) {
   std::error_code ignored;
-  if (!std::filesystem::is_regular_file(results_file_, ignored)) return false;
-  std::ifstream file(results_file_, std::ios::binary | std::ios::ate);
+  if (!std::filesystem::is_regular_file(results, ignored)) return false;
+  std::ifstream file(results, std::ios::binary | std::ios::ate);
   if (!file) return false;
   file.seekg(std::max<std::streamoff>(file.tellg() - kTail, 0));
   std::string tail(static_cast<std::size_t>(kTail), '\0');

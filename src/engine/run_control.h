@@ -9,6 +9,7 @@
 #include "common/settings.h"
 #include "common/user_messages.h"
 #include "engine/engine_launcher.h"
+#include "engine/engine_search.h"
 #include "engine/execute_timer.h"
 #include "engine/ioncap_script.h"
 #include "engine/its_script.h"
@@ -18,8 +19,8 @@
 
 namespace skyhop::IONCAPModule {
 
-/// Where the engines are expected and which files a run uses, all below the program folder. The
-/// short forms are used on command lines.
+/// Where the engines are looked for first and which files a run uses, all below the program folder.
+/// The short forms are used on command lines.
 struct EnginePaths {
   std::filesystem::path ioncap_folder;
   std::filesystem::path ioncap_short_folder;
@@ -57,6 +58,9 @@ enum class RunState : std::int16_t {
   kViewer = 3,           ///< shown as they are
 };
 
+/// Whether a results file has its last line, although the engine may still be running.
+[[nodiscard]] bool ResultsComplete(const std::filesystem::path& file);
+
 /// Starts the engines and waits for their results.
 class RunControl {
  public:
@@ -69,6 +73,7 @@ class RunControl {
     Results& results;
     ExecuteTimer& timer;
     EngineLauncher& launcher;
+    const EngineHost& host;
     Pause& pause;
     UserMessages& messages;
     const Common::Settings& settings;
@@ -103,7 +108,14 @@ class RunControl {
 
   /// Whether the results file of the current run has its last line, although the engine may still
   /// be running.
-  [[nodiscard]] bool ResultsComplete() const;
+  [[nodiscard]] bool ResultsComplete() const {
+    return IONCAPModule::ResultsComplete(results_file_);
+  }
+
+  /// Whether an engine's process runs; one that the system does not tell never does.
+  [[nodiscard]] bool IsPidRunning(ProcessId process) const {
+    return process != 0 && with_.launcher.IsRunning(process);
+  }
 
   /// Stops waiting for the engine and ends it where the system tells which process it is.
   void Abort();
@@ -140,7 +152,6 @@ class RunControl {
 
   struct Run {
     EngineChoice engine;
-    std::filesystem::path executable;
     std::filesystem::path batch;
     std::filesystem::path driver;
     std::filesystem::path script;
@@ -149,17 +160,12 @@ class RunControl {
   };
 
   bool Start(const std::string& name, const Run& run);
-  bool StartItsEngine(const std::string& name, EngineChoice engine,
-                      const std::filesystem::path& executable);
+  bool StartItsEngine(const std::string& name, EngineChoice engine);
   [[nodiscard]] bool WriteScript(const Run& run);
   [[nodiscard]] bool WriteBatch(const std::filesystem::path& batch,
                                 const std::filesystem::path& folder, const std::string& command);
   void WriteDriver(const std::filesystem::path& driver, const std::filesystem::path& script,
                    const std::filesystem::path& results);
-  [[nodiscard]] std::string ItsCommand(const std::filesystem::path& executable,
-                                       const std::filesystem::path& folder,
-                                       const std::filesystem::path& script,
-                                       const std::filesystem::path& results) const;
   [[nodiscard]] bool StartSnrRuns(const Files& files);
   [[nodiscard]] LaunchResult StartBatch(const Files& files, const std::string& parameter,
                                         const std::filesystem::path& folder);
@@ -167,7 +173,10 @@ class RunControl {
 
   Collaborators with_;
   EnginePaths paths_;
+  std::filesystem::path program_folder_;
   EngineChoice engine_ = EngineChoice::kNone;
+  EngineFinding finding_;      // of the current run
+  EngineFinding snr_finding_;  // of the point SNR runs
   RunState run_state_ = RunState::kNone;
   std::filesystem::path executable_;
   std::filesystem::path results_file_;

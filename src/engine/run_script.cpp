@@ -19,8 +19,7 @@ bool RunControl::RunScript(bool snr, const std::filesystem::path& executable,
     if (snr) return StartSnrRuns(files);
     if (engine_ == EngineChoice::kIonCap) {
       const std::filesystem::path& folder = paths_.ioncap_short_folder;
-      const std::string command =
-          with_.launcher.BatchText(executable) + " < " + with_.launcher.BatchText(driver);
+      const std::string command = IonCapCommand(finding_, driver, with_.launcher);
       if (!WriteBatch(batch, folder, command)) return false;
       WriteDriver(driver, script, results);
       const LaunchResult started = StartBatch(files, PathText(driver), folder);
@@ -28,9 +27,9 @@ bool RunControl::RunScript(bool snr, const std::filesystem::path& executable,
       return started.Succeeded();
     }
     const std::filesystem::path& folder = paths_.its_short_folder;
-    if (!WriteBatch(batch, folder / "run", ItsCommand(executable, folder, script, results))) {
-      return false;
-    }
+    const std::string command = ItsCommand(finding_, folder, PathText(script.filename()),
+                                           PathText(results.filename()), with_.launcher);
+    if (!WriteBatch(batch, folder / "run", command)) return false;
     const LaunchResult started = StartBatch(files, {}, folder);
     process_ = started.process;
     return started.Succeeded();
@@ -60,8 +59,8 @@ bool RunControl::WriteBatch(const std::filesystem::path& batch, const std::files
 void RunControl::WriteDriver(const std::filesystem::path& driver,
                              const std::filesystem::path& script,
                              const std::filesystem::path& results) {
-  const std::string script_text = with_.launcher.DriverText(script);
-  const std::string results_text = with_.launcher.DriverText(results);
+  const std::string script_text = DriverLine(finding_, script, with_.launcher);
+  const std::string results_text = DriverLine(finding_, results, with_.launcher);
   if (!DeleteWithRetries(driver, with_.pause)) {
     throw Error(errors::kPathFileAccess, "could not delete " + PathText(driver));
   }
@@ -69,23 +68,17 @@ void RunControl::WriteDriver(const std::filesystem::path& driver,
   WriteFile(driver, script_text + end + results_text + end);
 }
 
-std::string RunControl::ItsCommand(const std::filesystem::path& executable,
-                                   const std::filesystem::path& folder,
-                                   const std::filesystem::path& script,
-                                   const std::filesystem::path& results) const {
-  // The engine looks for both files in the folder's "run" folder, so their names are enough.
-  return with_.launcher.BatchText(executable) + " SILENT " + with_.launcher.BatchText(folder) +
-         " " + PathText(script.filename()) + " " + PathText(results.filename());
-}
-
 bool RunControl::StartSnrRuns(const Files& files) {
+  snr_finding_ =
+      FindEngine(with_.host, program_folder_, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
+  if (!snr_finding_.reason.empty()) with_.diagnostics.DebugLog("   " + FindingText(snr_finding_));
   const auto start = [&](const std::filesystem::path& batch, const std::filesystem::path& script,
                          const std::filesystem::path& results, const char* label,
                          ProcessId& process) {
     const std::filesystem::path& folder = paths_.snr_short_folder;
-    if (!WriteBatch(batch, folder / "run", ItsCommand(files.executable, folder, script, results))) {
-      return false;
-    }
+    const std::string command = ItsCommand(snr_finding_, folder, PathText(script.filename()),
+                                           PathText(results.filename()), with_.launcher);
+    if (!WriteBatch(batch, folder / "run", command)) return false;
     const LaunchResult started =
         StartBatch({files.executable, batch, files.driver, script, results}, {}, folder);
     process = started.process;

@@ -51,7 +51,7 @@ std::string ModeText(const RaySignal& ray) {
 CircuitHour::CircuitHour(const CircuitParameters& parameters, const Path& path,
                          const RadioNoise& noise, double utc_hour)
     : parameters_(&parameters),
-      transmitter_power_(Decibels(1000.0 * parameters.power)),
+      radiated_power_(Decibels(1000.0 * parameters.power) + parameters.antenna_gain),
       hour_(path, utc_hour),
       noise_(noise.At(utc_hour)) {
   if (path.Length() < kNoRays) short_path_.emplace(hour_);
@@ -77,7 +77,7 @@ RaySignal CircuitHour::Reported(const std::vector<RaySignal>& rays, const NoiseL
   static constexpr double kAboutAsReliable = 0.05;
   std::vector<double> reliability(rays.size());
   for (std::size_t i = 0; i < rays.size(); ++i) {
-    const double snr = transmitter_power_ + rays[i].level.power - noise.median;
+    const double snr = radiated_power_ + rays[i].level.power - noise.median;
     reliability[i] = Reliability(snr, rays[i].level, noise);
   }
   auto chosen = static_cast<std::size_t>(std::max_element(reliability.begin(), reliability.end()) -
@@ -96,7 +96,7 @@ Reception CircuitHour::Receive(const RaySignal& reported, const SignalLevel& sig
                                const NoiseLevel& noise) const {
   Reception reception;
   reception.ray = reported;
-  reception.signal_power = transmitter_power_ + signal.power;
+  reception.signal_power = radiated_power_ + signal.power;
   reception.noise_power = noise.median;
   reception.snr = reception.signal_power - noise.median;
   reception.reliability = Reliability(reception.snr, signal, noise);

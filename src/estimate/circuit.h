@@ -10,7 +10,7 @@
 #include "estimate/short_path.h"
 #include "estimate/signal.h"
 
-// The estimate of a circuit: what the reports print. Isotropic antennas of 0 dBi at both ends.
+// The estimate of a circuit: what the reports print. Isotropic antennas at both ends.
 
 namespace skyhop::estimate {
 
@@ -22,6 +22,7 @@ struct CircuitParameters {
   int month = 1;                    ///< 1 to 12
   double sunspot_number = 0;        ///< smoothed; counts as 0 to 200
   double power = 1;                 ///< of the transmitter, kW, above 0
+  double antenna_gain = 0;          ///< of both antennas together, dB
   double min_elevation = 0;         ///< lowest take-off angle, radians, 0 to pi/2
   double man_made_noise = 150;      ///< at 3 MHz, dB below 1 W in 1 Hz
   double required_snr = 0;          ///< dB in 1 Hz
@@ -78,7 +79,7 @@ class CircuitHour {
                                   const NoiseLevel& noise) const;
 
   const CircuitParameters* parameters_;
-  double transmitter_power_;  // dBW
+  double radiated_power_;  // dBW, with the gain of both antennas
   PathHour hour_;
   HourNoise noise_;
   std::optional<ShortPath> short_path_;

@@ -15,10 +15,33 @@ struct HourRange {
   int step = 1;
 };
 
+/// An antenna as a deck describes it.
+struct DeckAntenna {
+  double gain = 0;   ///< dBi of an isotropic one
+  std::string file;  ///< whose pattern the estimate does not know; empty for an isotropic one
+};
+
+/// What a report tells.
+enum class Method {
+  kMuf = 26,               ///< MUF, FOT, HPF and LUF by the hour
+  kSystem = 20,            ///< the reception of each frequency by the hour
+  kSystemByDistance = 30,  ///< the same; the estimate makes no difference
+};
+
 /// What a deck asks for.
 struct Deck {
   CircuitParameters circuit;
-  int year = 0;  ///< only printed
+  Method method = Method::kMuf;
+  /// MHz, at most 11. 0 stands for the FOT of the hour in the first place, elsewhere for none.
+  std::vector<double> frequencies;
+  int year = 0;  ///< only printed, as are the names and antennas
+  std::string transmitter_name;
+  std::string receiver_name;
+  DeckAntenna transmitter_antenna;
+  DeckAntenna receiver_antenna;
+  bool power_from_antenna = false;  ///< an ANTENNA card has told the transmitter's power
+  double multipath_power = 0;       ///< tolerance, dB
+  double multipath_delay = 0;       ///< tolerance, ms
   HourRange hours;
   std::vector<std::string> lines;  ///< the cards up to the last one that was read, as written
 };
@@ -27,13 +50,15 @@ struct Deck {
 /// 5 W are written as 0.
 inline constexpr double kLeastPower = 0.005;
 
-/// Reads an IONCAP deck for method 26 (MUF, FOT, HPF and LUF by the hour). Lines end in LF or CR
-/// LF.
+/// Reads a deck of IONCAP, ICEPAC or VOACAP. Lines end in LF or CR LF.
 ///
 /// The cards CIRCUIT, SYSTEM, MONTH, SUNSPOT, TIME and METHOD come once each and in any order,
-/// ANTENNA cards as many as there are, then EXECUTE and perhaps QUIT. Antennas are checked for
-/// being readable, but the estimate is always made for isotropic ones. A written take-off angle of
-/// 0 means 3 degrees. Blank lines count for nothing, and so does all behind QUIT.
+/// ANTENNA cards as many as there are, then EXECUTE and perhaps QUIT. The methods 20 and 30 need a
+/// FREQUENCY card too; LABEL, LINEMAX, COEFFS and FPROB may come. An ANTENNA card of ICEPAC and
+/// VOACAP names a file in brackets and, for the transmitter, the power, which the SYSTEM card has
+/// otherwise. The estimate is made for isotropic antennas, of the written gain where the file is
+/// "default/isotrope", else of 0 dBi. The geomagnetic index of ICEPAC counts for nothing. A written
+/// take-off angle of 0 means 3 degrees. Blank lines count for nothing, and so does all behind QUIT.
 ///
 /// Throws Error 13 for a card that cannot be read, that comes twice or that is missing.
 [[nodiscard]] Deck ReadDeck(std::string_view text);

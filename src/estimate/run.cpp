@@ -5,10 +5,12 @@
 #include <istream>
 #include <ostream>
 #include <system_error>
+#include <vector>
 
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/program.h"
+#include "common/text.h"
 #include "estimate/deck.h"
 #include "estimate/report.h"
 
@@ -17,10 +19,13 @@ namespace {
 
 constexpr std::string_view kUsage =
     "usage: skyhop-estimate < driver\n"
+    "       skyhop-estimate SILENT|-s [--run-dir=FOLDER] FOLDER DECK RESULTS\n"
     "       skyhop-estimate --help | --version\n"
     "\n"
-    "Estimates MUF, FOT, HPF and LUF of a radio circuit by the hour. The driver has two lines:\n"
-    "the path of the deck to read and the path of the results file to write.\n";
+    "Estimates MUF, FOT, HPF and LUF of a radio circuit by the hour, or signal, SNR and "
+    "reliability\n"
+    "by frequency. The driver has two lines: the path of the deck to read and the path of the\n"
+    "results file to write. As arguments they are names of files in the run folder, FOLDER/run.\n";
 
 /// The path that a line of the driver names. Where paths are made of wide characters, whoever wrote
 /// the line had a choice: UTF-8, or the code page of the machine, as for any other engine.
@@ -68,6 +73,26 @@ Driver ReadDriver(std::istream& in) {
   return driver;
 }
 
+std::optional<Driver> DriverFromArguments(std::span<const std::string_view> arguments) {
+  static constexpr std::string_view kRunFolder = "--run-dir=";
+  std::optional<std::filesystem::path> run_folder;
+  std::vector<std::string_view> names;
+  bool silent = false;
+  for (const std::string_view argument : arguments) {
+    if (argument == "-s" || (names.empty() && EqualsIgnoringCase(argument, "SILENT"))) {
+      silent = true;
+    } else if (argument.substr(0, kRunFolder.size()) == kRunFolder) {
+      run_folder = NamedPath(std::string(argument.substr(kRunFolder.size())));
+    } else {
+      names.push_back(argument);
+    }
+  }
+  if (!silent || names.size() != 3) return std::nullopt;
+  if (!run_folder) run_folder = NamedPath(std::string(names[0])) / "run";
+  return Driver{*run_folder / NamedPath(std::string(names[1])),
+                *run_folder / NamedPath(std::string(names[2]))};
+}
+
 void RunDriver(const Driver& driver) {
   static constexpr std::size_t kLongestDeck = 1U << 20U;
   const std::string text = ReadFile(driver.deck, kLongestDeck);
@@ -82,14 +107,17 @@ void RunDriver(const Driver& driver) {
   } catch (const Error& error) {
     throw Error(error.Number(), PathText(driver.deck) + ", " + error.what());
   }
-  WriteFileAtOnce(driver.results, MufReport(deck));
+  WriteFileAtOnce(driver.results, Report(deck));
 }
 
 int RunEngine(std::span<const std::string_view> arguments, std::istream& in, std::ostream& out,
               std::ostream& err) {
   try {
+    const std::optional<Driver> driver = DriverFromArguments(arguments);
     if (arguments.empty()) {
       RunDriver(ReadDriver(in));
+    } else if (driver) {
+      RunDriver(*driver);
     } else if (arguments.size() == 1 && arguments[0] == "--help") {
       out << kUsage;
     } else if (arguments.size() == 1 && arguments[0] == "--version") {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <iosfwd>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -25,9 +26,15 @@ struct Driver {
 /// of ReadFile and WriteFileAtOnce; the results file is not touched then.
 void RunDriver(const Driver& driver);
 
-/// The whole program: with no arguments it does what the driver on `in` says, with "--help" or
-/// "--version" it says so on `out`. Returns the exit status: 0, 1 after a failure that a line on
-/// `err` explains, 2 for other arguments.
+/// The deck and the results file that arguments name as those of ICEPAC and VOACAP do: "SILENT" or
+/// "-s", a folder and the names of both files in its "run" folder; "--run-dir=" names another
+/// folder for them. Nothing for other arguments.
+[[nodiscard]] std::optional<Driver> DriverFromArguments(
+    std::span<const std::string_view> arguments);
+
+/// The whole program: with no arguments it does what the driver on `in` says, with those of ICEPAC
+/// and VOACAP what they say, with "--help" or "--version" it says so on `out`. Returns the exit
+/// status: 0, 1 after a failure that a line on `err` explains, 2 for other arguments.
 [[nodiscard]] int RunEngine(std::span<const std::string_view> arguments, std::istream& in,
                             std::ostream& out, std::ostream& err);
 

@@ -12,6 +12,7 @@
 #include "common/pause.h"
 #include "common/settings_store.h"
 #include "engine/engine_launcher.h"
+#include "engine/engine_search.h"
 #include "engine/run_lock.h"
 #include "spaceweather/url_fetcher.h"
 
@@ -22,6 +23,8 @@ namespace skyhop::platform {
 [[nodiscard]] std::unique_ptr<Clock> MakeClock();
 [[nodiscard]] std::unique_ptr<MachineFacts> MakeMachineFacts();
 [[nodiscard]] std::unique_ptr<EngineLauncher> MakeEngineLauncher();
+/// What this machine has for running engines, looked up anew at each question.
+[[nodiscard]] std::unique_ptr<EngineHost> MakeEngineHost();
 [[nodiscard]] std::unique_ptr<UrlFetcher> MakeUrlFetcher();
 /// A pause that just sleeps, for programs without a window.
 [[nodiscard]] std::unique_ptr<Pause> MakePause();

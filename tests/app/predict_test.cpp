@@ -310,10 +310,53 @@ TEST_F(PredictTest, TheUsersOwnEngineIsUsedAndKept) {
   EXPECT_EQ(ReadFile(folder_ / "IonCap/ioncap.exe", 10000), own);
 }
 
-TEST_F(PredictTest, AnEngineThatIsNotInstalledIsToldByItsPath) {
-  const ProgramResult result = Run({"--engine", "voacap"});
-  EXPECT_EQ(result.status, 3);
-  EXPECT_TRUE(Holds(result.err, PathText(folder_ / "ITSHFBC"))) << result.err;
+/// Where the result of a prediction with SNR and reliability lies, in the cells that are open.
+int OpenCells(const nlohmann::json& hours) {
+  int open = 0;
+  for (const auto& hour : hours) {
+    for (const auto& band : hour["bands"]) open += band["open"] > 0 ? 1 : 0;
+  }
+  return open;
+}
+
+TEST_F(PredictTest, EveryEngineChoiceWorksOnAFreshMachineInEveryForm) {
+  for (const char* engine : {"ioncap", "icepac", "voacap", "voacap-snr"}) {
+    SCOPED_TRACE(engine);
+    const std::string svg = PathText(folder_ / engine);
+    const Arguments choice = {"--engine", engine, "--sfi", "150"};
+    const auto run = [&](const Arguments& more) {
+      Arguments all = choice;
+      all.insert(all.end(), more.begin(), more.end());
+      const ProgramResult result = Run(all);
+      EXPECT_EQ(result.status, 0) << result.err;
+      EXPECT_EQ(result.err, "");
+      return result.out;
+    };
+    const bool snr = std::string(engine) == "voacap-snr";
+    const std::string table = run({"--svg", svg});
+    EXPECT_TRUE(Holds(table, "Engine: SKYHOP ESTIMATE ENGINE, version ")) << table;
+    EXPECT_EQ(Holds(table, "4 reliable on more than 80 % of the days"), snr);
+    EXPECT_TRUE(Holds(ReadFile(PathFromText(svg), 1 << 20), "</svg>"));
+    EXPECT_EQ(Count(run({"--csv"}), "\n"), 25);
+    const auto json = nlohmann::json::parse(run({"--json"}));
+    EXPECT_EQ(json["engine"]["choice"], engine);
+    EXPECT_GT(OpenCells(json["hours"]), 60);
+    EXPECT_EQ(json["hours"][13]["bands"][5].contains("snr"), snr);
+    if (snr) {
+      EXPECT_EQ(json["hours"][13]["bands"][5]["mode"], "3F2");
+      EXPECT_TRUE(json["hours"][13]["luf"].is_null());
+    }
+  }
+}
+
+TEST_F(PredictTest, AntennasReachTheDeckAndAreChecked) {
+  const ProgramResult deck = Run({"--engine", "voacap", "--deck", "--antenna", "5.5",
+                                  "--dx-antenna", "samples/sample.23", "--dx-azimuth", "45"});
+  EXPECT_TRUE(Holds(deck.out, "     5.500[default/isotrope     ]  0.0    1.5000\n")) << deck.out;
+  EXPECT_TRUE(Holds(deck.out, "     0.000[samples/sample.23    ] 45.0    0.0000\n"));
+  const ProgramResult refused = Run({"--engine", "voacap", "--antenna", "99"});
+  EXPECT_EQ(refused.status, 2);
+  EXPECT_TRUE(Holds(refused.err, "is no number from -30 to 60 dBi")) << refused.err;
 }
 
 TEST_F(PredictTest, SnrResultsFillTheTableOfBands) {

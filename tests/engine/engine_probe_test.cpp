@@ -6,11 +6,13 @@
 #include "common/text.h"
 #include "engine/probe_deck.h"
 #include "support/diagnostics_fixture.h"
+#include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 
 namespace skyhop {
 namespace {
 
+using skyhop::testing::FakeEngineHost;
 using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
 using skyhop::testing::LoggedDiagnostics;
@@ -69,7 +71,9 @@ class EngineProbeTest : public ::testing::Test {
   EngineProbeTest() {
     Install("IonCap/ioncap.exe");
     Install("ITSHFBC/bin_win/voacapw.exe");
+    std::filesystem::create_directories(log_.folder / "ITSHFBC/coeffs");
     std::filesystem::create_directories(log_.folder / "ITSHFBC/run");
+    Install("ITSHFBC/antennas/default/Isotrope");
   }
 
   void Install(const std::string& name) {
@@ -100,27 +104,14 @@ class EngineProbeTest : public ::testing::Test {
 
   LoggedDiagnostics log_;
   ScriptedLauncher launcher_;
+  FakeEngineHost host_;
   CountingLocker locker_;
   FakePause pause_;
   EngineProbe::Time begin_{std::chrono::hours(5)};
-  EngineProbe probe_{{locker_, launcher_, pause_, log_.diagnostics, log_.folder.Path()}};
+  EngineProbe probe_{{locker_, launcher_, host_, pause_, log_.diagnostics, log_.folder.Path()}};
 };
 
 constexpr const char* kItsResults = "ITSHFBC/run/testresults.txt";
-
-TEST_F(EngineProbeTest, EnginesAreFoundInTheirFolders) {
-  const std::filesystem::path& folder = log_.folder.Path();
-  EXPECT_EQ(FindEngine(folder, EngineChoice::kIonCap),
-            (EngineFinding{folder / "IonCap/ioncap.exe", true, true}));
-  EXPECT_EQ(FindEngine(folder, EngineChoice::kIcePac),
-            (EngineFinding{folder / "ITSHFBC/bin_win/icepacw.exe", false, false}));
-  std::filesystem::permissions(folder / "ITSHFBC/bin_win/voacapw.exe", perms::owner_read);
-  for (const EngineChoice engine : {EngineChoice::kVoaCap, EngineChoice::kVoaCapSnr}) {
-    EXPECT_EQ(FindEngine(folder, engine),
-              (EngineFinding{folder / "ITSHFBC/bin_win/voacapw.exe", true, false}));
-  }
-  EXPECT_FALSE(FindEngine(folder, EngineChoice::kNone).exists);
-}
 
 TEST_F(EngineProbeTest, TheDecksAreThoseThatTheEnginesAreKnownToAnswer) {
   const auto its = [](const char* name) { return ReplaceAll(TestData(name), "\n", "\r\n"); };
@@ -257,8 +248,27 @@ TEST_F(EngineProbeTest, WhatKeepsAnEngineFromStartingIsToldAtOnce) {
   locker_.busy = false;
   std::filesystem::permissions(bin + "voacapw.exe", perms::owner_all);
   std::filesystem::remove_all(log_.folder / "ITSHFBC/run");
+  WriteFile(log_.folder / "ITSHFBC/run", "a file in the folder's place");
   EXPECT_EQ(told(EngineChoice::kVoaCap).find("The test cannot be prepared: "), 0U);
   EXPECT_FALSE(locker_.busy);
+}
+
+TEST_F(EngineProbeTest, WhatAnEngineLacksIsToldWhenItGivesNoResults) {
+  Start(EngineChoice::kVoaCap);
+  launcher_.running = false;
+  EXPECT_EQ(OutcomeAfter(milliseconds(8)), "bad: The engine ended without results.");
+  std::filesystem::remove_all(log_.folder / "ITSHFBC/coeffs");
+  std::filesystem::remove_all(log_.folder / "ITSHFBC/antennas/default");
+  launcher_.running = true;
+  Start(EngineChoice::kVoaCap);
+  launcher_.running = false;
+  launcher_.output = "cannot open file\n";
+  const std::string folder = PathText(log_.folder / "ITSHFBC");
+  EXPECT_EQ(OutcomeAfter(milliseconds(8)),
+            "bad: The engine ended without results. Its last words: cannot open file. Its "
+            "coefficients are missing: there is no folder " +
+                folder + "/coeffs. The antenna file default/isotrope is missing in " + folder +
+                "/antennas.");
 }
 
 TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {

@@ -243,25 +243,121 @@ TEST(Method30Results, NothingOfAnEarlierPredictionStaysBehind) {
   EXPECT_EQ(table.mode[4][13], "");
 }
 
-TEST(Method30Results, FaultsAreToldByLineAndColumn) {
-  const struct {
-    std::string line;
-    const char* error;
-  } cases[] = {
-      {BandLine("1", "x", "SNR"),
-       "13 Type mismatch: \"    x\" is not a number (r.txt, line 4, columns 57-61)"},
-      {BandLine("1", "40000", "S DBW"),
-       "6 Overflow: 40000 is beyond 16 bits (r.txt, line 4, columns 57-61)"},
-      {FreqLine("-1.0"), "9 Subscript out of range: hour -1 (r.txt, line 4, columns 1-6)"},
-  };
-  for (const auto& [line, expected] : cases) {
-    ResultsTable table;
-    try {
-      ParseMethod30Results(kHeader + FreqLine("1.0") + line, "r.txt", table);
-      ADD_FAILURE() << expected;
-    } catch (const Error& error) {
-      EXPECT_EQ(std::to_string(error.Number()) + " " + error.what(), expected);
+TEST(Method30Results, AFieldThatCannotBeReadCostsNothingElse) {
+  const std::string file = TestData(kMethod30[0]);
+  const std::vector<std::string> lines = Lines(file);
+  const auto number_of = [&](int hour, const std::string& tag) {
+    int current = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      const std::string here = lines[i].size() < 68 ? "" : std::string(Trim(lines[i].substr(67)));
+      if (here == "FREQ") ++current;
+      if (current == hour && here == tag) return i + 1;
     }
+    return std::size_t{0};
+  };
+  const struct {
+    const char* tag;
+    const char* replacement;  // of the columns of 14.1 MHz, 37 to 41
+    const char* fault;        // none for nothing
+    BandQuantity quantity;
+  } cases[] = {
+      {"SNR", "*****", "hour 5, 14.1 MHz: Type mismatch: \"*****\" is not a number (r.txt, line ",
+       BandQuantity::kSnr},
+      {"REL", " 0.x1", "hour 5, 14.1 MHz: Type mismatch: \" 0.x1\" is not a number (r.txt, line ",
+       BandQuantity::kReliability},
+      {"S DBW", "40000", "hour 5, 14.1 MHz: Overflow: 40000 is beyond 16 bits (r.txt, line ",
+       BandQuantity::kSignalPower},
+      {"SNR", "    -", nullptr, BandQuantity::kSnr},
+      {"MODE", "  -  ", nullptr, BandQuantity::kMode},
+  };
+  ResultsTable whole;
+  ParseMethod30Results(file, "r.txt", whole);
+  for (const auto& [tag, replacement, fault, quantity] : cases) {
+    const std::size_t at = number_of(5, tag);
+    std::string line = lines.at(at - 1);
+    line.replace(36, 5, replacement);
+    ResultsTable table;
+    const Method30Outcome outcome = ParseMethod30Results(WithLine(file, at, line), "r.txt", table);
+    EXPECT_EQ(outcome.complete_hours, 24) << tag;
+    ASSERT_EQ(outcome.faults.size(), fault == nullptr ? 0U : 1U) << tag;
+    if (fault != nullptr) {
+      EXPECT_EQ(outcome.faults[0], fault + std::to_string(at) + ", columns 37-41)");
+    }
+    EXPECT_FALSE(table.Known(quantity, 5, 5));
+    // All the others are what they are in the whole file.
+    table.snr[5][5] = whole.snr[5][5];
+    table.reliability[5][5] = whole.reliability[5][5];
+    table.mode[5][5] = whole.mode[5][5];
+    table.signal_power[5][5] = whole.signal_power[5][5];
+    table.known[5][5] = whole.known[5][5];
+    EXPECT_EQ(table.snr, whole.snr);
+    EXPECT_EQ(table.reliability, whole.reliability);
+    EXPECT_EQ(table.mode, whole.mode);
+    EXPECT_EQ(table.signal_power, whole.signal_power);
+    EXPECT_EQ(table.known, whole.known);
+  }
+}
+
+TEST(Method30Results, ABlockWithoutAReadableHourIsLeftOut) {
+  for (const char* hour : {"x.0", "-1.0"}) {
+    ResultsTable table;
+    const std::string text = kHeader + FreqLine("1.0") + BandLine("7", "7", "SNR") +
+                             FreqLine(hour) + BandLine("8", "8", "SNR") + FreqLine("3.0") +
+                             BandLine("9", "9", "SNR");
+    const Method30Outcome outcome = ParseMethod30Results(text, "r.txt", table);
+    EXPECT_EQ(outcome.faults.size(), 1U);
+    EXPECT_EQ(table.snr[1][1], 7.0F);
+    EXPECT_FALSE(table.Known(BandQuantity::kSnr, 1, 2));
+    EXPECT_EQ(table.snr[1][3], 9.0F);
+  }
+}
+
+TEST(Method30Results, AMufThatIsTooWideCostsNeitherTheFotNorTheAxis) {
+  ResultsTable table;
+  std::string line = FreqLine("1.0");
+  line.replace(6, 6, "******");
+  const Method30Outcome outcome =
+      ParseMethod30Results(kHeader + line + FreqLine("2.0"), "r.txt", table);
+  ASSERT_EQ(outcome.faults.size(), 1U);
+  EXPECT_EQ(outcome.faults[0],
+            "hour 1, MUF: Type mismatch: \"******\" is not a number (r.txt, line 3, columns 7-12)");
+  EXPECT_EQ(table.Muf50(1), 0.0F);
+  EXPECT_EQ(table.Muf90(1), 8.2F);
+  EXPECT_EQ(table.f_min, 8.0F);
+}
+
+TEST(Method30Results, PageHeadingsWithinADayAreNoResults) {
+  for (const char* name : kMethod30) {
+    const std::vector<std::string> lines = Lines(TestData(name));
+    std::size_t first = 0;
+    std::size_t last = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      if (lines[i].find("~METHOD 30") != std::string::npos) first = i;
+      if (last == 0 && lines[i].find("MULTIPATH POWER") != std::string::npos) last = i;
+    }
+    ASSERT_LT(0U, first);
+    ASSERT_LT(first, last);
+    std::string paged;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      // Wherever the page is full, in the middle of an hour too.
+      if (i > last && (i - last) % 37 == 0) {
+        paged += "\f";
+        for (std::size_t k = first; k <= last; ++k) paged += lines[k] + "\n";
+        paged += "\n";
+      }
+      // Lines without the blanks behind their tags.
+      paged += lines[i].substr(0, lines[i].find_last_not_of(' ') + 1) + "\n";
+    }
+    ResultsTable whole;
+    ParseMethod30Results(TestData(name), "", whole);
+    ResultsTable table;
+    const Method30Outcome outcome = ParseMethod30Results(paged, "", table);
+    EXPECT_EQ(outcome.complete_hours, 24);
+    EXPECT_TRUE(outcome.faults.empty());
+    EXPECT_EQ(table.snr, whole.snr);
+    EXPECT_EQ(table.reliability, whole.reliability);
+    EXPECT_EQ(table.mode, whole.mode);
+    EXPECT_EQ(table.frequencies, whole.frequencies);
   }
 }
 

@@ -6,12 +6,14 @@
 
 #include "common/files.h"
 #include "engine/engine_output.h"
+#include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/prediction_fixture.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
 
+using skyhop::testing::FakeEngineHost;
 using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
 using skyhop::testing::PredictionFixture;
@@ -53,6 +55,7 @@ class RunControlTest : public ::testing::Test {
   std::filesystem::path folder_ = with_.log.folder.Path();
   FakePause pause_;
   FakeLauncher launcher_;
+  FakeEngineHost host_;
   FakeChart chart_;
   ManualTimer timer_;
   ResultsTable table_;
@@ -61,7 +64,7 @@ class RunControlTest : public ::testing::Test {
   ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
   Results results_{table_, with_.panel,    with_.parameters,
                    chart_, with_.messages, with_.log.diagnostics};
-  RunControl run_{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_,
+  RunControl run_{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_, host_,
                    pause_, with_.messages, with_.settings, with_.log.diagnostics}};
 };
 
@@ -145,7 +148,7 @@ TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
 }
 
 TEST_F(RunControlTest, WithoutTheEnginesFoldersNoFileIsTouched) {
-  RunControl lost{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_,
+  RunControl lost{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_, host_,
                    pause_, with_.messages, with_.settings, with_.log.diagnostics}};
   EXPECT_FALSE(lost.IonCapPaths());
   EXPECT_EQ(with_.log.errors, std::vector<std::string>{

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "common/files.h"
 #include "common/text.h"
 #include "engine/ioncap_script.h"
@@ -25,6 +29,21 @@ class ScriptsTest : public ::testing::Test {
   std::string ItsDeck(EngineChoice engine, std::int16_t method) {
     EXPECT_TRUE(its_.CreateScript(engine, method, script_));
     return ReplaceAll(ReadFile(script_, 10000), "\r\n", "\n");
+  }
+
+  void SetTokyoSaoPaulo() {
+    with_.panel.SetChoice(PanelChoice::kPath, path_option::kLong);
+    with_.panel.SetText(PanelText::kSSN, "140");
+    with_.panel.SetText(PanelText::kAvail, "50");
+    with_.parameters.SetPredictionPower("100");
+    with_.parameters.SetPredictionNoise(1);
+    with_.parameters.SetDate("1-Mar-26");
+    with_.parameters.SetLastPrefix("PY");
+    with_.parameters.SetPrefix();
+    with_.parameters.SetTransmitterLatitude("35 41' 0\" N");
+    with_.parameters.SetTransmitterLongitude("139 46' 0\" E");
+    with_.parameters.SetReceiverLatitude("23 33' 0\" S");
+    with_.parameters.SetReceiverLongitude("46 38' 0\" W");
   }
 
   /// One line of a deck, without its end.
@@ -106,18 +125,140 @@ TEST_F(ScriptsTest, AValueBeyondItsTypeFailsWithTheReasonLogged) {
             0U);
 }
 
-TEST_F(ScriptsTest, TheItsDeckIsTheOneThatTheEngineWasRunWith) {
-  const std::string expected = ReplaceAll(TestData("results/newyork-london-method26.deck.txt"),
-                                          "LABEL     NEW YORK            LONDON              ",
-                                          "LABEL     YOUR STATION        DX STATION          ");
-  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCap, 26), expected);
-  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCapSnr, 30), "METHOD"), "METHOD       30    0");
+TEST_F(ScriptsTest, ItsDecksAreExactToTheByte) {
+  with_.panel.SetText(PanelText::kKindex, "4");
+  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCap, 26), TestData("decks/transatlantic-voacap26.txt"));
+  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCapSnr, 30), TestData("decks/transatlantic-voacap30.txt"));
+  // It alone gets the geomagnetic index.
+  EXPECT_EQ(ItsDeck(EngineChoice::kIcePac, 26), TestData("decks/transatlantic-icepac26.txt"));
+  SetTokyoSaoPaulo();
+  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCapSnr, 30),
+            TestData("decks/tokyo-saopaulo-long-voacap30.txt"));
 }
 
-TEST_F(ScriptsTest, OnlyIcePacGetsTheGeomagneticIndex) {
-  with_.panel.SetText(PanelText::kKindex, "4");
-  EXPECT_EQ(Card(ItsDeck(EngineChoice::kIcePac, 26), "SUNSPOT"), "SUNSPOT   105.0 5.50");
-  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCap, 26), "SUNSPOT"), "SUNSPOT   105.0");
+TEST_F(ScriptsTest, ItsDecksDifferFromThoseThatAnEngineWasRunWithOnlyInRemarks) {
+  const struct {
+    const char* ours;
+    const char* run;
+    std::vector<std::string> cards;
+  } cases[] = {
+      {"decks/transatlantic-voacap26.txt", "results/newyork-london-method26.deck.txt", {"LABEL"}},
+      {"decks/transatlantic-voacap30.txt", "results/newyork-london-method30.deck.txt", {"LABEL"}},
+      // Column 49 is a remark for readers.
+      {"decks/tokyo-saopaulo-long-voacap30.txt",
+       "results/tokyo-saopaulo-long-method30.deck.txt",
+       {"LABEL", "CIRCUIT"}},
+  };
+  for (const auto& [ours, run, cards] : cases) {
+    std::istringstream first(TestData(ours));
+    std::istringstream second(TestData(run));
+    std::vector<std::string> different;
+    for (std::string line, other; std::getline(first, line) && std::getline(second, other);) {
+      if (line != other) different.push_back(line.substr(0, line.find(' ')));
+    }
+    EXPECT_EQ(different, cards) << ours;
+  }
+}
+
+TEST_F(ScriptsTest, APointDeckHasOneHourAndOneFrequency) {
+  with_.parameters.SetPredictionTakeoff("3");
+  const DeckParameters deck =
+      ReadDeckParameters(with_.panel, with_.parameters, with_.log.diagnostics);
+  EXPECT_TRUE(its_.CreatePointScript(deck, {18, 14.074}, script_));
+  EXPECT_EQ(ReplaceAll(ReadFile(script_, 10000), "\r\n", "\n"),
+            TestData("decks/transatlantic-point.txt"));
+}
+
+TEST_F(ScriptsTest, EachEndOfThePathHasItsStationsAntenna) {
+  const struct {
+    int direction;
+    int path;
+    Antenna local;
+    Antenna dx;
+    const char* transmitter;
+    const char* receiver;
+  } cases[] = {
+      {1,
+       0,
+       {"", "5.5", "45"},
+       {"", "-3", ""},
+       "     5.500[default/isotrope     ]  0.0",
+       "    -3.000[default/isotrope     ]  0.0"},
+      {0,
+       0,
+       {"", "5.5", "45"},
+       {"", "-3", ""},
+       "    -3.000[default/isotrope     ]  0.0",
+       "     5.500[default/isotrope     ]  0.0"},
+      // The gain of a file is the file's; its beam points along the path unless told otherwise.
+      {1,
+       0,
+       {"samples/sample.23", "9", ""},
+       {"samples/sample.90", "", "12.34"},
+       "     0.000[samples/sample.23    ] 51.0",
+       "     0.000[samples/sample.90    ] 12.3"},
+      {1,
+       1,
+       {"samples/sample.23", "", ""},
+       {"a234567890/1234567890", "", ""},
+       "     0.000[samples/sample.23    ]231.0",
+       "     0.000[a234567890/1234567890]108.3"},
+  };
+  for (const auto& row : cases) {
+    with_.panel.SetChoice(PanelChoice::kPredictSignals, row.direction);
+    with_.panel.SetChoice(PanelChoice::kPath, row.path);
+    with_.panel.SetAntenna(Station::kLocal, row.local);
+    with_.panel.SetAntenna(Station::kDX, row.dx);
+    const std::string deck = ItsDeck(EngineChoice::kVoaCap, 26);
+    EXPECT_EQ(Card(deck, "ANTENNA"),
+              std::string("ANTENNA       1    1    2   30") + row.transmitter + "    1.5000");
+    EXPECT_NE(
+        deck.find(std::string("ANTENNA       2    2    2   30") + row.receiver + "    0.0000\n"),
+        std::string::npos)
+        << deck;
+  }
+}
+
+TEST_F(ScriptsTest, AnAntennaThatNoCardCanHoldIsRefused) {
+  const Antenna cases[] = {{"a234567890/12345678901", "", ""},
+                           {"a]b", "", ""},
+                           {"a b", "", ""},
+                           {"", "61", ""},
+                           {"", "x", ""},
+                           {"", "", "361"}};
+  for (const Antenna& antenna : cases) {
+    with_.panel.SetAntenna(Station::kDX, antenna);
+    with_.log.errors.clear();
+    EXPECT_FALSE(its_.CreateScript(EngineChoice::kVoaCap, 26, script_));
+    ASSERT_FALSE(with_.log.errors.empty());
+    EXPECT_NE(with_.log.errors[0].find("the antenna"), std::string::npos);
+  }
+}
+
+TEST_F(ScriptsTest, ATakeoffAngleOfZeroMeansTheHorizon) {
+  with_.parameters.SetPredictionTakeoff("0");
+  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCap, 26), "SYSTEM"),
+            "SYSTEM     1.00  -3. 0.10   10 24.0 3.00 0.10");
+}
+
+TEST_F(ScriptsTest, StationNamesAreAsciiAndCutToTheirColumns) {
+  with_.parameters.SetLastPrefix("PØ/Ä1234");
+  with_.parameters.SetPrefix();
+  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCap, 26), "LABEL"),
+            "LABEL     YOUR STATION FN20vm DX P?/?1234 IO91wm  ");
+}
+
+TEST(Antennas, AreListedAsTheDeckNamesThem) {
+  const skyhop::testing::TemporaryFolder folder;
+  for (const char* name : {"default/isotrope", "samples/sample.23", "samples/with blank",
+                           "samples/much-too-long-a-name", "empty/deeper/file"}) {
+    std::filesystem::create_directories((folder.Path() / name).parent_path());
+    WriteFile(folder.Path() / name, "x");
+  }
+  WriteFile(folder.Path() / "stray", "x");
+  EXPECT_EQ(ListAntennas(folder.Path()),
+            (std::vector<std::string>{"default/isotrope", "samples/sample.23"}));
+  EXPECT_TRUE(ListAntennas(folder.Path() / "absent").empty());
 }
 
 }  // namespace

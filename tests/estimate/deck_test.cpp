@@ -79,6 +79,38 @@ TEST(EstimateDeck, ReadsTheWideFormatsOfOtherWriters) {
   ExpectExample(ReadDeck(text));
 }
 
+TEST(EstimateDeck, ReadsTheDecksOfIcepacAndVoacap) {
+  for (const char* name : {"decks/transatlantic-voacap26.txt", "decks/transatlantic-icepac26.txt",
+                           "decks/transatlantic-voacap30.txt"}) {
+    SCOPED_TRACE(name);
+    Deck deck = ReadDeck(skyhop::testing::TestData(name));
+    EXPECT_EQ(deck.lines.size(), 15U);
+    EXPECT_EQ(deck.transmitter_name, "YOUR STATION FN20vm");
+    EXPECT_EQ(deck.receiver_name, "DX STATION IO91wm");
+    EXPECT_EQ(deck.frequencies,
+              (std::vector<double>{0, 3.5, 5.3, 7.1, 10.1, 14.1, 18.1, 21.1, 24.9, 28.2, 50.1}));
+    deck.lines.resize(11);
+    ExpectExample(deck);
+  }
+  EXPECT_EQ(ReadDeck(skyhop::testing::TestData("decks/transatlantic-voacap30.txt")).method,
+            Method::kSystemByDistance);
+}
+
+TEST(EstimateDeck, TakesPowerAndGainsFromTheAntennasWhereverTheyStand) {
+  const std::string voacap = skyhop::testing::TestData("decks/transatlantic-voacap26.txt");
+  const std::string system = "SYSTEM     1.00  -3. 3.00   10 24.0 3.00 0.10\n";
+  std::string text = ReplaceAll(ReplaceAll(voacap, system, ""), "METHOD", system + "METHOD");
+  text = ReplaceAll(text, "2    2    2   30     0.000", "2    2    2   30     6.500");
+  text = ReplaceAll(text, "1    1    2   30     0.000[default/isotrope     ]",
+                    "1    1    2   30    12.000[samples/sample.23    ]");
+  const Deck deck = ReadDeck(text);
+  EXPECT_EQ(deck.circuit.power, 1.5);
+  // Of a pattern the estimate knows nothing, not even its gain.
+  EXPECT_EQ(deck.circuit.antenna_gain, 6.5);
+  EXPECT_EQ(deck.transmitter_antenna.file, "samples/sample.23");
+  EXPECT_EQ(deck.receiver_antenna.file, "");
+}
+
 TEST(EstimateDeck, TakesCardsInAnyOrderAndIgnoresWhatFollowsQuit) {
   std::string text = Example();
   const std::size_t circuit_end = text.find('\n') + 1;
@@ -197,12 +229,24 @@ TEST(EstimateDeck, SaysWhichColumnsOfWhichCardAreWrong) {
        "line 5, TIME card, columns 26-30: kind of time \"99999\" is not from 0 to 1"},
       {6, "ANTENNA   0000100003      .0x1",
        "line 6, ANTENNA card, columns 26-30: antenna figure \" .0x1\" is not a number"},
-      {9, "METHOD    00030",
-       "line 9, METHOD card, columns 11-15: method \"00030\" is not 26, the only method of this "
-       "engine"},
+      {4, "SUNSPOT   10500 9.01",
+       "line 4, SUNSPOT card, columns 17-20: geomagnetic index \"9.01\" stands for 9.01, which is "
+       "not from 0 to 9"},
+      {6, "ANTENNA       3    1    2   30     0.000[default/isotrope     ]  0.0    1.5000",
+       "line 6, ANTENNA card, columns 11-15: end of the path \"    3\" is not from 1 to 2"},
+      {6, "ANTENNA       1    1    2   30     0.000[default/isotrope        0.0    1.5000",
+       "line 6, ANTENNA card, columns 42-62: antenna file \"default/isotrope     \" has no bracket "
+       "behind it"},
+      {9, "METHOD    00030", "line 10, EXECUTE card, before which there is no FREQUENCY card"},
       {9, "METHOD    99999999999",
-       "line 9, METHOD card, columns 11-15: method \"99999\" is not 26, "
-       "the only method of this engine"},
+       "line 9, METHOD card, columns 11-15: method \"99999\" is not 20, 26 or 30, the methods of "
+       "this engine"},
+      {9, "FREQUENCY 100.0",
+       "line 9, FREQUENCY card, columns 11-15: frequency in MHz \"100.0\" "
+       "stands for 100, which is not from 0 to 99.99"},
+      {9, "COEFFS    MAPS",
+       "line 9, COEFFS card, columns 11-14: coefficients \"MAPS\" is not CCIR "
+       "or URSI"},
       {9, " METHOD   00026", "line 9,  METHOD card, which this engine does not know"},
       {9, "TIME      00001000240000100000", "line 9, TIME card, which comes a second time"},
       {9, "", "line 10, EXECUTE card, before which there is no METHOD card"},

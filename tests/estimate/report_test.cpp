@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string>
@@ -11,6 +12,7 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
+#include "engine/results_parser.h"
 #include "estimate/circuit.h"
 #include "estimate/deck.h"
 #include "estimate/propagation_math.h"
@@ -54,21 +56,21 @@ std::array<double, 7> Columns(const std::string& line) {
 TEST(EstimateReport, IsWholeTheExpectedOne) {
   const std::string expected = ReplaceAll(skyhop::testing::TestData("estimate/example.results.txt"),
                                           "@VERSION@", VersionText());
-  EXPECT_EQ(MufReport(ExampleCircuit()), expected);
+  EXPECT_EQ(Report(ExampleCircuit()), expected);
 }
 
 TEST(EstimateReport, CoversTheHoursAskedFor) {
   Deck deck = ExampleCircuit();
-  const std::vector<std::string> all = HourLines(MufReport(deck));
+  const std::vector<std::string> all = HourLines(Report(deck));
   ASSERT_EQ(all.size(), 24U);
   deck.hours = {6, 18, 5};
-  EXPECT_EQ(HourLines(MufReport(deck)), (std::vector<std::string>{all[5], all[10], all[15]}));
+  EXPECT_EQ(HourLines(Report(deck)), (std::vector<std::string>{all[5], all[10], all[15]}));
 }
 
 TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
   Deck deck = ExampleCircuit();
   deck.circuit.required_snr = 150;
-  for (const std::string& line : HourLines(MufReport(deck))) {
+  for (const std::string& line : HourLines(Report(deck))) {
     const std::array<double, 7> numbers = Columns(line);
     EXPECT_EQ(numbers[6], -numbers[5]) << line;
   }
@@ -77,7 +79,7 @@ TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
 TEST(EstimateReport, PrintsTheLocalTimeOfTheTransmitterWithoutAnHour24) {
   Deck deck = ExampleCircuit();
   deck.circuit.transmitter = PositionFromDegrees(40.5, -0.3);
-  const std::vector<std::string> lines = HourLines(MufReport(deck));
+  const std::vector<std::string> lines = HourLines(Report(deck));
   EXPECT_EQ(Columns(lines[0])[1], 1.0);
   EXPECT_EQ(Columns(lines[23])[1], 0.0);
 }
@@ -85,7 +87,7 @@ TEST(EstimateReport, PrintsTheLocalTimeOfTheTransmitterWithoutAnHour24) {
 TEST(EstimateReport, NamesTheLongPath) {
   Deck deck = ExampleCircuit();
   deck.circuit.long_way = true;
-  const std::string report = MufReport(deck);
+  const std::string report = Report(deck);
   EXPECT_NE(report.find("AZIMUTHS  <Long>"), std::string::npos);
   EXPECT_NE(report.find("231.02  108.28   18586.9  34422.9"), std::string::npos) << report;
 }
@@ -116,7 +118,7 @@ TEST(EstimateReport, KeepsItsColumnsForExtremeCircuits) {
           SCOPED_TRACE(std::to_string(Degrees(from.latitude)) + " angle " + std::to_string(angle) +
                        " sunspots " + std::to_string(sunspots) + " long " +
                        std::to_string(static_cast<int>(long_way)));
-          for (const std::string& line : HourLines(MufReport(deck))) {
+          for (const std::string& line : HourLines(Report(deck))) {
             const auto [hour, local, fot, hpf, es, muf, luf] = Columns(line);
             EXPECT_TRUE(0 < fot && fot <= muf && muf <= hpf) << line;
             EXPECT_TRUE(luf == -muf || (2 <= luf && luf <= hpf)) << line;
@@ -134,6 +136,98 @@ TEST(EstimateReport, KeepsItsColumnsForExtremeCircuits) {
       }
     }
   }
+}
+
+/// Share of the cells of bands and hours that fulfil a condition, of those that either calls open.
+template <class Condition>
+double ShareOfOpenCells(const ResultsTable& a, const ResultsTable& b, const Condition& condition) {
+  int open = 0;
+  int fulfilled = 0;
+  for (std::size_t band = 1; band < kBandCount; ++band) {
+    for (std::size_t hour = 1; hour < kHourCount; ++hour) {
+      if (std::max(a.reliability[band][hour], b.reliability[band][hour]) <= 0.2F) continue;
+      ++open;
+      if (condition(band, hour)) ++fulfilled;
+    }
+  }
+  return static_cast<double>(fulfilled) / open;
+}
+
+TEST(EstimateSystemReport, IsReadByThePartThatReadsTheEngines) {
+  for (const char* name :
+       {"decks/transatlantic-voacap30.txt", "decks/tokyo-saopaulo-long-voacap30.txt"}) {
+    SCOPED_TRACE(name);
+    const Deck deck = ReadDeck(skyhop::testing::TestData(name));
+    ResultsTable table;
+    const auto outcome = IONCAPModule::ParseMethod30Results(Report(deck), name, table);
+    EXPECT_EQ(outcome.complete_hours, 24);
+    EXPECT_TRUE(outcome.faults.empty());
+    const Circuit circuit(deck.circuit);
+    for (std::size_t hour = 1; hour < kHourCount; ++hour) {
+      const CircuitHour state = circuit.At(static_cast<double>(hour));
+      EXPECT_NEAR(table.Muf50(hour), state.Muf().muf, 0.0501);
+      EXPECT_NEAR(table.Muf90(hour), state.Muf().fot, 0.0501);
+      for (std::size_t band = 1; band < kBandCount; ++band) {
+        const Reception reception = state.At(deck.frequencies[band]);
+        EXPECT_NEAR(table.snr[band][hour], std::max(reception.snr, -9999.0), 0.501);
+        EXPECT_NEAR(table.signal_power[band][hour], std::max(reception.signal_power, -9999.0),
+                    0.501);
+        EXPECT_NEAR(table.reliability[band][hour], reception.reliability, 0.00501);
+        EXPECT_EQ(Trim(table.mode[band][hour]), ModeText(reception.ray));
+      }
+    }
+  }
+}
+
+TEST(EstimateSystemReport, AgreesWithAnEnginesOwnWithinWhatTheModelPromises) {
+  const Deck deck = ReadDeck(skyhop::testing::TestData("decks/transatlantic-voacap30.txt"));
+  ResultsTable estimate;
+  ResultsTable engine;
+  IONCAPModule::ParseMethod30Results(Report(deck), "", estimate);
+  IONCAPModule::ParseMethod30Results(
+      skyhop::testing::TestData("results/newyork-london-method30.results.txt"), "", engine);
+  const auto level = [](float reliability) {
+    return std::clamp(static_cast<int>(std::ceil(reliability * 5.0F)) - 1, 0, 4);
+  };
+  EXPECT_GT(ShareOfOpenCells(estimate, engine,
+                             [&](std::size_t band, std::size_t hour) {
+                               return std::abs(level(estimate.reliability[band][hour]) -
+                                               level(engine.reliability[band][hour])) <= 1;
+                             }),
+            0.85);
+  EXPECT_GT(ShareOfOpenCells(estimate, engine,
+                             [&](std::size_t band, std::size_t hour) {
+                               return std::abs(estimate.snr[band][hour] - engine.snr[band][hour]) <=
+                                      10;
+                             }),
+            0.75);
+}
+
+TEST(EstimateSystemReport, PrintsADashForFrequenciesThatAreNotAskedFor) {
+  const std::string report =
+      Report(ReadDeck(skyhop::testing::TestData("decks/transatlantic-point.txt")));
+  ResultsTable table;
+  const auto outcome = IONCAPModule::ParseMethod30Results(report, "", table);
+  EXPECT_EQ(outcome.complete_hours, 1);
+  EXPECT_EQ(outcome.last_hour, 18);
+  EXPECT_TRUE(outcome.faults.empty());
+  EXPECT_TRUE(table.Known(BandQuantity::kSnr, 1, 18));
+  EXPECT_FALSE(table.Known(BandQuantity::kSnr, 2, 18));
+  EXPECT_NE(report.find(" 14.1    -    -    -    -    -    -    -    -    - FREQ\n"),
+            std::string::npos)
+      << report;
+}
+
+TEST(EstimateSystemReport, CountsTheGainOfBothAntennas) {
+  Deck deck = ReadDeck(skyhop::testing::TestData("decks/transatlantic-voacap30.txt"));
+  const Circuit plain(deck.circuit);
+  deck.circuit.antenna_gain = 9;
+  const Circuit gained(deck.circuit);
+  const Reception before = plain.At(18).At(14.1);
+  const Reception after = gained.At(18).At(14.1);
+  EXPECT_DOUBLE_EQ(after.signal_power, before.signal_power + 9);
+  EXPECT_DOUBLE_EQ(after.snr, before.snr + 9);
+  EXPECT_GT(after.reliability, before.reliability);
 }
 
 }  // namespace

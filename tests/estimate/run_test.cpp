@@ -71,6 +71,28 @@ TEST(EstimateRun, WritesTheResultsThatTheDriverAsksFor) {
   }
 }
 
+TEST(EstimateRun, TakesTheArgumentsOfTheOtherEngines) {
+  const TemporaryFolder folder{"Ünïcode fôlder"};
+  const std::string root = PathText(folder.Path());
+  const std::string run_option = "--run-dir=" + PathText(folder / "elsewhere");
+  const struct {
+    std::vector<std::string_view> arguments;
+    const char* run_folder;
+  } cases[] = {{{"SILENT", root, "deck.txt", "results.txt"}, "run"},
+               {{"-s", root, "deck.txt", "results.txt"}, "run"},
+               {{run_option, "-s", root, "deck.txt", "results.txt"}, "elsewhere"}};
+  for (const auto& [arguments, run_folder] : cases) {
+    std::filesystem::create_directories(folder / run_folder);
+    WriteFile(folder / run_folder / "deck.txt", TestData("estimate/example.deck.txt"));
+    const Outcome outcome = RunWith("", arguments);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(ReadFile(folder / run_folder / "results.txt", 1 << 20), ExampleResults());
+    std::filesystem::remove_all(folder / run_folder);
+  }
+  EXPECT_EQ(RunWith("", {"SILENT", root, "deck.txt"}).status, 2);
+  EXPECT_EQ(RunWith("", {root, "deck.txt", "results.txt"}).status, 2);
+}
+
 TEST(EstimateRun, ReplacesOldResultsWithoutWritingIntoThem) {
   const Site site;
   WriteFile(site.results, "old");

@@ -5,6 +5,7 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
+#include "ui/prediction/configuration.h"
 
 namespace skyhop {
 namespace {
@@ -20,6 +21,30 @@ void RestoreConfiguration(PredictionProgram& program) {
       PanelCheck::kDistanceMiles,
       program.settings.GetBooleanSetting(kProductName, kSection, "DistanceMiles", "True"));
   panel.SetChoice(PanelChoice::kPath, path_option::kShort);
+  for (const Station station : {Station::kLocal, Station::kDX}) {
+    panel.SetAntenna(station, StoredAntenna(program.settings, station));
+  }
+}
+
+/// What the command line says of an antenna over what is stored. Returns what is wrong with it.
+std::string SetAntenna(const std::optional<std::string>& given,
+                       const std::optional<std::string>& azimuth, Station station,
+                       PlainPanel& panel) {
+  Antenna antenna = panel.AntennaOf(station);
+  if (given) {
+    antenna = {};
+    (WholeNumberText(*given) ? antenna.gain : antenna.file) = *given;
+  }
+  if (azimuth) antenna.azimuth = *azimuth;
+  panel.SetAntenna(station, antenna);
+  return AntennaProblem(antenna);
+}
+
+/// The same for both stations.
+std::string SetAntennas(const PredictOptions& options, PlainPanel& panel) {
+  const std::string problem = SetAntenna(options.antenna, options.azimuth, Station::kLocal, panel);
+  return problem.empty() ? SetAntenna(options.dx_antenna, options.dx_azimuth, Station::kDX, panel)
+                         : problem;
 }
 
 void OverrideChoices(const PredictOptions& options, PlainPanel& panel) {
@@ -125,6 +150,7 @@ std::string HandInputs(const PredictOptions& options, PredictionProgram& program
   OverrideChoices(options, program.panel);
   OverrideTexts(options, program.panel);
   std::string problem = CheckEngine(program.panel);
+  if (problem.empty()) problem = SetAntennas(options, program.panel);
   if (!problem.empty()) return problem;
   problem = SetStation(options.from, "--from", PanelText::kLocalLat, PanelText::kLocalLon, program);
   if (problem.empty()) {

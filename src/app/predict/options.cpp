@@ -91,6 +91,20 @@ void AddStationOptions(CLI::App& app, PredictOptions& options) {
                 "The DX station's power in watts (default: 100)");
   app.add_option("--takeoff", options.takeoff, "Minimum take-off angle in degrees (default: 3)")
       ->check(kNumber);
+  const auto antenna = [&](const char* name, std::optional<std::string>& target,
+                           const std::string& whose) {
+    app.add_option(name, target,
+                   whose +
+                       " antenna: a file of the engine's \"antennas\" folder, or the dBi of an "
+                       "isotropic one (default: 0). For icepac and voacap")
+        ->type_name("FILE|DBI");
+  };
+  antenna("--antenna", options.antenna, "Your");
+  antenna("--dx-antenna", options.dx_antenna, "The DX station's");
+  app.add_option("--azimuth", options.azimuth,
+                 "Main beam of your antenna file in degrees (default: the path's bearing)")
+      ->check(kNumber);
+  app.add_option("--dx-azimuth", options.dx_azimuth, "The same at the DX station")->check(kNumber);
 }
 
 void AddConditionOptions(CLI::App& app, PredictOptions& options) {

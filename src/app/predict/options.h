@@ -22,6 +22,10 @@ struct PredictOptions {
   std::optional<std::string> k_index;
   std::optional<std::string> power;
   std::optional<std::string> takeoff;
+  std::optional<std::string> antenna;     ///< a file, or dBi
+  std::optional<std::string> azimuth;     ///< degrees
+  std::optional<std::string> dx_antenna;  ///< the same of the DX station
+  std::optional<std::string> dx_azimuth;
   std::optional<int> noise;
   std::optional<int> dx_noise;
   std::optional<int> dx_power;

@@ -31,6 +31,7 @@ PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream
       pause_(platform::MakePause()),
       store_(StoreFor(options)),
       launcher(platform::MakeEngineLauncher()),
+      host(platform::MakeEngineHost()),
       diagnostics(folder, *clock_, *facts_),
       settings(*store_, diagnostics),
       parameters(panel, messages, settings, diagnostics),
@@ -40,7 +41,7 @@ PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream
       ioncap_script(cards_, panel, parameters, diagnostics),
       its_script(cards_, panel, parameters, diagnostics),
       results(table, panel, parameters, silent_chart_, messages, diagnostics),
-      run({parameters, panel, ioncap_script, its_script, results, timer, *launcher, *pause_,
+      run({parameters, panel, ioncap_script, its_script, results, timer, *launcher, *host, *pause_,
            messages, settings, diagnostics}) {
   diagnostics.SetErrorListener([this](std::string_view line) { error_lines.emplace_back(line); });
   if (options.verbose) {

@@ -78,6 +78,7 @@ class PredictionProgram {
 
  public:
   std::unique_ptr<EngineLauncher> launcher;
+  std::unique_ptr<EngineHost> host;
   Diagnostics diagnostics;
   Common::Settings settings;
   IONCAPModule::Parameters parameters;

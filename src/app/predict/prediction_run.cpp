@@ -163,7 +163,7 @@ class Runner {
   PredictionReport MakeReport() {
     const std::string given = program_.panel.Text(PanelText::kSSN);
     const IONCAPModule::DeckParameters deck =
-        IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters);
+        IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters, program_.diagnostics);
     const auto engine =
         static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
     return {{program_.table, program_.chart, engine},

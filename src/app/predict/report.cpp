@@ -119,10 +119,14 @@ std::string JsonReport(const PredictionReport& report) {
       Json line = {{"band", kBandNames.at(band)}, {"open", OpenLevel(report.day, band, hour)}};
       // 160 m is not among the frequencies that the SNR decks ask for.
       if (report.day.HasSnr() && band > 0) {
-        line["snr"] = number(report.day.table.snr[band][hour]);
-        line["reliability"] = number(report.day.table.reliability[band][hour]);
-        line["mode"] = std::string(Trim(report.day.table.mode[band][hour]));
-        line["signal_dbw"] = report.day.table.signal_power[band][hour];
+        const ResultsTable& table = report.day.table;
+        const auto put = [&](const char* name, BandQuantity quantity, const Json& value) {
+          line[name] = table.Known(quantity, band, hour) ? value : Json(nullptr);
+        };
+        put("snr", BandQuantity::kSnr, number(table.snr[band][hour]));
+        put("reliability", BandQuantity::kReliability, number(table.reliability[band][hour]));
+        put("mode", BandQuantity::kMode, std::string(Trim(table.mode[band][hour])));
+        put("signal_dbw", BandQuantity::kSignalPower, table.signal_power[band][hour]);
       }
       entry["bands"].push_back(std::move(line));
     }

@@ -63,6 +63,7 @@ class SkyhopProgram : private ConfigurationHost {
   std::unique_ptr<MachineFacts> facts_;
   std::unique_ptr<SettingsStore> store_;
   std::unique_ptr<EngineLauncher> launcher_;
+  std::unique_ptr<EngineHost> host_;
   std::unique_ptr<InstanceGuard> instance_;
   std::unique_ptr<RunLocker> locker_;
   WxPause pause_;

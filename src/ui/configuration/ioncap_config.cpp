@@ -24,13 +24,6 @@ std::string SizeText(std::uintmax_t bytes) {
   return FixedText(size / (thousand * thousand), 1) + " MB";
 }
 
-std::string FindingText(const EngineFinding& finding) {
-  const std::string path = PathText(finding.executable);
-  if (!finding.exists) return "Not found; expected at " + path;
-  if (!finding.can_run) return "Found, but it cannot be executed: " + path;
-  return "Found: " + path;
-}
-
 }  // namespace
 
 std::vector<PeerState> PeerOverview::Peers() const {
@@ -162,7 +155,8 @@ void IoncapConfig::ShowModes(int selected) {
 void IoncapConfig::ShowFindings() {
   for (int engine = 0; engine < static_cast<int>(kEngineCaptions.size()); ++engine) {
     const auto choice = static_cast<EngineChoice>(engine);
-    with_.view.SetEngineFinding(engine, FindingText(FindEngine(with_.program_folder, choice)));
+    with_.view.SetEngineFinding(
+        engine, FindingText(FindEngine(with_.machine, with_.program_folder, choice)));
   }
 }
 
@@ -220,6 +214,7 @@ void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
     case Configuration::Item::kShowToolTips:
       with_.view.ShowToolTips(with_.configuration.ShowToolTips());
       break;
+    case Configuration::Item::kAntennas:
     case Configuration::Item::kFreqDependent:
     case Configuration::Item::kModes:
     case Configuration::Item::kDualMonitor:

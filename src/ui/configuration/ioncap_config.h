@@ -47,6 +47,7 @@ class IoncapConfig : public ConfigurationWindow {
     Configuration& configuration;
     FreqDependentModule::BandTable& bands;
     EngineProbe& probe;
+    const EngineHost& machine;
     PeerOverview& peers;
     const SpaceWeather& space_weather;
     ConfigurationHost& host;

@@ -18,6 +18,7 @@ constexpr const char* kGeneral = "General";
 constexpr const char* kWindows = "Windows";
 constexpr const char* kConfiguration = "Configuration";
 constexpr const char* kPerBand = "FreqDependentSettings";
+constexpr const char* kAntennas = "Antennas";
 constexpr const char* kPerMode = "ModeDependentSettings";
 
 constexpr const char* kEngineKey = "Engine";
@@ -63,6 +64,15 @@ std::size_t UrlIndex(PanelText url) {
   }
   return static_cast<std::size_t>(found - kUrls.begin());
 }
+
+/// What the keys of a station's antenna begin with.
+std::string StationKey(Station station, const char* key) {
+  return std::string(station == Station::kLocal ? "Local" : "DX") + key;
+}
+
+constexpr const char* kAntennaKey = "Antenna";
+constexpr const char* kAntennaGainKey = "AntennaGain";
+constexpr const char* kAntennaAzimuthKey = "AntennaAzimuth";
 
 std::string BandKey(const char* prefix, std::size_t band) {
   return std::string(prefix).append(kBandNames.at(band));
@@ -113,6 +123,14 @@ std::vector<ModeSettings> StoredModes(const Common::Settings& settings) {
 
 }  // namespace
 
+Antenna StoredAntenna(const Common::Settings& settings, Station station) {
+  const auto text = [&](const char* key) {
+    return settings.GetStringSetting(kProductName, kAntennas, StationKey(station, key), "");
+  };
+  Antenna antenna{text(kAntennaKey), text(kAntennaGainKey), text(kAntennaAzimuthKey)};
+  return AntennaProblem(antenna).empty() ? antenna : Antenna();
+}
+
 Configuration::Configuration(const Common::Settings& settings, Diagnostics& diagnostics)
     : settings_(&settings), diagnostics_(&diagnostics), modes_(DefaultModes()) {
   for (std::size_t url = 0; url < kUrls.size(); ++url) urls_.at(url) = kUrls.at(url).default_text;
@@ -127,6 +145,9 @@ void Configuration::Load() {
   };
   engine_ = settings_->GetIntegerSetting(kProductName, kConfiguration, kEngineKey, "0");
   if (engine_ < 0 || engine_ >= kEngineCount) engine_ = 0;
+  for (const Station station : {Station::kLocal, Station::kDX}) {
+    antennas_.at(static_cast<std::size_t>(station)) = StoredAntenna(*settings_, station);
+  }
   distance_miles_ = flag(kConfiguration, kDistanceMilesKey, true);
   diag_mode_ = flag(kConfiguration, kDiagModeKey, false);
   for (std::size_t url = kFirstDownload; url < kUrls.size(); ++url) {
@@ -150,6 +171,14 @@ bool Configuration::SetEngine(int engine) {
   if (engine < 0 || engine >= kEngineCount) return false;
   return Change(Item::kEngine, engine_, engine,
                 {{kConfiguration, kEngineKey, std::to_string(engine)}});
+}
+
+bool Configuration::SetAntenna(Station station, const Antenna& antenna) {
+  if (!AntennaProblem(antenna).empty()) return false;
+  return Change(Item::kAntennas, antennas_.at(static_cast<std::size_t>(station)), antenna,
+                {{kAntennas, StationKey(station, kAntennaKey), antenna.file},
+                 {kAntennas, StationKey(station, kAntennaGainKey), antenna.gain},
+                 {kAntennas, StationKey(station, kAntennaAzimuthKey), antenna.azimuth}});
 }
 
 bool Configuration::SetDistanceMiles(bool miles) {

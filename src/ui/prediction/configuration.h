@@ -35,6 +35,7 @@ class Configuration {
  public:
   enum class Item {
     kEngine,
+    kAntennas,
     kDistanceMiles,
     kFreqDependent,
     kModes,
@@ -57,6 +58,9 @@ class Configuration {
 
   /// Index of the engine's option, an EngineChoice.
   [[nodiscard]] int Engine() const { return engine_; }
+  [[nodiscard]] const Antenna& AntennaOf(Station station) const {
+    return antennas_.at(static_cast<std::size_t>(station));
+  }
   [[nodiscard]] bool DistanceMiles() const { return distance_miles_; }
   [[nodiscard]] bool FreqDependentEnabled() const { return freq_dependent_enabled_; }
   [[nodiscard]] const BandSettings& Band(std::size_t band) const { return bands_.at(band); }
@@ -73,6 +77,8 @@ class Configuration {
   // is set already saves nothing, tells nobody and returns true.
   /// Returns false and changes nothing for an index that is no EngineChoice.
   bool SetEngine(int engine);
+  /// Returns false and changes nothing for an antenna with a problem, see AntennaProblem.
+  bool SetAntenna(Station station, const Antenna& antenna);
   bool SetDistanceMiles(bool miles);
   bool SetFreqDependentEnabled(bool enabled);
   bool SetBand(std::size_t band, const BandSettings& settings);
@@ -98,6 +104,7 @@ class Configuration {
   std::vector<Listener> listeners_;
 
   int engine_ = 0;
+  std::array<Antenna, 2> antennas_;
   bool distance_miles_ = true;
   bool freq_dependent_enabled_ = false;
   std::array<BandSettings, kBandCount> bands_;
@@ -107,6 +114,9 @@ class Configuration {
   bool show_tool_tips_ = true;
   bool dual_monitor_ = false;
 };
+
+/// The stored antenna of a station; one without a file where the stored one cannot be used.
+[[nodiscard]] Antenna StoredAntenna(const Common::Settings& settings, Station station);
 
 /// The modes of a fresh installation. Each needs the signal-to-noise ratio that is usual for it in
 /// a receiver's bandwidth B (Hz), which is 10 log10(B) dB more in 1 Hz.

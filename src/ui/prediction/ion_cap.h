@@ -61,6 +61,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
     IONCAPModule::Results& results;
     IONCAPModule::RunControl& run;
     EngineLauncher& launcher;
+    const EngineHost& host;
     InstanceGuard& instance;
     RunLocker& locker;
     CommandServer& server;
@@ -196,8 +197,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
-  enum class Station { kLocal, kDX };
-
   [[nodiscard]] PictureTexts ChartTexts() const;
   [[nodiscard]] PictureOptions ChartPictureOptions() const;
 

@@ -6,7 +6,7 @@
 #include "common/program.h"
 #include "common/text.h"
 #include "engine/deck_parameters.h"
-#include "engine/engine_probe.h"
+#include "engine/engine_search.h"
 #include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
 #include "ui/prediction/raised.h"
@@ -193,8 +193,8 @@ void IonCap::StartRun() {
   } else if (with_.run.ParametersRefused()) {
     Fail("The prediction was not started: the parameters need correction");
   } else {
-    const EngineFinding engine =
-        FindEngine(with_.program_folder, static_cast<EngineChoice>(with_.configuration.Engine()));
+    const EngineFinding engine = FindEngine(
+        with_.host, with_.program_folder, static_cast<EngineChoice>(with_.configuration.Engine()));
     Fail(engine.exists ? "The prediction was not started" + with_.diagnostics.CaptionHint()
                        : "The engine is missing: there is no " + PathText(engine.executable) +
                              ". The Configuration window offers others.");
@@ -219,7 +219,7 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
 
 AskedPrediction IonCap::Asked() const {
   const IONCAPModule::DeckParameters deck =
-      IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters);
+      IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters, with_.diagnostics);
   AskedPrediction asked;
   asked.date = with_.parameters.Date();
   asked.sunspot_number = deck.sunspot_number;

@@ -163,6 +163,7 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         with_.diagnostics.SetDebug(with_.configuration.DiagMode());
         break;
       case Configuration::Item::kEngine:
+      case Configuration::Item::kAntennas:
       case Configuration::Item::kFreqDependent:
       case Configuration::Item::kUrls:
       case Configuration::Item::kDualMonitor:

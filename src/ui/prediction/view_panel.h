@@ -34,6 +34,9 @@ class ViewPanel : public PredictionPanel {
   void SetChoice(PanelChoice choice, int index) override;
   [[nodiscard]] bool Checked(PanelCheck check) const override;
   void SetChecked(PanelCheck check, bool on) override;
+  [[nodiscard]] Antenna AntennaOf(Station station) const override {
+    return configuration_->AntennaOf(station);
+  }
   void RestoreWindow() override { view_->RestoreWindow(); }
   void StationsChanged() override {
     if (on_stations_) on_stations_();

@@ -5,8 +5,8 @@ namespace skyhop {
 ConfigEnginePage::ConfigEnginePage(wxWindow* parent, const ConfigEvents& events)
     : ConfigPage(parent, "Engine", events) {
   AddText(
-      "The program that computes the predictions, and what it is asked for. Until you install an "
-      "IONCAP of your own, the built-in estimate engine stands in its place.");
+      "The program that computes the predictions, and what it is asked for. Where you have not "
+      "installed it, the built-in estimate engine takes its place.");
   for (std::size_t i = 0; i < choices_.size(); ++i) {
     auto* button = new wxRadioButton(this, wxID_ANY, kEngineCaptions.at(i), wxDefaultPosition,
                                      wxDefaultSize, i == 0 ? wxRB_GROUP : 0);

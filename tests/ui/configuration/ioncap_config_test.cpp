@@ -5,6 +5,7 @@
 #include "common/files.h"
 #include "common/program.h"
 #include "support/fake_configuration_view.h"
+#include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/prediction_fixture.h"
 #include "ui/configuration/default_urls.h"
@@ -13,6 +14,7 @@ namespace skyhop {
 namespace {
 
 using skyhop::testing::FakeConfigurationView;
+using skyhop::testing::FakeEngineHost;
 using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
 using skyhop::testing::PredictionFixture;
@@ -80,13 +82,15 @@ class IoncapConfigTest : public ::testing::Test {
                                         [this] { window_.BandsMissing(); }};
   FakeLocker locker_;
   FakeLauncher launcher_;
+  FakeEngineHost machine_;
   FakePause pause_;
-  EngineProbe probe_{{locker_, launcher_, pause_, with_.log.diagnostics, with_.log.folder.Path()}};
+  EngineProbe probe_{
+      {locker_, launcher_, machine_, pause_, with_.log.diagnostics, with_.log.folder.Path()}};
   ConnectingPeers peers_;
   SpaceWeather space_weather_;
   CountingHost host_;
-  IoncapConfig window_{{view_, configuration_, bands_, probe_, peers_, space_weather_, host_,
-                        with_.messages, with_.settings, with_.log.diagnostics,
+  IoncapConfig window_{{view_, configuration_, bands_, probe_, machine_, peers_, space_weather_,
+                        host_, with_.messages, with_.settings, with_.log.diagnostics,
                         with_.log.folder.Path()}};
 };
 

@@ -65,6 +65,11 @@ TEST_F(ConfigurationTest, SavesEachChangeAtOnceAndTellsIt) {
        "Engine", "3"},
       {"miles", [](Configuration& c) { return c.SetDistanceMiles(false); }, Item::kDistanceMiles,
        "Configuration", "DistanceMiles", "False"},
+      {"antenna",
+       [](Configuration& c) {
+         return c.SetAntenna(Station::kDX, {"samples/sample.23", "", "45"});
+       },
+       Item::kAntennas, "Antennas", "DXAntenna", "samples/sample.23"},
       {"log", [](Configuration& c) { return c.SetDiagMode(true); }, Item::kDiagMode,
        "Configuration", "DiagMode", "True"},
       {"per band", [](Configuration& c) { return c.SetFreqDependentEnabled(true); },
@@ -156,6 +161,15 @@ TEST_F(ConfigurationTest, RefusesModesAndEnginesThatCannotBe) {
   EXPECT_EQ(configuration_.Engine(), 0);
   EXPECT_TRUE(told_.empty());
   EXPECT_TRUE(store_.values.empty());
+}
+
+TEST_F(ConfigurationTest, NeitherTakesNorRestoresAnAntennaThatNoDeckCanHold) {
+  EXPECT_FALSE(configuration_.SetAntenna(Station::kLocal, {"", "high", ""}));
+  EXPECT_TRUE(configuration_.SetAntenna(Station::kLocal, {"", "2.15", ""}));
+  Store("Antennas", "DXAntenna", "samples/one whose name is too long");
+  configuration_.Load();
+  EXPECT_EQ(configuration_.AntennaOf(Station::kLocal), (Antenna{"", "2.15", ""}));
+  EXPECT_EQ(configuration_.AntennaOf(Station::kDX), Antenna());
 }
 
 TEST_F(ConfigurationTest, HoldsForThisRunWhenItCannotBeSaved) {

@@ -12,6 +12,7 @@
 #include "common/files.h"
 #include "common/program.h"
 #include "support/diagnostics_fixture.h"
+#include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
 #include "ui/prediction/ion_cap.h"
@@ -209,12 +210,13 @@ class IonCapTest : public ::testing::Test {
   ChartPane chart_{table_, log_.diagnostics, clock_};
   FakePause pause_;
   FakeLauncher launcher_;
+  FakeEngineHost host_;
   IONCAPModule::ScriptCards cards_{pause_, log_.diagnostics};
   IONCAPModule::IonCapScript ioncap_{cards_, panel_, parameters_, log_.diagnostics};
   IONCAPModule::ItsScript its_{cards_, panel_, parameters_, log_.diagnostics};
   IONCAPModule::Results results_{table_, panel_, parameters_, chart_, messages_, log_.diagnostics};
   IONCAPModule::RunControl run_{{parameters_, panel_, ioncap_, its_, results_, timer_, launcher_,
-                                 pause_, messages_, settings_, log_.diagnostics}};
+                                 host_, pause_, messages_, settings_, log_.diagnostics}};
   FakeInstance instance_;
   FakeLocker locker_;
   FakeServer server_{events_};
@@ -233,6 +235,7 @@ class IonCapTest : public ::testing::Test {
                   results_,
                   run_,
                   launcher_,
+                  host_,
                   instance_,
                   locker_,
                   server_,

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "common/clock.h"
+#include "common/diagnostics.h"
+#include "common/pause.h"
+#include "engine/engine_launcher.h"
+#include "engine/its_script.h"
+#include "engine/parameters.h"
+#include "engine/prediction_panel.h"
+#include "engine/run_control.h"
+
+namespace skyhop::IONCAPModule {
+
+/// One frequency, now.
+struct PointRequest {
+  double frequency = 0;  ///< MHz, 1.6 to 60
+  std::string mode;      ///< only passed on
+  std::string snr;       ///< required, dB in 1 Hz, -30 to below 100
+  /// The transmitter's, where they are not the panel's; empty otherwise.
+  std::string power;    ///< watts
+  std::string takeoff;  ///< degrees
+};
+
+/// What is predicted of one path.
+struct PathReception {
+  enum class State { kWaiting, kDone, kFailed };
+  State state = State::kWaiting;
+  float snr = 0;                  ///< dB in 1 Hz
+  float reliability = 0;          ///< fraction of the days that reach the required SNR, 0 to 1
+  std::string mode;               ///< such as "2F2"
+  std::int16_t signal_power = 0;  ///< dBW at the receiver
+  std::string problem;            ///< why there is nothing of that, for kFailed
+};
+
+/// What is predicted of a point.
+struct PointReception {
+  PointRequest request;
+  int hour = 0;                        ///< UTC, 0 to 23
+  std::array<PathReception, 2> paths;  ///< by path_option
+  std::string engine;                  ///< as the results name it
+
+  [[nodiscard]] bool Finished() const;
+};
+
+/// Predicts how one frequency is received at the current hour, by the short and the long path at
+/// once: a deck, a batch file and an engine of the second folder for each. Nothing here waits.
+class PointSnr {
+ public:
+  using Time = std::chrono::steady_clock::time_point;
+
+  /// How long an engine may take before it is ended.
+  static constexpr std::chrono::seconds kLongest{30};
+
+  /// All must outlive this object.
+  struct Collaborators {
+    RunControl& run;
+    ItsScript& script;
+    const PredictionPanel& panel;
+    const Parameters& parameters;
+    EngineLauncher& launcher;
+    Pause& pause;
+    Diagnostics& diagnostics;
+    const Clock& clock;
+  };
+
+  explicit PointSnr(const Collaborators& collaborators) : with_(collaborators) {}
+  /// Ends runs in progress.
+  ~PointSnr();
+  PointSnr(const PointSnr&) = delete;
+  PointSnr& operator=(const PointSnr&) = delete;
+
+  /// Starts both engines; those of an earlier request are ended. Returns an empty text, or why not.
+  [[nodiscard]] std::string PredictSNR(const PointRequest& request, Time now);
+
+  /// Looks what the engines have done. Returns whether something has changed.
+  bool Poll(Time now);
+
+  /// Ends the engines; there is no answer then.
+  void Cancel();
+
+  [[nodiscard]] bool Running() const { return running_; }
+  /// What is known of the last request.
+  [[nodiscard]] const PointReception& Reception() const { return reception_; }
+
+ private:
+  struct Path {
+    const std::filesystem::path& results;
+    ProcessId process;
+  };
+
+  [[nodiscard]] DeckParameters Deck(const PointRequest& request) const;
+  void Start(const PointRequest& request);
+  [[nodiscard]] Path PathOf(std::size_t path) const;
+  void EndEngine(std::size_t path);
+  bool PollPath(std::size_t path, Time now);
+  void ReadResults(const std::filesystem::path& file, PathReception& reception);
+
+  Collaborators with_;
+  bool running_ = false;
+  Time started_;
+  PointReception reception_;
+};
+
+/// A signal's power in dBm from that in dBW.
+[[nodiscard]] int DecibelMilliwatts(std::int16_t decibel_watts);
+
+/// The reading of a signal meter for a power in dBm: "S0" to "S9" in steps of 6 dB, above it
+/// "S9+10". S9 is -73 dBm below 30 MHz and -93 dBm from there on, as IARU Region 1 has it.
+[[nodiscard]] std::string SUnits(int decibel_milliwatts, double frequency);
+
+}  // namespace skyhop::IONCAPModule
