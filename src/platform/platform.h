@@ -34,8 +34,8 @@ namespace skyhop::platform {
 /// Throws the Errors of FileError when it cannot be created.
 [[nodiscard]] std::filesystem::path ProgramFolder();
 
-/// Puts the files that come with the program into the program folder: band definitions and, as the
-/// engine of the "IonCap" folder, the estimate engine. A file that the user changed or put there is
+/// Puts the files that come with the program into the program folder: band definitions, the
+/// beacons' locations and schedule and, as the engine of the "IonCap" folder, the estimate engine. A file that the user changed or put there is
 /// never overwritten; one that this function placed is brought up to date. Returns what went wrong,
 /// one text each; nothing when all is well.
 [[nodiscard]] std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder);
