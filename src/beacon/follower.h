@@ -13,6 +13,8 @@ namespace skyhop::BeaconModule {
 class BeaconPeers {
  public:
   virtual ~BeaconPeers() = default;
+  /// Whether there is anybody to tune the transceiver.
+  [[nodiscard]] virtual bool HasTransceiver() const = 0;
   /// Tunes the transceiver; `frequency` is in kHz.
   virtual void Qsy(const std::string& frequency) = 0;
   virtual void SetTransceiverMode(const std::string& mode) = 0;

@@ -11,6 +11,7 @@ namespace skyhop::testing {
 /// Keeps the commands, each as its word and its argument.
 class FakeBeaconPeers : public BeaconModule::BeaconPeers {
  public:
+  [[nodiscard]] bool HasTransceiver() const override { return has_transceiver; }
   void Qsy(const std::string& frequency) override { commands.push_back("qsy " + frequency); }
   void SetTransceiverMode(const std::string& mode) override { commands.push_back("mode " + mode); }
   void RotateShortPath(std::int16_t bearing) override {
@@ -26,6 +27,7 @@ class FakeBeaconPeers : public BeaconModule::BeaconPeers {
   /// What came since the last call.
   std::vector<std::string> Take() { return std::exchange(commands, {}); }
 
+  bool has_transceiver = true;
   std::vector<std::string> commands;
 };
 
