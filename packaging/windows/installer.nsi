@@ -82,10 +82,14 @@ Section "un.Skyhop"
 SectionEnd
 
 ; Both are left alone unless the user ticks them.
-Section /o "un.My engines, band definitions and logs"
+Section /o "un.My engines, band definitions, beacons and logs"
   RMDir /r "$INSTDIR\IonCap"
   RMDir /r "$INSTDIR\ITSHFBC"
   RMDir /r "$INSTDIR\ITSHFBC2"
+  Delete "$INSTDIR\BeaconLocation.txt"
+  Delete "$INSTDIR\BeaconSchedule.txt"
+  Delete "$INSTDIR\CustomBeaconSchedule.txt"
+  Delete "$INSTDIR\BeaconHeard.csv"
   Delete "$INSTDIR\DefaultBands.txt"
   Delete "$INSTDIR\Bands.txt"
   Delete "$INSTDIR\ErrorLog.txt"

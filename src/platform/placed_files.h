@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -15,6 +16,10 @@ struct ShippedFile {
   std::filesystem::path target;  ///< relative to the program folder
   bool executable = false;
 };
+
+/// The texts among the shipped files; each takes the same name in the program folder.
+inline constexpr std::array<const char*, 3> kShippedTexts = {
+    "BeaconLocation.txt", "BeaconSchedule.txt", "DefaultBands.txt"};
 
 /// Places the files as FillProgramFolder says. A record of what was placed is kept in the program
 /// folder as "installed-files.txt".

@@ -11,6 +11,7 @@
 #include "common/machine_facts.h"
 #include "common/pause.h"
 #include "common/settings_store.h"
+#include "common/timekeeping.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
 #include "engine/run_lock.h"
@@ -21,6 +22,7 @@ namespace skyhop::platform {
 
 [[nodiscard]] std::unique_ptr<SettingsStore> MakeSettingsStore();
 [[nodiscard]] std::unique_ptr<Clock> MakeClock();
+[[nodiscard]] std::unique_ptr<Timekeeping> MakeTimekeeping();
 [[nodiscard]] std::unique_ptr<MachineFacts> MakeMachineFacts();
 [[nodiscard]] std::unique_ptr<EngineLauncher> MakeEngineLauncher();
 /// What this machine has for running engines, looked up anew at each question.
@@ -37,10 +39,10 @@ namespace skyhop::platform {
 /// Throws the Errors of FileError when it cannot be created.
 [[nodiscard]] std::filesystem::path ProgramFolder();
 
-/// Puts the files that come with the program into the program folder: band definitions and, as the
-/// engine of the "IonCap" folder, the estimate engine. A file that the user changed or put there is
-/// never overwritten; one that this function placed is brought up to date. Returns what went wrong,
-/// one text each; nothing when all is well.
+/// Puts the files that come with the program into the program folder: band definitions, the
+/// beacons' locations and schedule and, as the engine of the "IonCap" folder, the estimate engine.
+/// A file that the user changed or put there is never overwritten; one that this function placed is
+/// brought up to date. Returns what went wrong, one text each; nothing when all is well.
 [[nodiscard]] std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder);
 
 /// A file that is installed with the program's data, such as "icons/skyhop.svg".

@@ -74,7 +74,14 @@ SkyhopProgram::SkyhopProgram()
                       messages_, settings_, diagnostics_, *clock_, pause_, folder_}),
       transport_(platform::MakeLinkTransport(kProductName)),
       links_(*transport_, frame_->View(), diagnostics_),
-      probe_({*locker_, *launcher_, *host_, pause_, diagnostics_, folder_}),
+      foreground_locker_(*locker_),
+      timekeeping_(platform::MakeTimekeeping()),
+      beacon_predictions_(
+          {*locker_, *launcher_, *host_, pause_, settings_, diagnostics_, *clock_, folder_}),
+      beacon_frame_(new BeaconFrame(nullptr)),
+      beacons_({*beacon_frame_, beacon_predictions_, links_.BeaconFollowers(), panel_, parameters_,
+                messages_, settings_, diagnostics_, *clock_, *timekeeping_, folder_}),
+      probe_({foreground_locker_, *launcher_, *host_, pause_, diagnostics_, folder_}),
       configuration_frame_(new ConfigurationFrame(nullptr)),
       configuration_window_({*configuration_frame_, configuration_, bands_, probe_, *host_,
                              links_.Overview(), space_weather_.service, *this, messages_, settings_,
@@ -91,7 +98,7 @@ SkyhopProgram::SkyhopProgram()
                    *launcher_,
                    *host_,
                    *instance_,
-                   *locker_,
+                   foreground_locker_,
                    links_.Server(),
                    links_.Peers(),
                    space_weather_.service,
@@ -104,7 +111,8 @@ SkyhopProgram::SkyhopProgram()
                    folder_,
                    platform::HelpFile(folder_)}),
       windows_({frame_.get(), configuration_frame_.get(), forecast_frame_.get(),
-                conditions_frame_.get()}) {
+                conditions_frame_.get(), beacon_frame_.get()}) {
+  foreground_locker_.SetYield([this] { beacon_predictions_.Yield(); });
   links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
   diagnostics_.SetPeerCaption([this] { return links_.InteropCaption(); });
   AttachWindows();
@@ -124,7 +132,8 @@ std::vector<SideFrame*> SkyhopProgram::SideFrames() const {
   std::vector<SideFrame*> frames;
   for (SideFrame* frame : {static_cast<SideFrame*>(configuration_frame_.get()),
                            static_cast<SideFrame*>(forecast_frame_.get()),
-                           static_cast<SideFrame*>(conditions_frame_.get())}) {
+                           static_cast<SideFrame*>(conditions_frame_.get()),
+                           static_cast<SideFrame*>(beacon_frame_.get())}) {
     if (frame != nullptr) frames.push_back(frame);
   }
   return frames;
@@ -139,6 +148,7 @@ void SkyhopProgram::AttachWindows() {
   configuration_frame_->Attach(configuration_window_);
   forecast_frame_->Attach(space_weather_.forecast_window);
   conditions_frame_->Attach(space_weather_.conditions_window);
+  beacon_frame_->Attach(beacons_);
   frame_->Attach(&controller_);
   frame_->SetBusyQuery([this] { return space_weather_.procedure.Busy(); });
   frame_->SetShowPreparation(platform::LayOutHidden);
@@ -146,8 +156,8 @@ void SkyhopProgram::AttachWindows() {
     for (SideFrame* frame : SideFrames()) frame->Destroy();
   });
   configuration_.AddListener([this](Configuration::Item item) {
-    if (item != Configuration::Item::kShowToolTips || !forecast_frame_) return;
-    forecast_frame_->ShowToolTips(configuration_.ShowToolTips());
+    if (item != Configuration::Item::kShowToolTips) return;
+    ShowToolTips();
   });
 }
 
@@ -159,8 +169,14 @@ bool SkyhopProgram::Start() {
     }
   }
   if (!controller_.Form_Load()) return false;
-  forecast_frame_->ShowToolTips(configuration_.ShowToolTips());
+  ShowToolTips();
   return true;
+}
+
+void SkyhopProgram::ShowToolTips() {
+  const bool show = configuration_.ShowToolTips();
+  if (forecast_frame_) forecast_frame_->ShowToolTips(show);
+  if (beacon_frame_) beacon_frame_->ShowToolTips(show);
 }
 
 bool SkyhopProgram::CloseWindow() {

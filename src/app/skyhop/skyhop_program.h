@@ -13,13 +13,16 @@
 #include "app/skyhop/space_weather_parts.h"
 #include "common/instance_guard.h"
 #include "common/settings.h"
+#include "engine/circuit_run.h"
 #include "engine/ioncap_script.h"
 #include "engine/its_script.h"
 #include "engine/run_lock.h"
 #include "interop/link_transport.h"
 #include "platform/platform.h"
+#include "ui/beacon/beacon_window.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/wx/beacon_frame.h"
 #include "ui/wx/conditions_frame.h"
 #include "ui/wx/configuration_frame.h"
 #include "ui/wx/forecast_frame.h"
@@ -57,6 +60,7 @@ class SkyhopProgram : private ConfigurationHost {
   void ResetWindows() override;
   [[nodiscard]] std::vector<SideFrame*> SideFrames() const;
   void AttachWindows();
+  void ShowToolTips();
 
   std::filesystem::path folder_;
   std::unique_ptr<Clock> clock_;
@@ -89,9 +93,14 @@ class SkyhopProgram : private ConfigurationHost {
   SpaceWeatherParts space_weather_;
   std::unique_ptr<LinkTransport> transport_;
   ProgramLinks links_;
-  // Parts that this build does not have.
+  // A part that this build does not have.
   PointPrediction point_prediction_;
-  BeaconMonitor beacons_;
+  // The beacons' predictions give way to all others.
+  ForegroundLocker foreground_locker_;
+  std::unique_ptr<Timekeeping> timekeeping_;
+  BeaconPredictions beacon_predictions_;
+  wxWeakRef<BeaconFrame> beacon_frame_;
+  BeaconWindow beacons_;
   EngineProbe probe_;
   wxWeakRef<ConfigurationFrame> configuration_frame_;
   IoncapConfig configuration_window_;

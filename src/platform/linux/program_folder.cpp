@@ -45,10 +45,13 @@ std::filesystem::path ProgramFolder() {
 
 std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
   const std::filesystem::path prefix = InstallationPrefix();
-  return PlaceFiles(folder,
-                    {{prefix / SKYHOP_DATA_FOLDER / "DefaultBands.txt", "DefaultBands.txt", false},
-                     {prefix / SKYHOP_ENGINE_FOLDER / "skyhop-estimate",
-                      std::filesystem::path("IonCap") / "ioncap.exe", true}});
+  std::vector<ShippedFile> files;
+  for (const char* name : kShippedTexts) {
+    files.push_back({prefix / SKYHOP_DATA_FOLDER / name, name, false});
+  }
+  files.push_back({prefix / SKYHOP_ENGINE_FOLDER / "skyhop-estimate",
+                   std::filesystem::path("IonCap") / "ioncap.exe", true});
+  return PlaceFiles(folder, files);
 }
 
 std::filesystem::path DataFile(const std::filesystem::path& name) {

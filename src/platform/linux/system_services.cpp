@@ -1,4 +1,5 @@
 #include <langinfo.h>
+#include <sys/timex.h>
 #include <sys/utsname.h>
 
 #include <charconv>
@@ -28,6 +29,23 @@ class SystemClock : public Clock {
     std::tm local{};
     if (::localtime_r(&seconds, &local) == nullptr) return {};
     return std::chrono::seconds(local.tm_gmtoff);
+  }
+};
+
+class LinuxTimekeeping : public Timekeeping {
+ public:
+  [[nodiscard]] std::chrono::milliseconds Passed() const override {
+    timespec time{};
+    ::clock_gettime(CLOCK_BOOTTIME, &time);
+    return std::chrono::floor<std::chrono::milliseconds>(std::chrono::seconds(time.tv_sec) +
+                                                         std::chrono::nanoseconds(time.tv_nsec));
+  }
+
+  [[nodiscard]] State ClockState() const override {
+    timex facts{};
+    // Only asks. Where the system does not let it, the call fails.
+    if (::adjtimex(&facts) < 0) return State::kUnknown;
+    return (facts.status & STA_UNSYNC) == 0 ? State::kSynchronised : State::kUnsynchronised;
   }
 };
 
@@ -122,6 +140,10 @@ std::unique_ptr<SettingsStore> MakeSettingsStore() {
 
 std::unique_ptr<Clock> MakeClock() {
   return std::make_unique<SystemClock>();
+}
+
+std::unique_ptr<Timekeeping> MakeTimekeeping() {
+  return std::make_unique<LinuxTimekeeping>();
 }
 
 std::unique_ptr<MachineFacts> MakeMachineFacts() {

@@ -88,9 +88,11 @@ std::filesystem::path ProgramFolder() {
 }
 
 std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
-  return PlaceFiles(folder, {{DataFile("DefaultBands.txt"), "DefaultBands.txt", false},
-                             {ExecutablePath().parent_path() / "skyhop-estimate.exe",
-                              std::filesystem::path("IonCap") / "ioncap.exe", true}});
+  std::vector<ShippedFile> files;
+  for (const char* name : kShippedTexts) files.push_back({DataFile(name), name, false});
+  files.push_back({ExecutablePath().parent_path() / "skyhop-estimate.exe",
+                   std::filesystem::path("IonCap") / "ioncap.exe", true});
+  return PlaceFiles(folder, files);
 }
 
 std::filesystem::path DataFile(const std::filesystem::path& name) {

@@ -57,6 +57,15 @@ class SystemClock : public Clock {
   }
 };
 
+class WindowsTimekeeping : public Timekeeping {
+ public:
+  [[nodiscard]] std::chrono::milliseconds Passed() const override {
+    return std::chrono::milliseconds(::GetTickCount64());
+  }
+  /// Only the time service knows, and it does not tell everybody.
+  [[nodiscard]] State ClockState() const override { return State::kUnknown; }
+};
+
 class SleepingPause : public Pause {
  public:
   void Wait(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
@@ -151,6 +160,10 @@ std::unique_ptr<SettingsStore> MakeSettingsStore() {
 
 std::unique_ptr<Clock> MakeClock() {
   return std::make_unique<SystemClock>();
+}
+
+std::unique_ptr<Timekeeping> MakeTimekeeping() {
+  return std::make_unique<WindowsTimekeeping>();
 }
 
 std::unique_ptr<MachineFacts> MakeMachineFacts() {

@@ -195,6 +195,7 @@ void IonCap::Form_Unload() {
   step([&] { with_.parameters.Finalize(); });
   step([&] { with_.server.Terminate(); });
   step([&] { with_.space_weather.Terminate(); });
+  step([&] { with_.beacons.Form_Unload(); });
   step([&] { with_.configuration_window.Form_Unload(); });
   step([&] {
     for (int timer = 0; timer < kWindowTimerCount; ++timer) {

@@ -92,11 +92,14 @@ class PointPrediction : public SNRService {
   void PredictSNR(const SNRRequest& /*request*/) override {}
 };
 
+/// The beacon monitor, a window of its own.
 class BeaconMonitor {
  public:
   virtual ~BeaconMonitor() = default;
   [[nodiscard]] virtual bool Available() const { return false; }
   virtual void Show() {}
+  /// The program ends.
+  virtual void Form_Unload() {}
 };
 
 /// The configuration window `IoncapConfig`.

@@ -17,12 +17,6 @@ bool IsOnEarth(const Angle& angle, int most) {
          LatLonModule::UnsignedDegrees(angle) <= most;
 }
 
-SunState StateAt(const Position& station, UtcTime time) {
-  const double elevation = SolarElevation(station, time);
-  if (elevation >= kSunriseElevation) return SunState::kDay;
-  return elevation >= kTwilightElevation ? SunState::kTwilight : SunState::kNight;
-}
-
 /// "11:42", rounded to the minute; the last half minute of a day stays on that day.
 std::string ClockText(UtcTime time, std::chrono::sys_days midnight) {
   using std::chrono::minutes;
@@ -50,6 +44,12 @@ std::string ToolTip(const SunTimes& times, std::chrono::sys_days midnight) {
 
 }  // namespace
 
+SunState SunStateAt(const Position& station, UtcTime time) {
+  const double elevation = SolarElevation(station, time);
+  if (elevation >= kSunriseElevation) return SunState::kDay;
+  return elevation >= kTwilightElevation ? SunState::kTwilight : SunState::kNight;
+}
+
 SunRow ComputeSunRow(const Position& station, std::chrono::year_month_day date) {
   SunRow row;
   row.known = date.ok() && IsOnEarth(station.latitude, 90) && IsOnEarth(station.longitude, 180);
@@ -57,7 +57,7 @@ SunRow ComputeSunRow(const Position& station, std::chrono::year_month_day date) 
   const std::chrono::sys_days midnight{date};
   UtcTime middle = midnight + std::chrono::minutes(30);
   for (SunState& state : row.states) {
-    state = StateAt(station, middle);
+    state = SunStateAt(station, middle);
     middle += std::chrono::hours(1);
   }
   row.tool_tip = ToolTip(SunTimesOn(station, date), midnight);

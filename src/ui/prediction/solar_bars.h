@@ -13,6 +13,9 @@ namespace skyhop {
 
 enum class SunState { kDay, kTwilight, kNight };
 
+/// The state of the sun at a place; civil twilight ends six degrees below the horizon.
+[[nodiscard]] SunState SunStateAt(const Position& station, UtcTime time);
+
 /// A station's row of bars: the state of the sun in each hour of a UTC day, and the words that go
 /// with it.
 struct SunRow {

@@ -1,0 +1,69 @@
+#include "beacon/beacon_files.h"
+
+#include "common/errors.h"
+#include "common/files.h"
+
+namespace skyhop::BeaconModule {
+namespace {
+
+/// Far beyond any real file; keeps a file of another kind from being read whole.
+constexpr std::size_t kFileLimit = 1U << 20U;
+
+class FileSet {
+ public:
+  FileSet(const std::filesystem::path& folder, BeaconFiles& files, Diagnostics& diagnostics)
+      : folder_(&folder), files_(&files), diagnostics_(&diagnostics) {}
+
+  void ReadLocations() {
+    const auto content = Content(kLocationFile);
+    if (!content) return;
+    files_->locations = ReadBeaconLocations(*content, kLocationFile, *diagnostics_);
+    Add(files_->locations.problems);
+  }
+
+  /// Returns whether the file tells a schedule.
+  bool ReadSchedule(const char* name) {
+    const auto content = Content(name);
+    if (!content) return false;
+    ScheduleFile schedule = ReadBeaconSchedule(*content, name, files_->locations);
+    Add(schedule.problems);
+    files_->schedule = std::move(schedule.table);
+    return files_->schedule.has_value();
+  }
+
+  void Add(const std::vector<FileProblem>& problems) {
+    files_->problems.insert(files_->problems.end(), problems.begin(), problems.end());
+  }
+
+ private:
+  std::optional<std::string> Content(const char* name) {
+    try {
+      return ReadFile(*folder_ / name, kFileLimit);
+    } catch (const Error& error) {
+      Add({{name, 0, 0, error.what()}});
+    }
+    return std::nullopt;
+  }
+
+  const std::filesystem::path* folder_;
+  BeaconFiles* files_;
+  Diagnostics* diagnostics_;
+};
+
+}  // namespace
+
+BeaconFiles ReadBeaconFiles(const std::filesystem::path& program_folder, bool custom,
+                            Diagnostics& diagnostics) {
+  BeaconFiles files;
+  FileSet set(program_folder, files, diagnostics);
+  set.ReadLocations();
+  files.custom = custom && set.ReadSchedule(kCustomScheduleFile);
+  if (custom && !files.custom) {
+    set.Add({{kCustomScheduleFile, 0, 0, "no schedule; the standard one is used"}});
+  }
+  if (!files.custom) set.ReadSchedule(kScheduleFile);
+  for (const FileProblem& problem : files.problems) diagnostics.ErrorLog(problem.Message());
+  return files;
+}
+
+}  // namespace skyhop::BeaconModule

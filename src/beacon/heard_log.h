@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "beacon/beacon_location.h"
+#include "common/clock.h"
+#include "common/diagnostics.h"
+
+namespace skyhop::BeaconModule {
+
+/// One transmission that the user has listened for.
+struct HeardMark {
+  UtcTime begin;  ///< of the transmission
+  std::string call;
+  double frequency = 0;  ///< kHz
+  bool heard = true;     ///< else listened for in vain
+  std::string note;      ///< the S-meter, or whatever the user wrote
+
+  friend bool operator==(const HeardMark&, const HeardMark&) = default;
+};
+
+/// The user's log of beacons heard and not heard, a file of comma-separated values with a header.
+/// Marks are only ever appended, so nothing that stands in the file gets lost; of several marks of
+/// one transmission the last one counts.
+class HeardLog {
+ public:
+  static constexpr const char* kFileName = "BeaconHeard.csv";
+
+  /// `diagnostics` must outlive this object.
+  HeardLog(const std::filesystem::path& program_folder, Diagnostics& diagnostics)
+      : path_(program_folder / kFileName), diagnostics_(&diagnostics) {}
+
+  /// Reads the file anew. Lines that cannot be read are told in the error log.
+  void Load();
+
+  /// Adds a mark and saves it. Throws the Errors of FileError when it cannot be saved; it holds for
+  /// this run all the same.
+  void Mark(const HeardMark& mark);
+
+  /// All marks that count, by time.
+  [[nodiscard]] const std::vector<HeardMark>& Marks() const { return marks_; }
+  /// Those of transmissions that began on a UTC day.
+  [[nodiscard]] std::vector<HeardMark> On(std::chrono::year_month_day day) const;
+
+ private:
+  void Put(const HeardMark& mark);
+
+  std::filesystem::path path_;
+  Diagnostics* diagnostics_;
+  std::vector<HeardMark> marks_;
+  bool line_is_open_ = false;  ///< the file's last line has no end
+};
+
+/// Marks for other programs: the log's fields and, where the beacon is known, place, country and
+/// continent.
+[[nodiscard]] std::string HeardCsv(const std::vector<HeardMark>& marks,
+                                   const BeaconLocations& locations);
+
+}  // namespace skyhop::BeaconModule

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "beacon/beacon_schedule.h"
+#include "common/clock.h"
+
+namespace skyhop::BeaconModule {
+
+/// A slot of the cycle at its time.
+struct Slot {
+  std::size_t index = 0;  ///< in the cycle
+  UtcTime begin;
+  UtcTime end;  ///< no longer belongs to it
+
+  friend bool operator==(const Slot&, const Slot&) = default;
+};
+
+/// One beacon on one frequency for one slot.
+struct Transmission {
+  std::string call;
+  std::size_t frequency = 0;  ///< index into the table's
+  UtcTime begin;
+  UtcTime end;
+
+  friend bool operator==(const Transmission&, const Transmission&) = default;
+};
+
+/// A slot table on the clock. Every answer follows from the time alone, so a clock that jumps, a
+/// machine that slept and a leap second leave nothing wrong behind. The cycle begins at 00:00 UTC
+/// each day; a last one that is not whole is cut off at midnight.
+class Schedule {
+ public:
+  explicit Schedule(SlotTable table) : table_(std::move(table)) {}
+
+  [[nodiscard]] const SlotTable& Table() const { return table_; }
+
+  [[nodiscard]] Slot At(UtcTime time) const;
+
+  /// Who transmits on a frequency at that time; empty for nobody.
+  [[nodiscard]] const std::string& CallOn(std::size_t frequency, UtcTime time) const;
+
+  /// The transmissions on a frequency that begin after `time`, at most `count` of them and within a
+  /// day.
+  [[nodiscard]] std::vector<Transmission> Following(std::size_t frequency, UtcTime time,
+                                                    std::size_t count) const;
+
+  /// The transmission of a beacon that is on at `time` or else begins first after it; of several at
+  /// once the one on the first frequency. Nothing when the beacon is not in the table.
+  [[nodiscard]] std::optional<Transmission> NextOf(std::string_view call, UtcTime time) const;
+
+ private:
+  SlotTable table_;
+};
+
+}  // namespace skyhop::BeaconModule

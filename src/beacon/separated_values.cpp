@@ -1,0 +1,119 @@
+#include "beacon/separated_values.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "common/text.h"
+
+namespace skyhop::BeaconModule {
+namespace {
+
+/// Splits one line.
+class LineReader {
+ public:
+  explicit LineReader(std::string_view line) : line_(line) {}
+
+  /// The fields; nothing when something is wrong with the quotes, see Problem().
+  std::optional<std::vector<Field>> Fields() {
+    std::vector<Field> fields;
+    do {
+      SkipBlanks();
+      Field field{{}, Column(at_)};
+      if (at_ < line_.size() && line_[at_] == '"') {
+        if (!ReadQuoted(field.text)) return std::nullopt;
+      } else {
+        const std::size_t end = std::min(line_.find(',', at_), line_.size());
+        field.text = Trim(line_.substr(at_, end - at_));
+        at_ = end;
+      }
+      fields.push_back(std::move(field));
+    } while (at_ < line_.size() && line_[at_++] == ',');
+    return fields;
+  }
+
+  /// What was wrong, its line left open.
+  [[nodiscard]] const FileProblem& Problem() const { return problem_; }
+
+ private:
+  void SkipBlanks() {
+    while (at_ < line_.size() && IsBlank(line_[at_])) ++at_;
+  }
+
+  /// Users count characters, not bytes.
+  [[nodiscard]] int Column(std::size_t at) const {
+    const std::string_view before = line_.substr(0, at);
+    const auto continued = std::count_if(before.begin(), before.end(), [](char c) {
+      return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    });
+    return static_cast<int>(before.size()) - static_cast<int>(continued) + 1;
+  }
+
+  bool ReadQuoted(std::string& text) {
+    const std::size_t begin = at_++;
+    for (;; ++at_) {
+      if (at_ == line_.size()) {
+        problem_ = {{}, 0, Column(begin), "the quotes are not closed"};
+        return false;
+      }
+      if (line_[at_] == '"') {
+        if (at_ + 1 == line_.size() || line_[at_ + 1] != '"') break;
+        ++at_;
+      }
+      text += line_[at_];
+    }
+    ++at_;
+    SkipBlanks();
+    if (at_ == line_.size() || line_[at_] == ',') return true;
+    problem_ = {{}, 0, Column(at_), "a comma is missing after closing quotes"};
+    return false;
+  }
+
+  std::string_view line_;
+  std::size_t at_ = 0;
+  FileProblem problem_;
+};
+
+/// Takes the first line off `rest`, CR LF counting as one line end.
+std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+  const std::string_view line = rest.substr(0, end);
+  rest.remove_prefix(end);
+  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
+  return line;
+}
+
+}  // namespace
+
+std::string FileProblem::Message() const {
+  std::string message = file;
+  if (line > 0) message += ", line " + std::to_string(line);
+  if (column > 0) message += ", column " + std::to_string(column);
+  return message + ": " + text;
+}
+
+std::vector<Record> SplitRecords(std::string_view content, const std::string& file,
+                                 std::vector<FileProblem>& problems) {
+  // Some editors put a byte order mark in front of a text.
+  if (content.starts_with("\xEF\xBB\xBF")) content.remove_prefix(3);
+  std::vector<Record> records;
+  for (int number = 1; !content.empty(); ++number) {
+    const std::string_view line = TakeLine(content);
+    const std::string_view trimmed = Trim(line);
+    if (trimmed.empty() || trimmed.front() == '#') continue;
+    LineReader reader(line);
+    if (auto fields = reader.Fields()) {
+      records.push_back({number, std::move(*fields)});
+    } else {
+      problems.push_back({file, number, reader.Problem().column, reader.Problem().text});
+    }
+  }
+  return records;
+}
+
+std::string CsvField(std::string_view text) {
+  std::string field = ReplaceAll(ReplaceAll(text, "\r", " "), "\n", " ");
+  if (field.find_first_of(",\"#") == std::string::npos && Trim(field) == field) return field;
+  return "\"" + ReplaceAll(field, "\"", "\"\"") + "\"";
+}
+
+}  // namespace skyhop::BeaconModule

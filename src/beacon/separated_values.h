@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace skyhop::BeaconModule {
+
+/// Something that is wrong in a file.
+struct FileProblem {
+  std::string file;
+  int line = 0;    ///< from 1; 0 when it concerns the file as a whole
+  int column = 0;  ///< from 1, in characters; 0 when it concerns the line as a whole
+  std::string text;
+
+  /// "BeaconLocation.txt, line 3, column 12: text".
+  [[nodiscard]] std::string Message() const;
+
+  friend bool operator==(const FileProblem&, const FileProblem&) = default;
+};
+
+/// One field of a line.
+struct Field {
+  std::string text;
+  int column = 1;  ///< where it begins
+};
+
+/// One line that holds something.
+struct Record {
+  int line = 1;
+  std::vector<Field> fields;  ///< never empty
+};
+
+/// Splits a file into records, one a line: fields between commas, blanks around them left out.
+/// A field in double quotes may contain commas, and a quote that is written twice; elsewhere a
+/// quote is a character like any other, so that coordinates with seconds need none around them.
+/// Blank lines and lines that begin with "#" are left out. Line ends may be CR LF, LF or CR.
+///
+/// A line whose quotes are not closed, or that goes on after closing quotes, is left out and told
+/// in `problems`.
+[[nodiscard]] std::vector<Record> SplitRecords(std::string_view content, const std::string& file,
+                                               std::vector<FileProblem>& problems);
+
+/// `text` as a field of comma-separated values: in quotes where it needs them, line ends as blanks.
+[[nodiscard]] std::string CsvField(std::string_view text);
+
+}  // namespace skyhop::BeaconModule

@@ -1,0 +1,256 @@
+#include "ui/wx/beacon_frame.h"
+
+#include <wx/filedlg.h>
+#include <wx/panel.h>
+#include <wx/settings.h>
+#include <wx/sizer.h>
+
+#include "ui/wx/wx_text.h"
+
+namespace skyhop {
+namespace {
+
+/// Widths of the list's columns, in DIP; the last one takes the rest.
+constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 210, 110,
+                                                                116, 112, 90, 140};
+
+}  // namespace
+
+BeaconFrame::BeaconFrame(wxWindow* parent)
+    : SideFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
+  auto* base = new wxPanel(this);
+  const int gap = FromDIP(6);
+  clock_ = MakeLine(base);
+  clock_->SetFont(GetFont().Bold());
+  warning_ = MakeLine(base);
+  warning_->Hide();
+  MakeList(base);
+  auto* selection = MakeSelection(base);
+  target_ = MakeLine(base);
+  target_->SetFont(GetFont().Bold());
+  auto* marks = MakeMarks(base);
+  canvas_ = new BeaconCanvas(base);
+  auto* days = MakeDayButtons(base);
+  status_ = MakeLine(base);
+
+  auto* content = new wxBoxSizer(wxVERTICAL);
+  const auto line = wxSizerFlags().Expand().Border(wxBOTTOM, gap);
+  content->Add(clock_, line);
+  content->Add(warning_, line);
+  content->Add(list_, line);
+  content->Add(selection, line);
+  content->Add(target_, line);
+  content->Add(marks, line);
+  content->Add(canvas_, wxSizerFlags(1).Expand().Border(wxBOTTOM, gap));
+  content->Add(days, line);
+  content->Add(status_, wxSizerFlags().Expand());
+  auto* margin = new wxBoxSizer(wxVERTICAL);
+  margin->Add(content, wxSizerFlags(1).Expand().Border(wxALL, gap));
+  base->SetSizer(margin);
+  auto* whole = new wxBoxSizer(wxVERTICAL);
+  whole->Add(base, wxSizerFlags(1).Expand());
+  SetSizer(whole);
+  SetMinClientSize(margin->GetMinSize());
+  ShowToolTips(true);
+
+  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+    if (controller_ != nullptr) controller_->Timer_Tick();
+  });
+  Bind(wxEVT_CHAR_HOOK, &BeaconFrame::OnMarkKey, this);
+}
+
+/// One line of text whose end may be cut off.
+wxStaticText* BeaconFrame::MakeLine(wxWindow* parent) {
+  return new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
+                          wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
+}
+
+void BeaconFrame::MakeList(wxWindow* parent) {
+  list_ = new wxListView(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                         wxLC_REPORT | wxLC_SINGLE_SEL | wxLC_HRULES);
+  list_->SetName("Beacons on the bands");
+  for (std::size_t column = 0; column < kBandColumns.size(); ++column) {
+    list_->AppendColumn(ToWx(kBandColumns.at(column)), wxLIST_FORMAT_LEFT,
+                        FromDIP(kColumnWidths.at(column)));
+  }
+  // Heading and five bands.
+  list_->SetMinSize(wxSize(FromDIP(640), list_->GetCharHeight() * 11));
+}
+
+wxSizer* BeaconFrame::MakeSelection(wxWindow* parent) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  const auto item = wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(8));
+  wxArrayString ways;
+  for (const std::string_view text : kSelectByTexts) ways.Add(ToWx(text));
+  row->Add(new wxStaticText(parent, wxID_ANY, "&Select by"), item);
+  select_by_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, ways);
+  select_by_->SetName("Select by");
+  select_by_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
+    if (controller_ != nullptr) controller_->SelectBy_Click(event.GetSelection());
+  });
+  row->Add(select_by_, item);
+  choices_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(140, -1)));
+  choices_->SetName("Selected");
+  choices_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
+    if (controller_ != nullptr) controller_->Choice_Click(event.GetSelection());
+  });
+  row->Add(choices_, item);
+  for (int i = 0; i < kBeaconCheckCount; ++i) {
+    const auto check = static_cast<BeaconCheck>(i);
+    auto* box = new wxCheckBox(parent, wxID_ANY, ToWx(Caption(check)));
+    box->Bind(wxEVT_CHECKBOX, [this, check](wxCommandEvent& event) {
+      if (controller_ != nullptr) controller_->Check_Click(check, event.IsChecked());
+    });
+    checks_.at(static_cast<std::size_t>(i)) = box;
+    row->Add(box, item);
+  }
+  return row;
+}
+
+wxSizer* BeaconFrame::MakeMarks(wxWindow* parent) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  const auto item = wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(8));
+  row->Add(MakeButton(parent, BeaconButton::kHeard), item);
+  row->Add(MakeButton(parent, BeaconButton::kNotHeard), item);
+  row->Add(new wxStaticText(parent, wxID_ANY, "S-&meter or note"), item);
+  note_ = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, FromDIP(wxSize(220, -1)));
+  note_->SetName("S-meter or note");
+  note_->SetMaxLength(200);
+  row->Add(note_, item);
+  row->AddStretchSpacer();
+  row->Add(MakeButton(parent, BeaconButton::kReload), wxSizerFlags().CenterVertical());
+  return row;
+}
+
+wxSizer* BeaconFrame::MakeDayButtons(wxWindow* parent) {
+  auto* row = new wxBoxSizer(wxHORIZONTAL);
+  const auto item = wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(8));
+  row->Add(MakeButton(parent, BeaconButton::kEarlier), item);
+  row->Add(MakeButton(parent, BeaconButton::kLater), item);
+  row->AddStretchSpacer();
+  row->Add(MakeButton(parent, BeaconButton::kExport), wxSizerFlags().CenterVertical());
+  return row;
+}
+
+wxButton* BeaconFrame::MakeButton(wxWindow* parent, BeaconButton button) {
+  auto* control = new wxButton(parent, wxID_ANY, ToWx(Caption(button)));
+  control->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) {
+    if (controller_ != nullptr) controller_->Button_Click(button);
+  });
+  buttons_.at(static_cast<std::size_t>(button)) = control;
+  return control;
+}
+
+void BeaconFrame::Attach(BeaconWindow& controller) {
+  controller_ = &controller;
+  canvas_->Attach(controller);
+}
+
+void BeaconFrame::ShowToolTips(bool show) {
+  const auto put = [show](wxWindow* control, std::string_view text) {
+    if (show) {
+      control->SetToolTip(ToWx(text));
+    } else {
+      control->UnsetToolTip();
+    }
+  };
+  for (std::size_t i = 0; i < checks_.size(); ++i) {
+    put(checks_.at(i), ToolTip(static_cast<BeaconCheck>(i)));
+  }
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    put(buttons_.at(i), ToolTip(static_cast<BeaconButton>(i)));
+  }
+}
+
+void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
+  if (controller_ != nullptr && !event.HasAnyModifiers()) {
+    if (event.GetKeyCode() == WXK_F2) return controller_->Button_Click(BeaconButton::kHeard);
+    if (event.GetKeyCode() == WXK_F3) return controller_->Button_Click(BeaconButton::kNotHeard);
+  }
+  event.Skip();
+}
+
+void BeaconFrame::SetClock(const std::string& text) {
+  clock_->SetLabelText(ToWx(text));
+}
+
+void BeaconFrame::SetWarning(const std::string& text) {
+  const wxString shown = ToWx(text);
+  if (warning_->GetLabelText() == shown) return;
+  warning_->SetLabelText(shown);
+  warning_->Show(!shown.empty());
+  // A warning takes its room from the day.
+  warning_->GetParent()->Layout();
+}
+
+void BeaconFrame::SetRows(const std::vector<BandRow>& rows) {
+  if (rows.size() != rows_.size()) {
+    list_->DeleteAllItems();
+    rows_.assign(rows.size(), {});
+    for (std::size_t i = 0; i < rows.size(); ++i) list_->InsertItem(static_cast<long>(i), "");
+  }
+  // Only what has changed, so that the list is calm and its selection stays.
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const auto item = static_cast<long>(i);
+    for (std::size_t column = 0; column < kBandColumns.size(); ++column) {
+      const std::string& text = rows[i].texts.at(column);
+      if (text != rows_[i].texts.at(column)) {
+        list_->SetItem(item, static_cast<int>(column), ToWx(text));
+      }
+    }
+    if (rows[i].followed != rows_[i].followed) {
+      const wxFont font = list_->GetFont();
+      list_->SetItemFont(item, rows[i].followed ? font.Bold() : font);
+    }
+  }
+  rows_ = rows;
+}
+
+void BeaconFrame::SetTarget(const std::string& text) {
+  target_->SetLabelText(ToWx(text));
+}
+
+void BeaconFrame::SetStatus(const std::string& text) {
+  const wxString shown = ToWx(text);
+  if (status_->GetLabelText() != shown) status_->SetLabelText(shown);
+}
+
+void BeaconFrame::SetChoices(const std::vector<std::string>& texts, int index) {
+  wxArrayString items;
+  for (const std::string& text : texts) items.Add(ToWx(text));
+  choices_->Set(items);
+  choices_->SetSelection(index);
+}
+
+void BeaconFrame::SetChecked(BeaconCheck check, bool checked) {
+  checks_.at(static_cast<std::size_t>(check))->SetValue(checked);
+}
+
+void BeaconFrame::Enable(BeaconButton button, bool enable) {
+  buttons_.at(static_cast<std::size_t>(button))->Enable(enable);
+}
+
+std::string BeaconFrame::Note() const {
+  return FromWx(note_->GetValue());
+}
+
+void BeaconFrame::SetNote(const std::string& text) {
+  note_->ChangeValue(ToWx(text));
+}
+
+void BeaconFrame::StartTimer(std::chrono::milliseconds delay) {
+  timer_.StartOnce(static_cast<int>(delay.count()));
+}
+
+std::optional<std::string> BeaconFrame::AskFile(const std::string& proposal) {
+  wxFileDialog dialog(this, "Export the marks", "", ToWx(proposal),
+                      "Comma-separated values (*.csv)|*.csv", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
+  return FromWx(dialog.GetPath());
+}
+
+void BeaconFrame::UserCloses() {
+  if (controller_ != nullptr) controller_->Form_QueryUnload();
+}
+
+}  // namespace skyhop

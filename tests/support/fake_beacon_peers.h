@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "beacon/follower.h"
+
+namespace skyhop::testing {
+
+/// Keeps the commands, each as its word and its argument.
+class FakeBeaconPeers : public BeaconModule::BeaconPeers {
+ public:
+  [[nodiscard]] bool HasTransceiver() const override { return has_transceiver; }
+  void Qsy(const std::string& frequency) override { commands.push_back("qsy " + frequency); }
+  void SetTransceiverMode(const std::string& mode) override { commands.push_back("mode " + mode); }
+  void RotateShortPath(std::int16_t bearing) override {
+    commands.push_back("rotate " + std::to_string(bearing));
+  }
+  void SelectBearing(std::int16_t bearing) override {
+    commands.push_back("bearing " + std::to_string(bearing));
+  }
+  void LookUp(const BeaconModule::Beacon& beacon) override {
+    commands.push_back("lookup " + beacon.call + " " + beacon.place);
+  }
+
+  /// What came since the last call.
+  std::vector<std::string> Take() { return std::exchange(commands, {}); }
+
+  bool has_transceiver = true;
+  std::vector<std::string> commands;
+};
+
+}  // namespace skyhop::testing

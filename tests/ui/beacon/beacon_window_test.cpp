@@ -1,0 +1,379 @@
+#include "ui/beacon/beacon_window.h"
+
+#include <gtest/gtest.h>
+
+#include "common/files.h"
+#include "common/program.h"
+#include "support/answering_launcher.h"
+#include "support/fake_beacon_peers.h"
+#include "support/fake_beacon_view.h"
+#include "support/fake_timekeeping.h"
+#include "support/prediction_fixture.h"
+#include "support/recording_surface.h"
+
+namespace skyhop::testing {
+namespace {
+
+using std::chrono::days;
+using std::chrono::hours;
+using std::chrono::milliseconds;
+using std::chrono::minutes;
+using std::chrono::seconds;
+using std::chrono::sys_days;
+using std::chrono::year;
+using Texts = std::vector<std::string>;
+
+/// A full hour; the standard cycle begins.
+const UtcTime kHour = sys_days(year(2026) / 11 / 15) + hours(16);
+
+class BeaconWindowTest : public ::testing::Test {
+ protected:
+  BeaconWindowTest() {
+    for (const char* name : {BeaconModule::kLocationFile, BeaconModule::kScheduleFile}) {
+      std::filesystem::copy_file(std::filesystem::path(SKYHOP_SHIPPED) / name, Folder() / name);
+    }
+    InstallEngine(Folder() / "IonCap/ioncap.exe");
+    fixture_.panel.SetText(PanelText::kLocalLat, "40 30' 0\" N");
+    fixture_.panel.SetText(PanelText::kLocalLon, "74 15' 0\" W");
+    fixture_.panel.SetText(PanelText::kSNR, "24");
+    fixture_.panel.SetText(PanelText::kLocalTakeOff, "3");
+    fixture_.log.clock.now = kHour;
+  }
+
+  [[nodiscard]] const std::filesystem::path& Folder() const { return fixture_.log.folder.Path(); }
+  [[nodiscard]] UtcTime& Now() { return fixture_.log.clock.now; }
+
+  /// Lets time pass as the window's own timer counts it, tick by tick.
+  void Pass(milliseconds time) {
+    const UtcTime until = Now() + time;
+    while (view_.timer && Now() + *view_.timer <= until) {
+      timekeeping_.Pass(fixture_.log.clock, *view_.timer);
+      window_.Timer_Tick();
+    }
+    timekeeping_.Pass(fixture_.log.clock, until - Now());
+  }
+
+  void Select(int by, const std::string& choice) {
+    window_.SelectBy_Click(by);
+    const auto found = std::find(view_.choices.begin(), view_.choices.end(), choice);
+    ASSERT_NE(found, view_.choices.end()) << choice;
+    window_.Choice_Click(static_cast<int>(found - view_.choices.begin()));
+  }
+
+  [[nodiscard]] std::string Setting(const std::string& key) {
+    return fixture_.store.Read(kProductName, "Beacon", key, "none");
+  }
+  /// A column of the list.
+  Texts Column(std::size_t column) {
+    Texts texts;
+    for (const BandRow& row : view_.rows) texts.push_back(row.texts.at(column));
+    return texts;
+  }
+
+  PredictionFixture fixture_;
+  FakePause pause_;
+  AnsweringLauncher launcher_;
+  OneLocker locker_;
+  FakeTimekeeping timekeeping_;
+  FakeBeaconView view_;
+  FakeBeaconPeers peers_;
+  BeaconPredictions predictions_{{locker_, launcher_, pause_, fixture_.settings,
+                                  fixture_.log.diagnostics, fixture_.log.clock, Folder()}};
+  BeaconWindow window_{{view_, predictions_, peers_, fixture_.panel, fixture_.parameters,
+                        fixture_.messages, fixture_.settings, fixture_.log.diagnostics,
+                        fixture_.log.clock, timekeeping_, Folder()}};
+};
+
+constexpr int kByBand = 0;
+constexpr int kByCall = 1;
+constexpr int kByOctant = 2;
+
+TEST_F(BeaconWindowTest, TellsWhatHappensOnEachBand) {
+  Now() = kHour + seconds(41) + milliseconds(500);
+  window_.Show();
+  EXPECT_TRUE(view_.visible);
+  EXPECT_EQ(view_.clock, "16:00:41 UTC, slot 5 of 18, next in 9 s");
+  EXPECT_EQ(Column(0), (Texts{"14100", "18110", "21150", "24930", "28200"}));
+  EXPECT_EQ(Column(1), (Texts{"ZL6B", "KH6RS", "W6WX", "VE8AT", "4U1UN"}));
+  EXPECT_EQ(Column(2), (Texts{"9 s", "9 s", "9 s", "9 s", "9 s"}));
+  EXPECT_EQ(view_.rows[2].texts[3], "Mount Umunhum, California, United States");
+  EXPECT_EQ(view_.rows[0].texts[4].substr(0, 4), "244\xC2");
+  // The sun has just risen in California.
+  EXPECT_EQ(view_.rows[2].texts[6], "08:00 day");
+  EXPECT_EQ(view_.rows[0].texts[6], "04:00 night");
+  EXPECT_EQ(view_.rows[4].texts[8], "VE8AT, W6WX");
+  EXPECT_TRUE(view_.rows[0].followed);
+  EXPECT_EQ(view_.target,
+            "Listen for ZL6B on 14100 kHz: Masterton, New Zealand, OC, CQ 32, ITU 60");
+  EXPECT_EQ(view_.warning, "");
+}
+
+TEST_F(BeaconWindowTest, TheTimerKeepsToTheSlotsWhateverTheClockDoes) {
+  WriteFile(Folder() / BeaconModule::kCustomScheduleFile,
+            "slot,7.5\nfrequencies,14100\nOH2B\nW6WX\n");
+  window_.Show();
+  // Nothing is predicted any more that would make it tick faster.
+  Pass(minutes(1));
+  ASSERT_FALSE(predictions_.Working());
+  Now() += milliseconds(137);
+  window_.Timer_Tick();
+  EXPECT_EQ(view_.timer, milliseconds(863));
+  window_.Check_Click(BeaconCheck::kCustomSchedule, true);
+  Pass(minutes(1));
+  const UtcTime slot = std::chrono::floor<minutes>(Now()) + minutes(1) + milliseconds(7500);
+  Now() = slot - milliseconds(200);
+  window_.Timer_Tick();
+  EXPECT_EQ(view_.timer, milliseconds(200)) << "a slot that begins between two seconds";
+  // A tick that comes early is asked for again.
+  Now() = slot - milliseconds(1);
+  window_.Timer_Tick();
+  EXPECT_EQ(view_.timer, milliseconds(1));
+  EXPECT_EQ(Column(1), Texts{"OH2B"});
+  Now() = slot;
+  window_.Timer_Tick();
+  EXPECT_EQ(Column(1), Texts{"W6WX"});
+}
+
+TEST_F(BeaconWindowTest, FollowingTunesSlotBySlot) {
+  window_.Show();
+  Select(kByCall, "YV5B");
+  Pass(minutes(3));
+  EXPECT_EQ(peers_.Take(), Texts{}) << "nobody has asked for it";
+  window_.Check_Click(BeaconCheck::kFollow, true);
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 18110", "mode CW"})) << "a beacon that is on already";
+  Pass(seconds(10));
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 21150", "mode CW"}));
+  Pass(seconds(29));
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 24930", "mode CW", "qsy 28200", "mode CW"}));
+  EXPECT_EQ(view_.target.substr(0, 31), "Following YV5B on 28200 kHz: Ca");
+  Pass(seconds(1));
+  EXPECT_EQ(view_.target, "Nothing to listen for: YV5B is next on 14100 kHz in 2 min 10 s");
+  Pass(seconds(129));
+  EXPECT_EQ(peers_.Take(), Texts{});
+  Pass(seconds(1));
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 14100", "mode CW"}));
+
+  // Closing the window ends it, for good.
+  window_.Form_QueryUnload();
+  EXPECT_FALSE(view_.timer);
+  Pass(minutes(3));
+  window_.Show();
+  Pass(minutes(3));
+  EXPECT_EQ(peers_.Take(), Texts{});
+  EXPECT_FALSE(view_.checked[BeaconCheck::kFollow]);
+}
+
+TEST_F(BeaconWindowTest, FollowingMovesAntennaAndMapWhereWanted) {
+  window_.Check_Click(BeaconCheck::kRotate, true);
+  window_.Show();
+  Select(kByBand, "21150 kHz");
+  window_.Check_Click(BeaconCheck::kFollow, true);
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 21150", "mode CW", "rotate 183"}));
+  window_.Check_Click(BeaconCheck::kLookUp, true);
+  window_.Check_Click(BeaconCheck::kSelectBearing, true);
+  EXPECT_EQ(peers_.Take(), (Texts{"lookup OA4B Lima", "bearing 183"}));
+  peers_.has_transceiver = false;
+  fixture_.panel.SetText(PanelText::kLocalLat, "");
+  Pass(seconds(10));
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 21150", "mode CW", "lookup YV5B Caracas"}))
+      << "without your place there is no bearing";
+  EXPECT_NE(view_.target.find("(no transceiver control is connected)"), std::string::npos);
+}
+
+TEST_F(BeaconWindowTest, SelectsByDirection) {
+  window_.Show();
+  Select(kByOctant, "S");
+  // YV5B is on 18110, OA4B on 21150, LU4AA on 24930 kHz; from New York all are south.
+  EXPECT_EQ(view_.target.substr(0, 16), "Listen for YV5B ");
+  Select(kByOctant, "SE");
+  EXPECT_EQ(view_.target, "Nothing to listen for: no beacon to the SE transmits in this slot");
+  fixture_.panel.SetText(PanelText::kLocalLon, "nowhere");
+  Pass(seconds(1));
+  EXPECT_EQ(view_.target, "Nothing to listen for: your station's location is missing");
+}
+
+TEST_F(BeaconWindowTest, OptionsComeBackButFollowingDoesNot) {
+  window_.Show();
+  Select(kByOctant, "SW");
+  Select(kByBand, "24930 kHz");
+  Select(kByCall, "OH2B");
+  window_.Check_Click(BeaconCheck::kFollow, true);
+  window_.Check_Click(BeaconCheck::kRotate, true);
+  EXPECT_EQ(Setting("SelectBy"), "1");
+  EXPECT_EQ(Setting("Rotate"), "True");
+  window_.Form_Unload();
+
+  BeaconWindow again({view_, predictions_, peers_, fixture_.panel, fixture_.parameters,
+                      fixture_.messages, fixture_.settings, fixture_.log.diagnostics,
+                      fixture_.log.clock, timekeeping_, Folder()});
+  view_ = {};
+  peers_.Take();
+  again.Show();
+  EXPECT_EQ(view_.select_by, kByCall);
+  EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "OH2B");
+  EXPECT_TRUE(view_.checked[BeaconCheck::kRotate]);
+  EXPECT_FALSE(view_.checked[BeaconCheck::kLookUp]);
+  again.SelectBy_Click(kByBand);
+  EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "24930 kHz");
+  again.SelectBy_Click(kByOctant);
+  EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "SW");
+  EXPECT_EQ(peers_.Take(), Texts{});
+}
+
+TEST_F(BeaconWindowTest, DamagedSettingsCountAsTheirDefaults) {
+  for (const char* key : {"SelectBy", "Octant", "Frequency", "Rotate"}) {
+    fixture_.store.SaveSetting(kProductName, "Beacon", key, "99");
+  }
+  fixture_.store.SaveSetting(kProductName, "Beacon", "Call", "nobody");
+  window_.Show();
+  EXPECT_EQ(view_.select_by, kByBand);
+  EXPECT_EQ(view_.choice, 0);
+  window_.SelectBy_Click(kByCall);
+  EXPECT_EQ(view_.choice, 0);
+  EXPECT_TRUE(fixture_.log.errors.empty());
+}
+
+TEST_F(BeaconWindowTest, MarksTheBeaconThatTransmitsNow) {
+  window_.Show();
+  Pass(seconds(13));
+  view_.note = " S5 ";
+  window_.Button_Click(BeaconButton::kHeard);
+  EXPECT_EQ(view_.status, "VE8AT on 14100 kHz is marked as heard");
+  EXPECT_EQ(view_.note, "");
+  Pass(seconds(10));
+  window_.Button_Click(BeaconButton::kNotHeard);
+  EXPECT_EQ(ReadFile(Folder() / "BeaconHeard.csv", 1000),
+            "utc,call,frequency_khz,heard,note\n"
+            "2026-11-15 16:00:10,VE8AT,14100,yes,S5\n"
+            "2026-11-15 16:00:20,W6WX,14100,no,\n");
+
+  Select(kByCall, "ZL6B");
+  window_.Button_Click(BeaconButton::kHeard);
+  EXPECT_EQ(view_.status, "There is nothing to mark: ZL6B is next on 14100 kHz in 17 s");
+
+  view_.file = PathText(Folder() / "export.csv");
+  window_.Button_Click(BeaconButton::kExport);
+  EXPECT_EQ(view_.proposal, "beacons-2026-11-15.csv");
+  EXPECT_NE(ReadFile(Folder() / "export.csv", 1000).find("VE8AT,14100,yes,S5,Inuvik,Canada,NA\n"),
+            std::string::npos);
+  view_.file = PathText(Folder() / "no/such/folder.csv");
+  window_.Button_Click(BeaconButton::kExport);
+  EXPECT_EQ(fixture_.messages.shown.size(), 1U);
+}
+
+TEST_F(BeaconWindowTest, AMarkThatCannotBeSavedIsTold) {
+  std::filesystem::create_directory(Folder() / "BeaconHeard.csv");
+  window_.Show();
+  view_.note = "S5";
+  window_.Button_Click(BeaconButton::kHeard);
+  ASSERT_EQ(fixture_.messages.shown.size(), 1U);
+  EXPECT_EQ(fixture_.messages.shown[0].first.substr(0, 31), "The mark could not be saved: ca");
+  EXPECT_EQ(view_.note, "S5");
+}
+
+TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
+  window_.Show();
+  Pass(seconds(12));
+  ASSERT_FALSE(predictions_.Working()) << predictions_.Problem();
+  EXPECT_EQ(launcher_.starts.size(), 18U);
+  EXPECT_NE(view_.rows[0].texts[7], "");
+  window_.Button_Click(BeaconButton::kHeard);
+  const auto painted = [this] {
+    RecordingSurface surface;
+    window_.Paint(surface, 800, 500, 12);
+    return surface;
+  };
+  const auto labels = [](const RecordingSurface& surface) {
+    Texts texts;
+    for (const DrawingCall& call : surface.Texts()) texts.push_back(call.text);
+    return texts;
+  };
+  const auto count = [](const RecordingSurface& surface, Color color) {
+    const auto rectangles = surface.Only(DrawingCall::Kind::kRectangle);
+    return std::count_if(rectangles.begin(), rectangles.end(),
+                         [&](const DrawingCall& call) { return call.pen.color == color; });
+  };
+  constexpr Color heard{0, 110, 40};
+  const RecordingSurface today = painted();
+  EXPECT_EQ(labels(today)[0], "15-Nov-26 UTC");
+  EXPECT_EQ(labels(today)[1].substr(0, 6), "4U1UN ");
+  EXPECT_EQ(count(today, heard), 2) << "the mark and its key";
+  EXPECT_GT(today.Only(DrawingCall::Kind::kRectangle).size(), 18U * 24U);
+
+  window_.Button_Click(BeaconButton::kEarlier);
+  EXPECT_TRUE(view_.enabled[BeaconButton::kLater]);
+  const RecordingSurface yesterday = painted();
+  EXPECT_EQ(labels(yesterday)[0], "14-Nov-26 UTC");
+  EXPECT_EQ(count(yesterday, heard), 1);
+  EXPECT_LT(yesterday.Only(DrawingCall::Kind::kRectangle).size(), 24U) << "predictions are today's";
+  window_.Button_Click(BeaconButton::kLater);
+  EXPECT_FALSE(view_.enabled[BeaconButton::kLater]);
+  window_.Button_Click(BeaconButton::kLater);
+  EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC") << "there is no tomorrow yet";
+
+  Select(kByCall, "VE8AT");
+  EXPECT_EQ(count(painted(), heard), 2);
+  EXPECT_EQ(labels(painted())[1], "VE8AT 14100");
+}
+
+TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirection) {
+  window_.Show();
+  Select(kByOctant, "S");
+  Pass(seconds(180));
+  ASSERT_FALSE(predictions_.Working());
+  const struct {
+    const char* call;
+    double frequency;
+  } candidates[] = {{"YV5B", 18110}, {"OA4B", 21150}, {"LU4AA", 24930}};
+  std::string best;
+  int best_level = -1;
+  for (const auto& [call, frequency] : candidates) {
+    const int level = predictions_.Of(call, frequency)->at(16);
+    if (level > best_level) best = call;
+    best_level = std::max(best_level, level);
+  }
+  EXPECT_EQ(view_.target.substr(0, 11 + best.size()), "Listen for " + best);
+  EXPECT_GT(best_level, 0);
+}
+
+TEST_F(BeaconWindowTest, ProblemsWithClockAndFilesAreShown) {
+  WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,60 X,24 E\nW6WX,K,37 N\n");
+  window_.Show();
+  EXPECT_EQ(view_.warning.substr(0, 45), "BeaconLocation.txt, line 1, column 9: the lat");
+  EXPECT_NE(view_.warning.find(" more in the error log)"), std::string::npos);
+  EXPECT_EQ(Column(1)[0], "4U1UN") << "the schedule is known all the same";
+  Now() += seconds(30);
+  window_.Timer_Tick();
+  EXPECT_EQ(view_.warning.substr(0, 52), "The clock was set forward by 30.0 s at 16:00:30 UTC\n");
+  EXPECT_EQ(Column(1)[0], "KH6RS");
+
+  std::filesystem::remove(Folder() / BeaconModule::kScheduleFile);
+  window_.Button_Click(BeaconButton::kReload);
+  EXPECT_EQ(view_.target, "There is no schedule");
+  EXPECT_TRUE(view_.rows.empty());
+  EXPECT_EQ(view_.choice, -1);
+  EXPECT_EQ(view_.timer, milliseconds(1000));
+  window_.Button_Click(BeaconButton::kHeard);
+  EXPECT_EQ(view_.status, "There is nothing to mark: there is no schedule");
+}
+
+TEST_F(BeaconWindowTest, SleepAndANewDayLeaveNothingBehind) {
+  Now() = sys_days(year(2026) / 11 / 16) - UtcTime::duration(milliseconds(1));
+  window_.Show();
+  window_.Check_Click(BeaconCheck::kFollow, true);
+  peers_.Take();
+  EXPECT_EQ(Column(1)[0], "YV5B");
+  Pass(milliseconds(1));
+  EXPECT_EQ(Column(1)[0], "4U1UN");
+  EXPECT_EQ(view_.clock, "00:00:00 UTC, slot 1 of 18, next in 10 s");
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 14100", "mode CW"}));
+  // The machine sleeps for hours; the timer only comes when it wakes up.
+  timekeeping_.Pass(fixture_.log.clock, hours(7) + seconds(25));
+  window_.Timer_Tick();
+  EXPECT_EQ(Column(1)[0], "W6WX");
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(view_.warning, "");
+}
+
+}  // namespace
+}  // namespace skyhop::testing
