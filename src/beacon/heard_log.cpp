@@ -16,7 +16,7 @@ namespace skyhop::BeaconModule {
 namespace {
 
 /// Some hundred thousand marks.
-constexpr std::size_t kFileLimit = std::size_t{32} << 20U;
+constexpr std::size_t kLogLimit = std::size_t{32} << 20U;
 
 constexpr const char* kHeader = "utc,call,frequency_khz,heard,note";
 
@@ -85,7 +85,7 @@ void HeardLog::Load() {
   line_is_open_ = false;
   std::error_code ignored;
   if (!std::filesystem::exists(path_, ignored)) return;
-  const std::string content = ReadFile(path_, kFileLimit);
+  const std::string content = ReadFile(path_, kLogLimit);
   line_is_open_ = !content.empty() && content.back() != '\n';
   std::vector<FileProblem> problems;
   for (const Record& record : SplitRecords(content, kFileName, problems)) {

@@ -12,10 +12,10 @@
 namespace skyhop {
 namespace {
 
-constexpr const char* kDeckName = "beacon.txt";
-constexpr const char* kResultsName = "beaconresults.txt";
-constexpr const char* kBatchName = "beacon.bat";
-constexpr const char* kDriverName = "beacondrive.txt";
+constexpr const char* kCircuitDeck = "beacon.txt";
+constexpr const char* kCircuitResults = "beaconresults.txt";
+constexpr const char* kCircuitBatch = "beacon.bat";
+constexpr const char* kCircuitDriver = "beacondrive.txt";
 
 /// What the engines close their results with.
 constexpr std::string_view kEndOfRun = "END OF RUN";
@@ -55,23 +55,23 @@ LaunchResult CircuitRun::WriteAndStart(EngineChoice engine, const EngineFinding&
       launcher.ShortPath(with_.program_folder / EngineFolder(engine));
   const std::filesystem::path work = ioncap ? folder : folder / "run";
   CreateFolder(work);
-  results = work / kResultsName;
+  results = work / kCircuitResults;
   if (!IONCAPModule::DeleteWithRetries(results, with_.pause)) {
     throw Error(errors::kPathFileAccess, "could not delete " + PathText(results));
   }
-  if (!write_deck(work / kDeckName)) throw Error(errors::kInvalidCall, "there is no deck");
+  if (!write_deck(work / kCircuitDeck)) throw Error(errors::kInvalidCall, "there is no deck");
   const std::string end = launcher.LineEnd();
   std::string command;
   if (ioncap) {
-    command = IonCapCommand(finding, work / kDriverName, launcher);
-    WriteFile(work / kDriverName, DriverLine(finding, work / kDeckName, launcher) + end +
+    command = IonCapCommand(finding, work / kCircuitDriver, launcher);
+    WriteFile(work / kCircuitDriver, DriverLine(finding, work / kCircuitDeck, launcher) + end +
                                       DriverLine(finding, results, launcher) + end);
   } else {
-    command = ItsCommand(finding, folder, kDeckName, kResultsName, launcher);
+    command = ItsCommand(finding, folder, kCircuitDeck, kCircuitResults, launcher);
   }
-  WriteFile(work / kBatchName, "cd " + launcher.BatchText(work) + end + command + end + "echo off" +
+  WriteFile(work / kCircuitBatch, "cd " + launcher.BatchText(work) + end + command + end + "echo off" +
                                    end + "cls" + end);
-  return launcher.StartBatch(work / kBatchName, ioncap ? PathText(work / kDriverName) : "", folder);
+  return launcher.StartBatch(work / kCircuitBatch, ioncap ? PathText(work / kCircuitDriver) : "", folder);
 }
 
 std::optional<CircuitRun::Outcome> CircuitRun::Poll(Time now) {
@@ -109,7 +109,7 @@ void CircuitRun::Cancel() {
     if (run_->process != 0 && with_.launcher.IsRunning(run_->process)) {
       with_.launcher.End(run_->process);
     }
-    for (const char* name : {kDeckName, kResultsName, kBatchName, kDriverName}) {
+    for (const char* name : {kCircuitDeck, kCircuitResults, kCircuitBatch, kCircuitDriver}) {
       std::error_code ignored;
       std::filesystem::remove(run_->results.parent_path() / name, ignored);
     }

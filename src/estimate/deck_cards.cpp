@@ -202,9 +202,9 @@ void ReadLineMax(const Card& card, Deck& /*deck*/) {
 }
 
 void ReadCoefficients(const Card& card, Deck& /*deck*/) {
-  static constexpr Columns kName = {11, 14};
-  const std::string_view name = Trim(card.Text(kName));
-  if (name != "CCIR" && name != "URSI") card.Refuse(kName, "coefficients", "is not CCIR or URSI");
+  static constexpr Columns kSet = {11, 14};
+  const std::string_view name = Trim(card.Text(kSet));
+  if (name != "CCIR" && name != "URSI") card.Refuse(kSet, "coefficients", "is not CCIR or URSI");
 }
 
 void ReadLayerFactors(const Card& card, Deck& /*deck*/) {

@@ -17,7 +17,7 @@ using std::chrono::sys_days;
 using std::chrono::year;
 using Texts = std::vector<std::string>;
 
-const UtcTime kHour = sys_days(year(2026) / 11 / 15) + std::chrono::hours(16);
+const UtcTime kFollowedHour = sys_days(year(2026) / 11 / 15) + std::chrono::hours(16);
 
 TEST(Octants, BeginHalfwayToTheDirectionBefore) {
   const std::map<double, std::string_view> cases = {
@@ -77,14 +77,14 @@ class Following : public ::testing::Test {
 
   /// What the transmission to listen for is, as "call kHz".
   std::string TargetAfter(int after) {
-    const auto target = TargetAt(schedule_, selection_, kHour + seconds(after), facts_);
+    const auto target = TargetAt(schedule_, selection_, kFollowedHour + seconds(after), facts_);
     if (!target) return "";
     return target->call + " " +
            std::to_string(static_cast<int>(schedule_.Table().frequencies[target->frequency]));
   }
 
   Texts FollowAfter(int after, std::optional<std::int16_t> bearing = 33) {
-    const auto target = TargetAt(schedule_, selection_, kHour + seconds(after), facts_);
+    const auto target = TargetAt(schedule_, selection_, kFollowedHour + seconds(after), facts_);
     const Beacon* beacon = target ? files_.locations.Find(target->call) : nullptr;
     follower_.Follow(target, target ? schedule_.Table().frequencies[target->frequency] : 0, beacon,
                      bearing);

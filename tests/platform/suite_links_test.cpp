@@ -47,6 +47,7 @@ class Program : public CommandTarget,
   [[nodiscard]] std::vector<Window*> All() override { return {this}; }
   FollowedBand FollowFrequency(double) override { return {}; }
   void Follow(LinkControl, const std::string& text) override { followed.push_back(text); }
+  void Forget(LinkControl) override {}
   void LinksChanged() override {}
   void Start(milliseconds every) override { interval = every; }
   void Stop() override { interval.reset(); }

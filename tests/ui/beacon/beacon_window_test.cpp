@@ -7,6 +7,7 @@
 #include "support/answering_launcher.h"
 #include "support/fake_beacon_peers.h"
 #include "support/fake_beacon_view.h"
+#include "support/fake_engine_host.h"
 #include "support/fake_timekeeping.h"
 #include "support/prediction_fixture.h"
 #include "support/recording_surface.h"
@@ -73,11 +74,12 @@ class BeaconWindowTest : public ::testing::Test {
   PredictionFixture fixture_;
   FakePause pause_;
   AnsweringLauncher launcher_;
+  FakeEngineHost host_;
   OneLocker locker_;
   FakeTimekeeping timekeeping_;
   FakeBeaconView view_;
   FakeBeaconPeers peers_;
-  BeaconPredictions predictions_{{locker_, launcher_, pause_, fixture_.settings,
+  BeaconPredictions predictions_{{locker_, launcher_, host_, pause_, fixture_.settings,
                                   fixture_.log.diagnostics, fixture_.log.clock, Folder()}};
   BeaconWindow window_{{view_, predictions_, peers_, fixture_.panel, fixture_.parameters,
                         fixture_.messages, fixture_.settings, fixture_.log.diagnostics,
