@@ -219,6 +219,8 @@ TEST_P(LinkTransportContract, ManyConversationsAreKeptApart) {
                        [](const RecordingListener& one) { return !one.changes.empty(); });
   }));
   peer_->Publish("TesseraMain", "Country", "Malta");
+  EXPECT_TRUE(RunUntil([&] { return listeners.back().changes.size() > 1; }));
+  world_->RunShortly();
   conversations.front().reset();
   peer_.reset();
   EXPECT_TRUE(RunUntil([&] {

@@ -102,11 +102,19 @@ TEST_F(EngineOfWindow, ClosingTheWindowEndsARunningEngine) {
 TEST_F(EngineOfWindow, AnEngineThatCannotBeStartedIsNoDisaster) {
   Start();
   EnterStations();
-  std::filesystem::remove(home_ / "IonCap/ioncap.exe");
+  WriteFile(home_ / "IonCap/ioncap.exe", "#!/nonexistent/interpreter\n");
   PressPredict();
   EXPECT_TRUE(
       PumpUntil([&] { return !Running() && !(Notice().empty() && dialogs_.messages.empty()); }));
   EXPECT_FALSE(Program().Chart().HasResult());
+}
+
+TEST_F(EngineOfWindow, WithoutAnEngineOfItsOwnTheFolderHasTheEstimate) {
+  Start();
+  EnterStations();
+  std::filesystem::remove(home_ / "IonCap/ioncap.exe");
+  Predict();
+  EXPECT_TRUE(Shows("Built-in estimate engine")) << "the user sees what has predicted";
 }
 
 }  // namespace
