@@ -90,5 +90,22 @@ TEST_F(PredictWindowsTest, AResultsFileThatIsHeldOpenIsTold) {
   EXPECT_EQ(ReadFile(results, 10), "old");
 }
 
+TEST_F(PredictWindowsTest, PathsMayBeLong) {
+  std::filesystem::path deep = folder_.Path();
+  while (deep.native().size() < 400) deep /= "a folder whose name is not short at all";
+  std::filesystem::create_directories(deep);
+  const ProgramResult result = Run({"--svg", PathText(deep / "chart.svg")});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_TRUE(ReadFile(deep / "chart.svg", kMost).ends_with("</svg>\n"));
+}
+
+TEST_F(PredictWindowsTest, WhatKeepsTheProgramFolderFromBeingFilledIsTold) {
+  WriteFile(folder_ / "IonCap", "no folder");
+  const ProgramResult result = Run({});
+  EXPECT_NE(result.status, 0);
+  EXPECT_NE(result.err.find("IonCap"), std::string::npos) << result.err;
+  EXPECT_EQ(Content("IonCap"), "no folder");
+}
+
 }  // namespace
 }  // namespace skyhop::testing

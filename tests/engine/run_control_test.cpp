@@ -48,7 +48,7 @@ class RunControlTest : public ::testing::Test {
     return std::find(lines.begin(), lines.end(), line) != lines.end();
   }
 
-  std::string Folder(const char* name) { return PathText(folder_ / name); }
+  std::string Folder(const char* name) { return PathText((folder_ / name).make_preferred()); }
   std::string Content(const char* name) { return ReadFile(folder_ / name, 10000); }
 
   PredictionFixture with_;

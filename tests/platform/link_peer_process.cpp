@@ -14,7 +14,7 @@ LinkPeerProcess::LinkPeerProcess(const std::string& application)
 
 void LinkPeerProcess::Order(const std::vector<std::string>& words) {
   process_.Write(Line(words));
-  const auto end = steady_clock::now() + std::chrono::seconds(10);
+  const auto end = steady_clock::now() + std::chrono::seconds(30);
   for (const int before = done_; done_ == before;) {
     Read(100);
     if (steady_clock::now() > end) throw std::runtime_error("the peer does not obey");
@@ -30,6 +30,7 @@ void LinkPeerProcess::Read(int longest_ms) {
     if (words.at(0) == "taken") ++taken_;
     if (words.at(0) == "executed") executed_.push_back(words.at(1));
     if (words.at(0) == "value") values_.push_back(words.at(1));
+    if (words.at(0) == "asked") asked_.push_back(words.at(1));
   }
 }
 
@@ -63,6 +64,11 @@ std::vector<std::string> LinkPeerProcess::Executed() {
 std::vector<std::string> LinkPeerProcess::Values() {
   Read(0);
   return values_;
+}
+
+std::vector<std::string> LinkPeerProcess::Asked() {
+  Read(0);
+  return asked_;
 }
 
 void LinkPeerProcess::Flood(const std::string& application, const std::string& topic,

@@ -33,6 +33,8 @@ class LinkPeerProcess : public LinkPeer {
   void SendGarbage(const std::string& application, const std::string& topic);
   /// Whether everything that it sent was answered.
   [[nodiscard]] bool AllTaken();
+  /// Items that it was asked for, as far as the peer program of this system tells.
+  [[nodiscard]] std::vector<std::string> Asked();
   /// Has it do something that only the peer program of this system knows.
   void Order(const std::vector<std::string>& words);
 
@@ -45,6 +47,7 @@ class LinkPeerProcess : public LinkPeer {
   int taken_ = 0;
   std::vector<std::string> executed_;
   std::vector<std::string> values_;
+  std::vector<std::string> asked_;
 };
 
 /// Where this system's links are tried.

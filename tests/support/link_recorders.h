@@ -49,7 +49,7 @@ inline std::unique_ptr<LinkConversation> ConnectPatiently(LinkTransport& links,
                                                           const std::string& application,
                                                           const std::string& topic,
                                                           LinkListener& listener) {
-  constexpr int longest = 20;
+  constexpr int longest = 60;
   for (int attempt = 1;; ++attempt) {
     try {
       return links.Connect(application, topic, listener);

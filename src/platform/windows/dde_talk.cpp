@@ -19,6 +19,32 @@ using std::chrono::steady_clock;
 /// The talk whose thread this is: DDE calls back without saying for whom.
 thread_local DdeTalk* own_talk = nullptr;
 
+/// Wakes this thread from time to time. While DDE waits for a peer, some systems let nobody ask
+/// this thread's windows anything unless a message wakes it, and whoever looks for a partner asks
+/// every window there is.
+class Heartbeat {
+ public:
+  Heartbeat() {
+    constexpr DWORD interval = 20;  // ms
+    ::CreateTimerQueueTimer(&timer_, nullptr, Beat, this, interval, interval,
+                            WT_EXECUTEINTIMERTHREAD);
+  }
+  ~Heartbeat() {
+    // Waits for a beat that is under way.
+    if (timer_ != nullptr) ::DeleteTimerQueueTimer(nullptr, timer_, INVALID_HANDLE_VALUE);
+  }
+  Heartbeat(const Heartbeat&) = delete;
+  Heartbeat& operator=(const Heartbeat&) = delete;
+
+ private:
+  static void CALLBACK Beat(void* heartbeat, BOOLEAN) {
+    ::PostThreadMessageW(static_cast<Heartbeat*>(heartbeat)->thread_, WM_NULL, 0, 0);
+  }
+
+  DWORD thread_ = ::GetCurrentThreadId();
+  HANDLE timer_ = nullptr;
+};
+
 }  // namespace
 
 DdeTalk::DdeTalk(std::string application, std::string topic)
@@ -105,9 +131,7 @@ void DdeTalk::Run() {
     ended_ = true;
     if (events_.closed) events_.closed();
   }
-  // A peer that hangs cannot take part in the end, and waiting for it would make this thread's
-  // windows hang, too. What is left open then ends with the thread.
-  if (PeerHangs()) return;
+  const Heartbeat heartbeat;
   if (conversation_ != nullptr) ::DdeDisconnect(conversation_);
   if (instance_ != 0) ::DdeUninitialize(instance_);
 }
@@ -167,58 +191,46 @@ void DdeTalk::AwaitMessages(HANDLE also, milliseconds longest) {
   if (peer_.IsOpen()) objects[count++] = peer_.Get();
   ::MsgWaitForMultipleObjectsEx(count, objects, static_cast<DWORD>(longest.count()), QS_ALLINPUT,
                                 MWMO_INPUTAVAILABLE);
-  const bool peer_ended = peer_.IsOpen() && ::WaitForSingleObject(peer_.Get(), 0) == WAIT_OBJECT_0;
+  const bool peer_ended = PeerGone();
   // After the look at the peer, so that its last words are heard.
   MSG message{};
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
   if (peer_ended) LoseLink();
 }
 
-/// The waiting is done here and not in DDE, which lets nobody ask this thread's windows meanwhile.
+bool DdeTalk::PeerGone() const {
+  return (peer_window_ != nullptr && !::IsWindow(peer_window_)) ||
+         (peer_.IsOpen() && ::WaitForSingleObject(peer_.Get(), 0) == WAIT_OBJECT_0);
+}
+
 DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std::string& block,
-                                  milliseconds longest) {
-  const auto until = steady_clock::now() + longest;
+                                  std::string* value, milliseconds longest) {
+  if (lost_) return Answer::kNone;
   std::optional<DdeName> name;
   if (item != nullptr) name.emplace(instance_, *item);
   // The block is copied, zero included; the function just does not say so.
   auto* const bytes = reinterpret_cast<BYTE*>(const_cast<char*>(block.c_str()));
-  answer_ = Answer::kNone;
-  answered_.clear();
-  if (lost_ || ::DdeClientTransaction(item != nullptr ? nullptr : bytes,
-                                      item != nullptr ? 0 : static_cast<DWORD>(block.size() + 1),
-                                      conversation_, name ? name->Get() : nullptr,
-                                      item != nullptr ? CF_TEXT : 0, type, TIMEOUT_ASYNC,
-                                      &transaction_) == nullptr) {
-    LoseLink();
-    return answer_;
+  const Heartbeat heartbeat;
+  const HDDEDATA data = ::DdeClientTransaction(
+      item != nullptr ? nullptr : bytes, item != nullptr ? 0 : static_cast<DWORD>(block.size() + 1),
+      conversation_, name ? name->Get() : nullptr, item != nullptr ? CF_TEXT : 0, type,
+      static_cast<DWORD>(longest.count()), nullptr);
+  if (data != nullptr) {
+    // Where no value was asked for, the handle is none but just not null.
+    if (value != nullptr) {
+      *value = BlockBytes(data);
+      ::DdeFreeDataHandle(data);
+    }
+    return Answer::kDone;
   }
-  while (transaction_ != 0 && !lost_) {
-    const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
-    if (left.count() <= 0) break;
-    AwaitMessages(nullptr, left);
+  switch (::DdeGetLastError(instance_)) {
+    case DMLERR_BUSY:
+      return Answer::kBusy;
+    case DMLERR_NOTPROCESSED:
+      return Answer::kRefused;
+    default:
+      return Answer::kNone;
   }
-  transaction_ = 0;
-  // Whatever came of it: some systems take the next answer for that of an older transaction.
-  ::DdeAbandonTransaction(instance_, conversation_, 0);
-  return answer_;
-}
-
-void DdeTalk::TakeAnswer(HDDEDATA data, ULONG_PTR status) {
-  transaction_ = 0;
-  if (data == nullptr) {
-    answer_ = (status & DDE_FBUSY) != 0 ? Answer::kBusy : Answer::kRefused;
-    return;
-  }
-  answer_ = Answer::kDone;
-  // Where no value was asked for, the handle is none but just not null.
-  if (wants_value_) answered_ = BlockBytes(data);
-}
-
-bool DdeTalk::PeerHangs() const {
-  if (peer_window_ == nullptr || !::IsWindow(peer_window_)) return false;
-  constexpr UINT longest = 250;  // ms
-  return ::SendMessageTimeoutW(peer_window_, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, longest, nullptr) ==
-         0;
 }
 
 void DdeTalk::SendCommand(const std::string& bytes) {
@@ -227,7 +239,7 @@ void DdeTalk::SendCommand(const std::string& bytes) {
   while (!lost_) {
     const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
     const Answer answer =
-        left.count() > 0 ? Transact(XTYP_EXECUTE, nullptr, bytes, left) : Answer::kNone;
+        left.count() > 0 ? Transact(XTYP_EXECUTE, nullptr, bytes, nullptr, left) : Answer::kNone;
     // A refusal is the peer's own decision.
     if (answer == Answer::kDone || answer == Answer::kRefused) return;
     if (answer == Answer::kNone) return LoseLink();
@@ -239,7 +251,7 @@ void DdeTalk::BeginAdvise(const std::string& item) {
   if (std::find(advised_.begin(), advised_.end(), item) == advised_.end()) {
     advised_.push_back(item);
   }
-  const Answer answer = Transact(XTYP_ADVSTART, &item, {}, LinkTransport::kSlowAnswer);
+  const Answer answer = Transact(XTYP_ADVSTART, &item, {}, nullptr, LinkTransport::kSlowAnswer);
   if (answer == Answer::kNone) LoseLink();
   if (answer != Answer::kDone) return;
   const std::optional<std::string> value = RequestValue(item, LinkTransport::kSlowAnswer);
@@ -249,11 +261,9 @@ void DdeTalk::BeginAdvise(const std::string& item) {
 }
 
 std::optional<std::string> DdeTalk::RequestValue(const std::string& item, milliseconds longest) {
-  wants_value_ = true;
-  const Answer answer = Transact(XTYP_REQUEST, &item, {}, longest);
-  wants_value_ = false;
-  if (answer != Answer::kDone) return std::nullopt;
-  return DdeText(answered_, code_page_);
+  std::string value;
+  if (Transact(XTYP_REQUEST, &item, {}, &value, longest) != Answer::kDone) return std::nullopt;
+  return DdeText(value, code_page_);
 }
 
 /// `item` is what the peer calls it, whose letters may be large or small where ours are not.
@@ -268,16 +278,14 @@ void DdeTalk::TellChange(const std::string& item, HDDEDATA data) {
   if (events_.changed) events_.changed(*found, DdeText(bytes, code_page_));
 }
 
-HDDEDATA CALLBACK DdeTalk::OnEvent(UINT type, UINT, HCONV, HSZ, HSZ item, HDDEDATA data,
-                                   ULONG_PTR transaction, ULONG_PTR status) {
+HDDEDATA CALLBACK DdeTalk::OnEvent(UINT type, UINT, HCONV, HSZ, HSZ item, HDDEDATA data, ULONG_PTR,
+                                   ULONG_PTR) {
   switch (type) {
     case XTYP_ADVDATA:
       own_talk->TellChange(NameText(own_talk->instance_, item), data);
       return reinterpret_cast<HDDEDATA>(ULONG_PTR{DDE_FACK});
-    case XTYP_XACT_COMPLETE:
-      if (transaction == own_talk->transaction_) own_talk->TakeAnswer(data, status);
-      return nullptr;
     case XTYP_DISCONNECT:
+      own_talk->conversation_ = nullptr;
       own_talk->LoseLink();
       return nullptr;
     default:

@@ -72,7 +72,7 @@ class DdeTalk {
 
   static DWORD WINAPI OnThread(void* own_pointer);
   static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ topic, HSZ item,
-                                   HDDEDATA data, ULONG_PTR transaction, ULONG_PTR status);
+                                   HDDEDATA data, ULONG_PTR, ULONG_PTR);
   /// How a transaction ended.
   enum class Answer { kDone, kRefused, kBusy, kNone };
 
@@ -81,9 +81,10 @@ class DdeTalk {
   void Converse();
   void AwaitWork();
   void AwaitMessages(HANDLE also, std::chrono::milliseconds longest);
+  [[nodiscard]] bool PeerGone() const;
+  /// Sends `block`, or asks about `item` when there is one; `value`, if any, gets what came back.
   [[nodiscard]] Answer Transact(UINT type, const std::string* item, const std::string& block,
-                                std::chrono::milliseconds longest);
-  [[nodiscard]] bool PeerHangs() const;
+                                std::string* value, std::chrono::milliseconds longest);
   [[nodiscard]] std::optional<Work> NextWork();
   void Leave(Work work);
   void SendCommand(const std::string& bytes);
@@ -91,7 +92,6 @@ class DdeTalk {
   [[nodiscard]] std::optional<std::string> RequestValue(const std::string& item,
                                                         std::chrono::milliseconds longest);
   void TellChange(const std::string& item, HDDEDATA data);
-  void TakeAnswer(HDDEDATA data, ULONG_PTR status);
   void LoseLink() { lost_ = true; }
 
   const std::string application_;
@@ -112,11 +112,7 @@ class DdeTalk {
   DWORD instance_ = 0;
   HCONV conversation_ = nullptr;
   HWND peer_window_ = nullptr;
-  Handle peer_;            ///< the other program
-  DWORD transaction_ = 0;  ///< the one that waits for its answer, if any
-  Answer answer_ = Answer::kNone;
-  bool wants_value_ = false;
-  std::string answered_;  ///< the value, as it came
+  Handle peer_;  ///< the other program
   std::vector<std::string> advised_;
   bool lost_ = false;
 };

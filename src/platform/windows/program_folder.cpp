@@ -66,11 +66,8 @@ std::optional<FileStamp> StampOf(const std::filesystem::path& path) {
 
 void PutFile(const std::filesystem::path& path, std::string_view content, bool /*executable*/) {
   const std::string what = "cannot write " + PathText(path);
-  wchar_t name[MAX_PATH + 1] = {};
-  if (::GetTempFileNameW(path.parent_path().c_str(), L"sky", 0, name) == 0) {
-    throw LastSystemError(what);
-  }
-  TemporaryName temporary(name);
+  // The system's own function for such a name knows no long paths.
+  TemporaryName temporary(path.native() + L'-' + std::to_wstring(::GetCurrentProcessId()));
   Handle file(::CreateFileW(temporary.Get(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                             FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.IsOpen()) throw LastSystemError(what);

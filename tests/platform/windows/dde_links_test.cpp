@@ -102,7 +102,11 @@ TEST_F(DdeLinksTest, TenThousandCommandsAreAllTaken) {
   LinkPeerProcess peer("Tessera");
   const auto start = steady_clock::now();
   peer.Flood("Skyhop", "DDEServer", "005test", count);
-  EXPECT_TRUE(world_.RunUntil([&] { return peer.AllTaken(); }));
+  // A busy machine needs several times what the world waits.
+  for (int wait = 0; wait < 5 && !peer.AllTaken(); ++wait) {
+    world_.RunUntil([&] { return peer.AllTaken(); });
+  }
+  EXPECT_TRUE(peer.AllTaken());
   world_.RunShortly();
   RecordProperty(
       "commands_per_second",

@@ -97,6 +97,7 @@ HDDEDATA CALLBACK OnEvent(UINT type, UINT, HCONV conversation, HSZ first, HSZ se
       // Some systems ask for items of that name in every topic.
       return conversations[conversation] == NameOf(first) ? ValueOf(first, second) : nullptr;
     case XTYP_REQUEST:
+      Say({"asked", NameOf(second)});
       return ValueOf(first, second);
     case XTYP_ADVSTART:
       return answer(topics[NameOf(first)].contains(NameOf(second)) ? 1 : 0);

@@ -45,6 +45,9 @@ PeerProcess::PeerProcess(const std::string& program, const std::string& argument
 }
 
 PeerProcess::~PeerProcess() {
+  // Conversations that have just been ended get to their end: some systems wait ten seconds for a
+  // partner that dies right then, and answer nobody else meanwhile.
+  (void)Read(200);
   ::TerminateProcess(state_->process.hProcess, 1);
   ::WaitForSingleObject(state_->process.hProcess, INFINITE);
   for (const HANDLE handle :

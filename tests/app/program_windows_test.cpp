@@ -1,0 +1,264 @@
+// The program with its windows as a process of its own, among peers that are such too.
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+
+#include "common/errors.h"
+#include "common/files.h"
+#include "common/text.h"
+#include "desktop_world.h"
+#include "link_peer_process.h"
+#include "support/temporary_folder.h"
+
+namespace skyhop::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using Texts = std::vector<std::string>;
+
+/// Puts the settings of this machine's user aside as long as it lives.
+class SettingsAside {
+ public:
+  SettingsAside() { Move(kOwn, kKept); }
+  ~SettingsAside() {
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, kOwn);
+    Move(kKept, kOwn);
+  }
+  SettingsAside(const SettingsAside&) = delete;
+  SettingsAside& operator=(const SettingsAside&) = delete;
+
+  static void Put(const wchar_t* section, const wchar_t* key, DWORD type, const void* bytes,
+                  std::size_t size) {
+    const std::wstring path = std::wstring(kOwn) + L"\\" + section;
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, path.c_str(), key, type, bytes, static_cast<DWORD>(size));
+  }
+  static std::wstring Text(const wchar_t* section, const wchar_t* key) {
+    const std::wstring path = std::wstring(kOwn) + L"\\" + section;
+    wchar_t text[100] = {};
+    DWORD size = sizeof text;
+    const LSTATUS status =
+        ::RegGetValueW(HKEY_CURRENT_USER, path.c_str(), key, RRF_RT_REG_SZ, nullptr, text, &size);
+    return status == ERROR_SUCCESS ? text : L"(none)";
+  }
+
+ private:
+  static constexpr const wchar_t* kOwn = L"Software\\Marlo\\Skyhop";
+  static constexpr const wchar_t* kKept = L"Software\\Marlo\\Skyhop kept for a test";
+
+  static void Move(const wchar_t* from, const wchar_t* to) {
+    HKEY target = nullptr;
+    if (::RegOpenKeyW(HKEY_CURRENT_USER, from, &target) != ERROR_SUCCESS) return;
+    ::RegCloseKey(target);
+    ::RegCreateKeyW(HKEY_CURRENT_USER, to, &target);
+    ::RegCopyTreeW(HKEY_CURRENT_USER, from, target);
+    ::RegCloseKey(target);
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, from);
+  }
+};
+
+/// A window program that runs beside the test; killed when this object goes.
+class StartedProgram {
+ public:
+  explicit StartedProgram(const std::filesystem::path& program) {
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    std::wstring command = L"\"" + program.native() + L"\"";
+    EXPECT_TRUE(::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0,
+                                 nullptr, program.parent_path().c_str(), &start, &process_));
+  }
+  ~StartedProgram() {
+    ::TerminateProcess(process_.hProcess, 1);
+    ::CloseHandle(process_.hProcess);
+    ::CloseHandle(process_.hThread);
+  }
+  StartedProgram(const StartedProgram&) = delete;
+  StartedProgram& operator=(const StartedProgram&) = delete;
+
+  [[nodiscard]] bool Ended() const {
+    return ::WaitForSingleObject(process_.hProcess, 0) == WAIT_OBJECT_0;
+  }
+  [[nodiscard]] DWORD Status() const {
+    DWORD status = 0;
+    ::GetExitCodeProcess(process_.hProcess, &status);
+    return status;
+  }
+  /// Its visible window whose title begins so, null when there is none.
+  [[nodiscard]] HWND Window(const wchar_t* title) const {
+    Search search{process_.dwProcessId, title, nullptr};
+    ::EnumWindows(IsSought, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+  }
+
+ private:
+  struct Search {
+    DWORD process;
+    std::wstring title;
+    HWND found;
+  };
+  static BOOL CALLBACK IsSought(HWND window, LPARAM search_address) {
+    auto& search = *reinterpret_cast<Search*>(search_address);
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    wchar_t title[200] = {};
+    ::GetWindowTextW(window, title, 200);
+    if (process != search.process || !::IsWindowVisible(window) ||
+        !std::wstring(title).starts_with(search.title)) {
+      return TRUE;
+    }
+    search.found = window;
+    return FALSE;
+  }
+
+  PROCESS_INFORMATION process_{};
+};
+
+/// The programs installed in a folder of their own.
+class ProgramWindowsTest : public ::testing::Test {
+ protected:
+  ProgramWindowsTest() {
+    const std::filesystem::path built = PathFromText(SKYHOP_PREDICT).parent_path();
+    for (const char* name : {"skyhop.exe", "skyhop-estimate.exe"}) {
+      std::filesystem::copy_file(built / name, folder_ / name);
+    }
+    std::filesystem::copy(built / "data", folder_ / "data",
+                          std::filesystem::copy_options::recursive);
+    gleaner_.Serve("DDEClient", {});
+    gleaner_.Serve("DDEServer", {});
+    gleaner_.Serve("SpotDatabaseUI", {{"SFI", "150"}, {"A", "5"}, {"K", "2"}});
+    tessera_.Serve("DDEServer", {});
+    tessera_.Serve("TesseraMain", {{"SelectedLatitude", "51 30' 0\" N"},
+                                   {"SelectedLongitude", "0 7' 0\" W"},
+                                   {"Country", "England"}});
+    tessera_.Serve("TesseraConfig", {{"Latitude", "40 30' 0\" N"}, {"Longitude", "74 15' 0\" W"}});
+    launcher_.Serve("DDEClient", {});
+    // What it downloads when it starts comes from a file.
+    WriteFile(folder_ / "ssn.json",
+              "[{\"time-tag\": \"" + Month() + "\", \"predicted_ssn\": 105, \"high_ssn\": 130}]");
+    const std::wstring address =
+        L"file:///" + PathFromText(ReplaceAll(PathText(folder_ / "ssn.json"), "\\", "/")).native();
+    SettingsAside::Put(L"Configuration", L"SSNURL", REG_SZ, address.c_str(),
+                       (address.size() + 1) * sizeof(wchar_t));
+  }
+
+  static std::string Month() {
+    SYSTEMTIME now{};
+    ::GetSystemTime(&now);
+    char text[16] = {};
+    std::snprintf(text, sizeof text, "%04u-%02u", now.wYear, now.wMonth);
+    return text;
+  }
+  void Start() {
+    program_.emplace(folder_ / "skyhop.exe");
+    ASSERT_TRUE(world_.RunUntil([&] { return gleaner_.Executed() == Texts{"005start"}; }));
+    ASSERT_TRUE(world_.RunUntil([&] { return program_->Window(L"Skyhop") != nullptr; }));
+    // On a busy machine it gives up sooner than a peer can answer, and tries again when told to.
+    for (int attempt = 0; attempt < 10 && !KnowsStations(); ++attempt) {
+      tessera_.Execute("Skyhop", "DDEClient", "003start");
+    }
+    ASSERT_TRUE(KnowsStations());
+    // The last answer is still on its way.
+    world_.RunShortly();
+  }
+  bool KnowsStations() {
+    for (int wait = 0; wait < 15; ++wait) {
+      world_.RunShortly();
+      const Texts asked = tessera_.Asked();
+      if (std::count(asked.begin(), asked.end(), "Longitude") > 0 &&
+          std::count(asked.begin(), asked.end(), "Country") > 0) {
+        return true;
+      }
+    }
+    return false;
+  }
+  void Command(const std::string& command) { gleaner_.Execute("Skyhop", "DDEServer", command); }
+  /// A file of the program's folder as far as it is there.
+  [[nodiscard]] std::string Content(const char* name) const {
+    try {
+      return ReadFile(folder_ / name, 1 << 20);
+    } catch (const Error&) {
+      return {};
+    }
+  }
+  bool PredictionAppears() {
+    return world_.RunUntil(
+        [&] { return Content("IonCap/results.txt").find("END OF RUN") != std::string::npos; });
+  }
+  void Shutdown() {
+    Command("004shutdown");
+    EXPECT_TRUE(world_.RunUntil([&] { return program_->Ended(); }));
+    EXPECT_EQ(program_->Status(), 0U);
+  }
+
+  SettingsAside settings_;
+  TemporaryFolder folder_{"program folder"};
+  DesktopWorld world_;
+  LinkPeerProcess gleaner_{"Gleaner"};
+  LinkPeerProcess tessera_{"Tessera"};
+  LinkPeerProcess launcher_{"MarloLauncher"};
+  std::optional<StartedProgram> program_;
+};
+
+TEST_F(ProgramWindowsTest, PeersGiveItWhatAPredictionNeedsAndAskForIt) {
+  Start();
+  Command("000hello");
+  Command("004newwwv<d:1>0<f:3>144<a:1>0<k:1>3");
+  Command("004predsp");
+  EXPECT_TRUE(PredictionAppears());
+  const std::string script = Content("IonCap/script.txt");
+  EXPECT_EQ(script.substr(0, 200).find("CIRCUIT   04050N    07425W    05150N    00012W"), 0U)
+      << script;
+  EXPECT_NE(script.find("SUNSPOT   10500"), std::string::npos) << script;
+  const HWND window = program_->Window(L"Skyhop");
+  Command("004iconify");
+  EXPECT_TRUE(world_.RunUntil([&] { return ::IsIconic(window) != FALSE; }));
+  Shutdown();
+  EXPECT_TRUE(world_.RunUntil([&] {
+    return launcher_.Executed() == Texts{"005start", "005stop"};
+  }));
+  EXPECT_EQ(Content("ErrorLog.txt"), "");
+}
+
+TEST_F(ProgramWindowsTest, AnEngineThatHangsDoesNotKeepItFromClosing) {
+  std::filesystem::create_directory(folder_ / "IonCap");
+  std::filesystem::copy_file(PathFromText(SKYHOP_IDLE), folder_ / "IonCap/ioncap.exe");
+  Start();
+  Command("004predict");
+  ASSERT_TRUE(world_.RunUntil([&] { return !Content("IonCap/ioncap.bat").empty(); }));
+  world_.RunShortly();
+  Command("004setpower77");
+  Command("004predict");
+  Shutdown();
+  EXPECT_EQ(SettingsAside::Text(L"Configuration", L"Power"), L"77");
+}
+
+TEST_F(ProgramWindowsTest, SettingsThatAreNoTextsCountAsMissingAndAreReplaced) {
+  SettingsAside::Put(L"Configuration", L"Power", REG_BINARY, "abc", 3);
+  SettingsAside::Put(L"Configuration", L"TakeoffAngle", REG_MULTI_SZ, L"5\0\0", 8);
+  Start();
+  Command("004predict");
+  EXPECT_TRUE(PredictionAppears());
+  Shutdown();
+  EXPECT_EQ(SettingsAside::Text(L"Configuration", L"Power"), L"1500");
+  EXPECT_EQ(SettingsAside::Text(L"Configuration", L"TakeoffAngle"), L"3");
+}
+
+TEST_F(ProgramWindowsTest, FilesThatOthersHoldOpenCostNoMoreThanThemselves) {
+  std::vector<HANDLE> held;
+  for (const char* name : {"ErrorLog.txt", "DefaultBands.txt"}) {
+    held.push_back(::CreateFileW((folder_ / name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                 CREATE_ALWAYS, 0, nullptr));
+  }
+  Start();
+  Command("004predict");
+  EXPECT_TRUE(PredictionAppears());
+  Shutdown();
+  for (const HANDLE handle : held) ::CloseHandle(handle);
+}
+
+}  // namespace
+}  // namespace skyhop::testing
