@@ -137,6 +137,7 @@ void BeaconWindow::Choice_Click(int index) {
         break;
     }
     SaveSelection();
+    with_.view.Refresh();
     Timer_Tick();
   });
 }
@@ -263,6 +264,7 @@ void BeaconWindow::LocateStation() {
   for (const BeaconModule::Beacon& beacon : files_.locations.beacons) {
     ways_.push_back(BeaconModule::WayTo(station_, beacon.position, miles_, log));
   }
+  with_.view.Refresh();
 }
 
 std::vector<std::string> BeaconWindow::Calls() const {
@@ -303,6 +305,7 @@ void BeaconWindow::UpdateChoices() {
       break;
   }
   with_.view.SetChoices(texts, texts.empty() ? -1 : static_cast<int>(index));
+  with_.view.Refresh();
 }
 
 void BeaconWindow::Mark(bool heard) {

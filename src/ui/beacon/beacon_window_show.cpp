@@ -258,7 +258,8 @@ DayChart BeaconWindow::Day() const {
   DayChart day;
   day.palette = palette_;
   day.title = DateText(ShownDay()) + " UTC";
-  day.empty_text = "no beacons";
+  day.empty_text = selection_.by == Selection::By::kOctant ? "no beacon is in this direction"
+                                                           : "there are no beacons";
   if (day_offset_ == 0) {
     const UtcTime now = with_.clock.UtcNow();
     const auto since = now - std::chrono::floor<std::chrono::days>(now);

@@ -11,7 +11,7 @@ namespace skyhop {
 namespace {
 
 /// Widths of the list's columns, in DIP; the last one takes the rest.
-constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 210, 110,
+constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 236, 110,
                                                                 116, 112, 90, 140};
 
 }  // namespace

@@ -185,7 +185,9 @@ TEST_F(BeaconWindowTest, SelectsByDirection) {
   Select(kByOctant, "S");
   // YV5B is on 18110, OA4B on 21150, LU4AA on 24930 kHz; from New York all are south.
   EXPECT_EQ(view_.target.substr(0, 16), "Listen for YV5B ");
+  const int refreshes = view_.refreshes;
   Select(kByOctant, "SE");
+  EXPECT_GT(view_.refreshes, refreshes) << "the day has other beacons";
   EXPECT_EQ(view_.target, "Nothing to listen for: no beacon to the SE transmits in this slot");
   fixture_.panel.SetText(PanelText::kLocalLon, "nowhere");
   Pass(seconds(1));
