@@ -108,6 +108,7 @@ class BeaconWindow : public BeaconMonitor {
   void Export();
   void StepDay(int days);
   [[nodiscard]] std::chrono::year_month_day ShownDay() const;
+  [[nodiscard]] std::string SelectedText() const;
   [[nodiscard]] DayChart Day() const;
   /// The beacons of the schedule, in its order, each once.
   [[nodiscard]] std::vector<std::string> Calls() const;

@@ -254,10 +254,25 @@ void BeaconWindow::Paint(Surface& surface, double width, double height, double t
                          [&] { PaintDayChart(Day(), width, height, text_size, surface); });
 }
 
+/// What is selected, for a heading.
+std::string BeaconWindow::SelectedText() const {
+  switch (selection_.by) {
+    case Selection::By::kBand:
+      if (!schedule_) break;
+      return NumberText(schedule_->Table().frequencies.at(selection_.frequency)) + " kHz";
+    case Selection::By::kCall:
+      return selection_.call;
+    case Selection::By::kOctant:
+      return "beacons to the " + std::string(BeaconModule::kOctantNames.at(
+                                     static_cast<std::size_t>(selection_.octant)));
+  }
+  return "no schedule";
+}
+
 DayChart BeaconWindow::Day() const {
   DayChart day;
   day.palette = palette_;
-  day.title = DateText(ShownDay()) + " UTC";
+  day.title = DateText(ShownDay()) + " UTC, " + SelectedText();
   day.empty_text = selection_.by == Selection::By::kOctant ? "no beacon is in this direction"
                                                            : "there are no beacons";
   if (day_offset_ == 0) {

@@ -297,7 +297,7 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   };
   constexpr Color heard{0, 110, 40};
   const RecordingSurface today = painted();
-  EXPECT_EQ(labels(today)[0], "15-Nov-26 UTC");
+  EXPECT_EQ(labels(today)[0], "15-Nov-26 UTC, 14100 kHz");
   EXPECT_EQ(labels(today)[1].substr(0, 6), "4U1UN ");
   EXPECT_EQ(count(today, heard), 2) << "the mark and its key";
   EXPECT_GT(today.Only(DrawingCall::Kind::kRectangle).size(), 18U * 24U);
@@ -305,13 +305,13 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   window_.Button_Click(BeaconButton::kEarlier);
   EXPECT_TRUE(view_.enabled[BeaconButton::kLater]);
   const RecordingSurface yesterday = painted();
-  EXPECT_EQ(labels(yesterday)[0], "14-Nov-26 UTC");
+  EXPECT_EQ(labels(yesterday)[0], "14-Nov-26 UTC, 14100 kHz");
   EXPECT_EQ(count(yesterday, heard), 1);
   EXPECT_LT(yesterday.Only(DrawingCall::Kind::kRectangle).size(), 24U) << "predictions are today's";
   window_.Button_Click(BeaconButton::kLater);
   EXPECT_FALSE(view_.enabled[BeaconButton::kLater]);
   window_.Button_Click(BeaconButton::kLater);
-  EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC") << "there is no tomorrow yet";
+  EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC, 14100 kHz") << "there is no tomorrow yet";
 
   Select(kByCall, "VE8AT");
   EXPECT_EQ(count(painted(), heard), 2);
