@@ -75,9 +75,8 @@ class BeaconWindow : public BeaconMonitor {
   };
 
   [[nodiscard]] bool& Flag(BeaconCheck check);
-  [[nodiscard]] bool Boolean(const char* key) const;
   void RestoreOptions();
-  void SaveOption(const char* key, const std::string& value);
+  void SaveOption(BeaconCheck check);
   void SaveSelection();
 
   void ReadFiles();

@@ -278,6 +278,9 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   Pass(seconds(12));
   ASSERT_FALSE(predictions_.Working()) << predictions_.Problem();
   EXPECT_EQ(launcher_.starts.size(), 18U);
+  window_.Form_QueryUnload();
+  window_.Show();
+  EXPECT_FALSE(predictions_.Working()) << "they hold for the hour";
   EXPECT_NE(view_.rows[0].texts[7], "");
   window_.Button_Click(BeaconButton::kHeard);
   const auto painted = [this] {
