@@ -125,10 +125,11 @@ TEST_F(BeaconWindows, OneKeyMarksABeaconFromTheNoteToo) {
 TEST_F(BeaconWindows, SlotsChangeOnTime) {
   Start();
   WriteFile(home_ / BeaconModule::kCustomScheduleFile,
-            "slot, 0.5\nfrequencies, 14100\nOH2B\nW6WX\nVR2B\nYV5B\nCS3B\n");
+            "slot, 0.5\nfrequencies, 14100, 1\nOH2B\nW6WX\nVR2B\nYV5B\nCS3B\n");
   Open();
   Click(*FindControl<wxCheckBox>(Window(), "Custom schedule"));
   ASSERT_TRUE(PumpUntil([&] { return List().GetItemCount() == 1; }));
+  EXPECT_TRUE(Tells("CustomBeaconSchedule.txt, line 2, column 21: \"1\" is not a frequency"));
   // Whatever else the machine does, most slots are noticed when they begin; none is before.
   std::vector<milliseconds> late;
   for (int edge = 0; edge < 9; ++edge) {

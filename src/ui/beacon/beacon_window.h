@@ -97,7 +97,7 @@ class BeaconWindow : public BeaconMonitor {
   [[nodiscard]] std::string TargetText(
       UtcTime now, const std::optional<BeaconModule::Transmission>& target) const;
   [[nodiscard]] std::string SilenceText(UtcTime now) const;
-  [[nodiscard]] std::string WarningText(const std::string& clock) const;
+  [[nodiscard]] std::string ProblemText() const;
   [[nodiscard]] std::string StatusText() const;
   void Follow(const std::optional<BeaconModule::Transmission>& target);
   void SetTimer();

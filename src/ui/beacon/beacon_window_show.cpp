@@ -63,7 +63,8 @@ void BeaconWindow::Update() {
   }
   with_.view.SetRows(rows);
   with_.view.SetTarget(TargetText(now, target));
-  with_.view.SetWarning(WarningText(clock_problem));
+  with_.view.SetWarning(clock_problem);
+  with_.view.SetProblem(ProblemText());
   PredictLevels(now);
   with_.view.SetStatus(StatusText());
   RefreshDay(now, target);
@@ -227,11 +228,10 @@ std::string BeaconWindow::SilenceText(UtcTime now) const {
          DurationText(next->begin - now);
 }
 
-std::string BeaconWindow::WarningText(const std::string& clock) const {
-  std::string text = clock;
-  if (files_.problems.empty()) return text;
-  if (!text.empty()) text += "\n";
-  text += files_.problems.front().Message();
+/// The first thing that is wrong with the files.
+std::string BeaconWindow::ProblemText() const {
+  if (files_.problems.empty()) return {};
+  std::string text = files_.problems.front().Message();
   if (files_.problems.size() > 1) {
     text += " (" + std::to_string(files_.problems.size() - 1) + " more in the error log)";
   }
