@@ -14,6 +14,7 @@ class FakeBeaconView : public FakeWindow<BeaconView> {
  public:
   void SetClock(const std::string& text) override { clock = text; }
   void SetWarning(const std::string& text) override { warning = text; }
+  void SetProblem(const std::string& text) override { problem = text; }
   void SetRows(const std::vector<BandRow>& shown) override { rows = shown; }
   void SetTarget(const std::string& text) override { target = text; }
   void SetStatus(const std::string& text) override { status = text; }
@@ -36,6 +37,7 @@ class FakeBeaconView : public FakeWindow<BeaconView> {
 
   std::string clock;
   std::string warning;
+  std::string problem;
   std::vector<BandRow> rows;
   std::string target;
   std::string status;

@@ -74,31 +74,4 @@ void ProgramLinks::OverviewPart::Connect(std::size_t row) {
   if (row < peers.size()) links_->parts_->links.ConnectToServer(peers[row].role);
 }
 
-bool ProgramLinks::BeaconPeersPart::HasTransceiver() const {
-  return links_->parts_ && links_->parts_->links.ServerConnected(role::kTransceiverControl);
-}
-
-void ProgramLinks::BeaconPeersPart::Qsy(const std::string& frequency) {
-  if (links_->parts_) links_->parts_->links.Qsy(frequency);
-}
-
-void ProgramLinks::BeaconPeersPart::SetTransceiverMode(const std::string& mode) {
-  if (links_->parts_) links_->parts_->links.SetTransceiverMode(mode);
-}
-
-void ProgramLinks::BeaconPeersPart::RotateShortPath(std::int16_t bearing) {
-  if (links_->parts_) links_->parts_->links.RotateShortPath(bearing);
-}
-
-void ProgramLinks::BeaconPeersPart::SelectBearing(std::int16_t bearing) {
-  if (links_->parts_) links_->parts_->links.SelectBearing(bearing);
-}
-
-void ProgramLinks::BeaconPeersPart::LookUp(const BeaconModule::Beacon& beacon) {
-  if (!links_->parts_) return;
-  links_->parts_->links.BeaconLookup({beacon.call, beacon.prefix, beacon.latitude, beacon.longitude,
-                                      beacon.place, beacon.country, beacon.continent,
-                                      beacon.cq_zone, beacon.itu_zone, beacon.time_zone});
-}
-
 }  // namespace skyhop

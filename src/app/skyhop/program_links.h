@@ -4,10 +4,10 @@
 #include <memory>
 #include <optional>
 
-#include "beacon/follower.h"
 #include "interop/dde_client_module.h"
 #include "interop/dde_server.h"
 #include "interop/dde_server_module.h"
+#include "ui/beacon/beacon_links.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
 #include "ui/prediction/program_services.h"
@@ -30,7 +30,7 @@ class ProgramLinks {
   [[nodiscard]] CommandServer& Server() { return server_; }
   [[nodiscard]] PeerLinks& Peers() { return peers_; }
   [[nodiscard]] PeerOverview& Overview() { return overview_; }
-  [[nodiscard]] BeaconModule::BeaconPeers& BeaconFollowers() { return beacon_peers_; }
+  [[nodiscard]] BeaconModule::BeaconPeers& BeaconFollowers() { return beacon_links_; }
   /// The connected peers, for the head of the error log.
   [[nodiscard]] std::string InteropCaption() const;
 
@@ -81,20 +81,6 @@ class ProgramLinks {
     ProgramLinks* links_;
   };
 
-  class BeaconPeersPart : public BeaconModule::BeaconPeers {
-   public:
-    explicit BeaconPeersPart(ProgramLinks& links) : links_(&links) {}
-    [[nodiscard]] bool HasTransceiver() const override;
-    void Qsy(const std::string& frequency) override;
-    void SetTransceiverMode(const std::string& mode) override;
-    void RotateShortPath(std::int16_t bearing) override;
-    void SelectBearing(std::int16_t bearing) override;
-    void LookUp(const BeaconModule::Beacon& beacon) override;
-
-   private:
-    ProgramLinks* links_;
-  };
-
   LinkTransport* transport_;
   ViewRetryTimer timer_;
   DDECommon::Records records_;
@@ -102,8 +88,8 @@ class ProgramLinks {
   ServerPart server_{*this};
   PeersPart peers_{*this};
   OverviewPart overview_{*this};
-  BeaconPeersPart beacon_peers_{*this};
   std::unique_ptr<Parts> parts_;
+  BeaconLinks beacon_links_{[this] { return parts_ ? &parts_->links : nullptr; }};
 };
 
 }  // namespace skyhop

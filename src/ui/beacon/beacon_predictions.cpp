@@ -65,7 +65,7 @@ void BeaconPredictions::Want(const BeaconInputs& inputs, const std::vector<Beaco
   queue_.assign(beacons.rbegin(), beacons.rend());
 }
 
-void BeaconPredictions::Stop() {
+void BeaconPredictions::Forget() {
   run_.Cancel();
   queue_.clear();
   wanted_.reset();
@@ -82,7 +82,9 @@ bool BeaconPredictions::Poll(Time now) {
     if (!outcome) return false;
     const Beacon beacon = queue_.back();
     if (outcome->good) {
-      with_.diagnostics.Trap("BeaconPredictions.Take", [&] { Take(outcome->text); });
+      const bool taken =
+          with_.diagnostics.Trap("BeaconPredictions.Take", [&] { Take(outcome->text); });
+      if (!taken) problem_ = "The results for " + beacon.call + " cannot be read";
     } else {
       problem_ = "No prediction for " + beacon.call + ": " + outcome->text;
       with_.diagnostics.ErrorLog("BeaconPredictions.Poll: " + problem_);

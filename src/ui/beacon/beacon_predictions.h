@@ -75,10 +75,11 @@ class BeaconPredictions {
   /// Goes on with the runs. Returns whether something new is known.
   bool Poll(Time now);
 
-  /// Gives way to a prediction of the user's.
+  /// Ends the run in progress, to give way to a prediction of the user's or because nobody looks
+  /// any more. The next poll begins it anew.
   void Yield() { run_.Cancel(); }
-  /// Forgets what is still to be predicted.
-  void Stop();
+  /// Forgets everything, so that what is wanted next is predicted anew.
+  void Forget();
 
   [[nodiscard]] bool Working() const { return !queue_.empty(); }
   /// Why there are no predictions, or not all; empty when nothing is wrong.

@@ -21,7 +21,7 @@ constexpr std::array<Words, kBeaconButtonCount> kButtonWords = {{
     {"&Not heard (F3)", "note that you do not hear the beacon that is transmitting now"},
     {"&Export...", "write the marks of the shown day into a file of comma-separated values"},
     {"&Reload", "read the beacon files again"},
-    {"Ea&rlier", "show the day before"},
+    {"E&arlier", "show the day before"},
     {"&Later", "show the day after"},
 }};
 

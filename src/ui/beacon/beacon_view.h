@@ -55,8 +55,9 @@ class BeaconView {
   virtual ~BeaconView() = default;
 
   virtual void SetClock(const std::string& text) = 0;
-  /// What is wrong with clock or files; an empty text hides the line.
+  /// What is wrong with the clock, and with the files; an empty text hides its line.
   virtual void SetWarning(const std::string& text) = 0;
+  virtual void SetProblem(const std::string& text) = 0;
   virtual void SetRows(const std::vector<BandRow>& rows) = 0;
   virtual void SetTarget(const std::string& text) = 0;
   virtual void SetStatus(const std::string& text) = 0;

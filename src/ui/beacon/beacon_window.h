@@ -75,9 +75,8 @@ class BeaconWindow : public BeaconMonitor {
   };
 
   [[nodiscard]] bool& Flag(BeaconCheck check);
-  [[nodiscard]] bool Boolean(const char* key) const;
   void RestoreOptions();
-  void SaveOption(const char* key, const std::string& value);
+  void SaveOption(BeaconCheck check);
   void SaveSelection();
 
   void ReadFiles();
@@ -98,7 +97,7 @@ class BeaconWindow : public BeaconMonitor {
   [[nodiscard]] std::string TargetText(
       UtcTime now, const std::optional<BeaconModule::Transmission>& target) const;
   [[nodiscard]] std::string SilenceText(UtcTime now) const;
-  [[nodiscard]] std::string WarningText(const std::string& clock) const;
+  [[nodiscard]] std::string ProblemText() const;
   [[nodiscard]] std::string StatusText() const;
   void Follow(const std::optional<BeaconModule::Transmission>& target);
   void SetTimer();
@@ -108,6 +107,7 @@ class BeaconWindow : public BeaconMonitor {
   void Export();
   void StepDay(int days);
   [[nodiscard]] std::chrono::year_month_day ShownDay() const;
+  [[nodiscard]] std::string SelectedText() const;
   [[nodiscard]] DayChart Day() const;
   /// The beacons of the schedule, in its order, each once.
   [[nodiscard]] std::vector<std::string> Calls() const;

@@ -63,7 +63,8 @@ void BeaconWindow::Update() {
   }
   with_.view.SetRows(rows);
   with_.view.SetTarget(TargetText(now, target));
-  with_.view.SetWarning(WarningText(clock_problem));
+  with_.view.SetWarning(clock_problem);
+  with_.view.SetProblem(ProblemText());
   PredictLevels(now);
   with_.view.SetStatus(StatusText());
   RefreshDay(now, target);
@@ -179,7 +180,7 @@ std::string BeaconWindow::WayText(int bearing, int distance) const {
 
 /// The time of day at a beacon, as far as its time zone is known, and the sun there.
 std::string BeaconWindow::ThereText(const Beacon& beacon, UtcTime now) const {
-  const std::string sun = SunText(SunStateAt(beacon.position, now));
+  std::string sun = SunText(SunStateAt(beacon.position, now));
   if (!beacon.utc_offset) return sun;
   return TimeStamp(now, *beacon.utc_offset).substr(11, 5) + " " + sun;
 }
@@ -227,11 +228,10 @@ std::string BeaconWindow::SilenceText(UtcTime now) const {
          DurationText(next->begin - now);
 }
 
-std::string BeaconWindow::WarningText(const std::string& clock) const {
-  std::string text = clock;
-  if (files_.problems.empty()) return text;
-  if (!text.empty()) text += "\n";
-  text += files_.problems.front().Message();
+/// The first thing that is wrong with the files.
+std::string BeaconWindow::ProblemText() const {
+  if (files_.problems.empty()) return {};
+  std::string text = files_.problems.front().Message();
   if (files_.problems.size() > 1) {
     text += " (" + std::to_string(files_.problems.size() - 1) + " more in the error log)";
   }
@@ -242,66 +242,6 @@ std::string BeaconWindow::StatusText() const {
   if (!status_.empty()) return status_;
   if (with_.predictions.Working()) return "Predicting the paths to the beacons";
   return with_.predictions.Problem();
-}
-
-void BeaconWindow::SetPalette(const ChartPalette& palette) {
-  palette_ = palette;
-  with_.view.Refresh();
-}
-
-void BeaconWindow::Paint(Surface& surface, double width, double height, double text_size) {
-  with_.diagnostics.Trap("BeaconMonitor.Paint",
-                         [&] { PaintDayChart(Day(), width, height, text_size, surface); });
-}
-
-DayChart BeaconWindow::Day() const {
-  DayChart day;
-  day.palette = palette_;
-  day.title = DateText(ShownDay()) + " UTC";
-  day.empty_text = "no beacons";
-  if (day_offset_ == 0) {
-    const UtcTime now = with_.clock.UtcNow();
-    const auto since = now - std::chrono::floor<std::chrono::days>(now);
-    day.hour = std::chrono::duration<double, std::ratio<3600>>(since).count();
-  }
-  if (!schedule_) return day;
-  const std::vector<BeaconModule::HeardMark> marks = log_.On(ShownDay());
-  const BeaconModule::BeaconFacts facts = Facts(with_.clock.UtcNow());
-  const std::size_t frequencies = schedule_->Table().frequencies.size();
-  for (const std::string& call : Calls()) {
-    if (selection_.by == Selection::By::kCall && call != selection_.call) continue;
-    if (selection_.by == Selection::By::kOctant && facts.octant(call) != selection_.octant)
-      continue;
-    for (std::size_t frequency = 0; frequency < frequencies; ++frequency) {
-      if (selection_.by == Selection::By::kBand && frequency != selection_.frequency) continue;
-      day.rows.push_back(DayRowOf(call, frequency, marks));
-    }
-  }
-  return day;
-}
-
-DayRow BeaconWindow::DayRowOf(const std::string& call, std::size_t frequency,
-                              const std::vector<BeaconModule::HeardMark>& marks) const {
-  const double kilohertz = schedule_->Table().frequencies[frequency];
-  DayRow row;
-  row.label = call + " " + NumberText(kilohertz);
-  if (selection_.by == Selection::By::kBand) {
-    const Known known = KnownOf(call);
-    row.label = call;
-    if (known.way) row.label += " " + std::to_string(known.way->short_bearing) + kDegree;
-  }
-  const BeaconPredictions::Levels* const levels = with_.predictions.Of(call, kilohertz);
-  // The predictions are today's.
-  if (levels != nullptr && day_offset_ == 0) row.levels = *levels;
-  const UtcTime midnight = std::chrono::sys_days(ShownDay());
-  for (const BeaconModule::HeardMark& mark : marks) {
-    if (mark.call != call || mark.frequency != kilohertz) continue;
-    const std::chrono::duration<double, std::ratio<3600>> hours = mark.begin - midnight;
-    row.marks.push_back({hours.count(), mark.heard});
-  }
-  const auto& target = painted_.second;
-  row.now = target && target->call == call && target->frequency == frequency;
-  return row;
 }
 
 }  // namespace skyhop

@@ -11,8 +11,18 @@ namespace skyhop {
 namespace {
 
 /// Widths of the list's columns, in DIP; the last one takes the rest.
-constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 210, 110,
+constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 236, 110,
                                                                 116, 112, 90, 140};
+
+/// Shows a line that takes its room from the day; hides it when there is nothing to tell.
+void ShowLine(wxStaticText& line, const wxString& text) {
+  if (line.GetLabelText() == text) return;
+  line.SetLabelText(text);
+  // Its end may be cut off.
+  line.SetToolTip(text);
+  line.Show(!text.empty());
+  line.GetParent()->Layout();
+}
 
 }  // namespace
 
@@ -24,6 +34,8 @@ BeaconFrame::BeaconFrame(wxWindow* parent)
   clock_->SetFont(GetFont().Bold());
   warning_ = MakeLine(base);
   warning_->Hide();
+  problem_ = MakeLine(base);
+  problem_->Hide();
   MakeList(base);
   auto* selection = MakeSelection(base);
   target_ = MakeLine(base);
@@ -37,6 +49,7 @@ BeaconFrame::BeaconFrame(wxWindow* parent)
   const auto line = wxSizerFlags().Expand().Border(wxBOTTOM, gap);
   content->Add(clock_, line);
   content->Add(warning_, line);
+  content->Add(problem_, line);
   content->Add(list_, line);
   content->Add(selection, line);
   content->Add(target_, line);
@@ -175,12 +188,11 @@ void BeaconFrame::SetClock(const std::string& text) {
 }
 
 void BeaconFrame::SetWarning(const std::string& text) {
-  const wxString shown = ToWx(text);
-  if (warning_->GetLabelText() == shown) return;
-  warning_->SetLabelText(shown);
-  warning_->Show(!shown.empty());
-  // A warning takes its room from the day.
-  warning_->GetParent()->Layout();
+  ShowLine(*warning_, ToWx(text));
+}
+
+void BeaconFrame::SetProblem(const std::string& text) {
+  ShowLine(*problem_, ToWx(text));
 }
 
 void BeaconFrame::SetRows(const std::vector<BandRow>& rows) {

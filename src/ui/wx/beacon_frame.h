@@ -31,6 +31,7 @@ class BeaconFrame : public SideFrame, public BeaconView {
 
   void SetClock(const std::string& text) override;
   void SetWarning(const std::string& text) override;
+  void SetProblem(const std::string& text) override;
   void SetRows(const std::vector<BandRow>& rows) override;
   void SetTarget(const std::string& text) override;
   void SetStatus(const std::string& text) override;
@@ -68,6 +69,7 @@ class BeaconFrame : public SideFrame, public BeaconView {
   std::vector<BandRow> rows_;  ///< as the list shows them
   wxStaticText* clock_ = nullptr;
   wxStaticText* warning_ = nullptr;
+  wxStaticText* problem_ = nullptr;
   wxListView* list_ = nullptr;
   wxChoice* select_by_ = nullptr;
   wxChoice* choices_ = nullptr;

@@ -161,10 +161,12 @@ TEST_F(BeaconPredictionsTest, ProblemsAreTold) {
             "No predictions: the engine could not be started: ", 1},
            {"no results", [this] { launcher_.answer.clear(); },
             "No prediction for YV5B: the engine ended without results", 2},
+           {"damaged results", [this] { launcher_.answer = "no table"; },
+            "The results for YV5B cannot be read", 2},
        }) {
     const BeaconInputs good = inputs_;
     launcher_.starts.clear();
-    predictions_.Stop();
+    predictions_.Forget();
     c.spoil();
     Want();
     PollAll();

@@ -187,7 +187,9 @@ TEST_F(BeaconWindowTest, SelectsByDirection) {
   Select(kByOctant, "S");
   // YV5B is on 18110, OA4B on 21150, LU4AA on 24930 kHz; from New York all are south.
   EXPECT_EQ(view_.target.substr(0, 16), "Listen for YV5B ");
+  const int refreshes = view_.refreshes;
   Select(kByOctant, "SE");
+  EXPECT_GT(view_.refreshes, refreshes) << "the day has other beacons";
   EXPECT_EQ(view_.target, "Nothing to listen for: no beacon to the SE transmits in this slot");
   fixture_.panel.SetText(PanelText::kLocalLon, "nowhere");
   Pass(seconds(1));
@@ -278,6 +280,9 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   Pass(seconds(12));
   ASSERT_FALSE(predictions_.Working()) << predictions_.Problem();
   EXPECT_EQ(launcher_.starts.size(), 18U);
+  window_.Form_QueryUnload();
+  window_.Show();
+  EXPECT_FALSE(predictions_.Working()) << "they hold for the hour";
   EXPECT_NE(view_.rows[0].texts[7], "");
   window_.Button_Click(BeaconButton::kHeard);
   const auto painted = [this] {
@@ -297,7 +302,7 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   };
   constexpr Color heard{0, 110, 40};
   const RecordingSurface today = painted();
-  EXPECT_EQ(labels(today)[0], "15-Nov-26 UTC");
+  EXPECT_EQ(labels(today)[0], "15-Nov-26 UTC, 14100 kHz");
   EXPECT_EQ(labels(today)[1].substr(0, 6), "4U1UN ");
   EXPECT_EQ(count(today, heard), 2) << "the mark and its key";
   EXPECT_GT(today.Only(DrawingCall::Kind::kRectangle).size(), 18U * 24U);
@@ -305,13 +310,13 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   window_.Button_Click(BeaconButton::kEarlier);
   EXPECT_TRUE(view_.enabled[BeaconButton::kLater]);
   const RecordingSurface yesterday = painted();
-  EXPECT_EQ(labels(yesterday)[0], "14-Nov-26 UTC");
+  EXPECT_EQ(labels(yesterday)[0], "14-Nov-26 UTC, 14100 kHz");
   EXPECT_EQ(count(yesterday, heard), 1);
   EXPECT_LT(yesterday.Only(DrawingCall::Kind::kRectangle).size(), 24U) << "predictions are today's";
   window_.Button_Click(BeaconButton::kLater);
   EXPECT_FALSE(view_.enabled[BeaconButton::kLater]);
   window_.Button_Click(BeaconButton::kLater);
-  EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC") << "there is no tomorrow yet";
+  EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC, 14100 kHz") << "there is no tomorrow yet";
 
   Select(kByCall, "VE8AT");
   EXPECT_EQ(count(painted(), heard), 2);
@@ -341,12 +346,12 @@ TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirection) {
 TEST_F(BeaconWindowTest, ProblemsWithClockAndFilesAreShown) {
   WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,60 X,24 E\nW6WX,K,37 N\n");
   window_.Show();
-  EXPECT_EQ(view_.warning.substr(0, 45), "BeaconLocation.txt, line 1, column 9: the lat");
-  EXPECT_NE(view_.warning.find(" more in the error log)"), std::string::npos);
+  EXPECT_EQ(view_.problem.substr(0, 45), "BeaconLocation.txt, line 1, column 9: the lat");
+  EXPECT_NE(view_.problem.find(" more in the error log)"), std::string::npos);
   EXPECT_EQ(Column(1)[0], "4U1UN") << "the schedule is known all the same";
   Now() += seconds(30);
   window_.Timer_Tick();
-  EXPECT_EQ(view_.warning.substr(0, 52), "The clock was set forward by 30.0 s at 16:00:30 UTC\n");
+  EXPECT_EQ(view_.warning, "The clock was set forward by 30.0 s at 16:00:30 UTC");
   EXPECT_EQ(Column(1)[0], "KH6RS");
 
   std::filesystem::remove(Folder() / BeaconModule::kScheduleFile);

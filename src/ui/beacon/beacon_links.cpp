@@ -1,0 +1,45 @@
+#include "ui/beacon/beacon_links.h"
+
+#include "interop/suite.h"
+
+namespace skyhop {
+
+bool BeaconLinks::HasTransceiver() const {
+  const DDEClientModule::Links* const links = links_();
+  return links != nullptr && links->ServerConnected(role::kTransceiverControl);
+}
+
+void BeaconLinks::Qsy(const std::string& frequency) {
+  if (auto* const links = links_()) links->Qsy(frequency);
+}
+
+void BeaconLinks::SetTransceiverMode(const std::string& mode) {
+  if (auto* const links = links_()) links->SetTransceiverMode(mode);
+}
+
+void BeaconLinks::RotateShortPath(std::int16_t bearing) {
+  if (auto* const links = links_()) links->RotateShortPath(bearing);
+}
+
+void BeaconLinks::SelectBearing(std::int16_t bearing) {
+  if (auto* const links = links_()) links->SelectBearing(bearing);
+}
+
+void BeaconLinks::LookUp(const BeaconModule::Beacon& beacon) {
+  auto* const links = links_();
+  if (links == nullptr) return;
+  DDEClientModule::BeaconPlace place;
+  place.call = beacon.call;
+  place.prefix = beacon.prefix;
+  place.latitude = beacon.latitude;
+  place.longitude = beacon.longitude;
+  place.qth = beacon.place;
+  place.country = beacon.country;
+  place.continent = beacon.continent;
+  place.cq_zone = beacon.cq_zone;
+  place.itu_zone = beacon.itu_zone;
+  place.time_zone = beacon.time_zone;
+  links->BeaconLookup(place);
+}
+
+}  // namespace skyhop
