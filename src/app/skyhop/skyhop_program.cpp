@@ -74,6 +74,10 @@ SkyhopProgram::SkyhopProgram()
                       messages_, settings_, diagnostics_, *clock_, pause_, folder_}),
       transport_(platform::MakeLinkTransport(kProductName)),
       links_(*transport_, frame_->View(), diagnostics_),
+      point_({run_, its_script_, panel_, parameters_, *launcher_, pause_, diagnostics_, *clock_}),
+      answers_(*transport_, diagnostics_),
+      point_prediction_(
+          {frame_->View(), point_, panel_, configuration_, bands_, answers_, diagnostics_}),
       probe_({*locker_, *launcher_, *host_, pause_, diagnostics_, folder_}),
       configuration_frame_(new ConfigurationFrame(nullptr)),
       configuration_window_({*configuration_frame_, configuration_, bands_, probe_, *host_,

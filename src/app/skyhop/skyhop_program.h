@@ -17,9 +17,11 @@
 #include "engine/its_script.h"
 #include "engine/run_lock.h"
 #include "interop/link_transport.h"
+#include "interop/snr_answers.h"
 #include "platform/platform.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/prediction/point_snr_service.h"
 #include "ui/wx/conditions_frame.h"
 #include "ui/wx/configuration_frame.h"
 #include "ui/wx/forecast_frame.h"
@@ -85,8 +87,10 @@ class SkyhopProgram : private ConfigurationHost {
   SpaceWeatherParts space_weather_;
   std::unique_ptr<LinkTransport> transport_;
   ProgramLinks links_;
-  // Parts that this build does not have.
-  PointPrediction point_prediction_;
+  IONCAPModule::PointSnr point_;
+  LinkedSNRAnswers answers_;
+  PointSnrService point_prediction_;
+  // A part that this build does not have.
   BeaconMonitor beacons_;
   EngineProbe probe_;
   wxWeakRef<ConfigurationFrame> configuration_frame_;
