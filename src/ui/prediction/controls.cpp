@@ -52,6 +52,9 @@ constexpr std::array<Words, kCheckBoxCount> kCheckBoxes = {{
     {"SNR at a Frequency",
      "when checked, predicts one frequency for the current hour on both paths; follows the "
      "transceiver"},
+    {"Show Table",
+     "when checked, shows predictions of VOACAP SNR && Prob as a table of bands and hours: percent "
+     "of the days"},
 }};
 
 constexpr std::array<Words, kButtonCount> kButtons = {{

@@ -49,8 +49,9 @@ enum class CheckBox {
   kShowColorKeyCheck,
   kShowCurrentTimeCheck,
   kSNRDisplayCheck,
+  kShowTableCheck,
 };
-inline constexpr int kCheckBoxCount = 6;
+inline constexpr int kCheckBoxCount = 7;
 
 enum class Button {
   kPathsButton,

@@ -221,6 +221,14 @@ void IonCap::ShowColorKeyCheck_Click() {
   });
 }
 
+void IonCap::ShowTableCheck_Click() {
+  with_.diagnostics.Trap("IonCap.ShowTableCheck_Click", [&] {
+    const bool show = with_.view.Checked(CheckBox::kShowTableCheck);
+    with_.chart.SetTableView(show);
+    SaveOption("ShowTable", show);
+  });
+}
+
 void IonCap::ShowCurrentTimeCheck_Click() {
   with_.diagnostics.Trap("IonCap.ShowCurrentTimeCheck_Click", [&] {
     with_.chart.UpdateVerticalTimeBar();

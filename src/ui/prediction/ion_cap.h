@@ -151,6 +151,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void ShowColorKeyCheck_Click();
   void ShowCurrentTimeCheck_Click();
   void SNRDisplayCheck_Click();
+  void ShowTableCheck_Click();
 
   // Timers.
   void ExecuteTimer_Tick();

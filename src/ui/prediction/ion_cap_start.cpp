@@ -107,6 +107,9 @@ void IonCap::RestoreChartOptions() {
   with_.view.SetChecked(
       CheckBox::kShowCurrentTimeCheck,
       with_.settings.GetBooleanSetting(kProductName, kSection, "ShowCurrentTime", "True"));
+  const bool table = with_.settings.GetBooleanSetting(kProductName, kSection, "ShowTable", "False");
+  with_.view.SetChecked(CheckBox::kShowTableCheck, table);
+  with_.chart.SetTableView(table);
   SetSNRDisplayActive(
       with_.settings.GetBooleanSetting(kProductName, kSection, "ShowSNRDisplay", "False"));
 }

@@ -1,5 +1,7 @@
 #include "ui/prediction/point_snr_service.h"
 
+#include <cmath>
+
 #include "common/numbers.h"
 #include "common/text.h"
 #include "ui/prediction/mode_names.h"
@@ -130,7 +132,7 @@ void PointSnrService::Answer(const std::string& problem) {
     const auto field = [&](const char* what, const std::string& value) {
       record += records_.EncodeField(name + what, known ? value : "");
     };
-    field("snr", FixedText(static_cast<double>(path->snr), 0));
+    field("snr", std::to_string(std::lround(path->snr)));
     field("rel", FixedText(100.0 * static_cast<double>(path->reliability), 0));
     field("mode", path->mode);
     field("dbm", std::to_string(IONCAPModule::DecibelMilliwatts(path->signal_power)));

@@ -1,5 +1,7 @@
 #include "ui/prediction/snr_display.h"
 
+#include <cmath>
+
 #include "common/numbers.h"
 
 namespace skyhop {
@@ -14,8 +16,8 @@ SnrRow RowOf(const PathReception& reception, const PointReception& whole) {
   if (reception.state != PathReception::State::kDone) return row;
   const double margin = static_cast<double>(reception.snr) - LeadingNumber(whole.request.snr);
   const int power = IONCAPModule::DecibelMilliwatts(reception.signal_power);
-  row.snr = FixedText(static_cast<double>(reception.snr), 0) + " dB";
-  row.margin = (margin < 0 ? "" : "+") + FixedText(margin, 0) + " dB";
+  row.snr = std::to_string(std::lround(reception.snr)) + " dB";
+  row.margin = (margin < 0 ? "" : "+") + std::to_string(std::lround(margin)) + " dB";
   row.reliability = FixedText(100.0 * static_cast<double>(reception.reliability), 0) + " %";
   row.mode = reception.mode;
   row.signal =

@@ -118,7 +118,7 @@ wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {
   auto* row = new wxWrapSizer(wxHORIZONTAL);
   for (const CheckBox box :
        {CheckBox::kPlotEnable, CheckBox::kOpenBandEnable, CheckBox::kShowColorKeyCheck,
-        CheckBox::kShowCurrentTimeCheck, CheckBox::kSNRDisplayCheck}) {
+        CheckBox::kShowCurrentTimeCheck, CheckBox::kShowTableCheck, CheckBox::kSNRDisplayCheck}) {
     row->Add(controls_->MakeCheckBox(parent, box),
              wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(16)));
   }
@@ -207,6 +207,8 @@ void PredictionFrame::Toggled(CheckBox box) {
       return controller_->ShowColorKeyCheck_Click();
     case CheckBox::kShowCurrentTimeCheck:
       return controller_->ShowCurrentTimeCheck_Click();
+    case CheckBox::kShowTableCheck:
+      return controller_->ShowTableCheck_Click();
     case CheckBox::kSNRDisplayCheck:
       return controller_->SNRDisplayCheck_Click();
   }

@@ -67,7 +67,7 @@ TEST_F(IonCapTest, TheStoredModeBringsItsSnrWhileItIsInTheList) {
     const char* mode;
     int selected;
     const char* snr;
-  } cases[] = {{"1", 1, "45"}, {"8", 8, "9"}, {"9", -1, "7"}, {"-1", -1, "7"}};
+  } cases[] = {{"1", 1, "45"}, {"8", 8, "9"}, {"13", -1, "7"}, {"-1", -1, "7"}};
   for (const auto& [mode, selected, snr] : cases) {
     Store("SNRMode", mode);
     view_.SetText(TextField::kSNR, "");
