@@ -126,16 +126,17 @@ void PointSnrService::Answer(const std::string& problem) {
                        records_.EncodeField("reqsnr", reception.request.snr) +
                        records_.EncodeField("tag", request.fourth) +
                        records_.EncodeField("utc", PaddedNumber(reception.hour, 2));
-  for (const auto& [name, path] : {std::pair(std::string("sp"), &reception.paths[0]),
-                                   std::pair(std::string("lp"), &reception.paths[1])}) {
-    const bool known = path->state == PathReception::State::kDone;
+  for (std::size_t index = 0; index < reception.paths.size(); ++index) {
+    const PathReception& path = reception.paths.at(index);
+    const std::string name = index == static_cast<std::size_t>(path_option::kShort) ? "sp" : "lp";
+    const bool known = path.state == PathReception::State::kDone;
     const auto field = [&](const char* what, const std::string& value) {
       record += records_.EncodeField(name + what, known ? value : "");
     };
-    field("snr", std::to_string(std::lround(path->snr)));
-    field("rel", FixedText(100.0 * static_cast<double>(path->reliability), 0));
-    field("mode", path->mode);
-    field("dbm", std::to_string(IONCAPModule::DecibelMilliwatts(path->signal_power)));
+    field("snr", std::to_string(std::lround(path.snr)));
+    field("rel", FixedText(100.0 * static_cast<double>(path.reliability), 0));
+    field("mode", path.mode);
+    field("dbm", std::to_string(IONCAPModule::DecibelMilliwatts(path.signal_power)));
   }
   record += records_.EncodeField("error", problem) +
             records_.EncodeField("engine", reception.engine) + "<eor>";

@@ -23,8 +23,8 @@ struct CellColors {
 /// who cannot tell hues apart can tell by their lightness. The steps are those of the open bands.
 [[nodiscard]] CellColors ReliabilityColors(int percent);
 
-/// The reliability of a cell in whole percent, which is how engines tell it; nothing where it is not
-/// known.
+/// The reliability of a cell in whole percent, which is how engines tell it; nothing where it is
+/// not known.
 [[nodiscard]] std::optional<int> ReliabilityPercent(const ResultsTable& table, std::size_t band,
                                                     std::size_t hour);
 
