@@ -37,8 +37,16 @@ struct SNRRequest {
   std::int16_t sender = 0;  ///< the peer's role
   std::string mode;
   std::string snr;
-  std::string fourth;  ///< values of the record's fields 4 and 1
-  std::string first;
+  std::string fourth;  ///< value of the record's field 4: a tag that comes back with the answer
+  std::string first;   ///< of field 1: the frequency, below 1000 in MHz, else in kHz
+};
+
+/// Takes the answers to such requests.
+class SNRAnswers {
+ public:
+  virtual ~SNRAnswers() = default;
+  /// Sends a record to the peer with this role. Not to be called from within a peer's command.
+  virtual void Send(std::int16_t role, const std::string& record) = 0;
 };
 
 /// The point SNR prediction as the command server uses it.

@@ -21,6 +21,10 @@ inline constexpr const char* kGleaner = "Gleaner";
 inline constexpr const char* kTessera = "Tessera";
 inline constexpr const char* kTuneward = "TunewardClassic";
 inline constexpr const char* kLauncher = "MarloLauncher";
+inline constexpr const char* kArchivo = "Archivo";
+inline constexpr const char* kQuester = "Quester";
+inline constexpr const char* kChirpa = "Chirpa";
+inline constexpr const char* kSkyhop = "Skyhop";
 }  // namespace application
 
 /// Topics that take commands and announcements, in every application.

@@ -14,6 +14,7 @@ class FieldsOfWindow : public GuiTest {
  protected:
   /// Inserts a text as the clipboard and input methods do: past the key filter.
   void Insert(TextField field, const wxString& text) {
+    SCOPED_TRACE(Caption(field));
     wxTextCtrl& control = Field(field);
     ShowPageOf(control);
     if (!control.HasFocus()) Click(control);
@@ -111,6 +112,8 @@ TEST_F(FieldsOfWindow, WhatCannotBePredictedIsToldInExactWords) {
 
 TEST_F(FieldsOfWindow, AnythingMayBeInsertedAndTheLastValidValuesStay) {
   Start();
+  // Its field can be seen then.
+  Program().Controller().SetSNRDisplayActive(true);
   EnterStations();
   TypeInto(TextField::kLocalPwr, "100");
   TypeInto(TextField::kLocalTakeOff, "5");

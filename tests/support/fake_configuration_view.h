@@ -18,6 +18,10 @@ class FakeConfigurationView : public ConfigurationView {
   void Enable(ConfigButton button, bool on) override { buttons_enabled[button] = on; }
   void SetLabel(ConfigLabel label, const std::string& text) override { labels[label] = text; }
   void SetEngineFinding(int engine, const std::string& text) override { findings[engine] = text; }
+  void SetAntenna(Station station, const Antenna& antenna) override { antennas[station] = antenna; }
+  void SetAntennaFiles(std::span<const std::string> all) override {
+    antenna_files.assign(all.begin(), all.end());
+  }
   void SetBand(std::size_t band, const BandSettings& settings) override { bands[band] = settings; }
   void EnableBands(bool on) override { bands_enabled = on; }
   void SetModes(std::span<const ModeSettings> all, int selected) override {
@@ -54,6 +58,8 @@ class FakeConfigurationView : public ConfigurationView {
   std::map<ConfigButton, bool> buttons_enabled;
   std::map<ConfigLabel, std::string> labels;
   std::map<int, std::string> findings;
+  std::map<Station, Antenna> antennas;
+  std::vector<std::string> antenna_files;
   std::map<std::size_t, BandSettings> bands;
   std::optional<bool> bands_enabled;
   std::vector<ModeSettings> modes;

@@ -41,6 +41,8 @@ class FakeView : public PredictionView {
     return timers.at(At(timer)).has_value();
   }
 
+  void ShowSnr(const SnrDisplay& display) override { snr = display; }
+
   void SetCaption(const std::string& text) override { caption = text; }
   void ShowNotice(const Notice& shown) override { notice = shown; }
   void SetStatus(const std::string& text) override { status = text; }
@@ -68,6 +70,7 @@ class FakeView : public PredictionView {
   std::vector<std::string> modes;
   std::vector<std::string> opened;
   Notice notice;
+  SnrDisplay snr;
   std::string caption;
   std::string status;
   WindowPlacement placement{10, 20, 1000, 700, WindowPlacement::State::kNormal};

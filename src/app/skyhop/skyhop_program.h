@@ -18,10 +18,12 @@
 #include "engine/its_script.h"
 #include "engine/run_lock.h"
 #include "interop/link_transport.h"
+#include "interop/snr_answers.h"
 #include "platform/platform.h"
 #include "ui/beacon/beacon_window.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/prediction/point_snr_service.h"
 #include "ui/wx/beacon_frame.h"
 #include "ui/wx/conditions_frame.h"
 #include "ui/wx/configuration_frame.h"
@@ -93,8 +95,9 @@ class SkyhopProgram : private ConfigurationHost {
   SpaceWeatherParts space_weather_;
   std::unique_ptr<LinkTransport> transport_;
   ProgramLinks links_;
-  // A part that this build does not have.
-  PointPrediction point_prediction_;
+  IONCAPModule::PointSnr point_;
+  LinkedSNRAnswers answers_;
+  PointSnrService point_prediction_;
   // The beacons' predictions give way to all others.
   ForegroundLocker foreground_locker_;
   std::unique_ptr<Timekeeping> timekeeping_;

@@ -40,6 +40,7 @@ enum class ConfigButton {
 };
 
 enum class ConfigLabel {
+  kAntennaFiles,   ///< where the antenna files come from, or why there are none
   kTestResult,     ///< what came of an engine's test
   kStationSource,  ///< where your station's location comes from
   kBandsMissing,   ///< why the frequency-dependent settings cannot be used; empty when they can
@@ -93,6 +94,9 @@ class ConfigurationView {
 
   /// What was found of the engine of option `engine`.
   virtual void SetEngineFinding(int engine, const std::string& text) = 0;
+  virtual void SetAntenna(Station station, const Antenna& antenna) = 0;
+  /// The antenna files that can be chosen.
+  virtual void SetAntennaFiles(std::span<const std::string> files) = 0;
   /// A band's values; `band` is its index.
   virtual void SetBand(std::size_t band, const BandSettings& settings) = 0;
   /// Whether the band table can be edited.

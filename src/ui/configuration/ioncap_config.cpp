@@ -61,6 +61,7 @@ void IoncapConfig::Show() {
 void IoncapConfig::Form_Activate() {
   with_.diagnostics.Trap("IoncapConfig.Form_Activate", [&] {
     ShowFindings();
+    ShowAntennaFiles();
     ShowStationSource();
     ShowErrorLog();
     ShowUrlNotes();
@@ -106,6 +107,7 @@ void IoncapConfig::Fill() {
   with_.view.Select(ConfigOption::kDistanceUnit, configuration.DistanceMiles()
                                                      ? distance_unit::kMiles
                                                      : distance_unit::kKilometres);
+  ShowAntennas();
   FillBands();
   ShowModes(configuration.Modes().empty() ? -1 : 0);
   for (const ConfigUrl& row : kConfigUrls) FillUrl(row.url);
@@ -160,6 +162,32 @@ void IoncapConfig::ShowFindings() {
   }
 }
 
+void IoncapConfig::ShowAntennas() {
+  for (const Station station : {Station::kLocal, Station::kDX}) {
+    with_.view.SetAntenna(station, with_.configuration.AntennaOf(station));
+  }
+}
+
+/// The files of the engine that is selected; of VOACAP while that is one without antennas.
+void IoncapConfig::ShowAntennaFiles() {
+  auto engine = static_cast<EngineChoice>(with_.configuration.Engine());
+  if (engine == EngineChoice::kIonCap) engine = EngineChoice::kVoaCap;
+  const EngineFinding finding = FindEngine(with_.machine, with_.program_folder, engine);
+  const std::filesystem::path folder = finding.data / "antennas";
+  std::vector<std::string> files;
+  if (!finding.data.empty()) files = ListAntennas(folder);
+  with_.view.SetAntennaFiles(files);
+  std::string note;
+  if (finding.kind == EngineKind::kEstimate) {
+    note = "The built-in estimate engine knows no antenna files.";
+  } else if (files.empty()) {
+    note = "There are no antenna files in " + PathText(folder) + ".";
+  } else {
+    note = "The files are those in " + PathText(folder) + ".";
+  }
+  with_.view.SetLabel(ConfigLabel::kAntennaFiles, note);
+}
+
 void IoncapConfig::ShowStationSource() {
   const auto tessera = [&](const char* key) {
     return with_.settings.GetStringSetting("Tessera", "QTH", key, "");
@@ -198,6 +226,7 @@ void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
   switch (item) {
     case Configuration::Item::kEngine:
       with_.view.Select(ConfigOption::kEngineButton, with_.configuration.Engine());
+      ShowAntennaFiles();
       break;
     case Configuration::Item::kDistanceMiles:
       with_.view.Select(ConfigOption::kDistanceUnit, with_.configuration.DistanceMiles()
@@ -215,6 +244,8 @@ void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
       with_.view.ShowToolTips(with_.configuration.ShowToolTips());
       break;
     case Configuration::Item::kAntennas:
+      ShowAntennas();
+      break;
     case Configuration::Item::kFreqDependent:
     case Configuration::Item::kModes:
     case Configuration::Item::kDualMonitor:

@@ -82,6 +82,8 @@ class IoncapConfig : public ConfigurationWindow {
   void TestTimer_Tick(Time now);
 
   // Stations, bands, modes.
+  /// The user chose an antenna or left a field of it.
+  void Antenna_Change(Station station, const Antenna& antenna);
   void DistanceUnit_Click(int index);
   void FreqDependentEnabled_Click(bool checked);
   /// The user left a field of a band's row.
@@ -112,6 +114,8 @@ class IoncapConfig : public ConfigurationWindow {
   void ShowUrlNotes();
   void ShowModes(int selected);
   void ShowFindings();
+  void ShowAntennas();
+  void ShowAntennaFiles();
   void ShowStationSource();
   void ShowErrorLog();
   void ConfigurationChanged(Configuration::Item item);

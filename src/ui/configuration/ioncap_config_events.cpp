@@ -100,6 +100,21 @@ void IoncapConfig::FreqDependentEnabled_Click(bool checked) {
   });
 }
 
+void IoncapConfig::Antenna_Change(Station station, const Antenna& antenna) {
+  with_.diagnostics.Trap("IoncapConfig.Antenna_Change", [&] {
+    const Antenna wanted{std::string(Trim(antenna.file)), std::string(Trim(antenna.gain)),
+                         std::string(Trim(antenna.azimuth))};
+    std::string problem = AntennaProblem(wanted);
+    const bool saved = !problem.empty() || with_.configuration.SetAntenna(station, wanted);
+    with_.view.SetAntenna(station, with_.configuration.AntennaOf(station));
+    if (!problem.empty()) {
+      problem.front() = UpperCase(problem.front());
+      Refuse(problem + ". The value before stays.");
+    }
+    Check(saved);
+  });
+}
+
 void IoncapConfig::Band_Change(std::size_t band, const BandSettings& settings) {
   with_.diagnostics.Trap("IoncapConfig.Band_Change", [&] {
     const BandSettings wanted{std::string(Trim(settings.takeoff)),

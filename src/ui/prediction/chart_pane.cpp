@@ -5,6 +5,7 @@
 
 #include "common/numbers.h"
 #include "ui/prediction/bands.h"
+#include "ui/prediction/reliability_table.h"
 #include "ui/prediction/text_width.h"
 
 namespace skyhop {
@@ -82,10 +83,10 @@ void ChartPane::Arrange() {
   double width = width_ - left - right;
   double height = height_ - top - below;
   // A low window has more width than height to spare for the keys.
-  keys_beside_ = color_keys_ && height - KeyHeight() < text_size_ * kLeastPlotHeight &&
+  keys_beside_ = KeysShown() && height - KeyHeight() < text_size_ * kLeastPlotHeight &&
                  width - KeyWidth() > text_size_ * kLeastPlotWidth;
-  if (color_keys_ && keys_beside_) width -= KeyWidth();
-  if (color_keys_ && !keys_beside_) height -= KeyHeight();
+  if (KeysShown() && keys_beside_) width -= KeyWidth();
+  if (KeysShown() && !keys_beside_) height -= KeyHeight();
   const double hour = std::max(4.0, std::floor(width / 24));
   const double division = std::max(8.0, std::floor(height / 5));
   plot_ = {left, top, 24 * hour, 5 * division};
@@ -104,6 +105,8 @@ void ChartPane::DisplayTable(EngineChoice engine) {
   shown_ = *table_;
   chart_.SetPlotted(true);
   chart_.ComputeAxis(engine);
+  // The keys may come or go.
+  Arrange();
   if (!chart_.Dragging()) chart_.UpdateVerticalTimeBar();
   Changed();
   Leave();
@@ -133,6 +136,11 @@ void ChartPane::SetPlotEnable(bool on) {
 
 void ChartPane::ShowColorKeys(bool show) {
   color_keys_ = show;
+  Arrange();
+}
+
+void ChartPane::SetTableView(bool on) {
+  table_view_ = on;
   Arrange();
 }
 
@@ -187,7 +195,13 @@ void ChartPane::Press(Point at) {
   if (!HasResult() || !on_band_ || at.x < plot_.left) return;
   // The labels beside the plot belong to their bands too.
   if (at.y < plot_.top || at.y > plot_.Bottom()) return;
-  on_band_(chart_.GetBandForY(static_cast<float>(at.y - plot_.top)));
+  on_band_(BandAt(at));
+}
+
+std::int16_t ChartPane::BandAt(Point at) const {
+  if (!TableShown()) return chart_.GetBandForY(static_cast<float>(at.y - plot_.top));
+  const auto band = BandOfRow(plot_, at.y);
+  return band ? static_cast<std::int16_t>(*band) : std::int16_t{-1};
 }
 
 void ChartPane::Move(Point at) {
@@ -210,14 +224,21 @@ void ChartPane::Leave() {
 }
 
 std::string ChartPane::Readout(Point at) const {
-  if (!HasResult() || !chart_.HasAxis() || !Contains(plot_, at)) return {};
+  if (!HasResult() || !Contains(plot_, at)) return {};
+  if (!chart_.HasAxis() && !TableShown()) return {};
+  const double time = chart_.TimeForX(at.x - plot_.left);
+  const std::string clock = ClockText(time) + " UTC   ";
+  const std::int16_t band = BandAt(at);
+  if (PredictsReliability() && band > 0) {
+    // A reliability holds for the hour that begins with it.
+    const auto hour = std::min(static_cast<std::size_t>(time), kHourCount - 2);
+    return clock + BandReadout(shown_, static_cast<std::size_t>(band), hour);
+  }
   const double part = (plot_.Bottom() - at.y) / plot_.height;
   const double frequency = chart_.FMin() + part * (double{chart_.FMax()} - chart_.FMin());
-  std::string text = ClockText(chart_.TimeForX(at.x - plot_.left)) + " UTC   ";
-  text += FixedText(frequency, 1) + " MHz";
-  const std::int16_t band = chart_.GetBandForY(static_cast<float>(at.y - plot_.top));
+  std::string text = clock + FixedText(frequency, 1) + " MHz";
   if (band >= 0) text.append("   ").append(kBandLabelTexts.at(static_cast<std::size_t>(band)));
-  return text + "   " + Values(chart_.TimeForX(at.x - plot_.left));
+  return text + "   " + Values(time);
 }
 
 /// The curves' values where a line through their hourly points crosses `time`.

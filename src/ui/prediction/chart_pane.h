@@ -63,6 +63,12 @@ class ChartPane : public IONCAPModule::ResultsChart {
   void SetOpenBandEnable(bool on);
   void SetPlotEnable(bool on);
   void ShowColorKeys(bool show);
+  /// Whether results that tell the bands' reliability are shown as a table of bands by hours
+  /// instead of as a chart. Others have no such table.
+  void SetTableView(bool on);
+  [[nodiscard]] bool TableShown() const {
+    return table_view_ && HasResult() && PredictsReliability();
+  }
   void SetSolarBars(const SolarBars& bars);
   /// Band index beside which the band indicator stands, -1 for none.
   void SetBandIndicator(std::int16_t band);
@@ -92,7 +98,8 @@ class ChartPane : public IONCAPModule::ResultsChart {
     on_band_ = std::move(listener);
   }
 
-  /// Time, frequency, band, LUF and MUFs at a place of the plot; empty elsewhere.
+  /// Time, frequency, band, LUF and MUFs at a place of the plot; with results that tell it, what is
+  /// predicted of the band there. Empty elsewhere.
   [[nodiscard]] std::string Readout(Point at) const;
   /// Time, LUF, MUFs and open bands at the time index; empty without a result.
   [[nodiscard]] std::string ReadoutAtTimeIndex() const;
@@ -113,6 +120,10 @@ class ChartPane : public IONCAPModule::ResultsChart {
 
   void Arrange();
   void Changed();
+  [[nodiscard]] bool PredictsReliability() const { return engine_ == EngineChoice::kVoaCapSnr; }
+  /// The keys explain the chart.
+  [[nodiscard]] bool KeysShown() const { return color_keys_ && !TableShown(); }
+  [[nodiscard]] std::int16_t BandAt(Point at) const;
   /// Does `move`, which may move the time index, and has what changed by it painted.
   template <class MoveIndex>
   void MovingTimeIndex(MoveIndex&& move);
@@ -122,6 +133,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] double KeyHeight() const;
   [[nodiscard]] double KeyWidth() const;
 
+  void PaintChart(Surface& surface);
   void PaintPlot(Surface& surface);
   void PaintEmpty(Surface& surface) const;
   void PaintTimeAxis(Surface& surface) const;
@@ -149,6 +161,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   bool open_band_enable_ = true;
   bool plot_enable_ = true;
   bool color_keys_ = true;
+  bool table_view_ = false;
   bool keys_beside_ = false;  ///< the keys stand at the right instead of below
   bool old_ = false;
   std::string empty_text_;

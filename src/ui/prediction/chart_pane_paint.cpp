@@ -9,6 +9,7 @@
 #include "ui/prediction/color_key.h"
 #include "ui/prediction/label_spread.h"
 #include "ui/prediction/picture_key.h"
+#include "ui/prediction/reliability_table.h"
 #include "ui/prediction/surface_views.h"
 #include "ui/prediction/text_width.h"
 
@@ -122,6 +123,18 @@ class KeyPainter {
 void ChartPane::Paint(Surface& surface) {
   surface.Clear(palette_.background);
   surface.FillRectangle(plot_, old_ ? palette_.old_paper : palette_.paper);
+  if (TableShown()) {
+    PaintReliabilityTable(surface, shown_, plot_, text_size_, palette_);
+  } else {
+    PaintChart(surface);
+  }
+  PaintTimeAxis(surface);
+  PaintSunRow(surface, xmit_sun_, sun_.xmit_sun, "You");
+  PaintSunRow(surface, rcv_sun_, sun_.rcv_sun, "DX");
+  if (KeysShown()) PaintKeys(surface);
+}
+
+void ChartPane::PaintChart(Surface& surface) {
   for (std::size_t hour = 1; hour + 1 < kHourCount; ++hour) {
     const double x = plot_.left + chart_.XDataScale(hour);
     surface.Line({x, plot_.top}, {x, plot_.Bottom()}, {palette_.grid});
@@ -131,11 +144,7 @@ void ChartPane::Paint(Surface& surface) {
   } else {
     PaintEmpty(surface);
   }
-  PaintTimeAxis(surface);
   PaintFrequencyAxis(surface);
-  PaintSunRow(surface, xmit_sun_, sun_.xmit_sun, "You");
-  PaintSunRow(surface, rcv_sun_, sun_.rcv_sun, "DX");
-  if (color_keys_) PaintKeys(surface);
 }
 
 void ChartPane::PaintPlot(Surface& surface) {

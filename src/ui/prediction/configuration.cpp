@@ -258,9 +258,10 @@ std::vector<ModeSettings> DefaultModes() {
     double bandwidth;  // Hz
   };
   static constexpr UsualSnr kUsual[] = {
-      {"CW", 0, 250},     {"SSB", 10, 2700},    {"AM", 13, 6000},
-      {"FM", 15, 12500},  {"RTTY", 12, 250},    {"PSK31", 9, 62.5},
-      {"FT8", -21, 2500}, {"FT4", -17.5, 2500}, {"JT65", -25, 2500},
+      {"CW", 0, 250},      {"SSB", 10, 2700},  {"AM", 13, 6000},   {"FM", 15, 12500},
+      {"RTTY", 12, 250},   {"PSK31", 9, 62.5}, {"FT8", -21, 2500}, {"FT4", -17.5, 2500},
+      {"JT65", -25, 2500}, {"JT9", -27, 2500}, {"JS8", -24, 2500}, {"OLIVIA", -12, 2500},
+      {"DV", -2, 3000},
   };
   std::vector<ModeSettings> modes;
   for (const UsualSnr& usual : kUsual) {

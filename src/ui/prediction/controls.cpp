@@ -27,6 +27,7 @@ constexpr std::array<Words, kTextFieldCount> kTextFields = {{
     {"Reliability (%)", "required circuit reliability (0-100)"},
     {"SNR (dB)", "required signal-to-noise ratio, in decibels (-30 to 99)"},
     {"UTC Date", "UTC date (double-click for the current date)"},
+    {"Frequency", "the frequency to predict now, in MHz or kHz (strike Enter to predict)"},
 }};
 
 constexpr std::array<Words, kOptionGroupCount> kOptionGroups = {{
@@ -48,6 +49,12 @@ constexpr std::array<Words, kCheckBoxCount> kCheckBoxes = {{
     {"Show Color Keys", "when checked shows Critial Frequency and Solar Position color keys"},
     {"Show C&urrent Time",
      "when checked, keeps the time index at the current time and the date at today"},
+    {"SNR at a Frequency",
+     "when checked, predicts one frequency for the current hour on both paths; follows the "
+     "transceiver"},
+    {"Show Table",
+     "when checked, shows predictions of VOACAP SNR && Prob as a table of bands and hours: percent "
+     "of the days"},
 }};
 
 constexpr std::array<Words, kButtonCount> kButtons = {{
@@ -65,6 +72,7 @@ constexpr std::array<Words, kButtonCount> kButtons = {{
     {"&Beacons...", "show the beacon monitor"},
     {"Confi&guration...", "show the Configuration window"},
     {"Help", "show the help pages in your browser"},
+    {"Predict SNR", "predict the signal-to-noise ratio at this frequency now"},
 }};
 
 template <std::size_t count, class Control>

@@ -21,8 +21,9 @@ enum class TextField {
   kAvail,
   kSNR,
   kTheDate,
+  kSNRFrequency,  ///< of the point prediction; below 1000 in MHz, else in kHz
 };
-inline constexpr int kTextFieldCount = 14;
+inline constexpr int kTextFieldCount = 15;
 
 /// Groups of options; the value is the index of the chosen one, -1 when none is.
 enum class OptionGroup {
@@ -47,8 +48,10 @@ enum class CheckBox {
   kOpenBandEnable,
   kShowColorKeyCheck,
   kShowCurrentTimeCheck,
+  kSNRDisplayCheck,
+  kShowTableCheck,
 };
-inline constexpr int kCheckBoxCount = 5;
+inline constexpr int kCheckBoxCount = 7;
 
 enum class Button {
   kPathsButton,
@@ -65,8 +68,9 @@ enum class Button {
   kBeaconCmd,
   kConfigCmd,
   kHelpCmd,
+  kSNRPredictCmd,
 };
-inline constexpr int kButtonCount = 14;
+inline constexpr int kButtonCount = 15;
 
 enum class Label {
   kEngineLabel,     ///< engine of the last prediction

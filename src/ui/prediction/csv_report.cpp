@@ -1,6 +1,7 @@
 #include "ui/prediction/csv_report.h"
 
 #include "common/numbers.h"
+#include "common/text.h"
 #include "ui/prediction/bands.h"
 
 namespace skyhop {
@@ -20,6 +21,51 @@ std::string BandNumber(std::size_t band) {
   return std::string(name.substr(0, name.size() - 1));
 }
 
+namespace {
+
+/// What is predicted of a band beside its opening.
+struct BandColumn {
+  const char* name;
+  BandQuantity quantity;
+  std::string (*text)(const ResultsTable& table, std::size_t band, std::size_t hour);
+};
+constexpr std::array<BandColumn, 4> kBandColumns = {{
+    {"reliability", BandQuantity::kReliability,
+     [](const ResultsTable& table, std::size_t band, std::size_t hour) {
+       return FixedText(100.0 * static_cast<double>(table.reliability[band][hour]), 0);
+     }},
+    {"snr_db", BandQuantity::kSnr,
+     [](const ResultsTable& table, std::size_t band, std::size_t hour) {
+       return NumberText(table.snr[band][hour]);
+     }},
+    {"mode", BandQuantity::kMode,
+     [](const ResultsTable& table, std::size_t band, std::size_t hour) {
+       return std::string(Trim(table.mode[band][hour]));
+     }},
+    {"signal_dbw", BandQuantity::kSignalPower,
+     [](const ResultsTable& table, std::size_t band, std::size_t hour) {
+       return std::to_string(table.signal_power[band][hour]);
+     }},
+}};
+
+/// 160 m is not predicted with these.
+constexpr std::size_t kFirstBand = 1;
+
+/// `cell` of each of these columns and bands, with a comma before each.
+template <class Cell>
+std::string BandCells(const PredictedDay& day, const Cell& cell) {
+  std::string text;
+  if (!day.HasSnr()) return text;
+  for (const BandColumn& column : kBandColumns) {
+    for (std::size_t band = kFirstBand; band < kBandCount; ++band) {
+      text += "," + cell(column, band);
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
 std::string CsvReport(const PredictedDay& day) {
   std::string text = "hour_utc";
   for (const ReportColumn& column : kReportColumns) {
@@ -28,6 +74,9 @@ std::string CsvReport(const PredictedDay& day) {
   for (std::size_t band = 0; band < kBandCount; ++band) {
     text += ",open_" + BandNumber(band) + "m";
   }
+  text += BandCells(day, [](const BandColumn& column, std::size_t band) {
+    return std::string(column.name) + "_" + BandNumber(band) + "m";
+  });
   text += "\n";
   for (std::size_t hour = 0; hour < kReportHours; ++hour) {
     text += std::to_string(hour);
@@ -38,6 +87,10 @@ std::string CsvReport(const PredictedDay& day) {
     for (std::size_t band = 0; band < kBandCount; ++band) {
       text += "," + std::to_string(OpenLevel(day, band, hour));
     }
+    text += BandCells(day, [&](const BandColumn& column, std::size_t band) {
+      const bool known = day.table.Known(column.quantity, band, hour);
+      return known ? column.text(day.table, band, hour) : std::string();
+    });
     text += "\n";
   }
   return text;

@@ -48,7 +48,8 @@ inline constexpr std::array<ReportColumn, 4> kReportColumns = {{
 [[nodiscard]] std::string BandNumber(std::size_t band);
 
 /// Comma-separated values with a header line: hour, FOT, MUF, HPF and LUF in MHz, and how open each
-/// band is. A value that the engine does not predict is empty.
+/// band is; where the results tell them, also each band's reliability in percent, SNR in dB, mode
+/// and signal power in dBW. A value that the engine does not predict is empty.
 [[nodiscard]] std::string CsvReport(const PredictedDay& day);
 
 }  // namespace skyhop

@@ -118,23 +118,6 @@ void IonCap::WebPage_Click(int page) {
   });
 }
 
-void IonCap::FreqPredict(double frequency, const std::string& mode) {
-  with_.diagnostics.Trap("IonCap.FreqPredict", [&] {
-    with_.diagnostics.DebugLog("IonCap.FreqPredict, theFreq = " + NumberText(frequency) +
-                               ", theMode = " + mode);
-    with_.point_prediction.Predict(frequency, mode);
-  });
-}
-
-std::int16_t IonCap::GetPredictionBand() const {
-  return prediction_band_;
-}
-
-void IonCap::SetSNRDisplayActive(bool active) {
-  snr_display_active_ = active;
-  with_.point_prediction.SetDisplayActive(active);
-}
-
 void IonCap::EnableDownloads(bool enable) {
   with_.diagnostics.Trap("IonCap.EnableDownloads", [&] {
     const bool possible = enable && with_.space_weather.Available();
@@ -238,6 +221,14 @@ void IonCap::ShowColorKeyCheck_Click() {
   });
 }
 
+void IonCap::ShowTableCheck_Click() {
+  with_.diagnostics.Trap("IonCap.ShowTableCheck_Click", [&] {
+    const bool show = with_.view.Checked(CheckBox::kShowTableCheck);
+    with_.chart.SetTableView(show);
+    SaveOption("ShowTable", show);
+  });
+}
+
 void IonCap::ShowCurrentTimeCheck_Click() {
   with_.diagnostics.Trap("IonCap.ShowCurrentTimeCheck_Click", [&] {
     with_.chart.UpdateVerticalTimeBar();
@@ -247,11 +238,6 @@ void IonCap::ShowCurrentTimeCheck_Click() {
 }
 
 // Timers.
-
-void IonCap::SNRExecuteTimer_Tick() {
-  with_.diagnostics.Trap("IonCap.SNRExecuteTimer_Tick",
-                         [&] { with_.point_prediction.SNRExecuteTimer_Tick(); });
-}
 
 void IonCap::SolarForecastTimer_Tick() {
   with_.diagnostics.Trap("IonCap.SolarForecastTimer_Tick",

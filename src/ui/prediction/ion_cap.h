@@ -103,11 +103,13 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void BeaconCmd_Click();
   void ConfigCmd_Click();
   void HelpCmd_Click();
+  void SNRPredictCmd_Click();
 
   /// Hands the inputs to the engine interface and starts a prediction.
   void InitiateForecast();
-  /// Predicts the signal-to-noise ratio at `frequency` MHz for `mode`.
-  void FreqPredict(double frequency, const std::string& mode);
+  /// Predicts the signal-to-noise ratio at `frequency` MHz for `mode`; `snr` is the required one,
+  /// empty for the mode's.
+  void FreqPredict(double frequency, const std::string& mode, const std::string& snr = {});
   /// Band index that a click into the chart chose last, -1 for none.
   [[nodiscard]] std::int16_t GetPredictionBand() const;
   /// Shows or hides the display of the point prediction.
@@ -148,6 +150,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void OpenBandEnable_Click();
   void ShowColorKeyCheck_Click();
   void ShowCurrentTimeCheck_Click();
+  void SNRDisplayCheck_Click();
+  void ShowTableCheck_Click();
 
   // Timers.
   void ExecuteTimer_Tick();
@@ -270,6 +274,11 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void UseTesseraLocation();
   void ChooseAsRequested(const PeerRequest& request);
   [[nodiscard]] bool FromPeerAcceptable(TextField field, const std::string& text);
+
+  // Point prediction.
+  [[nodiscard]] std::string SelectedMode() const;
+  void FollowTransceiver();
+  void FollowPoint(double frequency);
 
   // Stations.
   void StationsChanged();

@@ -43,6 +43,7 @@ bool IonCap::AcceptsKey(TextField field, char32_t key) {
     case TextField::kSNR:
       return IsOneOf(key, kDigits) || key == '-';
     case TextField::kSSN:
+    case TextField::kSNRFrequency:
       return IsOneOf(key, kDigits) || key == '.';
     case TextField::kLocalLat:
     case TextField::kDXLat:
@@ -84,6 +85,9 @@ void IonCap::Field_Enter(TextField field) {
         UpdateDXLatLon();
         ForgetPrefix();
         with_.parameters.SetPrefix();
+        break;
+      case TextField::kSNRFrequency:
+        SNRPredictCmd_Click();
         break;
       default:
         break;
@@ -186,6 +190,7 @@ void IonCap::HandOn(TextField field, const std::string& text) {
     case TextField::kKindex:
     case TextField::kSSN:
     case TextField::kAvail:
+    case TextField::kSNRFrequency:
       // The field itself is what the engines read.
       break;
   }
@@ -236,6 +241,8 @@ const char* IonCap::Problem(TextField field, const std::string& text) {
       return unless(IsNumber(text, Parameters::AvailabilityInRange(text)), "Illegal Availability");
     case TextField::kSNR:
       return unless(IsNumber(text, Parameters::SNRInRange(text)), "Illegal SNR");
+    case TextField::kSNRFrequency:
+      return unless(WholeNumberText(text).has_value(), "Illegal frequency");
     case TextField::kTheDate:
       break;
   }

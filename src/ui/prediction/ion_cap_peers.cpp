@@ -5,6 +5,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "ui/prediction/ion_cap.h"
+#include "ui/prediction/mode_names.h"
 #include "ui/prediction/raised.h"
 
 namespace skyhop {
@@ -16,23 +17,11 @@ constexpr std::chrono::milliseconds kShutDownDelay{100};
 /// More than any value needs.
 constexpr std::size_t kLongestText = 100;
 
-/// Frequencies of the bands lie far below it in MHz and far above it in kHz.
-constexpr double kSmallestKilohertz = 1000;
-constexpr double kKilohertzPerMegahertz = 1000;
-
 /// A text of one line, not too long to be shown.
 bool IsPlain(const std::string& text) {
   return !text.empty() && text.size() <= kLongestText &&
          std::none_of(text.begin(), text.end(),
                       [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
-}
-
-/// The name under which a transceiver's mode is in the list of modes.
-std::string ListedMode(const std::string& text) {
-  std::string mode = UpperCase(Trim(text));
-  if (mode == "PSK") return "PSK31";
-  if (mode == "USB" || mode == "LSB") return "SSB";
-  return mode;
 }
 
 }  // namespace
@@ -81,7 +70,8 @@ void IonCap::FreqPredictForPeer(const PeerRequest& request, const std::string& f
     if (RefuseSecondRun()) return;
     ChooseAsRequested(request);
     UsePeersText(TextField::kSNR, snr);
-    FreqPredict(given < kSmallestKilohertz ? given : given / kKilohertzPerMegahertz, mode);
+    SetSNRDisplayActive(true);
+    FreqPredict(Megahertz(given), mode, snr);
   });
 }
 
@@ -119,6 +109,7 @@ PeerWindow::FollowedBand IonCap::FollowFrequency(double frequency) {
     const std::string name = with_.bands.GetBandNameForFreq(frequency);
     prediction_band_ = with_.bands.GetbandIndex(name);
     with_.chart.SetBandIndicator(prediction_band_);
+    FollowPoint(frequency);
     return FollowedBand{name, prediction_band_ >= 0};
   });
 }
@@ -185,6 +176,7 @@ void IonCap::UsePeersMode(const std::string& text) {
     if (with_.view.Selected(OptionGroup::kModeSNRCombo) == static_cast<int>(index)) return;
     with_.view.Select(OptionGroup::kModeSNRCombo, static_cast<int>(index));
     UseMode();
+    FollowTransceiver();
     return;
   }
 }

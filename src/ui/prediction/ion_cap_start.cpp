@@ -33,6 +33,7 @@ bool IonCap::Form_Load() {
     EnablePredicting(true);
     EnableDownloads(true);
     EnablePeerCommands();
+    with_.view.Enable(Button::kSNRPredictCmd, true);
     with_.view.Enable(Button::kBeaconCmd, with_.beacons.Available());
     with_.view.ShowToolTips(with_.configuration.ShowToolTips());
     diagnostics.DebugLog("IonCap.Form_Load: start");
@@ -106,6 +107,11 @@ void IonCap::RestoreChartOptions() {
   with_.view.SetChecked(
       CheckBox::kShowCurrentTimeCheck,
       with_.settings.GetBooleanSetting(kProductName, kSection, "ShowCurrentTime", "True"));
+  const bool table = with_.settings.GetBooleanSetting(kProductName, kSection, "ShowTable", "False");
+  with_.view.SetChecked(CheckBox::kShowTableCheck, table);
+  with_.chart.SetTableView(table);
+  SetSNRDisplayActive(
+      with_.settings.GetBooleanSetting(kProductName, kSection, "ShowSNRDisplay", "False"));
 }
 
 void IonCap::SaveOption(const char* key, bool value) {
@@ -187,6 +193,7 @@ void IonCap::Form_Unload() {
     with_.run.Abort();
     (void)LeaveRun();
   });
+  step([&] { with_.point_prediction.Terminate(); });
   step([&] { SettleFields(); });
   step([&] {
     SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);

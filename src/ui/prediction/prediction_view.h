@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ui/prediction/controls.h"
+#include "ui/prediction/snr_display.h"
 #include "ui/prediction/window_placement.h"
 
 namespace skyhop {
@@ -53,6 +54,9 @@ class PredictionView {
   virtual void StartTimer(WindowTimer timer, std::chrono::milliseconds interval) = 0;
   virtual void StopTimer(WindowTimer timer) = 0;
   [[nodiscard]] virtual bool TimerRunning(WindowTimer timer) const = 0;
+
+  /// Shows or hides the point prediction, as `display` says.
+  virtual void ShowSnr(const SnrDisplay& display) = 0;
 
   virtual void SetCaption(const std::string& caption) = 0;
   virtual void ShowNotice(const Notice& notice) = 0;

@@ -83,11 +83,17 @@ class SpaceWeather {
 /// Predicts the signal-to-noise ratio at one frequency.
 class PointPrediction : public SNRService {
  public:
-  /// `frequency` in MHz.
-  virtual void Predict(double /*frequency*/, const std::string& /*mode*/) {}
+  /// `frequency` in MHz, `snr` in dB in 1 Hz; empty for the one that the mode needs.
+  virtual void Predict(double /*frequency*/, const std::string& /*mode*/,
+                       const std::string& /*snr*/) {}
+  /// The transceiver is on another frequency or mode: predicts for it when it stays there and the
+  /// display is active.
+  virtual void Follow(double /*frequency*/, const std::string& /*mode*/) {}
   virtual void SNRExecuteTimer_Tick() {}
   /// Shows or hides what was predicted.
   virtual void SetDisplayActive(bool /*active*/) {}
+  /// The program ends: so do running predictions.
+  virtual void Terminate() {}
   [[nodiscard]] std::string ValidatedSNR(const std::string& snr) override { return snr; }
   void PredictSNR(const SNRRequest& /*request*/) override {}
 };

@@ -8,6 +8,7 @@
 
 #include "common/files.h"
 #include "ui/wx/commit_field.h"
+#include "ui/wx/config_antenna_page.h"
 #include "ui/wx/config_band_page.h"
 #include "ui/wx/config_engine_page.h"
 #include "ui/wx/config_links_page.h"
@@ -49,6 +50,7 @@ void ConfigurationFrame::Assemble() {
   book_ = new wxSimplebook(base);
   engine_ = AddPage<ConfigEnginePage>("Engine");
   station_ = AddPage<ConfigStationPage>("Stations and units");
+  antennas_ = AddPage<ConfigAntennaPage>("Antennas");
   bands_ = AddPage<ConfigBandPage>("Frequency-dependent settings");
   modes_ = AddPage<ConfigModePage>("Mode-dependent settings");
   urls_ = AddPage<ConfigUrlPage>("Prediction URLs");
@@ -121,6 +123,8 @@ void ConfigurationFrame::SetLabel(ConfigLabel label, const std::string& text) {
   switch (label) {
     case ConfigLabel::kTestResult:
       return engine_->SetTestResult(text);
+    case ConfigLabel::kAntennaFiles:
+      return antennas_->SetNote(text);
     case ConfigLabel::kStationSource:
       return station_->SetSource(text);
     case ConfigLabel::kBandsMissing:
@@ -134,6 +138,14 @@ void ConfigurationFrame::SetLabel(ConfigLabel label, const std::string& text) {
 
 void ConfigurationFrame::SetEngineFinding(int engine, const std::string& text) {
   engine_->SetFinding(engine, text);
+}
+
+void ConfigurationFrame::SetAntenna(Station station, const Antenna& antenna) {
+  antennas_->SetAntenna(station, antenna);
+}
+
+void ConfigurationFrame::SetAntennaFiles(std::span<const std::string> files) {
+  antennas_->SetFiles(files);
 }
 
 void ConfigurationFrame::SetBand(std::size_t band, const BandSettings& settings) {

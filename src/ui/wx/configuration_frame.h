@@ -9,6 +9,7 @@
 
 namespace skyhop {
 
+class ConfigAntennaPage;
 class ConfigBandPage;
 class ConfigDiagnosticsPage;
 class ConfigEnginePage;
@@ -35,6 +36,8 @@ class ConfigurationFrame : public SideFrame, public ConfigurationView {
   using wxFrame::SetLabel;
   void SetLabel(ConfigLabel label, const std::string& text) override;
   void SetEngineFinding(int engine, const std::string& text) override;
+  void SetAntenna(Station station, const Antenna& antenna) override;
+  void SetAntennaFiles(std::span<const std::string> files) override;
   void SetBand(std::size_t band, const BandSettings& settings) override;
   void EnableBands(bool enabled) override;
   void SetModes(std::span<const ModeSettings> modes, int selected) override;
@@ -65,6 +68,7 @@ class ConfigurationFrame : public SideFrame, public ConfigurationView {
   wxSimplebook* book_ = nullptr;
   ConfigEnginePage* engine_ = nullptr;
   ConfigStationPage* station_ = nullptr;
+  ConfigAntennaPage* antennas_ = nullptr;
   ConfigBandPage* bands_ = nullptr;
   ConfigModePage* modes_ = nullptr;
   ConfigUrlPage* urls_ = nullptr;

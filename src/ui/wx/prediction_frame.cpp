@@ -71,6 +71,8 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   chart_sizer->Add(notice_, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
   chart_sizer->Add(canvas_, wxSizerFlags(1).Expand());
   chart_sizer->Add(MakeChartOptions(chart), wxSizerFlags().Expand().Border(wxTOP, gap));
+  snr_ = new SnrPanel(chart, *controls_);
+  chart_sizer->Add(snr_, wxSizerFlags().Expand().Border(wxTOP, gap));
   chart_sizer->Add(controls_->MakeLabel(chart, Label::kProvenance),
                    wxSizerFlags().Expand().Border(wxTOP, gap));
   chart->SetSizer(chart_sizer);
@@ -115,8 +117,9 @@ void PredictionFrame::PutToDefaultPlace() {
 
 wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {
   auto* row = new wxWrapSizer(wxHORIZONTAL);
-  for (const CheckBox box : {CheckBox::kPlotEnable, CheckBox::kOpenBandEnable,
-                             CheckBox::kShowColorKeyCheck, CheckBox::kShowCurrentTimeCheck}) {
+  for (const CheckBox box :
+       {CheckBox::kPlotEnable, CheckBox::kOpenBandEnable, CheckBox::kShowColorKeyCheck,
+        CheckBox::kShowCurrentTimeCheck, CheckBox::kShowTableCheck, CheckBox::kSNRDisplayCheck}) {
     row->Add(controls_->MakeCheckBox(parent, box),
              wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(16)));
   }
@@ -131,6 +134,7 @@ void PredictionFrame::Clicked(Button button) {
     case Button::kPredictLPToCmd:
     case Button::kPredictSPFromCmd:
     case Button::kPredictLPFromCmd:
+    case Button::kSNRPredictCmd:
       // A key can start a prediction while a field still has the focus.
       if (!controls_->CommitFocusedField() || !controller_->FieldsAccepted()) return;
       break;
@@ -166,6 +170,8 @@ void PredictionFrame::Clicked(Button button) {
       return controller_->ConfigCmd_Click();
     case Button::kHelpCmd:
       return controller_->HelpCmd_Click();
+    case Button::kSNRPredictCmd:
+      return controller_->SNRPredictCmd_Click();
   }
 }
 
@@ -202,6 +208,10 @@ void PredictionFrame::Toggled(CheckBox box) {
       return controller_->ShowColorKeyCheck_Click();
     case CheckBox::kShowCurrentTimeCheck:
       return controller_->ShowCurrentTimeCheck_Click();
+    case CheckBox::kShowTableCheck:
+      return controller_->ShowTableCheck_Click();
+    case CheckBox::kSNRDisplayCheck:
+      return controller_->SNRDisplayCheck_Click();
   }
 }
 
@@ -252,6 +262,10 @@ void PredictionFrame::Ticked(WindowTimer timer) {
 void PredictionFrame::ShowNotice(const Notice& notice) {
   if (notice.kind == Notice::Kind::kEmpty) pane_->SetEmptyText(notice.text);
   notice_->Show_(notice);
+}
+
+void PredictionFrame::ShowSnr(const SnrDisplay& display) {
+  snr_->Show_(display);
 }
 
 void PredictionFrame::SetStatus(const std::string& text) {

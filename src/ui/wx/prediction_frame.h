@@ -14,6 +14,7 @@
 #include "ui/wx/control_set.h"
 #include "ui/wx/normal_place.h"
 #include "ui/wx/notice_bar.h"
+#include "ui/wx/snr_panel.h"
 
 namespace skyhop {
 
@@ -54,6 +55,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void ShowNotice(const Notice& notice);
   void SetStatus(const std::string& text);
   void SetClock(const std::string& text);
+  void ShowSnr(const SnrDisplay& display);
   [[nodiscard]] wxTimer& TimerOf(WindowTimer timer) {
     return *timers_.at(static_cast<std::size_t>(timer));
   }
@@ -92,6 +94,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   wxTimer close_timer_;
   wxWindow* base_ = nullptr;  ///< holds all controls
   NoticeBar* notice_ = nullptr;
+  SnrPanel* snr_ = nullptr;
   ChartCanvas* canvas_ = nullptr;
   ChartPane* pane_;
   std::string status_;

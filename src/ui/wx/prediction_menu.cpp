@@ -118,6 +118,8 @@ void PredictionFrame::MakeMenu() {
   view.Of(CheckBox::kOpenBandEnable, "\tCtrl+B");
   view.Of(CheckBox::kShowColorKeyCheck, "\tCtrl+K");
   view.Of(CheckBox::kShowCurrentTimeCheck, "\tCtrl+T");
+  view.Of(CheckBox::kShowTableCheck, "\tCtrl+H");
+  view.Of(CheckBox::kSNRDisplayCheck, "\tCtrl+R");
   bar->Append(view.Menu(), "&View");
 
   MenuMaker weather(*this);

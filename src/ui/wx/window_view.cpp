@@ -27,6 +27,10 @@ bool WindowView::TimerRunning(WindowTimer timer) const {
   return frame_->TimerOf(timer).IsRunning();
 }
 
+void WindowView::ShowSnr(const SnrDisplay& display) {
+  frame_->ShowSnr(display);
+}
+
 void WindowView::SetCaption(const std::string& caption) {
   frame_->SetTitle(ToWx(caption));
 }

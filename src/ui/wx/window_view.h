@@ -34,6 +34,8 @@ class WindowView : public PredictionView {
   void StopTimer(WindowTimer timer) override;
   [[nodiscard]] bool TimerRunning(WindowTimer timer) const override;
 
+  void ShowSnr(const SnrDisplay& display) override;
+
   void SetCaption(const std::string& caption) override;
   void ShowNotice(const Notice& notice) override;
   void SetStatus(const std::string& text) override;

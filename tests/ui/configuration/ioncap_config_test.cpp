@@ -108,6 +108,37 @@ TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {
   EXPECT_FALSE(view_.shown);
 }
 
+TEST_F(IoncapConfigTest, AntennasAreThoseOfTheEngineThatIsUsed) {
+  const std::filesystem::path folder = with_.log.folder.Path();
+  machine_.estimate = folder / "estimate";
+  WriteFile(machine_.estimate, "x");
+  Load();
+  EXPECT_EQ(view_.labels[ConfigLabel::kAntennaFiles],
+            "The built-in estimate engine knows no antenna files.");
+  for (const char* name : {"ITSHFBC/bin_win/voacapw.exe", "ITSHFBC/antennas/samples/sample.23"}) {
+    std::filesystem::create_directories((folder / name).parent_path());
+    WriteFile(folder / name, "x");
+  }
+  window_.Form_Activate();
+  EXPECT_EQ(view_.antenna_files, std::vector<std::string>{"samples/sample.23"});
+  EXPECT_EQ(view_.labels[ConfigLabel::kAntennaFiles],
+            "The files are those in " + PathText(folder / "ITSHFBC" / "antennas") + ".");
+}
+
+TEST_F(IoncapConfigTest, AnAntennaCountsOrIsRefusedWithTheReason) {
+  Load();
+  window_.Antenna_Change(Station::kDX, {"samples/sample.23", "", " 45 "});
+  EXPECT_EQ(configuration_.AntennaOf(Station::kDX), (Antenna{"samples/sample.23", "", "45"}));
+  EXPECT_EQ(view_.antennas[Station::kDX].azimuth, "45");
+  EXPECT_TRUE(with_.messages.shown.empty());
+  window_.Antenna_Change(Station::kDX, {"samples/sample.23", "", "400"});
+  EXPECT_EQ(Message(),
+            "The antenna azimuth \"400\" is no number from 0 to 360 degrees. The value before "
+            "stays.");
+  EXPECT_EQ(view_.antennas[Station::kDX].azimuth, "45");
+  EXPECT_EQ(configuration_.AntennaOf(Station::kLocal), Antenna());
+}
+
 TEST_F(IoncapConfigTest, ClosingHidesTheWindowAndSavesItsPlace) {
   Load();
   window_.Show();

@@ -46,9 +46,10 @@ TEST_F(ConfigurationTest, OfAFreshInstallationHasItsDefaults) {
 }
 
 TEST(DefaultModes, NeedWhatTheirUsualBandwidthsSay) {
-  const std::vector<ModeSettings> expected = {{"CW", "24"},  {"SSB", "45"},  {"AM", "51"},
-                                              {"FM", "56"},  {"RTTY", "36"}, {"PSK31", "27"},
-                                              {"FT8", "13"}, {"FT4", "17"},  {"JT65", "9"}};
+  const std::vector<ModeSettings> expected = {
+      {"CW", "24"},    {"SSB", "45"},    {"AM", "51"},  {"FM", "56"},  {"RTTY", "36"},
+      {"PSK31", "27"}, {"FT8", "13"},    {"FT4", "17"}, {"JT65", "9"}, {"JT9", "7"},
+      {"JS8", "10"},   {"OLIVIA", "22"}, {"DV", "33"}};
   EXPECT_EQ(DefaultModes(), expected);
 }
 

@@ -1,9 +1,11 @@
 #include "ui/prediction/csv_report.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "engine/results_parser.h"
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
 #include "ui/prediction/sample_results.h"
@@ -42,8 +44,25 @@ TEST(CsvReports, TellFrequenciesAndOpenBandsByHour) {
 
 TEST(CsvReports, LeaveEmptyWhatIsNotPredicted) {
   const std::string csv = Csv(NewYorkLondonReliability(), EngineChoice::kVoaCapSnr);
-  EXPECT_EQ(Line(csv, 0), kHeader);
-  EXPECT_EQ(Line(csv, 14), "13,21.60,30.80,,,0,0,0,0,1,4,4,4,4,4,0");
+  EXPECT_EQ(Line(csv, 14).substr(0, 38), "13,21.60,30.80,,,0,0,0,0,1,4,4,4,4,4,0");
+}
+
+TEST(CsvReports, TellWhatIsPredictedOfTheBands) {
+  ResultsTable table;
+  IONCAPModule::ParseMethod30Results(TestData("results/newyork-london-method30.results.txt"), "",
+                                     table);
+  table.known[2][1] = 0;
+  const std::string csv = Csv(table, EngineChoice::kVoaCapSnr);
+  const std::string header = Line(csv, 0);
+  EXPECT_EQ(header.substr(0, std::string(kHeader).size()), kHeader);
+  EXPECT_NE(header.find(",reliability_80m,reliability_60m,"), std::string::npos);
+  EXPECT_TRUE(header.ends_with(",signal_dbw_10m,signal_dbw_6m"));
+  const std::string line = Line(csv, 2);
+  EXPECT_NE(line.find(",64,,89,85,1,0,0,0,0,0,28,,44,45,-28,"), std::string::npos) << line;
+  EXPECT_NE(line.find(",2F2,,2F2,"), std::string::npos);
+  EXPECT_TRUE(line.ends_with(",-414,-415,-419")) << line;
+  EXPECT_EQ(std::count(line.begin(), line.end(), ','),
+            std::count(header.begin(), header.end(), ','));
 }
 
 }  // namespace

@@ -105,8 +105,18 @@ class FakeSpaceWeather : public SpaceWeather, public Part {
 class FakePointPrediction : public PointPrediction, public Part {
  public:
   using Part::Part;
-  void Predict(double, const std::string& mode) override { Happened("point " + mode); }
+  void Predict(double frequency, const std::string& mode, const std::string& snr) override {
+    Happened("point " + mode + (snr.empty() ? "" : " " + snr));
+    predicted = frequency;
+  }
+  void Follow(double frequency, const std::string& mode) override {
+    Happened("follow " + mode);
+    predicted = frequency;
+  }
+  void Terminate() override { Happened("point end"); }
   void SNRExecuteTimer_Tick() override { Happened("point tick"); }
+
+  double predicted = 0;
 };
 
 class FakeBeacons : public BeaconMonitor, public Part {

@@ -61,7 +61,7 @@ TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   EXPECT_EQ(Requester(), dde_option::kRequestedHere);
   EXPECT_EQ(launcher_.starts.size(), 1U);
-  EXPECT_EQ(std::count(events_.begin(), events_.end(), "point FT8"), 0);
+  EXPECT_EQ(std::count(events_.begin(), events_.end(), "point FT8 10"), 0);
 }
 
 TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
@@ -100,7 +100,8 @@ TEST_F(IonCapPeersTest, AFrequencyIsTakenInKilohertzOrMegahertz) {
   for (const char* frequency : {"14074.5", "14.0745"}) {
     window_.FreqPredictForPeer({true, false}, frequency, "FT8", "33");
     EXPECT_EQ(log_.debug.back(), "IonCap.FreqPredict, theFreq = 14.0745, theMode = FT8");
-    EXPECT_EQ(events_.back(), "point FT8");
+    EXPECT_EQ(events_.back(), "point FT8 33");
+    EXPECT_TRUE(window_.SNRDisplayActive()) << "who asks wants to see it";
   }
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kLong);
   EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
@@ -221,7 +222,7 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
   window_.Forget(LinkControl::kFreq);
   EXPECT_EQ(chart_.BandIndicator(), -1) << "the transceiver has gone";
   const std::pair<const char*, const char*> modes[] = {
-      {"CW", "CW"}, {"usb", "SSB"}, {"LSB ", "SSB"}, {"psk", "PSK31"}, {"OLIVIA", "PSK31"}};
+      {"CW", "CW"}, {"usb", "SSB"}, {"LSB ", "SSB"}, {"psk", "PSK31"}, {"HELL", "PSK31"}};
   for (const auto& [told, selected] : modes) {
     window_.Follow(LinkControl::kMode, told);
     const int index = view_.Selected(OptionGroup::kModeSNRCombo);
@@ -230,6 +231,22 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
     EXPECT_EQ(view_.Text(TextField::kSNR),
               configuration_.Modes().at(static_cast<std::size_t>(index)).snr);
   }
+}
+
+TEST_F(IonCapPeersTest, TheTransceiverDrivesThePointPredictionWhileItIsShown) {
+  Start();
+  events_.clear();
+  (void)window_.FollowFrequency(14.1);
+  EXPECT_EQ(events_, Events());
+  peers_.kilohertz = 21074;
+  view_.SetChecked(CheckBox::kSNRDisplayCheck, true);
+  window_.SNRDisplayCheck_Click();
+  EXPECT_EQ(events_, Events{"follow "});
+  EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "21.074");
+  window_.Follow(LinkControl::kMode, "USB");
+  EXPECT_EQ(events_.back(), "follow SSB");
+  (void)window_.FollowFrequency(7.074);
+  EXPECT_EQ(point_prediction_.predicted, 7.074);
 }
 
 TEST_F(IonCapPeersTest, LinksAndTimersReachTheirParts) {

@@ -67,7 +67,7 @@ TEST_F(IonCapTest, TheStoredModeBringsItsSnrWhileItIsInTheList) {
     const char* mode;
     int selected;
     const char* snr;
-  } cases[] = {{"1", 1, "45"}, {"8", 8, "9"}, {"9", -1, "7"}, {"-1", -1, "7"}};
+  } cases[] = {{"1", 1, "45"}, {"8", 8, "9"}, {"13", -1, "7"}, {"-1", -1, "7"}};
   for (const auto& [mode, selected, snr] : cases) {
     Store("SNRMode", mode);
     view_.SetText(TextField::kSNR, "");
@@ -104,7 +104,7 @@ TEST_F(IonCapTest, APartThatFailsKeepsNoOtherFromStartingOrEnding) {
   EXPECT_TRUE(view_.TimerRunning(WindowTimer::kClockTimer));
   events_.clear();
   window_.Form_Unload();
-  EXPECT_EQ(events_, (Events{"end links", "end serving", "end configuration"}));
+  EXPECT_EQ(events_, (Events{"point end", "end links", "end serving", "end configuration"}));
   EXPECT_EQ(log_.errors.back(), "program error 5 in module IonCap.Form_Unload: end links fails");
   EXPECT_EQ(Stored("Power"), "1500");
 }
@@ -120,12 +120,12 @@ TEST_F(IonCapTest, TheEndSavesPlaceAndParametersOnceAndStopsTheEngine) {
   EXPECT_FALSE(locker_.held);
   EXPECT_EQ(Stored("IonCapLeft", "Windows"), "77");
   EXPECT_EQ(Stored("Power"), "400");
-  EXPECT_EQ(events_, (Events{"end links", "end serving", "end configuration"}));
+  EXPECT_EQ(events_, (Events{"point end", "end links", "end serving", "end configuration"}));
   for (int timer = 0; timer < kWindowTimerCount; ++timer) {
     EXPECT_FALSE(view_.TimerRunning(static_cast<WindowTimer>(timer)));
   }
   window_.Form_Unload();
-  EXPECT_EQ(events_.size(), 3U);
+  EXPECT_EQ(events_.size(), 4U);
 }
 
 TEST_F(IonCapTest, CommandsOfAbsentPartsAreDisabled) {
@@ -188,6 +188,36 @@ TEST_F(IonCapTest, ThePointPredictionIsAskedWithFrequencyAndMode) {
   window_.FreqPredict(14.074, "FT8");
   EXPECT_TRUE(Logged("IonCap.FreqPredict, theFreq = 14.074, theMode = FT8"));
   EXPECT_EQ(events_, Events{"point FT8"});
+}
+
+TEST_F(IonCapTest, ATypedFrequencyIsPredictedForTheModeOrTheSnrOfTheField) {
+  Start();
+  window_.Field_Enter(TextField::kSNRFrequency);
+  EXPECT_EQ(messages_.Texts(), std::vector<std::string>{"Enter a frequency, in MHz or in kHz"});
+  view_.SetText(TextField::kSNRFrequency, "7030.5");
+  view_.SetText(TextField::kSNR, "31");
+  window_.Field_Enter(TextField::kSNRFrequency);
+  EXPECT_EQ(events_.back(), "point  31");
+  EXPECT_EQ(point_prediction_.predicted, 7.0305);
+  view_.Select(OptionGroup::kModeSNRCombo, 0);
+  view_.SetText(TextField::kSNRFrequency, "14.03");
+  window_.SNRPredictCmd_Click();
+  EXPECT_EQ(events_.back(), "point CW");
+  EXPECT_EQ(point_prediction_.predicted, 14.03);
+  view_.SetText(TextField::kSNRFrequency, "14..1");
+  window_.Field_Enter(TextField::kSNRFrequency);
+  EXPECT_EQ(messages_.Texts().back(), "Illegal frequency");
+}
+
+TEST_F(IonCapTest, TheShownDisplayComesBackInTheNextRun) {
+  store_.SaveSetting(kProductName, "Configuration", "ShowSNRDisplay", "True");
+  Start();
+  EXPECT_TRUE(window_.SNRDisplayActive());
+  EXPECT_TRUE(view_.Checked(CheckBox::kSNRDisplayCheck));
+  view_.SetChecked(CheckBox::kSNRDisplayCheck, false);
+  window_.SNRDisplayCheck_Click();
+  EXPECT_FALSE(window_.SNRDisplayActive());
+  EXPECT_EQ(store_.Read(kProductName, "Configuration", "ShowSNRDisplay", ""), "False");
 }
 
 TEST_F(IonCapTest, HelpOpensInTheBrowserOrTellsWhereItIs) {

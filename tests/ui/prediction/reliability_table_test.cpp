@@ -1,0 +1,126 @@
+#include "ui/prediction/reliability_table.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "engine/results_parser.h"
+#include "support/diagnostics_fixture.h"
+#include "support/recording_surface.h"
+#include "support/temporary_folder.h"
+#include "ui/prediction/chart_pane.h"
+
+namespace skyhop::testing {
+namespace {
+
+ResultsTable Sample() {
+  ResultsTable table;
+  IONCAPModule::ParseMethod30Results(TestData("results/newyork-london-method30.results.txt"), "",
+                                     table);
+  return table;
+}
+
+/// How light a colour is, 0 to 255.
+double Lightness(Color color) {
+  return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
+}
+
+TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
+  double before = 256;
+  for (const int percent : {20, 40, 60, 80, 100}) {
+    const CellColors cell = ReliabilityColors(percent);
+    EXPECT_EQ(ReliabilityColors(percent - 19).fill, cell.fill) << percent;
+    EXPECT_LT(Lightness(cell.fill), before - 5) << percent;
+    EXPECT_GT(std::abs(Lightness(cell.fill) - Lightness(cell.ink)), 105) << percent;
+    before = Lightness(cell.fill);
+  }
+}
+
+TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
+  ResultsTable table = Sample();
+  table.known[5][13] = 0;
+  RecordingSurface surface;
+  const Rectangle area{50, 20, 720, 300};
+  PaintReliabilityTable(surface, table, area, 12, kLightPalette);
+  const auto texts = surface.Texts();
+  for (std::size_t band = 1; band < kBandCount; ++band) {
+    for (std::size_t hour = 0; hour < 24; ++hour) {
+      const double x = area.left + 30.0 * static_cast<double>(hour) + 15;
+      const double y = area.top + 30.0 * static_cast<double>(kBandCount - 1 - band) + 15;
+      const auto found = std::find_if(texts.begin(), texts.end(), [&](const DrawingCall& call) {
+        return std::abs(call.from.x - x) < 1 && std::abs(call.from.y - y) < 1;
+      });
+      ASSERT_NE(found, texts.end()) << band << "/" << hour;
+      // The results have two decimals.
+      const auto percent = std::lround(100.0 * static_cast<double>(table.reliability[band][hour]));
+      EXPECT_EQ(found->text, band == 5 && hour == 13 ? "\u2013" : std::to_string(percent));
+      EXPECT_EQ(BandOfRow(area, y), band);
+    }
+  }
+  EXPECT_EQ(BandOfRow(area, 19), std::nullopt);
+  EXPECT_EQ(BandOfRow(area, 320), std::nullopt);
+}
+
+TEST(ReliabilityTable, NumbersGiveWayWhereThereIsNoRoom) {
+  RecordingSurface surface;
+  PaintReliabilityTable(surface, Sample(), {50, 20, 240, 300}, 12, kLightPalette);
+  EXPECT_EQ(surface.Texts().size(), kBandCount - 1) << "the names of the bands alone";
+}
+
+class TablePane : public ::testing::Test {
+ protected:
+  TablePane() { pane_.Resize(1000, 500, 13); }
+
+  /// The middle of a cell of the table.
+  [[nodiscard]] Point Cell(std::size_t band, int hour) const {
+    const Rectangle& plot = pane_.Plot();
+    return {plot.left + plot.width * (hour + 0.5) / 24,
+            plot.top + plot.height * (static_cast<double>(kBandCount - 1 - band) + 0.5) / 10};
+  }
+  [[nodiscard]] bool Paints(const std::string& text) {
+    RecordingSurface surface;
+    pane_.Paint(surface);
+    const auto texts = surface.Texts();
+    return std::any_of(texts.begin(), texts.end(),
+                       [&](const DrawingCall& call) { return call.text == text; });
+  }
+
+  LoggedDiagnostics log_;
+  ResultsTable table_ = Sample();
+  ChartPane pane_{table_, log_.diagnostics, log_.clock};
+};
+
+TEST_F(TablePane, TheTableTakesTheChartsPlaceWhereThereIsReliability) {
+  pane_.SetTableView(true);
+  EXPECT_FALSE(pane_.TableShown()) << "there is no result";
+  pane_.DisplayTable(EngineChoice::kVoaCap);
+  EXPECT_FALSE(pane_.TableShown());
+  EXPECT_TRUE(Paints("Open Bands"));
+  pane_.DisplayTable(EngineChoice::kVoaCapSnr);
+  EXPECT_TRUE(pane_.TableShown());
+  EXPECT_FALSE(Paints("MHz"));
+  EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart's";
+  pane_.SetTableView(false);
+  EXPECT_TRUE(Paints("MHz"));
+}
+
+TEST_F(TablePane, PointingReadsOutWhatIsPredictedOfTheBand) {
+  pane_.DisplayTable(EngineChoice::kVoaCapSnr);
+  pane_.SetTableView(true);
+  const std::string expected = "01:30 UTC   30 m   85 % of days   SNR 45 dB   2F2   -88 dBm, S6";
+  EXPECT_EQ(pane_.Readout(Cell(4, 1)), expected);
+  std::int16_t chosen = -2;
+  pane_.SetBandListener([&](std::int16_t band) { chosen = band; });
+  pane_.Press(Cell(10, 1));
+  EXPECT_EQ(chosen, 10);
+  pane_.SetTableView(false);
+  const auto& chart = pane_.Chart();
+  const double range = double{chart.FMax()} - double{chart.FMin()};
+  const double part = (10.1 - double{chart.FMin()}) / range;
+  EXPECT_EQ(pane_.Readout({Cell(4, 1).x, pane_.Plot().Bottom() - part * pane_.Plot().height}),
+            expected);
+}
+
+}  // namespace
+}  // namespace skyhop::testing
