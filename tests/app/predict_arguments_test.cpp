@@ -14,10 +14,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-bool Holds(const std::string& text, const std::string& what) {
-  return text.find(what) != std::string::npos;
-}
-
 class PredictArgumentsTest : public ::testing::Test {
  protected:
   ProgramResult Run(Arguments more, bool with_circuit = true) {

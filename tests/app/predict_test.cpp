@@ -21,10 +21,6 @@ long Count(const std::string& text, const std::string& what) {
   return count;
 }
 
-bool Holds(const std::string& text, const std::string& what) {
-  return text.find(what) != std::string::npos;
-}
-
 class PredictTest : public ::testing::Test {
  protected:
   explicit PredictTest(const std::string& folder = "program folder") : folder_(folder) {}

@@ -19,4 +19,8 @@ struct ProgramResult {
                                        const std::vector<std::string>& arguments,
                                        const std::map<std::string, std::string>& environment);
 
+[[nodiscard]] inline bool Holds(const std::string& text, const std::string& what) {
+  return text.find(what) != std::string::npos;
+}
+
 }  // namespace skyhop::testing

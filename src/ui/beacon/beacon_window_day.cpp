@@ -15,7 +15,7 @@ namespace {
 using BeaconModule::Selection;
 
 constexpr const char* kCaption = "Skyhop Beacons";
-constexpr const char* kDegree = "\xC2\xB0";
+constexpr const char* kDegreeSign = "\xC2\xB0";
 
 }  // namespace
 
@@ -122,7 +122,7 @@ DayRow BeaconWindow::DayRowOf(const std::string& call, std::size_t frequency,
   if (selection_.by == Selection::By::kBand) {
     const Known known = KnownOf(call);
     row.label = call;
-    if (known.way) row.label += " " + std::to_string(known.way->short_bearing) + kDegree;
+    if (known.way) row.label += " " + std::to_string(known.way->short_bearing) + kDegreeSign;
   }
   const BeaconPredictions::Levels* const levels = with_.predictions.Of(call, kilohertz);
   // The predictions are today's.

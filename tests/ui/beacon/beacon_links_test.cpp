@@ -18,6 +18,7 @@ class NoWindow : public PeerWindow {
  public:
   FollowedBand FollowFrequency(double) override { return {}; }
   void Follow(LinkControl, const std::string&) override {}
+  void Forget(LinkControl) override {}
   void LinksChanged() override {}
 };
 
