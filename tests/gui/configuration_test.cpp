@@ -1,5 +1,6 @@
 // The configuration window, by keyboard.
 
+#include <wx/choice.h>
 #include <wx/listbox.h>
 #include <wx/simplebook.h>
 #include <wx/uiaction.h>
@@ -46,15 +47,17 @@ class ConfigurationByKeyboard : public GuiTest {
   }
   /// Goes on with the Tab key until a control has the focus.
   void TabTo(const wxWindow& control) {
-    for (int i = 0; i < 60 && !control.HasFocus(); ++i) {
-      const wxWindow* const before = wxWindow::FindFocus();
+    const auto focused = [&] { return Focused(ConfigurationWindow()) == &control; };
+    for (int i = 0; i < 60 && !focused(); ++i) {
+      const wxWindow* const before = Focused(ConfigurationWindow());
       Press(WXK_TAB);
       ASSERT_TRUE(PumpUntil([&] {
-        return wxWindow::FindFocus() != nullptr && wxWindow::FindFocus() != before;
+        const wxWindow* const now = Focused(ConfigurationWindow());
+        return now != nullptr && now != before;
       })) << "the Tab key does not leave "
-          << before->GetName() << " " << before->GetLabel();
+          << (before == nullptr ? wxString("nothing") : before->GetName());
     }
-    ASSERT_TRUE(control.HasFocus()) << control.GetLabel();
+    ASSERT_TRUE(focused()) << control.GetLabel();
   }
   void CloseByEscape() {
     Press(WXK_ESCAPE);
@@ -74,7 +77,8 @@ TEST_F(ConfigurationByKeyboard, EveryControlOfEveryPageIsReached) {
       const auto* radio = dynamic_cast<wxRadioButton*>(window);
       if (dynamic_cast<wxTextCtrl*>(window) != nullptr ||
           dynamic_cast<wxButton*>(window) != nullptr ||
-          dynamic_cast<wxCheckBox*>(window) != nullptr || (radio != nullptr && radio->GetValue())) {
+          dynamic_cast<wxCheckBox*>(window) != nullptr ||
+          dynamic_cast<wxChoice*>(window) != nullptr || (radio != nullptr && radio->GetValue())) {
         TabTo(*window);
       }
     }
