@@ -65,13 +65,14 @@ LaunchResult CircuitRun::WriteAndStart(EngineChoice engine, const EngineFinding&
   if (ioncap) {
     command = IonCapCommand(finding, work / kCircuitDriver, launcher);
     WriteFile(work / kCircuitDriver, DriverLine(finding, work / kCircuitDeck, launcher) + end +
-                                      DriverLine(finding, results, launcher) + end);
+                                         DriverLine(finding, results, launcher) + end);
   } else {
     command = ItsCommand(finding, folder, kCircuitDeck, kCircuitResults, launcher);
   }
-  WriteFile(work / kCircuitBatch, "cd " + launcher.BatchText(work) + end + command + end + "echo off" +
-                                   end + "cls" + end);
-  return launcher.StartBatch(work / kCircuitBatch, ioncap ? PathText(work / kCircuitDriver) : "", folder);
+  WriteFile(work / kCircuitBatch, "cd " + launcher.BatchText(work) + end + command + end +
+                                      "echo off" + end + "cls" + end);
+  return launcher.StartBatch(work / kCircuitBatch, ioncap ? PathText(work / kCircuitDriver) : "",
+                             folder);
 }
 
 std::optional<CircuitRun::Outcome> CircuitRun::Poll(Time now) {

@@ -10,8 +10,8 @@ namespace skyhop::platform {
 /// windows.
 void TieLabel(void* label, void* field);
 
-/// Lays a window out in its size before it is shown: the toolkit may otherwise forget place and size
-/// while it waits for the window manager. `window` is the native handle.
+/// Lays a window out in its size before it is shown: the toolkit may otherwise forget place and
+/// size while it waits for the window manager. `window` is the native handle.
 void LayOutHidden(void* window, int width, int height);
 
 /// While it lives, the program's windows are light or dark as the desktop wishes, also when the

@@ -62,8 +62,8 @@ TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
   }
 }
 
-// What the toolkit learns about the window manager while the first window waits to be shown must not
-// cost the window its place.
+// What the toolkit learns about the window manager while the first window waits to be shown must
+// not cost the window its place.
 TEST_F(ProgramAsProcess, AWindowStaysWhereItIsFromStartToStart) {
   const std::string place =
       "IonCapLeft=130\nIonCapTop=90\nIonCapWidth=1150\nIonCapHeight=810\nIonCapWindowState=0\n";
