@@ -46,6 +46,7 @@ std::filesystem::path ProgramFolder() {
 std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
   const std::filesystem::path prefix = InstallationPrefix();
   std::vector<ShippedFile> files;
+  files.reserve(std::size(kShippedTexts) + 1);
   for (const char* name : kShippedTexts) {
     files.push_back({prefix / SKYHOP_DATA_FOLDER / name, name, false});
   }

@@ -9,16 +9,16 @@ class NestedLoops {
   /// One of them, while it lives.
   class Scope {
    public:
-    Scope() { ++depth_; }
-    ~Scope() { --depth_; }
+    Scope() { ++depth; }
+    ~Scope() { --depth; }
     Scope(const Scope&) = delete;
     Scope& operator=(const Scope&) = delete;
   };
 
-  [[nodiscard]] static bool Any() { return depth_ > 0; }
+  [[nodiscard]] static bool Any() { return depth > 0; }
 
  private:
-  inline static int depth_ = 0;
+  inline static int depth = 0;
 };
 
 }  // namespace skyhop
