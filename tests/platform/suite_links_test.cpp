@@ -138,7 +138,7 @@ TEST_F(SuiteLinksTest, PeersAreLinkedWhetherTheyStartBeforeOrAfter) {
   EXPECT_TRUE(world_->RunUntil([&] { return !tessera->Executed().empty(); }));
   EXPECT_EQ(tuneward->Executed(), Texts{"005setspliton"});
   EXPECT_EQ(tessera->Executed(), Texts{"005rotatesp45"});
-  EXPECT_TRUE(log_.errors.empty());
+  EXPECT_EQ(log_.errors, Texts());
 }
 
 TEST_F(SuiteLinksTest, APeerThatDiesOrHangsIsFoundAgain) {
