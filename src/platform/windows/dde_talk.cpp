@@ -203,8 +203,8 @@ bool DdeTalk::PeerGone() const {
          (peer_.IsOpen() && ::WaitForSingleObject(peer_.Get(), 0) == WAIT_OBJECT_0);
 }
 
-DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std::string& block,
-                                  std::string* value, milliseconds longest) {
+DdeTalk::Answer DdeTalk::TransactOnce(UINT type, const std::string* item, const std::string& block,
+                                      std::string* value, milliseconds longest) {
   if (lost_) return Answer::kNone;
   std::optional<DdeName> name;
   if (item != nullptr) name.emplace(instance_, *item);
@@ -231,6 +231,19 @@ DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std:
     default:
       return Answer::kNone;
   }
+}
+
+/// What concerns an item is asked again when it is refused: some systems take the rest of one
+/// answer for the refusal of the next.
+DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std::string& block,
+                                  std::string* value, milliseconds longest) {
+  constexpr int most_retries = 3;
+  Answer answer = TransactOnce(type, item, block, value, longest);
+  for (int retry = 0; retry < most_retries && item != nullptr && answer == Answer::kRefused;
+       ++retry) {
+    answer = TransactOnce(type, item, block, value, longest);
+  }
+  return answer;
 }
 
 void DdeTalk::SendCommand(const std::string& bytes) {

@@ -84,6 +84,19 @@ TEST_F(DdeLinksTest, NamesMayBeWrittenLargeOrSmall) {
   EXPECT_TRUE(world_.RunUntil([&] { return !topic_.executed.empty(); }));
 }
 
+TEST_F(DdeLinksTest, AllItemsOfATopicAreFollowed) {
+  LinkPeerProcess peer("Tessera");
+  peer.Serve("TesseraMain", {{"A", "1"}, {"B", "2"}, {"C", "3"}, {"D", "4"}});
+  const auto conversation = ConnectPatiently(links_, "Tessera", "TesseraMain", listener_);
+  for (const char* item : {"A", "B", "C", "D"}) conversation->Advise(item);
+  EXPECT_TRUE(world_.RunUntil([&] { return listener_.changes.size() >= 4; }));
+  EXPECT_EQ(listener_.changes, (std::vector<std::pair<std::string, std::string>>{
+                                   {"A", "1"}, {"B", "2"}, {"C", "3"}, {"D", "4"}}));
+  peer.Publish("TesseraMain", "C", "5");
+  EXPECT_TRUE(world_.RunUntil([&] { return listener_.changes.size() >= 5; }));
+  EXPECT_EQ(listener_.changes.back().second, "5");
+}
+
 TEST_F(DdeLinksTest, GarbageIsRefusedOrIgnored) {
   links_.Serve("DDEServer", topic_);
   topic_.items = {{"Country", "x"}};
