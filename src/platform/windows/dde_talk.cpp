@@ -16,6 +16,11 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+void DispatchMessages() {
+  MSG message{};
+  while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+}
+
 /// The talk whose thread this is: DDE calls back without saying for whom.
 thread_local DdeTalk* own_talk = nullptr;
 
@@ -193,8 +198,7 @@ void DdeTalk::AwaitMessages(HANDLE also, milliseconds longest) {
                                 MWMO_INPUTAVAILABLE);
   const bool peer_ended = PeerGone();
   // After the look at the peer, so that its last words are heard.
-  MSG message{};
-  while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+  DispatchMessages();
   if (peer_ended) LoseLink();
 }
 
@@ -203,8 +207,11 @@ bool DdeTalk::PeerGone() const {
          (peer_.IsOpen() && ::WaitForSingleObject(peer_.Get(), 0) == WAIT_OBJECT_0);
 }
 
-DdeTalk::Answer DdeTalk::TransactOnce(UINT type, const std::string* item, const std::string& block,
-                                      std::string* value, milliseconds longest) {
+DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std::string& block,
+                                  std::string* value, milliseconds longest) {
+  // An acknowledgement may be left of the transaction before; this one would take it for its
+  // answer.
+  DispatchMessages();
   if (lost_) return Answer::kNone;
   std::optional<DdeName> name;
   if (item != nullptr) name.emplace(instance_, *item);
@@ -231,19 +238,6 @@ DdeTalk::Answer DdeTalk::TransactOnce(UINT type, const std::string* item, const 
     default:
       return Answer::kNone;
   }
-}
-
-/// What concerns an item is asked again when it is refused: some systems take the rest of one
-/// answer for the refusal of the next.
-DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std::string& block,
-                                  std::string* value, milliseconds longest) {
-  constexpr int most_retries = 3;
-  Answer answer = TransactOnce(type, item, block, value, longest);
-  for (int retry = 0; retry < most_retries && item != nullptr && answer == Answer::kRefused;
-       ++retry) {
-    answer = TransactOnce(type, item, block, value, longest);
-  }
-  return answer;
 }
 
 void DdeTalk::SendCommand(const std::string& bytes) {

@@ -85,8 +85,6 @@ class DdeTalk {
   /// Sends `block`, or asks about `item` when there is one; `value`, if any, gets what came back.
   [[nodiscard]] Answer Transact(UINT type, const std::string* item, const std::string& block,
                                 std::string* value, std::chrono::milliseconds longest);
-  [[nodiscard]] Answer TransactOnce(UINT type, const std::string* item, const std::string& block,
-                                    std::string* value, std::chrono::milliseconds longest);
   [[nodiscard]] std::optional<Work> NextWork();
   void Leave(Work work);
   void SendCommand(const std::string& bytes);
