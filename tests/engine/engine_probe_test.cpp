@@ -260,12 +260,12 @@ TEST_F(EngineProbeTest, WhatAnEngineLacksIsToldWhenItGivesNoResults) {
   Start(EngineChoice::kVoaCap);
   launcher_.running = false;
   launcher_.output = "cannot open file\n";
-  const std::string folder = PathText(log_.folder / "ITSHFBC");
+  const std::filesystem::path folder = log_.folder / "ITSHFBC";
   EXPECT_EQ(OutcomeAfter(milliseconds(8)),
             "bad: The engine ended without results. Its last words: cannot open file. Its "
             "coefficients are missing: there is no folder " +
-                folder + "/coeffs. The antenna file default/isotrope is missing in " + folder +
-                "/antennas.");
+                PathText(folder / "coeffs") + ". The antenna file default/isotrope is missing in " +
+                PathText(folder / "antennas") + ".");
 }
 
 TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {
