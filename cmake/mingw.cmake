@@ -20,7 +20,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(wxWidgets_CONFIG_EXECUTABLE ${SKYHOP_WINDOWS_LIBRARIES}/bin/wx-config)
 
 # Tests run under Wine.
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/under-wine)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../scripts/under-wine --collected)
 
 # Programs that need no library but those of the system.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")

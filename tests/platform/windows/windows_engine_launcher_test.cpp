@@ -81,7 +81,9 @@ TEST_F(WindowsEngineLauncherTest, AHangingEngineIsEndedWithItsChildren) {
 TEST_F(WindowsEngineLauncherTest, AnEngineOutlivesItsLauncherUnlessItIsToldOtherwise) {
   for (const bool ends : {false, true}) {
     auto launcher = std::make_unique<WindowsEngineLauncher>();
-    const LaunchResult started = launcher->StartBatch(Batch(Idle()), "", folder_.Path());
+    // What the batch file runs outlives it here; it should not do so for long.
+    const std::string line = ends ? Idle() : "\"" SKYHOP_IDLE "\" 2000\r\n";
+    const LaunchResult started = launcher->StartBatch(Batch(line), "", folder_.Path());
     ASSERT_TRUE(started.Succeeded());
     const HANDLE process =
         ::OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, static_cast<DWORD>(started.process));
