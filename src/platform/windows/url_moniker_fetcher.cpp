@@ -29,6 +29,17 @@ class ComponentModel {
   HRESULT result_;
 };
 
+/// How long a server may take to answer the call and to send something, for all of this program's
+/// downloads. The system's own limits are minutes, for which the window would wait.
+void LimitWaiting() noexcept {
+  const auto set = [](DWORD option, DWORD value) {
+    ::InternetSetOptionW(nullptr, option, &value, sizeof value);
+  };
+  set(INTERNET_OPTION_CONNECT_TIMEOUT, 10'000);  // ms
+  set(INTERNET_OPTION_CONNECT_RETRIES, 1);
+  set(INTERNET_OPTION_RECEIVE_TIMEOUT, 60'000);  // ms
+}
+
 }  // namespace
 
 std::int32_t UrlMonikerFetcher::RemoveFromCache(const std::string& url) noexcept {
@@ -42,6 +53,7 @@ std::int32_t UrlMonikerFetcher::RemoveFromCache(const std::string& url) noexcept
 std::int32_t UrlMonikerFetcher::Fetch(const std::string& url,
                                       const std::filesystem::path& file) noexcept {
   try {
+    LimitWaiting();
     const ComponentModel model;
     return static_cast<std::int32_t>(
         ::URLDownloadToFileW(nullptr, Wide(url).c_str(), file.c_str(), kNewestVersion, nullptr));
