@@ -7,7 +7,7 @@
 
 #include "interop/suite.h"
 #include "support/diagnostics_fixture.h"
-#include "support/fake_links.h"
+#include "support/fake_application.h"
 #include "support/link_recorders.h"
 
 namespace skyhop::testing {
@@ -41,20 +41,6 @@ class Timer : public RetryTimer {
   void Start(milliseconds every) override { interval = every; }
   void Stop() override { interval.reset(); }
   std::optional<milliseconds> interval;
-};
-
-/// An application with topics of items.
-struct Application {
-  Application(FakeLinkBus& bus, const std::string& name,
-              const std::map<std::string, std::map<std::string, std::string>>& served)
-      : links(bus, name) {
-    for (const auto& [topic, items] : served) {
-      topics[topic].items = items;
-      links.Serve(topic, topics[topic]);
-    }
-  }
-  std::map<std::string, RecordingTopic> topics;
-  FakeLinks links;
 };
 
 class LinksTest : public ::testing::Test {
@@ -102,9 +88,9 @@ class LinksTest : public ::testing::Test {
 
   LoggedDiagnostics log_;
   FakeLinkBus bus_;
-  std::optional<Application> gleaner_;
-  std::optional<Application> tessera_;
-  std::optional<Application> tuneward_;
+  std::optional<FakeApplication> gleaner_;
+  std::optional<FakeApplication> tessera_;
+  std::optional<FakeApplication> tuneward_;
   FakeLinks transport_{bus_, "Skyhop"};
   Window window_;
   Timer timer_;

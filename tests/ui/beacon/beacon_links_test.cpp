@@ -5,7 +5,7 @@
 #include "beacon/beacon_files.h"
 #include "beacon/selection.h"
 #include "support/diagnostics_fixture.h"
-#include "support/fake_links.h"
+#include "support/fake_application.h"
 #include "support/link_recorders.h"
 
 namespace skyhop::testing {
@@ -26,20 +26,6 @@ class NoTimer : public RetryTimer {
  public:
   void Start(std::chrono::milliseconds) override {}
   void Stop() override {}
-};
-
-/// A program of the suite that serves everything it is asked for.
-struct Program {
-  Program(FakeLinkBus& bus, const std::string& name,
-          const std::map<std::string, std::map<std::string, std::string>>& served)
-      : links(bus, name) {
-    for (const auto& [topic, items] : served) {
-      topics[topic].items = items;
-      links.Serve(topic, topics[topic]);
-    }
-  }
-  std::map<std::string, RecordingTopic> topics;
-  FakeLinks links;
 };
 
 class BeaconLinksTest : public ::testing::Test {
@@ -75,8 +61,8 @@ class BeaconLinksTest : public ::testing::Test {
 
   LoggedDiagnostics log_;
   FakeLinkBus bus_;
-  std::optional<Program> tessera_;
-  std::optional<Program> tuneward_;
+  std::optional<FakeApplication> tessera_;
+  std::optional<FakeApplication> tuneward_;
   FakeLinks transport_{bus_, "Skyhop"};
   NoWindow window_;
   NoTimer timer_;
