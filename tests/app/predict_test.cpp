@@ -274,6 +274,15 @@ TEST_F(PredictTest, SnrResultsFillTheTableOfBands) {
   EXPECT_EQ(band["mode"], "2F2");
   EXPECT_EQ(band["signal_dbw"], -118);
   EXPECT_EQ(band["open"], 4);
+
+  WriteFile(folder_ / "answer", ReplaceAll(TestData("results/newyork-london-method30.results.txt"),
+                                           "\n   5.0 10.3", "\n   5.0 **.*"));
+  const ProgramResult damaged = Run({"--engine", "voacap-snr", "--json"});
+  EXPECT_TRUE(Holds(damaged.err, "hour 5, MUF: ")) << damaged.err;
+  const auto hour = nlohmann::json::parse(damaged.out)["hours"][5];
+  EXPECT_TRUE(hour["muf"].is_null());
+  EXPECT_EQ(hour["fot"], 8.1);
+  EXPECT_TRUE(Holds(Run({"--engine", "voacap-snr"}).out, "\n 05   8.10      -      -      -"));
 }
 
 TEST_F(PredictTest, ThePictureGoesNowhereHalfway) {

@@ -8,8 +8,9 @@ namespace skyhop {
 
 std::optional<float> ReportFrequency(const PredictedDay& day, const ReportColumn& column,
                                      std::size_t hour) {
-  if (day.HasSnr() && !column.in_snr_mode) return std::nullopt;
-  return day.table.frequencies.at(column.row).at(hour);
+  const float value = day.table.frequencies.at(column.row).at(hour);
+  if (day.HasSnr() && (!column.in_snr_mode || !(value > 0))) return std::nullopt;
+  return value;
 }
 
 int OpenLevel(const PredictedDay& day, std::size_t band, std::size_t hour) {
