@@ -90,9 +90,11 @@ void PointSnr::Start(const PointRequest& request) {
   reception_.request = request;
   reception_.hour = UtcHour(with_.clock.UtcNow());
   DeckParameters deck = Deck(request);
+  CheckRange(!with_.run.Paths().snr_folder.empty(), "the engines' folders are not known");
+  with_.run.FindSnrEngine();
   const EnginePaths& paths = with_.run.Paths();
-  CheckRange(!paths.snr_folder.empty(), "the engines' folders are not known");
   CreateFolder(paths.short_path_snr_results.parent_path());
+  CreateFolder(paths.long_path_snr_results.parent_path());
   const PointOfDeck point{HourOfDeck(reception_.hour), request.frequency};
   const auto write = [&](bool short_path, const std::filesystem::path& results,
                          const std::filesystem::path& script) {

@@ -191,6 +191,23 @@ TEST_F(PointSnrTest, AnEngineThatFailsOnOnePathLeavesTheOther) {
   }
 }
 
+TEST_F(PointSnrTest, EnginesOfTheSystemDoNotMeetInTheirRunFolder) {
+  const std::filesystem::path engine = folder_ / "voacapl";
+  WriteFile(engine,
+            "#!/bin/sh\nmkdir \"${2#--run-dir=}/in use\" || exit 1\n'" SKYHOP_ESTIMATE_ENGINE
+            "' \"$@\"\n");
+  std::filesystem::permissions(engine, perms::owner_all);
+  host_.voacap = engine;
+  host_.data = folder_ / "itshfbc";
+  std::filesystem::create_directories(host_.data);
+  EXPECT_EQ(Predict(), "");
+  (void)Await();
+  EXPECT_EQ(Short().state, State::kDone) << Short().problem;
+  EXPECT_EQ(Long().state, State::kDone) << Long().problem;
+  EXPECT_GT(Short().snr, Long().snr);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "ITSHFBC2/run"));
+}
+
 TEST_F(PointSnrTest, AnEngineThatTakesTooLongIsEnded) {
   UseEngineThatFirst("test $path = long && { echo $$ > \"$results.pid\"; sleep 30; }");
   EXPECT_EQ(Predict(), "");

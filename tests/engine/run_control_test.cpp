@@ -122,6 +122,7 @@ TEST_F(RunControlTest, TheOtherEnginesRunSilentlyInTheirRunFolder) {
 }
 
 TEST_F(RunControlTest, BothSnrRunsStartInTheSecondFolder) {
+  run_.FindSnrEngine();
   ASSERT_TRUE(run_.RunScript(true, run_.Paths().snr_executable, {}, {}, {}, {}));
   EXPECT_EQ(Content("~ITSHFBC2/run/lpsnr.bat"),
             "cd [" + Folder("~ITSHFBC2/run") + "]|\n[" + Folder("~ITSHFBC2/bin_win/voacapw.exe") +
