@@ -42,8 +42,9 @@ inline constexpr std::array<ReportColumn, 4> kReportColumns = {{
 [[nodiscard]] std::optional<float> ReportFrequency(const PredictedDay& day,
                                                    const ReportColumn& column, std::size_t hour);
 
-/// How surely a band is open, 0 to 4, see PredictionChart::FreqOpen.
-[[nodiscard]] int OpenLevel(const PredictedDay& day, std::size_t band, std::size_t hour);
+/// How surely a band is open, 0 to 4, see PredictionChart::FreqOpen; nothing as above.
+[[nodiscard]] std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band,
+                                           std::size_t hour);
 
 /// The band's wavelength in metres: "20" of "20M".
 [[nodiscard]] std::string BandNumber(std::size_t band);
