@@ -43,7 +43,7 @@ void ReadStations(const PredictionPanel& panel, const Parameters& parameters,
 /// What holds for both stations.
 void ReadConditions(const PredictionPanel& panel, std::chrono::year_month_day date,
                     DeckParameters& deck) {
-  deck.availability = RoundToInteger(LeadingNumber(panel.Text(PanelText::kAvail)));
+  deck.availability = DeckNumber(panel.Text(PanelText::kAvail));
   deck.year = RoundToInteger(static_cast<int>(date.year()));
   deck.month = RoundToInteger(static_cast<unsigned>(date.month()));
   deck.sunspot_number = SunspotNumber(StoreSingle(LeadingNumber(panel.Text(PanelText::kSSN))),
@@ -52,6 +52,12 @@ void ReadConditions(const PredictionPanel& panel, std::chrono::year_month_day da
 }
 
 }  // namespace
+
+double DeckNumber(const std::string& text) {
+  const double value = LeadingNumber(text);
+  if (std::isinf(value)) throw Error(errors::kOverflow, "Overflow: " + text.substr(0, 60));
+  return value;
+}
 
 DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters& parameters,
                                   Diagnostics& diagnostics) {
@@ -64,9 +70,9 @@ DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters
   deck.short_path = panel.Choice(PanelChoice::kPath) == path_option::kShort;
   deck.transmitter = parameters.GetTransmitterLocation();
   deck.receiver = parameters.GetReceiverLocation();
-  deck.power = RoundToLong(LeadingNumber(parameters.Power()));
-  deck.takeoff = RoundToInteger(LeadingNumber(parameters.Takeoff()));
-  deck.snr = RoundToInteger(LeadingNumber(parameters.Snr()));
+  deck.power = DeckNumber(parameters.Power());
+  deck.takeoff = DeckNumber(parameters.Takeoff());
+  deck.snr = DeckNumber(parameters.Snr());
   deck.noise = parameters.Noise();
   ReadConditions(panel, *date, deck);
   ReadStations(panel, parameters, diagnostics, deck);
@@ -90,9 +96,8 @@ DeckParameters ReadPointParameters(const PredictionPanel& panel, const Parameter
   DeckParameters deck;
   deck.transmitter = to ? local : dx;
   deck.receiver = to ? dx : local;
-  deck.power =
-      RoundToLong(LeadingNumber(to ? panel.Text(PanelText::kLocalPwr) : parameters.DXPower()));
-  deck.takeoff = RoundToInteger(LeadingNumber(panel.Text(PanelText::kLocalTakeOff)));
+  deck.power = DeckNumber(to ? panel.Text(PanelText::kLocalPwr) : parameters.DXPower());
+  deck.takeoff = DeckNumber(panel.Text(PanelText::kLocalTakeOff));
   // Noise is what the receiver hears.
   deck.noise = to ? parameters.DXNoiseIndex() : parameters.LocalNoiseIndex();
   ReadConditions(panel, date, deck);

@@ -9,16 +9,17 @@
 
 namespace skyhop::IONCAPModule {
 
-/// The parameter set as the script cards want it: texts turned into numbers.
+/// The parameter set as the script cards want it: texts turned into numbers, which each script
+/// rounds as its cards demand.
 struct DeckParameters {
   bool short_path = true;
   Position transmitter;
   Position receiver;
-  std::int32_t power = 0;         ///< watts
-  std::int16_t takeoff = 0;       ///< degrees
-  std::int16_t availability = 0;  ///< required reliability, percent
-  std::int16_t snr = 0;           ///< required SNR, dB in 1 Hz
-  std::int16_t noise = 0;         ///< man-made noise index
+  double power = 0;         ///< watts
+  double takeoff = 0;       ///< degrees
+  double availability = 0;  ///< required reliability, percent
+  double snr = 0;           ///< required SNR, dB in 1 Hz
+  std::int16_t noise = 0;   ///< man-made noise index
   std::int16_t year = 0;
   std::int16_t month = 0;    ///< 1 to 12
   float sunspot_number = 0;  ///< smoothed sunspot number, given or derived
@@ -31,8 +32,11 @@ struct DeckParameters {
   std::string receiver_name;
 };
 
-/// Reads the parameters. Numbers are the leading numbers of their texts, rounded half to even where
-/// the card takes a whole one.
+/// The number at the start of a text, 0 when there is none. Throws Error 6 for one beyond the range
+/// of double.
+[[nodiscard]] double DeckNumber(const std::string& text);
+
+/// Reads the parameters. Numbers are the leading numbers of their texts.
 /// Throws Error 6 for a number beyond its type's range, Error 13 when the date is not one.
 [[nodiscard]] DeckParameters ReadDeckParameters(const PredictionPanel& panel,
                                                 const Parameters& parameters,

@@ -1,5 +1,7 @@
 #include "engine/ioncap_script.h"
 
+#include "common/numbers.h"
+
 namespace skyhop::IONCAPModule {
 namespace {
 
@@ -35,10 +37,10 @@ void IonCapScript::PutCoordinate(int file, const Angle& angle, const char* lette
   cards_->PutString(file, letter, kFieldWidth);
 }
 
-/// A whole number with a period in a field of five columns.
-void IonCapScript::PutPointed(int file, std::int16_t value) {
+/// A number, rounded to a whole one, with a period in a field of five columns.
+void IonCapScript::PutPointed(int file, double value) {
   int width = kFieldWidth;
-  cards_->PutSingle(file, value, width);
+  cards_->PutSingle(file, RoundToInteger(value), width);
 }
 
 void IonCapScript::SpecifyCircuit(int file, const DeckParameters& deck) {
@@ -53,7 +55,7 @@ void IonCapScript::SpecifyCircuit(int file, const DeckParameters& deck) {
 
 void IonCapScript::SpecifySystem(int file, const DeckParameters& deck) {
   cards_->PutString(file, "SYSTEM", kNameWidth);
-  cards_->PutFloat(file, static_cast<float>(deck.power / 1000.0), kTwoDecimals);
+  cards_->PutFloat(file, static_cast<float>(RoundToLong(deck.power) / 1000.0), kTwoDecimals);
   cards_->PutString(file, NoiseCode(deck.noise), kFieldWidth);
   PutPointed(file, deck.takeoff);
   PutPointed(file, deck.availability);

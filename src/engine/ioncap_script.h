@@ -33,7 +33,7 @@ class IonCapScript {
   void SpecifyExecute(int file);
   void SpecifyQuit(int file);
   void PutCoordinate(int file, const Angle& angle, const char* letter);
-  void PutPointed(int file, std::int16_t value);
+  void PutPointed(int file, double value);
 
   ScriptCards* cards_;
   const PredictionPanel* panel_;

@@ -1,5 +1,6 @@
 #include "engine/its_script.h"
 
+#include <algorithm>
 #include <string>
 
 #include "common/errors.h"
@@ -15,6 +16,9 @@ constexpr std::int16_t kPointMethod = 30;
 
 /// Angle that stands for a minimum take-off angle of 0, which the engines take for 3 degrees.
 constexpr double kHorizon = 0.1;
+
+/// The most reliable percentage that the card's two digits tell; all of the days is out of reach.
+constexpr double kHighestAvailability = 99;
 
 }  // namespace
 
@@ -120,8 +124,8 @@ void ItsScript::SpecifySystem(int file, const DeckParameters& deck) {
   PutName(file, "SYSTEM");
   PutNumber(file, 1, 2, 5);
   cards_->PutString(file, NoiseCode(deck.noise), 5);
-  PutNumber(file, deck.takeoff == 0 ? kHorizon : deck.takeoff, 2, 5);
-  PutNumber(file, deck.availability, 0, 5);
+  PutNumber(file, std::max(deck.takeoff, kHorizon), 2, 5);
+  PutNumber(file, std::min(deck.availability, kHighestAvailability), 0, 5);
   PutNumber(file, deck.snr, 1, 5);
   // Multipath power tolerance in dB and delay tolerance in ms.
   PutNumber(file, 3, 2, 5);
@@ -149,8 +153,15 @@ void ItsScript::SpecifyAntenna(int file, int end, const DeckParameters& deck) {
   const Position& here = transmits ? deck.transmitter : deck.receiver;
   const Position& there = transmits ? deck.receiver : deck.transmitter;
   PutNumber(file, BeamAzimuth(antenna, here, there, deck.short_path), 1, 5);
-  PutNumber(file, transmits ? deck.power / 1000.0 : 0, 4, 10);
+  PutPower(file, transmits ? deck.power : 0);
   cards_->PutNewLine(file);
+}
+
+/// In kilowatts. Engines take a power of 0 for another one, so that little must not be rounded to
+/// nothing; the written point overrides the four decimals that the card implies.
+void ItsScript::PutPower(int file, double watts) {
+  const bool little = watts > 0 && watts < 1;
+  PutNumber(file, watts / 1000.0, little ? 7 : 4, 10);
 }
 
 double ItsScript::BeamAzimuth(const Antenna& antenna, const Position& from, const Position& to,

@@ -53,6 +53,7 @@ class ItsScript {
   void SpecifyCircuit(int file, const DeckParameters& deck);
   void SpecifySystem(int file, const DeckParameters& deck);
   void SpecifyAntenna(int file, int end, const DeckParameters& deck);
+  void PutPower(int file, double watts);
   void SpecifyFrequencies(int file, const std::optional<PointOfDeck>& point);
   [[nodiscard]] double BeamAzimuth(const Antenna& antenna, const Position& from, const Position& to,
                                    bool short_path) const;

@@ -1,3 +1,4 @@
+#include <array>
 #include <bitset>
 #include <optional>
 
@@ -18,6 +19,21 @@ constexpr std::size_t kFirstBand = 1;
 /// A band whose reliability exceeds this much is worth a place on the axis.
 constexpr float kOpenReliability = 0.2F;
 
+/// The lines of an hour that are taken, by their BandQuantity.
+constexpr std::array<const char*, 4> kTags = {"SNR", "REL", "MODE", "S DBW"};
+
+std::optional<BandQuantity> QuantityOf(std::string_view tag) {
+  for (std::size_t i = 0; i < kTags.size(); ++i) {
+    if (tag == kTags.at(i)) return static_cast<BandQuantity>(i);
+  }
+  return std::nullopt;
+}
+
+/// A number without the sign that a zero may have.
+float UnsignedZero(std::string_view text) {
+  return ToSingle(text) + 0.0F;
+}
+
 /// What a file prints in a column that it does not use.
 bool IsUnused(std::string_view field) {
   return Trim(field) == "-";
@@ -33,23 +49,32 @@ class Method30Reader {
   bool Take(const Place& place) {
     const std::string tag = UpperCase(Trim(Columns(place.line, kTagColumn, place.line.size())));
     if (tag == "FREQ") return TakeFrequencies(place);
-    if (!in_hour_) return true;
-    if (tag == "SNR") {
-      ForEachBand(BandQuantity::kSnr, table_->snr, place, ToSingle);
-    } else if (tag == "REL") {
-      ForEachBand(BandQuantity::kReliability, table_->reliability, place, ToSingle);
-      WidenAxis();
-      complete_.set(hour_);
-    } else if (tag == "MODE") {
-      ForEachBand(BandQuantity::kMode, table_->mode, place,
-                  [](std::string_view text) { return std::string(text); });
-    } else if (tag == "S DBW") {
-      ForEachBand(BandQuantity::kSignalPower, table_->signal_power, place,
-                  [](std::string_view text) {
-                    return RoundToInteger(static_cast<double>(ToSingle(text)));
-                  });
+    const std::optional<BandQuantity> quantity = QuantityOf(tag);
+    if (!in_hour_ || !quantity) return true;
+    if (taken_.test(static_cast<std::size_t>(*quantity))) {
+      // It is of the next hour, whose own line could not be told from others.
+      EndHour();
+      faults_->push_back("hour " + std::to_string(hour_) + ": a second line " + tag +
+                         ", of an hour that is not told" + Where(place));
+      return true;
     }
+    taken_.set(static_cast<std::size_t>(*quantity));
+    TakeBands(*quantity, place);
     return true;
+  }
+
+  /// Closes the hour that was read last.
+  void EndHour() {
+    if (!in_hour_) return;
+    in_hour_ = false;
+    complete_.set(hour_, taken_.all());
+    std::string missing;
+    for (std::size_t i = 0; i < kTags.size(); ++i) {
+      if (!taken_.test(i)) missing += (missing.empty() ? " " : ", ") + std::string(kTags.at(i));
+    }
+    if (!missing.empty()) {
+      faults_->push_back("hour " + std::to_string(hour_) + ": no line" + missing);
+    }
   }
 
   [[nodiscard]] int LastHour() const { return static_cast<int>(hour_); }
@@ -57,10 +82,12 @@ class Method30Reader {
 
  private:
   bool TakeFrequencies(const Place& place) {
+    EndHour();
     const std::optional<std::int16_t> hour = ReadHour(place);
-    in_hour_ = hour.has_value();
     if (!hour) return true;
     if (*hour >= static_cast<int>(kHourCount)) return false;
+    in_hour_ = true;
+    taken_.reset();
     hour_ = static_cast<std::size_t>(*hour);
     auto& rows = table_->frequencies;
     TakeFrequency(place, "MUF", 7, 6, rows::kMuf50);
@@ -77,14 +104,34 @@ class Method30Reader {
     return true;
   }
 
+  void TakeBands(BandQuantity quantity, const Place& place) {
+    switch (quantity) {
+      case BandQuantity::kSnr:
+        ForEachBand(quantity, table_->snr, place, UnsignedZero);
+        break;
+      case BandQuantity::kReliability:
+        ForEachBand(quantity, table_->reliability, place, UnsignedZero);
+        WidenAxis();
+        break;
+      case BandQuantity::kMode:
+        ForEachBand(quantity, table_->mode, place,
+                    [](std::string_view text) { return std::string(text); });
+        break;
+      case BandQuantity::kSignalPower:
+        ForEachBand(quantity, table_->signal_power, place, [](std::string_view text) {
+          return RoundToInteger(static_cast<double>(ToSingle(text)));
+        });
+        break;
+    }
+  }
+
   /// Nothing when what follows cannot be assigned to an hour.
   std::optional<std::int16_t> ReadHour(const Place& place) {
     try {
       const std::int16_t hour =
           Field(place, 1, 6, [](std::string_view text) { return ToInteger(text); });
       if (hour >= 0) return hour;
-      faults_->push_back("hour " + std::to_string(hour) + " is not 0 to 24 (" + *place.file_name +
-                         ", line " + std::to_string(place.line_number) + ")");
+      faults_->push_back("hour " + std::to_string(hour) + " is not 0 to 24" + Where(place));
     } catch (const Error& error) {
       faults_->push_back(std::string("an hour cannot be read: ") + error.what());
     }
@@ -94,11 +141,12 @@ class Method30Reader {
   void TakeFrequency(const Place& place, const char* name, std::size_t first, std::size_t width,
                      std::size_t row) {
     float& value = table_->frequencies[row][hour_];
+    value = 0;
+    if (IsUnused(Columns(place.line, first, width))) return;
     try {
       value = SingleField(place, first, width);
       Widen(value);
     } catch (const Error& error) {
-      value = 0;
       Fault(name, error);
     }
   }
@@ -131,6 +179,10 @@ class Method30Reader {
     bits = static_cast<std::uint8_t>(known ? bits | bit : bits & ~bit);
   }
 
+  static std::string Where(const Place& place) {
+    return " (" + *place.file_name + ", line " + std::to_string(place.line_number) + ")";
+  }
+
   void Fault(const std::string& what, const Error& error) {
     faults_->push_back("hour " + std::to_string(hour_) + ", " + what + ": " + error.what());
   }
@@ -150,6 +202,7 @@ class Method30Reader {
   std::vector<std::string>* faults_;
   std::size_t hour_ = 0;
   bool in_hour_ = false;
+  std::bitset<kTags.size()> taken_;  // of the hour
   std::bitset<kHourCount> complete_;
 };
 
@@ -186,6 +239,7 @@ Method30Outcome ParseMethod30Results(std::string_view text, const std::string& f
       if (Trim(*line).empty()) continue;
       if (!reader.Take({&file_name, lines.Number(), *line})) break;
     }
+    reader.EndHour();
     outcome.last_hour = reader.LastHour();
     outcome.complete_hours = reader.CompleteHours();
     RoundAxis(table);

@@ -34,6 +34,19 @@ void CheckRange(bool in_range, const std::string& what) {
   if (!in_range) throw Error(errors::kInvalidCall, what);
 }
 
+/// What a chart's prediction is refused for, too.
+void CheckConditions(const PredictionPanel& panel) {
+  const std::string flux = panel.Text(PanelText::kFlux);
+  const bool has_flux = !Trim(flux).empty();
+  CheckRange(has_flux || !Trim(panel.Text(PanelText::kSSN)).empty(),
+             "there is neither a solar flux nor a sunspot number");
+  CheckRange(!has_flux || Parameters::SolarFluxInRange(flux),
+             "the solar flux is not from 64 to 400");
+  const std::string availability = panel.Text(PanelText::kAvail);
+  CheckRange(BeginsWithNumber(availability) && Parameters::AvailabilityInRange(availability),
+             "the required availability is not from 0 to below 100 %");
+}
+
 }  // namespace
 
 bool PointReception::Finished() const {
@@ -73,15 +86,17 @@ DeckParameters PointSnr::Deck(const PointRequest& request) const {
              "the frequency is not from 1.6 to 60 MHz");
   CheckRange(BeginsWithNumber(request.snr) && Parameters::SNRInRange(request.snr),
              "the required SNR is not from -30 to 99 dB");
+  const std::string takeoff =
+      Trim(request.takeoff).empty() ? with_.panel.Text(PanelText::kLocalTakeOff) : request.takeoff;
+  CheckRange(BeginsWithNumber(takeoff) && Parameters::TakeoffInRange(takeoff),
+             "the take-off angle is not from 0 to 90 degrees");
+  CheckConditions(with_.panel);
   DeckParameters deck = ReadPointParameters(with_.panel, with_.parameters,
                                             UtcDate(with_.clock.UtcNow()), with_.diagnostics);
-  deck.snr = RoundToInteger(LeadingNumber(request.snr));
-  if (!Trim(request.power).empty()) deck.power = RoundToLong(LeadingNumber(request.power));
-  if (!Trim(request.takeoff).empty()) {
-    deck.takeoff = RoundToInteger(LeadingNumber(request.takeoff));
-  }
+  deck.snr = DeckNumber(request.snr);
+  deck.takeoff = DeckNumber(takeoff);
+  if (!Trim(request.power).empty()) deck.power = DeckNumber(request.power);
   CheckRange(deck.power > 0, "the transmitter has no power");
-  CheckRange(deck.takeoff >= 0 && deck.takeoff <= 90, "the take-off angle is not from 0 to 90");
   return deck;
 }
 
@@ -90,9 +105,11 @@ void PointSnr::Start(const PointRequest& request) {
   reception_.request = request;
   reception_.hour = UtcHour(with_.clock.UtcNow());
   DeckParameters deck = Deck(request);
+  CheckRange(!with_.run.Paths().snr_folder.empty(), "the engines' folders are not known");
+  with_.run.FindSnrEngine();
   const EnginePaths& paths = with_.run.Paths();
-  CheckRange(!paths.snr_folder.empty(), "the engines' folders are not known");
   CreateFolder(paths.short_path_snr_results.parent_path());
+  CreateFolder(paths.long_path_snr_results.parent_path());
   const PointOfDeck point{HourOfDeck(reception_.hour), request.frequency};
   const auto write = [&](bool short_path, const std::filesystem::path& results,
                          const std::filesystem::path& script) {

@@ -27,7 +27,7 @@ struct Method30Outcome {
   bool header_found = false;
   /// The last hour that was read, 0 for none.
   int last_hour = 0;
-  /// How many of the hours 1 to 24 have come with their reliabilities.
+  /// How many of the hours 1 to 24 have come with the lines of all four quantities.
   int complete_hours = 0;
   /// Number of lines in the file.
   std::size_t lines = 0;
@@ -40,9 +40,10 @@ struct Method30Outcome {
 /// earlier prediction stays behind.
 ///
 /// A field that cannot be read costs that field, which is not known then, and is told in the
-/// result; so does an hour, which costs its block. A "-", as engines print it in columns that they
-/// do not use, is no value and no fault. A missing header is told with `table` unchanged. Throws
-/// nothing.
+/// result; so does an hour, which costs its block. Lines that an hour lacks are told, too, and so
+/// is one that comes twice: that one and what follows it, up to the next hour, is of an hour that
+/// the file does not tell, and is left out. A "-", as engines print it in columns that they do not
+/// use, is no value and no fault. A missing header is told with `table` unchanged. Throws nothing.
 Method30Outcome ParseMethod30Results(std::string_view text, const std::string& file_name,
                                      ResultsTable& table);
 

@@ -43,7 +43,8 @@ enum class BandQuantity : std::uint8_t { kSnr, kReliability, kMode, kSignalPower
 struct ResultsTable {
   ResultsTable();
 
-  /// Values in MHz by row 1 to 7 and hour 0 to 24.
+  /// Values in MHz by row 1 to 7 and hour 0 to 24. Results with SNR and reliability have 0 where
+  /// they do not tell one.
   std::array<std::array<float, kHourCount>, rows::kCount> frequencies{};
 
   template <class Value>

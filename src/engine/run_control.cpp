@@ -15,6 +15,20 @@ constexpr std::int16_t kSnrMethod = 30;
 /// So many bytes at the end of a results file hold its last line.
 constexpr std::streamoff kTail = 200;
 
+/// Puts the files of the point SNR runs into the "run" folders below these folders of the second
+/// installation.
+void PlaceSnrFiles(const std::filesystem::path& short_path, const std::filesystem::path& long_path,
+                   EnginePaths& paths) {
+  paths.short_path_snr_results = paths.snr_folder / short_path / "run" / "spsnr.txt";
+  paths.long_path_snr_results = paths.snr_folder / long_path / "run" / "lpsnr.txt";
+  paths.short_path_snr_short_results = paths.snr_short_folder / short_path / "run" / "spsnr.txt";
+  paths.long_path_snr_short_results = paths.snr_short_folder / long_path / "run" / "lpsnr.txt";
+  paths.short_path_snr_script = paths.snr_folder / short_path / "run" / "sspscript.txt";
+  paths.long_path_snr_script = paths.snr_folder / long_path / "run" / "slpscript.txt";
+  paths.short_path_snr_batch = paths.snr_short_folder / short_path / "run" / "spsnr.bat";
+  paths.long_path_snr_batch = paths.snr_short_folder / long_path / "run" / "lpsnr.bat";
+}
+
 }  // namespace
 
 bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
@@ -44,14 +58,7 @@ bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
     paths.snr_folder = program_folder / "ITSHFBC2";
     paths.snr_short_folder = with_.launcher.ShortPath(paths.snr_folder);
     paths.snr_executable = paths.snr_short_folder / "bin_win" / "voacapw.exe";
-    paths.short_path_snr_results = paths.snr_folder / "run" / "spsnr.txt";
-    paths.long_path_snr_results = paths.snr_folder / "run" / "lpsnr.txt";
-    paths.short_path_snr_short_results = paths.snr_short_folder / "run" / "spsnr.txt";
-    paths.long_path_snr_short_results = paths.snr_short_folder / "run" / "lpsnr.txt";
-    paths.short_path_snr_script = paths.snr_folder / "run" / "sspscript.txt";
-    paths.long_path_snr_script = paths.snr_folder / "run" / "slpscript.txt";
-    paths.short_path_snr_batch = paths.snr_short_folder / "run" / "spsnr.bat";
-    paths.long_path_snr_batch = paths.snr_short_folder / "run" / "lpsnr.bat";
+    PlaceSnrFiles({}, {}, paths);
 
     paths.viewer = with_.settings.GetStringSetting(kProductName, "IonCap", "Viewer",
                                                    "c:\\windows\\notepad.exe");
@@ -60,6 +67,17 @@ bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
     with_.diagnostics.DebugLog("IONCAPModule.LoadEngineData complete");
     return true;
   });
+}
+
+void RunControl::FindSnrEngine() {
+  snr_finding_ =
+      FindEngine(with_.host, program_folder_, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
+  // It alone is told its run folder; of what it leaves there while it runs nothing must meet.
+  if (snr_finding_.kind == EngineKind::kNative) {
+    PlaceSnrFiles("short", "long", paths_);
+  } else {
+    PlaceSnrFiles({}, {}, paths_);
+  }
 }
 
 bool RunControl::ForecastPaths() {

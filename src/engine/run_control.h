@@ -34,7 +34,9 @@ struct EnginePaths {
   std::filesystem::path voacap_executable;
   std::filesystem::path its_batch;
 
-  /// A second installation, so that point SNR runs and chart runs never meet.
+  /// A second installation, so that point SNR runs and chart runs never meet. The files of the two
+  /// paths' runs are beside each other in its "run" folder; those of an engine that can be told
+  /// another one are in "short/run" and "long/run".
   std::filesystem::path snr_folder;
   std::filesystem::path snr_short_folder;
   std::filesystem::path snr_executable;
@@ -94,9 +96,13 @@ class RunControl {
   /// VOACAP, for the LUF/MUF table or for SNR and reliability, by the selected option.
   bool VoaCapPaths();
 
+  /// Looks for the engine of the point SNR runs and settles where their files are. To be called
+  /// before their decks are written.
+  void FindSnrEngine();
+
   /// Writes the batch file (and for IONCAP the driver file) and starts it. With `snr` it writes and
-  /// starts both batch files of the second folder, one for each path; the other arguments then only
-  /// serve the log.
+  /// starts both batch files of the second folder, one for each path, with the engine that
+  /// FindSnrEngine() has found; the other arguments then only serve the log.
   [[nodiscard]] bool RunScript(bool snr, const std::filesystem::path& executable,
                                const std::filesystem::path& batch,
                                const std::filesystem::path& driver,

@@ -69,16 +69,15 @@ void RunControl::WriteDriver(const std::filesystem::path& driver,
 }
 
 bool RunControl::StartSnrRuns(const Files& files) {
-  snr_finding_ =
-      FindEngine(with_.host, program_folder_, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
   if (!snr_finding_.reason.empty()) with_.diagnostics.DebugLog("   " + FindingText(snr_finding_));
   const auto start = [&](const std::filesystem::path& batch, const std::filesystem::path& script,
                          const std::filesystem::path& results, const char* label,
                          ProcessId& process) {
-    const std::filesystem::path& folder = paths_.snr_short_folder;
+    const std::filesystem::path run = results.parent_path();
+    const std::filesystem::path folder = run.parent_path();
     const std::string command = ItsCommand(snr_finding_, folder, PathText(script.filename()),
                                            PathText(results.filename()), with_.launcher);
-    if (!WriteBatch(batch, folder / "run", command)) return false;
+    if (!WriteBatch(batch, run, command)) return false;
     const LaunchResult started =
         StartBatch({files.executable, batch, files.driver, script, results}, {}, folder);
     process = started.process;

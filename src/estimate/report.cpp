@@ -140,7 +140,8 @@ std::string BlockLine(const std::string& start, const std::vector<BlockColumn>& 
 /// A number of dB. So far below anything received, all are the same.
 std::string DecibelText(double value) {
   static constexpr double kLowest = -9999;
-  return FixedText(std::max(value, kLowest), 0);
+  const std::string text = FixedText(std::max(value, kLowest), 0);
+  return text == "-0" ? "0" : text;
 }
 
 std::string FractionText(double value) {

@@ -129,7 +129,7 @@ TEST_F(PointSnrTest, DecksAreForTheHourTheFrequencyTheSnrAndEitherPath) {
   EXPECT_EQ(point_.Reception().hour, 0);
   const std::string deck = File("sspscript.txt");
   for (const char* card : {"TIME         24   24    1    1\r\n", "MONTH      2026 7.00\r\n",
-                           "FREQUENCY  0.00 7.10 0.00", "SYSTEM     1.00  -3.12.00   10 24.0",
+                           "FREQUENCY  0.00 7.10 0.00", "SYSTEM     1.00  -3.12.00   10 24.4",
                            "    0.1000\r\n", "  S     0\r\n", "METHOD       30    0\r\n"}) {
     EXPECT_NE(deck.find(card), std::string::npos) << card << deck;
   }
@@ -153,10 +153,28 @@ TEST_F(PointSnrTest, ValuesThatMakeNoPredictionAreRefusedWithTheReason) {
   EXPECT_EQ(Predict(1.5), "the frequency is not from 1.6 to 60 MHz");
   EXPECT_EQ(Predict(14.1, "100"), "the required SNR is not from -30 to 99 dB");
   EXPECT_EQ(Predict(14.1, "loud"), "the required SNR is not from -30 to 99 dB");
-  with_.panel.SetText(PanelText::kLocalPwr, "0");
-  EXPECT_EQ(Predict(), "the transmitter has no power");
-  with_.panel.SetText(PanelText::kDXLat, "");
-  EXPECT_EQ(Predict(), "the DX station's coordinates are missing or not valid");
+  const struct {
+    PanelText field;
+    const char* text;
+    const char* reason;
+  } cases[] = {
+      {PanelText::kFlux, "", "there is neither a solar flux nor a sunspot number"},
+      {PanelText::kFlux, "63", "the solar flux is not from 64 to 400"},
+      {PanelText::kAvail, "", "the required availability is not from 0 to below 100 %"},
+      {PanelText::kAvail, "100", "the required availability is not from 0 to below 100 %"},
+      {PanelText::kLocalTakeOff, "", "the take-off angle is not from 0 to 90 degrees"},
+      {PanelText::kLocalTakeOff, "91", "the take-off angle is not from 0 to 90 degrees"},
+      {PanelText::kLocalPwr, "0", "the transmitter has no power"},
+      {PanelText::kDXLat, "", "the DX station's coordinates are missing or not valid"},
+  };
+  for (const auto& [field, text, reason] : cases) {
+    const std::string good = with_.panel.Text(field);
+    with_.panel.SetText(field, text);
+    EXPECT_EQ(Predict(), reason) << text;
+    with_.panel.SetText(field, good);
+  }
+  EXPECT_EQ(point_.PredictSNR({14.1, "CW", "24", "100", "-1"}, begin_),
+            "the take-off angle is not from 0 to 90 degrees");
   EXPECT_FALSE(point_.Running());
   EXPECT_FALSE(std::filesystem::exists(folder_ / "ITSHFBC2/run/spsnr.bat"));
   EXPECT_TRUE(with_.log.errors.empty());
@@ -189,6 +207,23 @@ TEST_F(PointSnrTest, AnEngineThatFailsOnOnePathLeavesTheOther) {
     EXPECT_NE(with_.log.errors[0].find("lpsnr.txt: "), std::string::npos);
     with_.log.errors.clear();
   }
+}
+
+TEST_F(PointSnrTest, EnginesOfTheSystemDoNotMeetInTheirRunFolder) {
+  const std::filesystem::path engine = folder_ / "voacapl";
+  WriteFile(engine,
+            "#!/bin/sh\nmkdir \"${2#--run-dir=}/in use\" || exit 1\n'" SKYHOP_ESTIMATE_ENGINE
+            "' \"$@\"\n");
+  std::filesystem::permissions(engine, perms::owner_all);
+  host_.voacap = engine;
+  host_.data = folder_ / "itshfbc";
+  std::filesystem::create_directories(host_.data);
+  EXPECT_EQ(Predict(), "");
+  (void)Await();
+  EXPECT_EQ(Short().state, State::kDone) << Short().problem;
+  EXPECT_EQ(Long().state, State::kDone) << Long().problem;
+  EXPECT_GT(Short().snr, Long().snr);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "ITSHFBC2/run"));
 }
 
 TEST_F(PointSnrTest, AnEngineThatTakesTooLongIsEnded) {

@@ -110,10 +110,23 @@ TEST_F(PredictTest, StoredSettingsAreTheStartOnRequest) {
   EXPECT_TRUE(Holds(stored.out, "SYSTEM    00010"));
   EXPECT_TRUE(Holds(stored.out, "SUNSPOT   15700")) << stored.out;
 
-  WriteFile(config_ / "marlo/Skyhop.ini", "[Configuration]\nXLat=1N\nXlon=1E\nSNRMode=2\nSNR=50\n");
-  const ProgramResult mode = Run(with_settings, false);
-  EXPECT_TRUE(Holds(mode.out, "  50.\nMONTH")) << mode.out;
-  EXPECT_TRUE(Holds(mode.err, "using 50 dB"));
+  const struct {
+    const char* settings;
+    const char* snr;
+    const char* remark;
+  } modes[] = {
+      {"SNRMode=2\n", "51.", ""},
+      {"SNRMode=1\n[ModeDependentSettings]\nModes=CW,HELL\nSNR HELL=33\n", "33.", ""},
+      {"SNRMode=2\n[ModeDependentSettings]\nModes=CW,HELL\n", "50.",
+       "skyhop-predict: the stored mode is none of the modes in the settings; using 50 dB\n"},
+  };
+  for (const auto& [settings, snr, remark] : modes) {
+    WriteFile(config_ / "marlo/Skyhop.ini",
+              std::string("[Configuration]\nXLat=1N\nXlon=1E\nSNR=50\n") + settings);
+    const ProgramResult mode = Run(with_settings, false);
+    EXPECT_TRUE(Holds(mode.out, std::string("  ") + snr + "\nMONTH")) << mode.out;
+    EXPECT_EQ(mode.err, remark);
+  }
   WriteFile(config_ / "marlo/Skyhop.ini", "[Configuration]\nXLat=1N\nXlon=1E\nEngine=7\n");
   const ProgramResult engine = Run(with_settings, false);
   EXPECT_EQ(engine.status, 2);
@@ -274,6 +287,15 @@ TEST_F(PredictTest, SnrResultsFillTheTableOfBands) {
   EXPECT_EQ(band["mode"], "2F2");
   EXPECT_EQ(band["signal_dbw"], -118);
   EXPECT_EQ(band["open"], 4);
+
+  WriteFile(folder_ / "answer", ReplaceAll(TestData("results/newyork-london-method30.results.txt"),
+                                           "\n   5.0 10.3", "\n   5.0 **.*"));
+  const ProgramResult damaged = Run({"--engine", "voacap-snr", "--json"});
+  EXPECT_TRUE(Holds(damaged.err, "hour 5, MUF: ")) << damaged.err;
+  const auto hour = nlohmann::json::parse(damaged.out)["hours"][5];
+  EXPECT_TRUE(hour["muf"].is_null());
+  EXPECT_EQ(hour["fot"], 8.1);
+  EXPECT_TRUE(Holds(Run({"--engine", "voacap-snr"}).out, "\n 05   8.10      -      -      -"));
 }
 
 TEST_F(PredictTest, ThePictureGoesNowhereHalfway) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <iterator>
 #include <map>
 #include <sstream>
@@ -305,25 +306,80 @@ TEST(Method30Results, ABlockWithoutAReadableHourIsLeftOut) {
                              FreqLine(hour) + BandLine("8", "8", "SNR") + FreqLine("3.0") +
                              BandLine("9", "9", "SNR");
     const Method30Outcome outcome = ParseMethod30Results(text, "r.txt", table);
-    EXPECT_EQ(outcome.faults.size(), 1U);
+    ASSERT_EQ(outcome.faults.size(), 3U);
+    EXPECT_NE(outcome.faults[1].find("(r.txt, line 5"), std::string::npos);
     EXPECT_EQ(table.snr[1][1], 7.0F);
     EXPECT_FALSE(table.Known(BandQuantity::kSnr, 1, 2));
     EXPECT_EQ(table.snr[1][3], 9.0F);
   }
 }
 
-TEST(Method30Results, AMufThatIsTooWideCostsNeitherTheFotNorTheAxis) {
+TEST(Method30Results, AnHourWhoseLineIsDamagedDoesNotReplaceTheOneBefore) {
+  const std::string file = TestData(kMethod30[0]);
+  ResultsTable whole;
+  ParseMethod30Results(file, "r.txt", whole);
+  std::vector<std::string> lines = Lines(file);
+  std::size_t at = 0;
+  while (!lines[at].starts_with("   6.0")) ++at;
+  const std::string damaged = WithLine(file, at + 1, ReplaceAll(lines[at], "FREQ", "F?EQ"));
   ResultsTable table;
-  std::string line = FreqLine("1.0");
-  line.replace(6, 6, "******");
-  const Method30Outcome outcome =
-      ParseMethod30Results(kHeader + line + FreqLine("2.0"), "r.txt", table);
-  ASSERT_EQ(outcome.faults.size(), 1U);
-  EXPECT_EQ(outcome.faults[0],
-            "hour 1, MUF: Type mismatch: \"******\" is not a number (r.txt, line 3, columns 7-12)");
-  EXPECT_EQ(table.Muf50(1), 0.0F);
-  EXPECT_EQ(table.Muf90(1), 8.2F);
-  EXPECT_EQ(table.f_min, 8.0F);
+  const Method30Outcome outcome = ParseMethod30Results(damaged, "r.txt", table);
+  EXPECT_EQ(outcome.faults, std::vector<std::string>{
+                                "hour 5: a second line MODE, of an hour that is not told (r.txt, "
+                                "line " +
+                                std::to_string(at + 2) + ")"});
+  EXPECT_EQ(outcome.complete_hours, 23);
+  for (std::size_t band = 1; band < kBandCount; ++band) {
+    EXPECT_EQ(table.mode[band][5], whole.mode[band][5]);
+    EXPECT_EQ(table.snr[band][5], whole.snr[band][5]);
+    EXPECT_EQ(table.known[band][6], 0);
+    EXPECT_EQ(table.snr[band][7], whole.snr[band][7]);
+  }
+  EXPECT_EQ(table.Muf50(6), 0.0F);
+}
+
+TEST(Method30Results, AnHourIsCompleteWithAllFourOfItsLines) {
+  const std::string tags[] = {"MODE", "S DBW", "SNR", "REL"};
+  for (const std::string& missing : tags) {
+    std::string text = kHeader + FreqLine("1.0");
+    for (const std::string& tag : tags) text += BandLine("1", "1", tag == missing ? "LOSS" : tag);
+    text += FreqLine("2.0");
+    for (const std::string& tag : tags) text += BandLine("1", "1", tag);
+    ResultsTable table;
+    const Method30Outcome outcome = ParseMethod30Results(text, "r.txt", table);
+    EXPECT_EQ(outcome.complete_hours, 1);
+    EXPECT_EQ(outcome.faults, std::vector<std::string>{"hour 1: no line " + missing});
+  }
+}
+
+TEST(Method30Results, AMufThatIsNotToldCostsNeitherTheFotNorTheAxis) {
+  const struct {
+    const char* muf;
+    const char* fault;  // none for nothing
+  } cases[] = {
+      {"******",
+       "hour 1, MUF: Type mismatch: \"******\" is not a number (r.txt, line 3, columns 7-12)"},
+      {"    - ", nullptr}};
+  for (const auto& [muf, fault] : cases) {
+    ResultsTable table;
+    std::string line = FreqLine("1.0");
+    line.replace(6, 6, muf);
+    const Method30Outcome outcome =
+        ParseMethod30Results(kHeader + line + FreqLine("2.0"), "r.txt", table);
+    EXPECT_EQ(outcome.faults.front(),
+              fault == nullptr ? "hour 1: no line SNR, REL, MODE, S DBW" : fault);
+    EXPECT_EQ(table.Muf50(1), 0.0F);
+    EXPECT_EQ(table.Muf90(1), 8.2F);
+    EXPECT_EQ(table.f_min, 8.0F);
+  }
+}
+
+TEST(Method30Results, ZeroHasNoSign) {
+  ResultsTable table;
+  ParseMethod30Results(kHeader + FreqLine("1.0") + BandLine("-0", "-0.0", "SNR"), "", table);
+  EXPECT_FALSE(std::signbit(table.snr[1][1]));
+  EXPECT_FALSE(std::signbit(table.snr[9][1]));
+  EXPECT_TRUE(table.Known(BandQuantity::kSnr, 9, 1));
 }
 
 TEST(Method30Results, PageHeadingsWithinADayAreNoResults) {

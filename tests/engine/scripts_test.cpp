@@ -100,6 +100,32 @@ TEST_F(ScriptsTest, SystemCardsHoldWhateverPassedValidation) {
   }
 }
 
+TEST_F(ScriptsTest, ItsCardsKeepTheDecimalsThatTheyHold) {
+  const struct {
+    const char* power;
+    const char* takeoff;
+    const char* availability;
+    const char* snr;
+    const char* system;
+    const char* kilowatts;
+  } cases[] = {
+      {"0.4", "2.5", "99.9", "16.5", " 2.50   99 16.5", " 0.0004000"},
+      {"0.01", "0.04", "49.6", "-29.5", " 0.10   50-29.5", " 0.0000100"},
+      {"0", "0", "0", "99.99", " 0.10    0100.0", "    0.0000"},
+      {"10.5", "90", "98.4", "0", "90.00   98  0.0", "    0.0105"},
+  };
+  for (const auto& row : cases) {
+    with_.parameters.SetPredictionPower(row.power);
+    with_.parameters.SetPredictionTakeoff(row.takeoff);
+    with_.panel.SetText(PanelText::kAvail, row.availability);
+    with_.parameters.SetPredictionSNR(row.snr);
+    const std::string deck = ItsDeck(EngineChoice::kVoaCapSnr, 30);
+    EXPECT_EQ(Card(deck, "SYSTEM"),
+              std::string("SYSTEM     1.00  -3.") + row.system + " 3.00 0.10");
+    EXPECT_EQ(Card(deck, "ANTENNA").substr(68), row.kilowatts);
+  }
+}
+
 TEST_F(ScriptsTest, TheSunspotNumberIsGivenOrDerived) {
   const struct {
     const char* flux;
@@ -117,12 +143,19 @@ TEST_F(ScriptsTest, TheSunspotNumberIsGivenOrDerived) {
   }
 }
 
-TEST_F(ScriptsTest, AValueBeyondItsTypeFailsWithTheReasonLogged) {
+TEST_F(ScriptsTest, AValueBeyondItsTypeOrFieldFailsWithTheReasonLogged) {
   with_.parameters.SetPredictionPower("99999999999");
   EXPECT_FALSE(ioncap_.CreateIONCAPScript(26, script_));
-  ASSERT_EQ(with_.log.errors.size(), 1U);
+  EXPECT_FALSE(its_.CreateScript(EngineChoice::kVoaCap, 26, script_));
+  with_.parameters.SetPredictionPower("1e999");
+  EXPECT_FALSE(its_.CreateScript(EngineChoice::kVoaCap, 26, script_));
+  ASSERT_EQ(with_.log.errors.size(), 3U);
   EXPECT_EQ(with_.log.errors[0].find("program error 6 in module IONCAPModule.CreateIONCAPScript"),
             0U);
+  EXPECT_EQ(with_.log.errors[1],
+            "IONCAPModule.CloseScript: a field of the script could not be written");
+  EXPECT_EQ(with_.log.errors[2],
+            "program error 6 in module IONCAPModule.CreateITSScript: Overflow: 1e999");
 }
 
 TEST_F(ScriptsTest, ItsDecksAreExactToTheByte) {
@@ -233,12 +266,6 @@ TEST_F(ScriptsTest, AnAntennaThatNoCardCanHoldIsRefused) {
     ASSERT_FALSE(with_.log.errors.empty());
     EXPECT_NE(with_.log.errors[0].find("the antenna"), std::string::npos);
   }
-}
-
-TEST_F(ScriptsTest, ATakeoffAngleOfZeroMeansTheHorizon) {
-  with_.parameters.SetPredictionTakeoff("0");
-  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCap, 26), "SYSTEM"),
-            "SYSTEM     1.00  -3. 0.10   10 24.0 3.00 0.10");
 }
 
 TEST_F(ScriptsTest, StationNamesAreAsciiAndCutToTheirColumns) {

@@ -159,7 +159,9 @@ TEST(EstimateSystemReport, IsReadByThePartThatReadsTheEngines) {
     SCOPED_TRACE(name);
     const Deck deck = ReadDeck(skyhop::testing::TestData(name));
     ResultsTable table;
-    const auto outcome = IONCAPModule::ParseMethod30Results(Report(deck), name, table);
+    const std::string report = Report(deck);
+    EXPECT_EQ(report.find(" -0 "), std::string::npos);
+    const auto outcome = IONCAPModule::ParseMethod30Results(report, name, table);
     EXPECT_EQ(outcome.complete_hours, 24);
     EXPECT_TRUE(outcome.faults.empty());
     const Circuit circuit(deck.circuit);

@@ -78,6 +78,16 @@ TEST_F(EngineLauncherTest, ManyStartsLeaveNothingOpen) {
   EXPECT_LE(descriptors(), before + 4);
 }
 
+TEST_F(EngineLauncherTest, WhatAnEngineSaidIsKnownAfterFurtherStarts) {
+  const ProcessId first = Start("echo 'no coefficients' >&2\n").process;
+  ASSERT_TRUE(launcher_.WaitForEnd(first, milliseconds(10000)));
+  for (int others = 0; others < 3; ++others) {
+    (void)launcher_.WaitForEnd(Start("echo something else\n").process, milliseconds(10000));
+  }
+  EXPECT_EQ(launcher_.Output(first), "no coefficients\n");
+  EXPECT_FALSE(launcher_.IsRunning(first));
+}
+
 TEST_F(EngineLauncherTest, AnEngineThatPrintsALotIsNotHeldUp) {
   const LaunchResult started = Start(
       "i=0; while [ $i -lt 20000 ]; do echo line number $i; i=$((i+1)); done\n"

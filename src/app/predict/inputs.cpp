@@ -1,5 +1,7 @@
 #include "app/predict/inputs.h"
 
+#include <vector>
+
 #include "app/predict/place.h"
 #include "common/dates.h"
 #include "common/numbers.h"
@@ -106,14 +108,24 @@ std::string CheckEngine(const PlainPanel& panel) {
          " does not exist; choose one with --engine";
 }
 
-/// The required SNR: the given one, else the stored one. The modes of the window have SNRs of their
-/// own, which are not in the settings.
+/// The required SNR of the stored mode; where there is no such mode any more, the stored one of no
+/// mode.
+std::string StoredSnr(PredictionProgram& program) {
+  Configuration configuration(program.settings, program.diagnostics);
+  configuration.Load();
+  const std::vector<ModeSettings>& modes = configuration.Modes();
+  const auto mode = static_cast<std::size_t>(program.panel.Choice(PanelChoice::kModeSNRCombo));
+  if (mode < modes.size()) return modes[mode].snr;
+  std::string snr = program.settings.GetStringSetting(kProductName, kSection, "SNR", "24");
+  program.messages.Note("the stored mode is none of the modes in the settings; using " + snr +
+                        " dB");
+  return snr;
+}
+
+/// The required SNR: the given one, else the stored mode's, else the stored one.
 void SetSnr(const PredictOptions& options, PredictionProgram& program) {
   if (!options.snr && program.panel.Choice(PanelChoice::kModeSNRCombo) >= 0) {
-    program.panel.SetText(PanelText::kSNR,
-                          program.settings.GetStringSetting(kProductName, kSection, "SNR", "24"));
-    program.messages.Note("the stored mode's required SNR is unknown here; using " +
-                          program.panel.Text(PanelText::kSNR) + " dB");
+    program.panel.SetText(PanelText::kSNR, StoredSnr(program));
   }
   program.parameters.SetPredictionSNR(program.panel.Text(PanelText::kSNR));
 }

@@ -42,10 +42,15 @@ bool LufIsMissing(const PredictionReport& report) {
   return false;
 }
 
+std::string LevelText(std::optional<int> level) {
+  if (!level) return "-";
+  return *level > 0 ? std::to_string(*level) : ".";
+}
+
 std::string Legend(const PredictionReport& report) {
   if (report.day.HasSnr()) {
     return "Frequencies in MHz. Bands: 4 reliable on more than 80 % of the days, 3 on more than "
-           "60,\n2 on more than 40, 1 on more than 20; \".\" closed.\n";
+           "60,\n2 on more than 40, 1 on more than 20; \".\" closed; \"-\" not predicted.\n";
   }
   std::string legend =
       "Frequencies in MHz. Bands: 3 open on 90 % of the days or more, 2 on half of them or "
@@ -87,8 +92,7 @@ std::string TableReport(const PredictionReport& report) {
     }
     text += "  ";
     for (std::size_t band = 0; band < kBandCount; ++band) {
-      const int level = OpenLevel(report.day, band, hour);
-      text += RightAligned(level > 0 ? std::to_string(level) : ".", kBandWidth);
+      text += RightAligned(LevelText(OpenLevel(report.day, band, hour)), kBandWidth);
     }
     text += "\n";
   }
@@ -116,7 +120,8 @@ std::string JsonReport(const PredictionReport& report) {
     }
     entry["bands"] = Json::array();
     for (std::size_t band = 0; band < kBandCount; ++band) {
-      Json line = {{"band", kBandNames.at(band)}, {"open", OpenLevel(report.day, band, hour)}};
+      const std::optional<int> level = OpenLevel(report.day, band, hour);
+      Json line = {{"band", kBandNames.at(band)}, {"open", level ? Json(*level) : Json(nullptr)}};
       // 160 m is not among the frequencies that the SNR decks ask for.
       if (report.day.HasSnr() && band > 0) {
         const ResultsTable& table = report.day.table;

@@ -30,6 +30,10 @@ namespace {
 constexpr int kStarted = 33;
 constexpr std::chrono::milliseconds kTimeToEnd{500};
 
+/// Of so many ended processes it is still known what they printed: who started several engines asks
+/// after the first only when the last runs.
+constexpr std::ptrdiff_t kEndedKept = 8;
+
 /// The shell's codes for what the system calls `error`.
 int LaunchCode(int error) {
   switch (error) {
@@ -94,15 +98,17 @@ bool IsPlain(char c) {
 }  // namespace
 
 struct PosixEngineLauncher::Child {
+  ProcessId process = 0;
   FileDescriptor handle;  ///< becomes readable when the process ends; closed where there is none
   std::optional<OutputTail> output;
   bool ended = false;
 
-  /// Asks the system whether the process ended, and takes note if so.
-  void Update(ProcessId process) {
-    if (ended || ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) == 0) return;
+  /// Asks the system whether the process ended, takes note if so, and tells.
+  bool Update() {
+    if (ended || ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) == 0) return ended;
     ended = true;
     handle.Close();
+    return true;
   }
 };
 
@@ -111,19 +117,28 @@ PosixEngineLauncher::PosixEngineLauncher() = default;
 PosixEngineLauncher::~PosixEngineLauncher() = default;
 
 PosixEngineLauncher::Child* PosixEngineLauncher::Find(ProcessId process) {
-  const auto found = children_.find(process);
-  return found == children_.end() ? nullptr : &found->second;
+  const auto found = std::find_if(children_.begin(), children_.end(),
+                                  [&](const Child& child) { return child.process == process; });
+  return found == children_.end() ? nullptr : &*found;
 }
 
-void PosixEngineLauncher::ForgetEnded() {
-  for (auto& [process, child] : children_) child.Update(process);
-  std::erase_if(children_, [](const auto& entry) { return entry.second.ended; });
+void PosixEngineLauncher::ForgetLongEnded() {
+  std::ptrdiff_t ended = std::count_if(children_.begin(), children_.end(),
+                                       [](Child& child) { return child.Update(); });
+  for (auto child = children_.begin(); ended > kEndedKept;) {
+    if (!child->ended) {
+      ++child;
+      continue;
+    }
+    child = children_.erase(child);
+    --ended;
+  }
 }
 
 LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
                                         const std::filesystem::path& working_folder,
                                         Printing printing) {
-  ForgetEnded();
+  ForgetLongEnded();
   int ends[2] = {-1, -1};
   if (::pipe2(ends, O_CLOEXEC) != 0) return {LaunchCode(errno), 0};
   FileDescriptor reader(ends[0]);
@@ -145,9 +160,11 @@ LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
   const int error = ::posix_spawnp(&process, arguments[0], settings.Actions(),
                                    settings.Attributes(), const_cast<char**>(arguments), environ);
   if (error != 0) return {LaunchCode(error), 0};
-  Child child{FileDescriptor(::pidfd_open(process, 0)), std::nullopt};
+  Child child{process, FileDescriptor(::pidfd_open(process, 0)), std::nullopt};
   if (printing == Printing::kKept) child.output.emplace(std::move(reader));
-  children_.insert_or_assign(process, std::move(child));
+  // The system may give the number of a process that has ended to a new one.
+  std::erase_if(children_, [&](const Child& known) { return known.process == process; });
+  children_.push_back(std::move(child));
   return {kStarted, process};
 }
 
@@ -176,8 +193,7 @@ LaunchResult PosixEngineLauncher::OpenInViewer(const std::string& viewer,
 bool PosixEngineLauncher::IsRunning(ProcessId process) {
   Child* child = Find(process);
   if (child == nullptr) return false;
-  child->Update(process);
-  return !child->ended;
+  return !child->Update();
 }
 
 bool PosixEngineLauncher::WaitForEnd(ProcessId process, std::chrono::milliseconds longest) {

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <map>
-#include <memory>
+#include <vector>
 
 #include "engine/engine_launcher.h"
 
 namespace skyhop::platform {
 
 /// Runs batch files with /bin/sh. What the processes print is thrown away but for its last lines.
-/// What is known of a process that has ended is kept until the next one is started.
+/// What is known of a process that has ended is kept until some more have been started and ended.
 class PosixEngineLauncher : public EngineLauncher {
  public:
   PosixEngineLauncher();
@@ -35,11 +34,11 @@ class PosixEngineLauncher : public EngineLauncher {
   enum class Printing { kKept, kThrownAway };
 
   [[nodiscard]] Child* Find(ProcessId process);
-  void ForgetEnded();
+  void ForgetLongEnded();
   LaunchResult Spawn(const char* const* arguments, const std::filesystem::path& working_folder,
                      Printing printing);
 
-  std::map<ProcessId, Child> children_;
+  std::vector<Child> children_;  // in the order of their starts
 };
 
 }  // namespace skyhop::platform

@@ -8,11 +8,15 @@ namespace skyhop {
 
 std::optional<float> ReportFrequency(const PredictedDay& day, const ReportColumn& column,
                                      std::size_t hour) {
-  if (day.HasSnr() && !column.in_snr_mode) return std::nullopt;
-  return day.table.frequencies.at(column.row).at(hour);
+  const float value = day.table.frequencies.at(column.row).at(hour);
+  if (day.HasSnr() && (!column.in_snr_mode || !(value > 0))) return std::nullopt;
+  return value;
 }
 
-int OpenLevel(const PredictedDay& day, std::size_t band, std::size_t hour) {
+std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band, std::size_t hour) {
+  if (day.HasSnr() && !day.table.Known(BandQuantity::kReliability, band, hour)) {
+    return std::nullopt;
+  }
   return day.chart.FreqOpen(kBandLineFrequencies.at(band), static_cast<std::int16_t>(hour));
 }
 
@@ -85,7 +89,8 @@ std::string CsvReport(const PredictedDay& day) {
       text += "," + (value ? FixedText(*value, 2) : std::string());
     }
     for (std::size_t band = 0; band < kBandCount; ++band) {
-      text += "," + std::to_string(OpenLevel(day, band, hour));
+      const std::optional<int> level = OpenLevel(day, band, hour);
+      text += "," + (level ? std::to_string(*level) : std::string());
     }
     text += BandCells(day, [&](const BandColumn& column, std::size_t band) {
       const bool known = day.table.Known(column.quantity, band, hour);

@@ -37,19 +37,22 @@ inline constexpr std::array<ReportColumn, 4> kReportColumns = {{
     {"LUF", "luf", rows::kLuf, false},
 }};
 
-/// The column's value in MHz; nothing when the engine does not predict it.
+/// The column's value in MHz; nothing when the engine does not predict it or its results do not
+/// tell it for the hour.
 [[nodiscard]] std::optional<float> ReportFrequency(const PredictedDay& day,
                                                    const ReportColumn& column, std::size_t hour);
 
-/// How surely a band is open, 0 to 4, see PredictionChart::FreqOpen.
-[[nodiscard]] int OpenLevel(const PredictedDay& day, std::size_t band, std::size_t hour);
+/// How surely a band is open, 0 to 4, see PredictionChart::FreqOpen; nothing as above.
+[[nodiscard]] std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band,
+                                           std::size_t hour);
 
 /// The band's wavelength in metres: "20" of "20M".
 [[nodiscard]] std::string BandNumber(std::size_t band);
 
 /// Comma-separated values with a header line: hour, FOT, MUF, HPF and LUF in MHz, and how open each
 /// band is; where the results tell them, also each band's reliability in percent, SNR in dB, mode
-/// and signal power in dBW. A value that the engine does not predict is empty.
+/// and signal power in dBW. A value that the engine does not predict, or its results do not tell,
+/// is empty.
 [[nodiscard]] std::string CsvReport(const PredictedDay& day);
 
 }  // namespace skyhop

@@ -179,6 +179,11 @@ void PredictionChart::PlaceBandLines() {
   }
 }
 
+/// Results with reliabilities have some curves only, and may have gaps in those.
+bool PredictionChart::TellsFrequency(std::size_t row, std::size_t hour) const {
+  return !PredictsReliability() || table_->frequencies[row][hour] > 0;
+}
+
 bool PredictionChart::HasCurves() const {
   return std::any_of(kCurves.begin(), kCurves.end(), [&](const Curve& curve) {
     const auto& values = table_->frequencies[curve.row];
@@ -207,7 +212,9 @@ void PredictionChart::PaintPlot(Surface& ionprop) {
       const double from = XDataScale(hour - 1);
       const double to = XDataScale(hour);
       for (std::size_t curve = 0; curve < kCurves.size(); ++curve) {
-        if (kCurves[curve].row == rows::kLuf && !(table_->Luf(hour) > 0)) continue;
+        const std::size_t row = kCurves[curve].row;
+        if (row == rows::kLuf && !(table_->Luf(hour) > 0)) continue;
+        if (!TellsFrequency(row, hour - 1) || !TellsFrequency(row, hour)) continue;
         const auto& y = heights[curve];
         ionprop.Line({from, y[hour - 1]}, {to, y[hour]}, kCurves[curve].pen);
       }

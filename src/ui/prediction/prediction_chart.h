@@ -91,8 +91,8 @@ class PredictionChart {
   /// Places line and label of every band that the axis covers and hides the others.
   void PaintBandLines();
 
-  /// Paints the four curves, hour by hour. Nothing is painted when no value is above 0 or the axis
-  /// has no extent.
+  /// Paints the four curves, hour by hour; of an engine that predicts reliabilities those parts
+  /// that its results tell. Nothing is painted when no value is above 0 or the axis has no extent.
   void PaintPlot(Surface& ionprop);
 
   /// Paints a bar along each band for the hours in which it is open, the thicker the surer, and
@@ -148,6 +148,7 @@ class PredictionChart {
   void RequireAxis() const;
   [[nodiscard]] double UnitsAboveFMin(float frequency) const;
   [[nodiscard]] bool HasCurves() const;
+  [[nodiscard]] bool TellsFrequency(std::size_t row, std::size_t hour) const;
   void MeasureAxis();
   void ClearAxis();
   void PlaceBandLines();

@@ -124,8 +124,8 @@ std::string Difference(const ResultsHeading& heading, EngineChoice engine,
     parts.push_back("sunspot number " + NumberText(*other) + ", not " +
                     NumberText(asked.sunspot_number));
   }
-  // Scripts carry whole watts.
-  const double watts = std::nearbyint(asked.power);
+  // Those of IONCAP carry whole watts.
+  const double watts = engine == EngineChoice::kIonCap ? std::nearbyint(asked.power) : asked.power;
   if (const auto other =
           OtherNumber(heading.power, watts / kWattsPerKilowatt, rounding.kilowatts)) {
     parts.push_back(NumberText(static_cast<float>(*other * kWattsPerKilowatt)) + " W, not " +

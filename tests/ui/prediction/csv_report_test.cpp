@@ -43,8 +43,15 @@ TEST(CsvReports, TellFrequenciesAndOpenBandsByHour) {
 }
 
 TEST(CsvReports, LeaveEmptyWhatIsNotPredicted) {
-  const std::string csv = Csv(NewYorkLondonReliability(), EngineChoice::kVoaCapSnr);
-  EXPECT_EQ(Line(csv, 14).substr(0, 38), "13,21.60,30.80,,,0,0,0,0,1,4,4,4,4,4,0");
+  ResultsTable table = NewYorkLondonReliability();
+  for (std::size_t band = 1; band < kBandCount; ++band) table.known[band].fill(0xF);
+  table.known[2][5] = 0;
+  table.frequencies[rows::kMuf90][5] = 0;
+  table.frequencies[rows::kMuf50][6] = 0;
+  const std::string csv = Csv(table, EngineChoice::kVoaCapSnr);
+  EXPECT_EQ(Line(csv, 14).substr(0, 38), "13,21.60,30.80,,,,0,0,0,1,4,4,4,4,4,0,");
+  EXPECT_EQ(Line(csv, 6).substr(0, 17), "5,,10.30,,,,4,,4,");
+  EXPECT_EQ(Line(csv, 7).substr(0, 13), "6,6.80,,,,,4,");
 }
 
 TEST(CsvReports, TellWhatIsPredictedOfTheBands) {

@@ -263,6 +263,19 @@ TEST_F(Chart, PaintsReliabilitiesForTheHourThatTheyBegin) {
   EXPECT_EQ(VisibleLabels(), std::vector<int>{5});
 }
 
+TEST_F(Chart, LeavesGapsWhereAReliabilityResultTellsNoFrequency) {
+  ResultsTable result = ConstantResult(0, 8, 13, 0);
+  result.frequencies[rows::kMuf90][1] = 0;
+  result.f_min = 4;
+  result.f_max = 24;
+  Display(result, EngineChoice::kVoaCapSnr, {.plot_enable = true});  // 20 pixels a MHz
+  const std::vector<std::string> lines = Describe(surface.Lines());
+  ASSERT_EQ(lines.size(), 22U + 24U);
+  EXPECT_EQ(std::vector(lines.begin(), lines.begin() + 4),
+            (std::vector<std::string>{"0,230 20,230 0,255,0 2", "20,230 40,230 0,255,0 2",
+                                      "40,330 60,330 0,0,255 1", "40,230 60,230 0,255,0 2"}));
+}
+
 TEST_F(Chart, DrawsNothingBeforeThereIsAResult) {
   table = testing::NewYorkLondon();
   chart.ComputeAxis(EngineChoice::kVoaCap);

@@ -100,6 +100,7 @@ TEST(Provenance, TellsWhatRoundingDoesNotExplain) {
       {heading("", "", "", "1.230"), ioncap, asked(79, 1234), ""},
       {heading("", "", "", "1.230"), voacap, asked(79, 1234), "Results are for 1230 W, not 1234 W"},
       {heading("", "", "", "1.5"), voacap, asked(79, 1499.7), ""},
+      {heading("", "", "", "0.011"), voacap, asked(79, 10.5), ""},
       {heading("", "", "", "0.000"), voacap, asked(79, 5), "Results are for 0 W, not 5 W"},
   };
   for (const auto& c : cases) {
