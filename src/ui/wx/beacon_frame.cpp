@@ -48,7 +48,7 @@ void BeaconFrame::MakeControls() {
   target_ = MakeLine(base);
   target_->SetFont(GetFont().Bold());
   auto* marks = MakeMarks(base);
-  canvas_ = new BeaconCanvas(base);
+  canvas_ = new PaintedCanvas(base, "BeaconDay", wxSize(480, 200));
   auto* days = MakeDayButtons(base);
   status_ = MakeLine(base);
 
@@ -158,7 +158,10 @@ wxButton* BeaconFrame::MakeButton(wxWindow* parent, BeaconButton button) {
 
 void BeaconFrame::Attach(BeaconWindow& controller) {
   controller_ = &controller;
-  WithControls([this, &controller] { canvas_->Attach(controller); });
+  WithControls([this, &controller] {
+    canvas_->Attach({std::bind_front(&BeaconWindow::SetPalette, &controller),
+                     std::bind_front(&BeaconWindow::Paint, &controller)});
+  });
 }
 
 void BeaconFrame::PutToolTips(bool show) {

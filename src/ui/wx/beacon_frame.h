@@ -12,7 +12,7 @@
 
 #include "ui/beacon/beacon_view.h"
 #include "ui/beacon/beacon_window.h"
-#include "ui/wx/beacon_canvas.h"
+#include "ui/wx/painted_canvas.h"
 #include "ui/wx/side_frame.h"
 
 namespace skyhop {
@@ -84,7 +84,7 @@ class BeaconFrame : public SideFrame, public BeaconView {
   std::array<wxButton*, kBeaconButtonCount> buttons_{};
   wxStaticText* target_ = nullptr;
   wxTextCtrl* note_ = nullptr;
-  BeaconCanvas* canvas_ = nullptr;
+  PaintedCanvas* canvas_ = nullptr;
   wxStaticText* status_ = nullptr;
 };
 
