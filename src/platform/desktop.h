@@ -6,6 +6,20 @@
 /// programs without windows do without it.
 namespace skyhop::platform {
 
+/// While it lives, a toolkit that starts leaves the display's 3D drivers alone. Loading them takes
+/// as long as the rest of the start and as much memory as everything else, and nothing here is
+/// drawn with them. What the environment says of it goes first. No other thread may run meanwhile.
+class PlainDisplayStart {
+ public:
+  PlainDisplayStart();
+  ~PlainDisplayStart();
+  PlainDisplayStart(const PlainDisplayStart&) = delete;
+  PlainDisplayStart& operator=(const PlainDisplayStart&) = delete;
+
+ private:
+  bool changed_ = false;
+};
+
 /// Tells screen readers that a caption names a field. Both are native handles of the toolkit's
 /// windows.
 void TieLabel(void* label, void* field);

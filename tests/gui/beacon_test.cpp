@@ -11,7 +11,7 @@
 #include "common/files.h"
 #include "gui_fixture.h"
 #include "screen.h"
-#include "ui/wx/beacon_canvas.h"
+#include "ui/wx/painted_canvas.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop::testing {
@@ -89,7 +89,7 @@ TEST_F(BeaconWindows, TheBandsAreFollowedAndPredicted) {
     }
     return !Tells("Predicting");
   }));
-  const auto& canvas = Named<BeaconCanvas>("BeaconDay");
+  const auto& canvas = Named<PaintedCanvas>("BeaconDay");
   const auto open_pixels = [&] {
     const wxSize size = canvas.GetClientSize();
     return CountPixels(ScreenPart(canvas, {0, 0, double(size.x), double(size.y)}), {218, 112, 218},

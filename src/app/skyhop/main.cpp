@@ -30,6 +30,11 @@ wxDialog* OpenDialog() {
 
 class SkyhopApp : public wxApp {
  public:
+  bool Initialize(int& count, wxChar** arguments) override {
+    const platform::PlainDisplayStart plain;
+    return wxApp::Initialize(count, arguments);
+  }
+
   bool OnInit() override {
     SetAppName(kProductName);
     SetClassName(kProductName);

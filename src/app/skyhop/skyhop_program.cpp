@@ -16,6 +16,9 @@
 namespace skyhop {
 namespace {
 
+/// The start belongs to the main window; the others follow, one at a time.
+constexpr int kFurnishInterval = 500;  // ms
+
 /// What the platform knows about the machine and the toolkit about its monitors.
 class FactsWithMonitors : public MachineFacts {
  public:
@@ -174,7 +177,17 @@ bool SkyhopProgram::Start() {
   }
   if (!controller_.Form_Load()) return false;
   ShowToolTips();
+  furnish_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FurnishNext(); });
+  furnish_timer_.Start(kFurnishInterval);
   return true;
+}
+
+/// Gets one of the windows beside the main one ready to be opened.
+void SkyhopProgram::FurnishNext() {
+  for (SideFrame* frame : SideFrames()) {
+    if (!frame->Furnished()) return frame->Furnish();
+  }
+  furnish_timer_.Stop();
 }
 
 void SkyhopProgram::ShowToolTips() {

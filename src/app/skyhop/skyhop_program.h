@@ -2,6 +2,7 @@
 
 #include <type_traits>  // the toolkit's next header needs it and does not say so
 
+#include <wx/timer.h>
 #include <wx/weakref.h>
 
 #include <filesystem>
@@ -63,6 +64,7 @@ class SkyhopProgram : private ConfigurationHost {
   [[nodiscard]] std::vector<SideFrame*> SideFrames() const;
   void AttachWindows();
   void ShowToolTips();
+  void FurnishNext();
 
   std::filesystem::path folder_;
   std::unique_ptr<Clock> clock_;
@@ -109,6 +111,7 @@ class SkyhopProgram : private ConfigurationHost {
   IoncapConfig configuration_window_;
   IonCap controller_;
   ProgramWindows windows_;
+  wxTimer furnish_timer_;
 };
 
 }  // namespace skyhop

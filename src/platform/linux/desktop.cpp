@@ -2,7 +2,23 @@
 
 #include <gtk/gtk.h>
 
+#include <cstdlib>
+
 namespace skyhop::platform {
+namespace {
+
+constexpr const char* kDrivers = "GDK_GL";
+
+}  // namespace
+
+PlainDisplayStart::PlainDisplayStart() : changed_(std::getenv(kDrivers) == nullptr) {
+  if (changed_) ::setenv(kDrivers, "disable", 0);
+}
+
+PlainDisplayStart::~PlainDisplayStart() {
+  // It is not meant for the programs that this one starts.
+  if (changed_) ::unsetenv(kDrivers);
+}
 
 void TieLabel(void* label, void* field) {
   auto* const label_widget = static_cast<GtkWidget*>(label);

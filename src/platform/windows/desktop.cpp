@@ -11,6 +11,10 @@
 
 namespace skyhop::platform {
 
+// The toolkit loads no drivers here.
+PlainDisplayStart::PlainDisplayStart() = default;
+PlainDisplayStart::~PlainDisplayStart() = default;
+
 void TieLabel(void* label, void* field) {
   auto* const label_window = static_cast<HWND>(label);
   auto* const field_window = static_cast<HWND>(field);

@@ -28,6 +28,13 @@ void ShowLine(wxStaticText& line, const wxString& text) {
 
 BeaconFrame::BeaconFrame(wxWindow* parent)
     : SideFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
+  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+    if (controller_ != nullptr) controller_->Timer_Tick();
+  });
+  Bind(wxEVT_CHAR_HOOK, &BeaconFrame::OnMarkKey, this);
+}
+
+void BeaconFrame::MakeControls() {
   auto* base = new wxPanel(this);
   const int gap = FromDIP(6);
   clock_ = MakeLine(base);
@@ -41,7 +48,7 @@ BeaconFrame::BeaconFrame(wxWindow* parent)
   target_ = MakeLine(base);
   target_->SetFont(GetFont().Bold());
   auto* marks = MakeMarks(base);
-  canvas_ = new BeaconCanvas(base);
+  canvas_ = new PaintedCanvas(base, "BeaconDay", wxSize(480, 200));
   auto* days = MakeDayButtons(base);
   status_ = MakeLine(base);
 
@@ -64,12 +71,7 @@ BeaconFrame::BeaconFrame(wxWindow* parent)
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
   SetMinClientSize(margin->GetMinSize());
-  ShowToolTips(true);
-
-  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-    if (controller_ != nullptr) controller_->Timer_Tick();
-  });
-  Bind(wxEVT_CHAR_HOOK, &BeaconFrame::OnMarkKey, this);
+  PutToolTips(true);
 }
 
 /// One line of text whose end may be cut off.
@@ -156,10 +158,13 @@ wxButton* BeaconFrame::MakeButton(wxWindow* parent, BeaconButton button) {
 
 void BeaconFrame::Attach(BeaconWindow& controller) {
   controller_ = &controller;
-  canvas_->Attach(controller);
+  WithControls([this, &controller] {
+    canvas_->Attach({std::bind_front(&BeaconWindow::SetPalette, &controller),
+                     std::bind_front(&BeaconWindow::Paint, &controller)});
+  });
 }
 
-void BeaconFrame::ShowToolTips(bool show) {
+void BeaconFrame::PutToolTips(bool show) {
   const auto put = [show](wxWindow* control, std::string_view text) {
     if (show) {
       control->SetToolTip(ToWx(text));
@@ -184,18 +189,22 @@ void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
 }
 
 void BeaconFrame::SetClock(const std::string& text) {
-  clock_->SetLabelText(ToWx(text));
+  WithControls([this, shown = ToWx(text)] { clock_->SetLabelText(shown); });
 }
 
 void BeaconFrame::SetWarning(const std::string& text) {
-  ShowLine(*warning_, ToWx(text));
+  WithControls([this, shown = ToWx(text)] { ShowLine(*warning_, shown); });
 }
 
 void BeaconFrame::SetProblem(const std::string& text) {
-  ShowLine(*problem_, ToWx(text));
+  WithControls([this, shown = ToWx(text)] { ShowLine(*problem_, shown); });
 }
 
 void BeaconFrame::SetRows(const std::vector<BandRow>& rows) {
+  WithControls([this, rows] { PutRows(rows); });
+}
+
+void BeaconFrame::PutRows(const std::vector<BandRow>& rows) {
   if (rows.size() != rows_.size()) {
     list_->DeleteAllItems();
     rows_.assign(rows.size(), {});
@@ -219,35 +228,44 @@ void BeaconFrame::SetRows(const std::vector<BandRow>& rows) {
 }
 
 void BeaconFrame::SetTarget(const std::string& text) {
-  target_->SetLabelText(ToWx(text));
+  WithControls([this, shown = ToWx(text)] { target_->SetLabelText(shown); });
 }
 
 void BeaconFrame::SetStatus(const std::string& text) {
-  const wxString shown = ToWx(text);
-  if (status_->GetLabelText() != shown) status_->SetLabelText(shown);
+  WithControls([this, shown = ToWx(text)] {
+    if (status_->GetLabelText() != shown) status_->SetLabelText(shown);
+  });
+}
+
+void BeaconFrame::SetSelectBy(int index) {
+  WithControls([this, index] { select_by_->SetSelection(index); });
 }
 
 void BeaconFrame::SetChoices(const std::vector<std::string>& texts, int index) {
   wxArrayString items;
   for (const std::string& text : texts) items.Add(ToWx(text));
-  choices_->Set(items);
-  choices_->SetSelection(index);
+  WithControls([this, items, index] {
+    choices_->Set(items);
+    choices_->SetSelection(index);
+  });
 }
 
 void BeaconFrame::SetChecked(BeaconCheck check, bool checked) {
-  checks_.at(static_cast<std::size_t>(check))->SetValue(checked);
+  WithControls(
+      [this, check, checked] { checks_.at(static_cast<std::size_t>(check))->SetValue(checked); });
 }
 
 void BeaconFrame::Enable(BeaconButton button, bool enable) {
-  buttons_.at(static_cast<std::size_t>(button))->Enable(enable);
+  WithControls(
+      [this, button, enable] { buttons_.at(static_cast<std::size_t>(button))->Enable(enable); });
 }
 
 std::string BeaconFrame::Note() const {
-  return FromWx(note_->GetValue());
+  return Furnished() ? FromWx(note_->GetValue()) : std::string();
 }
 
 void BeaconFrame::SetNote(const std::string& text) {
-  note_->ChangeValue(ToWx(text));
+  WithControls([this, shown = ToWx(text)] { note_->ChangeValue(shown); });
 }
 
 void BeaconFrame::StartTimer(std::chrono::milliseconds delay) {

@@ -12,7 +12,7 @@
 
 #include "ui/beacon/beacon_view.h"
 #include "ui/beacon/beacon_window.h"
-#include "ui/wx/beacon_canvas.h"
+#include "ui/wx/painted_canvas.h"
 #include "ui/wx/side_frame.h"
 
 namespace skyhop {
@@ -27,7 +27,9 @@ class BeaconFrame : public SideFrame, public BeaconView {
   /// The window's events go to `controller` from now on; it must outlive the window.
   void Attach(BeaconWindow& controller);
   /// Tool tips can be switched off.
-  void ShowToolTips(bool show);
+  void ShowToolTips(bool show) {
+    WithControls([this, show] { PutToolTips(show); });
+  }
 
   void SetClock(const std::string& text) override;
   void SetWarning(const std::string& text) override;
@@ -35,14 +37,16 @@ class BeaconFrame : public SideFrame, public BeaconView {
   void SetRows(const std::vector<BandRow>& rows) override;
   void SetTarget(const std::string& text) override;
   void SetStatus(const std::string& text) override;
-  void SetSelectBy(int index) override { select_by_->SetSelection(index); }
+  void SetSelectBy(int index) override;
   void SetChoices(const std::vector<std::string>& texts, int index) override;
   void SetChecked(BeaconCheck check, bool checked) override;
   void Enable(BeaconButton button, bool enable) override;
   using SideFrame::Enable;
   [[nodiscard]] std::string Note() const override;
   void SetNote(const std::string& text) override;
-  void Refresh() override { canvas_->Repaint(); }
+  void Refresh() override {
+    if (Furnished()) canvas_->Repaint();
+  }
   using SideFrame::Refresh;
   void StartTimer(std::chrono::milliseconds delay) override;
   void StopTimer() override { timer_.Stop(); }
@@ -55,6 +59,7 @@ class BeaconFrame : public SideFrame, public BeaconView {
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
+  void MakeControls() override;
   void UserCloses() override;
   void OnMarkKey(wxKeyEvent& event);
   void MakeList(wxWindow* parent);
@@ -63,6 +68,8 @@ class BeaconFrame : public SideFrame, public BeaconView {
   [[nodiscard]] wxSizer* MakeDayButtons(wxWindow* parent);
   [[nodiscard]] wxButton* MakeButton(wxWindow* parent, BeaconButton button);
   [[nodiscard]] wxStaticText* MakeLine(wxWindow* parent);
+  void PutToolTips(bool show);
+  void PutRows(const std::vector<BandRow>& rows);
 
   BeaconWindow* controller_ = nullptr;
   wxTimer timer_;
@@ -77,7 +84,7 @@ class BeaconFrame : public SideFrame, public BeaconView {
   std::array<wxButton*, kBeaconButtonCount> buttons_{};
   wxStaticText* target_ = nullptr;
   wxTextCtrl* note_ = nullptr;
-  BeaconCanvas* canvas_ = nullptr;
+  PaintedCanvas* canvas_ = nullptr;
   wxStaticText* status_ = nullptr;
 };
 

@@ -9,6 +9,10 @@ namespace skyhop {
 
 ConditionsFrame::ConditionsFrame(wxWindow* parent)
     : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)) {
+  SetMinSize(FromDIP(wxSize(320, 160)));
+}
+
+void ConditionsFrame::MakeControls() {
   // The panel gives the margin its colour.
   auto* base = new wxPanel(this);
   text_ = new wxTextCtrl(base, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
@@ -21,16 +25,17 @@ ConditionsFrame::ConditionsFrame(wxWindow* parent)
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
-  SetMinSize(FromDIP(wxSize(320, 160)));
 }
 
 void ConditionsFrame::SetText(const std::string& text) {
   wxString lines = ToWx(text);
   // The toolkit's own line end, on every system.
   lines.Replace("\r\n", "\n");
-  text_->ChangeValue(lines);
-  text_->SetInsertionPoint(0);
-  text_->ShowPosition(0);
+  WithControls([this, lines] {
+    text_->ChangeValue(lines);
+    text_->SetInsertionPoint(0);
+    text_->ShowPosition(0);
+  });
 }
 
 void ConditionsFrame::UserCloses() {

@@ -25,6 +25,7 @@ class ConditionsFrame : public SideFrame, public ConditionsView {
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
+  void MakeControls() override;
   void UserCloses() override;
 
   CurrentConditions* controller_ = nullptr;

@@ -23,7 +23,6 @@ namespace skyhop {
 ConfigurationFrame::ConfigurationFrame(wxWindow* parent)
     : SideFrame(parent, "Skyhop Configuration", "IoncapConfig", wxSize(800, 560)),
       test_timer_(this) {
-  Assemble();
   SetMinSize(FromDIP(wxSize(600, 400)));
 
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
@@ -43,7 +42,7 @@ Page* ConfigurationFrame::AddPage(const wxString& name) {
   return page;
 }
 
-void ConfigurationFrame::Assemble() {
+void ConfigurationFrame::MakeControls() {
   auto* base = new wxPanel(this);
   list_ = new wxListBox(base, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, nullptr,
                         wxLB_SINGLE | wxBORDER_NONE);
@@ -84,100 +83,115 @@ void ConfigurationFrame::UserCloses() {
 // --- What the controller sets -------------------------------------------------------------------
 
 void ConfigurationFrame::Select(ConfigOption option, int index) {
-  if (option == ConfigOption::kEngineButton) {
-    engine_->Select(index);
-  } else {
-    station_->SelectUnit(index);
-  }
+  WithControls([this, option, index] {
+    if (option == ConfigOption::kEngineButton) {
+      engine_->Select(index);
+    } else {
+      station_->SelectUnit(index);
+    }
+  });
 }
 
 void ConfigurationFrame::SetChecked(ConfigCheck check, bool checked) {
-  switch (check) {
-    case ConfigCheck::kFreqDependentEnabled:
-      return bands_->SetEnabled(checked);
-    case ConfigCheck::kDiagMode:
-      return diagnostics_->SetDiagMode(checked);
-    case ConfigCheck::kShowToolTips:
-      return windows_->SetShowToolTips(checked);
-    case ConfigCheck::kDualMonitor:
-      return windows_->SetDualMonitor(checked);
-  }
+  WithControls([this, check, checked] {
+    switch (check) {
+      case ConfigCheck::kFreqDependentEnabled:
+        return bands_->SetEnabled(checked);
+      case ConfigCheck::kDiagMode:
+        return diagnostics_->SetDiagMode(checked);
+      case ConfigCheck::kShowToolTips:
+        return windows_->SetShowToolTips(checked);
+      case ConfigCheck::kDualMonitor:
+        return windows_->SetDualMonitor(checked);
+    }
+  });
 }
 
 void ConfigurationFrame::Enable(ConfigCheck check, bool enabled) {
-  if (check == ConfigCheck::kFreqDependentEnabled) bands_->EnableCheckBox(enabled);
+  if (check != ConfigCheck::kFreqDependentEnabled) return;
+  WithControls([this, enabled] { bands_->EnableCheckBox(enabled); });
 }
 
 void ConfigurationFrame::Enable(ConfigButton button, bool enabled) {
-  switch (button) {
-    case ConfigButton::kTestCmd:
-      return engine_->EnableTest(enabled);
-    case ConfigButton::kRemoveModeCmd:
-      return modes_->EnableRemove(enabled);
-    case ConfigButton::kOpenLogCmd:
-      return diagnostics_->EnableOpenLog(enabled);
-  }
+  WithControls([this, button, enabled] {
+    switch (button) {
+      case ConfigButton::kTestCmd:
+        return engine_->EnableTest(enabled);
+      case ConfigButton::kRemoveModeCmd:
+        return modes_->EnableRemove(enabled);
+      case ConfigButton::kOpenLogCmd:
+        return diagnostics_->EnableOpenLog(enabled);
+    }
+  });
 }
 
 void ConfigurationFrame::SetLabel(ConfigLabel label, const std::string& text) {
-  switch (label) {
-    case ConfigLabel::kTestResult:
-      return engine_->SetTestResult(text);
-    case ConfigLabel::kAntennaFiles:
-      return antennas_->SetNote(text);
-    case ConfigLabel::kStationSource:
-      return station_->SetSource(text);
-    case ConfigLabel::kBandsMissing:
-      return bands_->SetMissing(text);
-    case ConfigLabel::kErrorLog:
-      return diagnostics_->SetErrorLog(text);
-    case ConfigLabel::kProgramFolder:
-      return diagnostics_->SetProgramFolder(text);
-  }
+  WithControls([this, label, text] {
+    switch (label) {
+      case ConfigLabel::kTestResult:
+        return engine_->SetTestResult(text);
+      case ConfigLabel::kAntennaFiles:
+        return antennas_->SetNote(text);
+      case ConfigLabel::kStationSource:
+        return station_->SetSource(text);
+      case ConfigLabel::kBandsMissing:
+        return bands_->SetMissing(text);
+      case ConfigLabel::kErrorLog:
+        return diagnostics_->SetErrorLog(text);
+      case ConfigLabel::kProgramFolder:
+        return diagnostics_->SetProgramFolder(text);
+    }
+  });
 }
 
 void ConfigurationFrame::SetEngineFinding(int engine, const std::string& text) {
-  engine_->SetFinding(engine, text);
+  WithControls([this, engine, text] { engine_->SetFinding(engine, text); });
 }
 
 void ConfigurationFrame::SetAntenna(Station station, const Antenna& antenna) {
-  antennas_->SetAntenna(station, antenna);
+  WithControls([this, station, antenna] { antennas_->SetAntenna(station, antenna); });
 }
 
 void ConfigurationFrame::SetAntennaFiles(std::span<const std::string> files) {
-  antennas_->SetFiles(files);
+  WithControls([this, names = std::vector<std::string>(files.begin(), files.end())] {
+    antennas_->SetFiles(names);
+  });
 }
 
 void ConfigurationFrame::SetBand(std::size_t band, const BandSettings& settings) {
-  bands_->SetBand(band, settings);
+  WithControls([this, band, settings] { bands_->SetBand(band, settings); });
 }
 
 void ConfigurationFrame::EnableBands(bool enabled) {
-  bands_->EnableBands(enabled);
+  WithControls([this, enabled] { bands_->EnableBands(enabled); });
 }
 
 void ConfigurationFrame::SetModes(std::span<const ModeSettings> modes, int selected) {
-  modes_->SetModes(modes, selected);
+  WithControls([this, rows = std::vector<ModeSettings>(modes.begin(), modes.end()), selected] {
+    modes_->SetModes(rows, selected);
+  });
 }
 
 void ConfigurationFrame::SetMode(std::size_t row, const ModeSettings& settings) {
-  modes_->SetMode(row, settings);
+  WithControls([this, row, settings] { modes_->SetMode(row, settings); });
 }
 
 void ConfigurationFrame::SetUrl(PanelText url, const std::string& text) {
-  urls_->SetUrl(url, text);
+  WithControls([this, url, text] { urls_->SetUrl(url, text); });
 }
 
 void ConfigurationFrame::EnableOpen(PanelText url, bool enabled) {
-  urls_->EnableOpen(url, enabled);
+  WithControls([this, url, enabled] { urls_->EnableOpen(url, enabled); });
 }
 
 void ConfigurationFrame::SetUrlNote(PanelText url, const std::string& text) {
-  urls_->SetNote(url, text);
+  WithControls([this, url, text] { urls_->SetNote(url, text); });
 }
 
 void ConfigurationFrame::SetPeers(std::span<const PeerState> peers) {
-  links_->SetPeers(peers);
+  WithControls([this, rows = std::vector<PeerState>(peers.begin(), peers.end())] {
+    links_->SetPeers(rows);
+  });
 }
 
 void ConfigurationFrame::ShowToolTips(bool show) {

@@ -60,7 +60,7 @@ class ConfigurationFrame : public SideFrame, public ConfigurationView {
  private:
   template <class Page>
   Page* AddPage(const wxString& name);
-  void Assemble();
+  void MakeControls() override;
   void UserCloses() override;
 
   ConfigEvents events_;

@@ -1,23 +1,12 @@
 #include "ui/wx/forecast_canvas.h"
 
-#include <wx/dcclient.h>
-
 #include "ui/wx/canvas_paint.h"
 
 namespace skyhop {
 
-ForecastCanvas::ForecastCanvas(wxWindow* parent) {
-  // The style has to be set before the window exists: nothing is erased, everything is painted.
-  SetBackgroundStyle(wxBG_STYLE_PAINT);
-  Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS, "SolarGraphs");
-  SetMinSize(FromDIP(wxSize(480, 260)));
-
-  Bind(wxEVT_PAINT, &ForecastCanvas::OnPaint, this);
+ForecastCanvas::ForecastCanvas(wxWindow* parent)
+    : PaintedCanvas(parent, "SolarGraphs", wxSize(480, 260), wxWANTS_CHARS) {
   Bind(wxEVT_KEY_DOWN, &ForecastCanvas::OnKeyDown, this);
-  Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-    Repaint();
-    event.Skip();
-  });
   Bind(wxEVT_MOTION, [this](wxMouseEvent& event) {
     if (controller_ != nullptr) controller_->Pointer_Move(ToPoint(event.GetPosition()));
   });
@@ -25,44 +14,12 @@ ForecastCanvas::ForecastCanvas(wxWindow* parent) {
     if (controller_ != nullptr) controller_->Pointer_Leave();
   });
   Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent&) { SetFocus(); });
-  for (const auto& type : {wxEVT_SET_FOCUS, wxEVT_KILL_FOCUS}) {
-    Bind(type, [this](wxFocusEvent& event) {
-      Refresh(false);
-      event.Skip();
-    });
-  }
-  Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
-    FollowTheme();
-    event.Skip();
-  });
 }
 
 void ForecastCanvas::Attach(SolarForecast& controller) {
   controller_ = &controller;
-  FollowTheme();
-}
-
-void ForecastCanvas::FollowTheme() {
-  if (controller_ != nullptr) controller_->SetPalette(CanvasPalette(*this));
-}
-
-void ForecastCanvas::Repaint() {
-  valid_ = false;
-  Refresh(false);
-}
-
-void ForecastCanvas::OnPaint(wxPaintEvent&) {
-  wxPaintDC dc(this);
-  const wxSize size = GetClientSize();
-  if (controller_ == nullptr || size.x < 1 || size.y < 1) return;
-  if (!valid_ || bitmap_.GetScaleFactor() != GetContentScaleFactor()) {
-    PaintCanvas(*this, bitmap_, [&](Surface& surface) {
-      controller_->Paint(surface, size.x, size.y, CanvasTextSize(*this));
-    });
-    valid_ = true;
-  }
-  dc.DrawBitmap(bitmap_, 0, 0);
-  if (HasFocus()) PaintFocus(*this, dc);
+  PaintedCanvas::Attach({std::bind_front(&SolarForecast::SetPalette, &controller),
+                         std::bind_front(&SolarForecast::Paint, &controller)});
 }
 
 void ForecastCanvas::OnKeyDown(wxKeyEvent& event) {

@@ -10,6 +10,13 @@ namespace skyhop {
 ForecastFrame::ForecastFrame(wxWindow* parent)
     : SideFrame(parent, ToWx(SolarForecastModule::kForecastCaption), "SolarForecast",
                 wxSize(900, 620)) {
+  Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
+    if (event.GetActive() && controller_ != nullptr) controller_->Form_Activate();
+    event.Skip();
+  });
+}
+
+void ForecastFrame::MakeControls() {
   auto* base = new wxPanel(this);
   const int gap = FromDIP(6);
   canvas_ = new ForecastCanvas(base);
@@ -26,11 +33,6 @@ ForecastFrame::ForecastFrame(wxWindow* parent)
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
   SetMinClientSize(margin->GetMinSize());
-
-  Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
-    if (event.GetActive() && controller_ != nullptr) controller_->Form_Activate();
-    event.Skip();
-  });
 }
 
 wxSizer* ForecastFrame::MakeChecks(wxWindow* parent) {
@@ -50,17 +52,19 @@ wxSizer* ForecastFrame::MakeChecks(wxWindow* parent) {
 
 void ForecastFrame::Attach(SolarForecast& controller) {
   controller_ = &controller;
-  canvas_->Attach(controller);
+  WithControls([this, &controller] { canvas_->Attach(controller); });
 }
 
 void ForecastFrame::ShowToolTips(bool show) {
-  for (std::size_t i = 0; i < checks_.size(); ++i) {
-    if (show) {
-      checks_.at(i)->SetToolTip(ToWx(ToolTip(static_cast<ForecastCheck>(i))));
-    } else {
-      checks_.at(i)->UnsetToolTip();
+  WithControls([this, show] {
+    for (std::size_t i = 0; i < checks_.size(); ++i) {
+      if (show) {
+        checks_.at(i)->SetToolTip(ToWx(ToolTip(static_cast<ForecastCheck>(i))));
+      } else {
+        checks_.at(i)->UnsetToolTip();
+      }
     }
-  }
+  });
 }
 
 void ForecastFrame::SetCaption(const std::string& caption) {
@@ -68,18 +72,20 @@ void ForecastFrame::SetCaption(const std::string& caption) {
 }
 
 void ForecastFrame::SetChecked(ForecastCheck check, bool checked) {
-  checks_.at(static_cast<std::size_t>(check))->SetValue(checked);
+  WithControls(
+      [this, check, checked] { checks_.at(static_cast<std::size_t>(check))->SetValue(checked); });
 }
 
 void ForecastFrame::SetStatus(const std::string& text) {
-  const wxString shown = ToWx(text);
-  status_->SetLabelText(shown);
-  // Its end may be cut off.
-  if (text.empty()) {
-    status_->UnsetToolTip();
-  } else {
-    status_->SetToolTip(shown);
-  }
+  WithControls([this, shown = ToWx(text)] {
+    status_->SetLabelText(shown);
+    // Its end may be cut off.
+    if (shown.empty()) {
+      status_->UnsetToolTip();
+    } else {
+      status_->SetToolTip(shown);
+    }
+  });
 }
 
 void ForecastFrame::UserCloses() {

@@ -25,7 +25,9 @@ class ForecastFrame : public SideFrame, public ForecastView {
   void SetCaption(const std::string& caption) override;
   void SetChecked(ForecastCheck check, bool checked) override;
   void SetStatus(const std::string& text) override;
-  void Refresh() override { canvas_->Repaint(); }
+  void Refresh() override {
+    if (Furnished()) canvas_->Repaint();
+  }
   using SideFrame::Refresh;
   void ShowWindow() override { BringUp(); }
   void HideWindow() override { Hide(); }
@@ -35,6 +37,7 @@ class ForecastFrame : public SideFrame, public ForecastView {
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
+  void MakeControls() override;
   void UserCloses() override;
   [[nodiscard]] wxSizer* MakeChecks(wxWindow* parent);
 

@@ -20,6 +20,15 @@ void SideFrame::PutToDefaultPlace() {
   place_.Put(GetRect());
 }
 
+void SideFrame::Furnish() {
+  if (furnished_) return;
+  furnished_ = true;
+  MakeControls();
+  for (const auto& change : std::exchange(changes_, {})) change();
+  // The window has its size already.
+  SendSizeEvent();
+}
+
 void SideFrame::OnClose(wxCloseEvent& event) {
   if (!event.CanVeto()) {
     event.Skip();
@@ -40,6 +49,7 @@ void SideFrame::OnKey(wxKeyEvent& event) {
 }
 
 void SideFrame::BringUp() {
+  Furnish();
   if (!IsShown()) {
     // Some window managers place a window anew when it comes back.
     const bool maximized = IsMaximized();

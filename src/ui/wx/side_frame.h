@@ -2,12 +2,19 @@
 
 #include <wx/frame.h>
 
+#include <functional>
+#include <utility>
+#include <vector>
+
 #include "ui/wx/normal_place.h"
 
 namespace skyhop {
 
 /// A window beside the main one: Esc and Ctrl+W close it like its close button does, and closing
 /// leaves it to the controller to hide it.
+///
+/// Its controls are made when it is first shown, or before by Furnish(), so that a window that
+/// nobody looks at costs no time when the program starts. What is set until then is kept.
 class SideFrame : public wxFrame {
  public:
   /// `parent` may be null; `size` is that of a fresh installation, in DIP. The window is not shown.
@@ -16,7 +23,23 @@ class SideFrame : public wxFrame {
   /// The size and place of a fresh installation.
   void PutToDefaultPlace();
 
+  /// Makes the controls unless they are there.
+  void Furnish();
+  [[nodiscard]] bool Furnished() const { return furnished_; }
+
  protected:
+  /// Makes the controls; called once.
+  virtual void MakeControls() = 0;
+
+  /// Calls `change`, which uses controls: at once where they are there, else as soon as they are.
+  template <class Change>
+  void WithControls(Change&& change) {
+    if (furnished_) {
+      std::forward<Change>(change)();
+    } else {
+      changes_.emplace_back(std::forward<Change>(change));
+    }
+  }
   /// The user closes the window.
   virtual void UserCloses() = 0;
 
@@ -31,6 +54,8 @@ class SideFrame : public wxFrame {
 
   wxSize default_size_;
   NormalPlace place_;
+  bool furnished_ = false;
+  std::vector<std::function<void()>> changes_;  ///< for controls that are not there yet
 };
 
 }  // namespace skyhop
