@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <regex>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -29,14 +30,15 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// An angle with one of these two hemisphere letters and nothing that only a typing mistake puts
-/// there.
+/// An angle in degrees, with or without minutes and seconds, and one of these two hemisphere
+/// letters. A coordinate that is typed into a window may have many forms; one of a file is not
+/// looked at again, so what would be read differently from what was meant is refused.
 std::optional<Angle> ReadAngle(const std::string& text, std::string_view letters,
                                Diagnostics& diagnostics) {
+  static const std::regex form(R"re([0-9]{1,3}( +[0-9]{1,2} *'( *[0-9]{1,2} *")?)? *[NSEW])re");
   const std::string capitals = UpperCase(text);
-  const std::string allowed = "0123456789. '\"" + std::string(letters);
-  if (capitals.find_first_not_of(allowed) != std::string::npos) return std::nullopt;
-  if (capitals.find_first_of("0123456789") == std::string::npos) return std::nullopt;
+  if (!std::regex_match(capitals, form)) return std::nullopt;
+  if (letters.find(capitals.back()) == std::string_view::npos) return std::nullopt;
   const bool valid = letters == "NS" ? LatLonModule::ValidLatitude(capitals, diagnostics)
                                      : LatLonModule::ValidLongitude(capitals, diagnostics);
   if (!valid) return std::nullopt;
@@ -66,13 +68,10 @@ class LocationReader {
   }
 
  private:
-  [[nodiscard]] std::string Text(std::size_t field) const {
-    return field < record_->fields.size() ? record_->fields[field].text : std::string();
-  }
+  [[nodiscard]] std::string Text(std::size_t field) const { return record_->Text(field); }
 
   void Tell(std::size_t field, const std::string& text) {
-    const int column = field < record_->fields.size() ? record_->fields[field].column : 0;
-    into_->problems.push_back({*file_, record_->line, column, text});
+    into_->problems.push_back({*file_, record_->line, record_->ColumnOf(field), text});
   }
 
   void Refuse(std::size_t field, const std::string& expected) {
@@ -167,7 +166,7 @@ BeaconLocations ReadBeaconLocations(std::string_view content, const std::string&
   BeaconLocations locations;
   LocationReader reader(file, locations, diagnostics);
   for (const Record& record : SplitRecords(content, file, locations.problems)) {
-    reader.Read(record);
+    if (!record.broken) reader.Read(record);
   }
   return locations;
 }
