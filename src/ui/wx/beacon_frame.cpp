@@ -16,6 +16,9 @@ namespace {
 constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 236, 110,
                                                                 116, 112, 90, 140};
 
+/// The longest time, in ms, until a key that is held repeats itself, as systems are set up usually.
+constexpr long kHeldKey = 700;
+
 /// Shows a line that takes its room from the day; hides it when there is nothing to tell.
 void ShowLine(wxStaticText& line, const wxString& text) {
   if (line.GetLabelText() == text) return;
@@ -183,8 +186,11 @@ void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
     event.Skip();
     return;
   }
-  // A key that is held marks once.
-  if (event.IsAutoRepeat()) return;
+  // A key that is held marks once. Not every system tells that it repeats itself.
+  const bool held = key == mark_key_ && event.GetTimestamp() - mark_key_time_ < kHeldKey;
+  mark_key_ = key;
+  mark_key_time_ = event.GetTimestamp();
+  if (held) return;
   controller_->Button_Click(key == WXK_F2 ? BeaconButton::kHeard : BeaconButton::kNotHeard);
 }
 
