@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <regex>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -30,15 +29,33 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// An angle in degrees, with or without minutes and seconds, and one of these two hemisphere
-/// letters. A coordinate that is typed into a window may have many forms; one of a file is not
-/// looked at again, so what would be read differently from what was meant is refused.
+/// Whether a text is degrees, with or without minutes and seconds, and one of these letters.
+bool IsPlainAngle(std::string_view text, std::string_view letters) {
+  const auto number = [&text](std::size_t most) {
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    text.remove_prefix(digits);
+    return digits >= 1 && digits <= most;
+  };
+  // Blanks may stand before it.
+  const auto mark = [&text](std::string_view marks) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    if (text.empty() || marks.find(text.front()) == std::string_view::npos) return false;
+    text.remove_prefix(1);
+    return true;
+  };
+  if (!number(3)) return false;
+  if (mark(letters)) return text.empty();
+  if (!number(2) || !mark("'")) return false;
+  if (mark(letters)) return text.empty();
+  return number(2) && mark("\"") && mark(letters) && text.empty();
+}
+
+/// A coordinate that is typed into a window may have many forms; one of a file is not looked at
+/// again, so what would be read differently from what was meant is refused.
 std::optional<Angle> ReadAngle(const std::string& text, std::string_view letters,
                                Diagnostics& diagnostics) {
-  static const std::regex form(R"re([0-9]{1,3}( +[0-9]{1,2} *'( *[0-9]{1,2} *")?)? *[NSEW])re");
   const std::string capitals = UpperCase(text);
-  if (!std::regex_match(capitals, form)) return std::nullopt;
-  if (letters.find(capitals.back()) == std::string_view::npos) return std::nullopt;
+  if (!IsPlainAngle(capitals, letters)) return std::nullopt;
   const bool valid = letters == "NS" ? LatLonModule::ValidLatitude(capitals, diagnostics)
                                      : LatLonModule::ValidLongitude(capitals, diagnostics);
   if (!valid) return std::nullopt;
