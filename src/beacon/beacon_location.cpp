@@ -29,14 +29,33 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-/// An angle with one of these two hemisphere letters and nothing that only a typing mistake puts
-/// there.
+/// Whether a text is degrees, with or without minutes and seconds, and one of these letters.
+bool IsPlainAngle(std::string_view text, std::string_view letters) {
+  const auto number = [&text](std::size_t most) {
+    const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    text.remove_prefix(digits);
+    return digits >= 1 && digits <= most;
+  };
+  // Blanks may stand before it.
+  const auto mark = [&text](std::string_view marks) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    if (text.empty() || marks.find(text.front()) == std::string_view::npos) return false;
+    text.remove_prefix(1);
+    return true;
+  };
+  if (!number(3)) return false;
+  if (mark(letters)) return text.empty();
+  if (!number(2) || !mark("'")) return false;
+  if (mark(letters)) return text.empty();
+  return number(2) && mark("\"") && mark(letters) && text.empty();
+}
+
+/// A coordinate that is typed into a window may have many forms; one of a file is not looked at
+/// again, so what would be read differently from what was meant is refused.
 std::optional<Angle> ReadAngle(const std::string& text, std::string_view letters,
                                Diagnostics& diagnostics) {
   const std::string capitals = UpperCase(text);
-  const std::string allowed = "0123456789. '\"" + std::string(letters);
-  if (capitals.find_first_not_of(allowed) != std::string::npos) return std::nullopt;
-  if (capitals.find_first_of("0123456789") == std::string::npos) return std::nullopt;
+  if (!IsPlainAngle(capitals, letters)) return std::nullopt;
   const bool valid = letters == "NS" ? LatLonModule::ValidLatitude(capitals, diagnostics)
                                      : LatLonModule::ValidLongitude(capitals, diagnostics);
   if (!valid) return std::nullopt;
@@ -66,13 +85,10 @@ class LocationReader {
   }
 
  private:
-  [[nodiscard]] std::string Text(std::size_t field) const {
-    return field < record_->fields.size() ? record_->fields[field].text : std::string();
-  }
+  [[nodiscard]] std::string Text(std::size_t field) const { return record_->Text(field); }
 
   void Tell(std::size_t field, const std::string& text) {
-    const int column = field < record_->fields.size() ? record_->fields[field].column : 0;
-    into_->problems.push_back({*file_, record_->line, column, text});
+    into_->problems.push_back({*file_, record_->line, record_->ColumnOf(field), text});
   }
 
   void Refuse(std::size_t field, const std::string& expected) {
@@ -167,7 +183,7 @@ BeaconLocations ReadBeaconLocations(std::string_view content, const std::string&
   BeaconLocations locations;
   LocationReader reader(file, locations, diagnostics);
   for (const Record& record : SplitRecords(content, file, locations.problems)) {
-    reader.Read(record);
+    if (!record.broken) reader.Read(record);
   }
   return locations;
 }

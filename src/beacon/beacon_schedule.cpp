@@ -23,117 +23,143 @@ class ScheduleReader {
                  std::vector<FileProblem>& problems)
       : file_(&file), known_(&known), problems_(&problems) {}
 
-  void Read(const Record& record) {
-    record_ = &record;
-    const std::string& first = record.fields.front().text;
-    if (EqualsIgnoringCase(first, "slot")) {
-      ReadSlotLength();
-    } else if (EqualsIgnoringCase(first, "frequencies")) {
-      ReadFrequencies();
-    } else {
-      ReadSlot();
-    }
-  }
-
-  std::optional<SlotTable> Table() {
-    record_ = nullptr;
-    const auto none = [this](const char* text) {
-      Tell(0, text);
-      return std::nullopt;
-    };
+  std::optional<SlotTable> Read(const std::vector<Record>& records) {
+    for (const Record& record : records) ReadLine(record);
     if (unusable_) return std::nullopt;
-    if (frequencies_.empty()) return none("there is no line with frequencies");
-    if (lines_.empty()) return none("there is no slot");
-    SlotTable table;
-    table.slot = slot_;
-    table.slots.resize(lines_.size());
-    if (table.Cycle() > std::chrono::days(1)) return none("the cycle is longer than a day");
-    for (std::size_t column = 0; column < frequencies_.size(); ++column) {
-      if (!frequencies_[column]) continue;
-      table.frequencies.push_back(*frequencies_[column]);
-      for (std::size_t slot = 0; slot < lines_.size(); ++slot) {
-        table.slots[slot].push_back(CallAt(slot, column));
-      }
-    }
-    if (table.frequencies.empty()) return none("no frequency can be read");
-    return table;
+    if (columns_.empty()) return None("there is no line with frequencies");
+    if (slots_.empty()) return None("there is no slot");
+    // One line with a mistake must not decide how the others are read.
+    const auto lines = [this](auto&& has) {
+      return std::count_if(slots_.begin(), slots_.end(), [&](const Record* slot) {
+        return !slot->broken && has(slot->fields.size());
+      });
+    };
+    by_frequency_ = lines([](std::size_t fields) { return fields > 1; }) >
+                    lines([](std::size_t fields) { return fields == 1; });
+    for (const Record* slot : slots_) ReadSlot(*slot);
+    return Table();
   }
 
  private:
-  void Tell(std::size_t field, const std::string& text) {
-    const bool somewhere = record_ != nullptr;
-    const int column =
-        somewhere && field < record_->fields.size() ? record_->fields[field].column : 0;
-    problems_->push_back({*file_, somewhere ? record_->line : 0, column, text});
+  std::optional<SlotTable> None(const char* text) {
+    problems_->push_back({*file_, 0, 0, text});
+    return std::nullopt;
   }
 
-  void ReadSlotLength() {
-    const std::string text = record_->fields.size() == 2 ? record_->fields[1].text : "";
+  void Tell(const Record& record, std::size_t field, const std::string& text) {
+    problems_->push_back({*file_, record.line, record.ColumnOf(field), text});
+  }
+
+  void ReadLine(const Record& record) {
+    const std::string first = record.Text(0);
+    if (EqualsIgnoringCase(first, "slot")) {
+      ReadSlotLength(record);
+    } else if (EqualsIgnoringCase(first, "frequencies")) {
+      ReadFrequencies(record);
+    } else if (columns_.empty()) {
+      Tell(record, 0, "this line stands before the frequencies and is left out");
+    } else {
+      slots_.push_back(&record);
+    }
+  }
+
+  void ReadSlotLength(const Record& record) {
+    if (slot_) return Tell(record, 0, "there is a slot length before");
+    const std::string text = record.fields.size() == 2 ? record.Text(1) : "";
     const std::optional<double> seconds = WholeNumberText(text);
     if (!seconds || *seconds < kShortestSlot || *seconds > kLongestSlot) {
       // Every other time in the file depends on it.
       unusable_ = true;
-      return Tell(1,
+      if (record.broken) return;
+      return Tell(record, 1,
                   "the slot length \"" + text + "\" is not a number of seconds from 0.5 to 3600");
     }
     slot_ = std::chrono::milliseconds(std::llround(*seconds * 1000));
   }
 
-  void ReadFrequencies() {
-    if (!frequencies_.empty()) return Tell(0, "there are frequencies before");
-    for (std::size_t field = 1; field < record_->fields.size(); ++field) {
-      if (frequencies_.size() == kMostFrequencies) return Tell(field, "there are more than ten");
-      const std::string& text = record_->fields[field].text;
+  void ReadFrequencies(const Record& record) {
+    if (!columns_.empty()) return Tell(record, 0, "there are frequencies before");
+    if (record.broken || record.fields.size() == 1) {
+      unusable_ = true;
+      if (!record.broken) Tell(record, 1, "there is no frequency");
+    }
+    std::size_t count = 0;
+    for (std::size_t field = 1; field < record.fields.size(); ++field) {
+      const std::string& text = record.fields[field].text;
       std::optional<double> frequency = WholeNumberText(text);
       if (!frequency || *frequency < kLowestFrequency || *frequency > kHighestFrequency) {
-        Tell(field, "\"" + text + "\" is not a frequency from 100 to 500000 kHz");
+        Tell(record, field, "\"" + text + "\" is not a frequency from 100 to 500000 kHz");
+        frequency.reset();
+      } else if (++count > kMostFrequencies) {
+        if (count == kMostFrequencies + 1) Tell(record, field, "there are more than ten");
         frequency.reset();
       }
-      frequencies_.push_back(frequency);
+      columns_.push_back(frequency);
     }
   }
 
-  void ReadSlot() {
-    std::vector<std::string>& calls = lines_.emplace_back();
-    const std::size_t count = record_->fields.size();
-    if (lines_.size() == 1) by_frequency_ = count > 1;
-    const std::size_t expected = by_frequency_ ? frequencies_.size() : 1;
-    if (frequencies_.empty()) return Tell(0, "a slot before the frequencies");
+  void ReadSlot(const Record& record) {
+    std::vector<std::string>& calls = calls_.emplace_back();
+    // Told already.
+    if (record.broken) return;
+    const std::size_t count = record.fields.size();
+    const std::size_t expected = by_frequency_ ? columns_.size() : 1;
     if (count != expected) {
-      return Tell(std::min(count, expected),
+      return Tell(record, std::min(count, expected),
                   std::to_string(count) + " calls instead of " + std::to_string(expected));
     }
-    for (std::size_t field = 0; field < count; ++field) calls.push_back(ReadCall(field));
+    for (std::size_t field = 0; field < count; ++field) calls.push_back(ReadCall(record, field));
   }
 
-  std::string ReadCall(std::size_t field) {
-    std::string call = UpperCase(record_->fields[field].text);
+  std::string ReadCall(const Record& record, std::size_t field) {
+    std::string call = UpperCase(record.Text(field));
     if (call == "-") return {};
     if (!IsCall(call)) {
-      Tell(field, "\"" + record_->fields[field].text + "\" is not a callsign");
+      Tell(record, field, "\"" + record.Text(field) + "\" is not a callsign");
       return {};
     }
-    if (known_->Find(call) == nullptr) Tell(field, "the location of " + call + " is not known");
+    if (known_->Find(call) == nullptr) {
+      Tell(record, field, "the location of " + call + " is not known");
+    }
     return call;
   }
 
+  std::optional<SlotTable> Table() {
+    SlotTable table;
+    table.slot = slot_.value_or(SlotTable::kUsualSlot);
+    table.slots.resize(calls_.size());
+    if (table.Cycle() > std::chrono::days(1)) return None("the cycle is longer than a day");
+    bool silent = true;
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+      if (!columns_[column]) continue;
+      table.frequencies.push_back(*columns_[column]);
+      for (std::size_t slot = 0; slot < calls_.size(); ++slot) {
+        table.slots[slot].push_back(CallAt(slot, column));
+        silent = silent && table.slots[slot].back().empty();
+      }
+    }
+    if (table.frequencies.empty()) return None("no frequency can be read");
+    if (silent) return None("nobody transmits in any slot");
+    return table;
+  }
+
   [[nodiscard]] std::string CallAt(std::size_t slot, std::size_t column) const {
-    const std::size_t count = lines_.size();
+    const std::size_t count = calls_.size();
     // A beacon that is on this frequency now began on the first one that many slots ago.
     const std::size_t line = by_frequency_ ? slot : (slot + count - column % count) % count;
     const std::size_t field = by_frequency_ ? column : 0;
-    return field < lines_[line].size() ? lines_[line][field] : std::string();
+    return field < calls_[line].size() ? calls_[line][field] : std::string();
   }
 
   const std::string* file_;
   const BeaconLocations* known_;
   std::vector<FileProblem>* problems_;
-  const Record* record_ = nullptr;
   bool unusable_ = false;
   bool by_frequency_ = false;
-  std::chrono::milliseconds slot_{SlotTable::kUsualSlot};
-  std::vector<std::optional<double>> frequencies_;
-  std::vector<std::vector<std::string>> lines_;
+  std::optional<std::chrono::milliseconds> slot_;
+  std::vector<std::optional<double>> columns_;
+  std::vector<const Record*> slots_;
+  std::vector<std::vector<std::string>> calls_;  ///< by slot
 };
 
 }  // namespace
@@ -142,9 +168,7 @@ ScheduleFile ReadBeaconSchedule(std::string_view content, const std::string& fil
                                 const BeaconLocations& known) {
   ScheduleFile schedule;
   const std::vector<Record> records = SplitRecords(content, file, schedule.problems);
-  ScheduleReader reader(file, known, schedule.problems);
-  for (const Record& record : records) reader.Read(record);
-  schedule.table = reader.Table();
+  schedule.table = ScheduleReader(file, known, schedule.problems).Read(records);
   return schedule;
 }
 

@@ -41,10 +41,11 @@ struct ScheduleFile {
 ///    has as many fields as there are frequencies: who transmits on each of them in that slot.
 ///    "-" is nobody.
 ///
-/// A slot that cannot be read stays in the cycle, silent, so that the others keep their times. A
-/// frequency that cannot be read is left out of the table. A call that is not among `known` is
-/// told but kept. A schedule whose slot length or frequencies cannot be read at all, which has no
-/// slot, or whose cycle is longer than a day, is none.
+/// The form is the one that most of the lines have. A slot that cannot be read stays in the cycle,
+/// silent, so that the others keep their times; a line before the frequencies is no slot. A
+/// frequency that cannot be read, or is one too many, is left out of the table. A call that is not
+/// among `known` is told but kept. A schedule whose slot length or frequencies cannot be read at
+/// all, in which nobody transmits, or whose cycle is longer than a day, is none.
 [[nodiscard]] ScheduleFile ReadBeaconSchedule(std::string_view content, const std::string& file,
                                               const BeaconLocations& known);
 

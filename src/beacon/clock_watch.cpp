@@ -1,25 +1,32 @@
 #include "beacon/clock_watch.h"
 
+#include <algorithm>
+
 #include "common/dates.h"
 #include "common/numbers.h"
 
 namespace skyhop::BeaconModule {
 namespace {
 
-/// Whether a clock that is right may jump so at that time: where a leap second is counted, the
+/// The first midnight at or after a time that begins January or July.
+UtcTime HalfYear(UtcTime time) {
+  using std::chrono::sys_days;
+  const std::chrono::year year = UtcDate(time).year();
+  for (const UtcTime begin : {UtcTime(sys_days(year / std::chrono::January / 1)),
+                              UtcTime(sys_days(year / std::chrono::July / 1))}) {
+    if (time <= begin) return begin;
+  }
+  return sys_days((year + std::chrono::years(1)) / std::chrono::January / 1);
+}
+
+/// Whether a clock that is right may jump so between two times: where a leap second is counted, the
 /// second before midnight comes twice.
-bool IsLeapSecond(UtcTime time, std::chrono::milliseconds by) {
-  using std::chrono::days;
-  using std::chrono::month;
+bool IsLeapSecond(UtcTime from, UtcTime to, std::chrono::milliseconds by) {
   constexpr std::chrono::minutes near{1};
   constexpr std::chrono::milliseconds second{1000};
   constexpr std::chrono::milliseconds inexact{250};
-  const UtcTime midnight = std::chrono::floor<days>(time + near);
-  const std::chrono::year_month_day date = UtcDate(midnight);
-  const bool half_year = date.month() == month(1) || date.month() == month(7);
-  return half_year && date.day() == std::chrono::day(1) &&
-         std::chrono::abs(time - midnight) <= near &&
-         std::chrono::abs(std::chrono::abs(by) - second) <= inexact;
+  return std::chrono::abs(std::chrono::abs(by) - second) <= inexact &&
+         HalfYear(std::min(from, to) - near) <= std::max(from, to) + near;
 }
 
 }  // namespace
@@ -29,7 +36,8 @@ std::string ClockWatch::Look() {
   if (last_) {
     // From look to look: a clock that is slewed slowly is being kept right.
     const auto by = (now.clock - last_->clock) - (now.passed - last_->passed);
-    if (std::chrono::abs(by) > kJump && !IsLeapSecond(now.clock, by)) jump_ = {now, by};
+    if (std::chrono::abs(by) > kJump && !IsLeapSecond(last_->clock, now.clock, by))
+      jump_ = {now, by};
   }
   last_ = now;
   if (jump_ && now.passed - jump_->at.passed >= kTold) jump_.reset();

@@ -26,6 +26,9 @@ class ClockWatch {
   /// is known to be.
   [[nodiscard]] std::string Look();
 
+  /// Begins anew after a pause: what the clock did meanwhile is not told.
+  void Restart() { last_.reset(); }
+
  private:
   struct Moment {
     UtcTime clock;

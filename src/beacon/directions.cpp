@@ -25,6 +25,9 @@ std::optional<Way> WayTo(const Position& station, const Position& beacon, bool d
   if (LatLonModule::IsUndefined(station) || LatLonModule::IsUndefined(beacon)) return std::nullopt;
   const Vector vector = ComputeVector(station, beacon, distance_miles, diagnostics);
   Way way;
+  way.azimuth =
+      double{LatLonModule::ComputePositionVector(station, beacon, "S", distance_miles, diagnostics)
+                 .azimuth};
   way.short_bearing = static_cast<int>(vector.azimuth);
   way.short_distance = static_cast<int>(vector.distance);
   way.long_bearing = way.short_bearing + (way.short_bearing <= 180 ? 180 : -180);

@@ -27,6 +27,8 @@ struct Way {
   /// The other way round; a short path of exactly 180 degrees has a long one of 360.
   int long_bearing = 0;
   int long_distance = 0;
+  /// The short path's bearing with its fraction.
+  double azimuth = 0;
 
   friend bool operator==(const Way&, const Way&) = default;
 };

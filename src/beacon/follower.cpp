@@ -1,5 +1,7 @@
 #include "beacon/follower.h"
 
+#include <utility>
+
 #include "common/numbers.h"
 
 namespace skyhop::BeaconModule {
@@ -7,30 +9,41 @@ namespace skyhop::BeaconModule {
 void Follower::SetOptions(const FollowOptions& options) {
   // What was off may be anywhere by now.
   if (!options.retune) done_.tuned.reset();
-  if (!options.rotate) done_.rotated.clear();
-  if (!options.look_up) done_.looked_up.clear();
-  if (!options.select_bearing) done_.selected.clear();
+  if (!options.rotate) done_.rotated.reset();
+  if (!options.look_up) done_.looked_up.reset();
+  if (!options.select_bearing) done_.selected.reset();
   options_ = options;
 }
 
 void Follower::Follow(const std::optional<Transmission>& target, double frequency,
                       const Beacon* beacon, std::optional<std::int16_t> bearing) {
   if (!target) return;
-  if (options_.retune && done_.tuned != target) {
-    done_.tuned = target;
-    peers_->Qsy(NumberText(frequency));
-    peers_->SetTransceiverMode("CW");
-  }
-  if (options_.rotate && bearing && done_.rotated != target->call) {
-    done_.rotated = target->call;
+  Tune(*target, frequency);
+  Point(target->call, beacon, bearing);
+}
+
+void Follower::Tune(const Transmission& target, double frequency) {
+  const int connection = peers_->Connection(BeaconPeer::kTransceiver);
+  if (!options_.retune || connection == 0) return;
+  const Tuning tuning{connection, target};
+  if (std::exchange(done_.tuned, tuning) == tuning) return;
+  peers_->Qsy(NumberText(frequency));
+  peers_->SetTransceiverMode("CW");
+}
+
+void Follower::Point(const std::string& call, const Beacon* beacon,
+                     std::optional<std::int16_t> bearing) {
+  const int connection = peers_->Connection(BeaconPeer::kMap);
+  if (connection == 0) return;
+  const Pointing pointing{connection, call, bearing.value_or(0)};
+  const Pointing place{connection, call, 0};
+  if (options_.rotate && bearing && std::exchange(done_.rotated, pointing) != pointing) {
     peers_->RotateShortPath(*bearing);
   }
-  if (options_.look_up && beacon != nullptr && done_.looked_up != target->call) {
-    done_.looked_up = target->call;
+  if (options_.look_up && beacon != nullptr && std::exchange(done_.looked_up, place) != place) {
     peers_->LookUp(*beacon);
   }
-  if (options_.select_bearing && bearing && done_.selected != target->call) {
-    done_.selected = target->call;
+  if (options_.select_bearing && bearing && std::exchange(done_.selected, pointing) != pointing) {
     peers_->SelectBearing(*bearing);
   }
 }

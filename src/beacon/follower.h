@@ -9,12 +9,20 @@
 
 namespace skyhop::BeaconModule {
 
-/// The programs that follow the beacons with us. A command to one that is not there does nothing.
+/// The programs that follow the beacons with us.
+enum class BeaconPeer {
+  kTransceiver,  ///< tunes the transceiver
+  kMap,          ///< turns the antenna, shows bearings and beacons
+};
+
+/// Takes commands to those programs. A command to one that is not there does nothing.
 class BeaconPeers {
  public:
   virtual ~BeaconPeers() = default;
-  /// Whether there is anybody to tune the transceiver.
-  [[nodiscard]] virtual bool HasTransceiver() const = 0;
+  /// The number of the connection with a program: 0 while there is none, another one each time that
+  /// it is connected anew, knowing nothing of what was sent before.
+  [[nodiscard]] virtual int Connection(BeaconPeer peer) const = 0;
+  [[nodiscard]] bool HasTransceiver() const { return Connection(BeaconPeer::kTransceiver) != 0; }
   /// Tunes the transceiver; `frequency` is in kHz.
   virtual void Qsy(const std::string& frequency) = 0;
   virtual void SetTransceiverMode(const std::string& mode) = 0;
@@ -38,8 +46,8 @@ struct FollowOptions {
 
 /// Has the peers follow the beacons: each transmission once, however often it is told. The
 /// transceiver is tuned for every transmission, so that it comes back when the user has turned the
-/// knob; antenna and map move when the beacon changes. An option that is switched on takes effect
-/// at once.
+/// knob; antenna and map move when the beacon or its bearing changes. An option that is switched on
+/// takes effect at once, and so does a peer that is connected.
 class Follower {
  public:
   /// Must outlive this object.
@@ -54,13 +62,27 @@ class Follower {
               std::optional<std::int16_t> bearing);
 
  private:
+  struct Tuning {
+    int connection = 0;
+    Transmission transmission;
+    friend bool operator==(const Tuning&, const Tuning&) = default;
+  };
+  struct Pointing {
+    int connection = 0;
+    std::string call;
+    std::int16_t bearing = 0;
+    friend bool operator==(const Pointing&, const Pointing&) = default;
+  };
   /// What was last commanded.
   struct Done {
-    std::optional<Transmission> tuned;
-    std::string rotated;  ///< the beacon's call
-    std::string looked_up;
-    std::string selected;
+    std::optional<Tuning> tuned;
+    std::optional<Pointing> rotated;
+    std::optional<Pointing> looked_up;  ///< without a bearing
+    std::optional<Pointing> selected;
   };
+
+  void Tune(const Transmission& target, double frequency);
+  void Point(const std::string& call, const Beacon* beacon, std::optional<std::int16_t> bearing);
 
   BeaconPeers* peers_;
   FollowOptions options_;

@@ -57,21 +57,29 @@ std::string MarkText(const HeardMark& mark) {
          "," + (mark.heard ? "yes" : "no") + "," + CsvField(mark.note);
 }
 
-std::optional<HeardMark> ReadMark(const Record& record) {
-  if (record.fields.size() < 4) return std::nullopt;
-  const auto begin = ReadMoment(record.fields[0].text);
-  const auto frequency = WholeNumberText(record.fields[2].text);
-  const std::string& heard = record.fields[3].text;
-  const bool yes = EqualsIgnoringCase(heard, "yes");
-  if (!begin || !frequency || !(yes || EqualsIgnoringCase(heard, "no"))) return std::nullopt;
-  HeardMark mark{*begin, UpperCase(record.fields[1].text), *frequency, yes, {}};
-  if (!IsCall(mark.call)) return std::nullopt;
-  if (record.fields.size() > 4) mark.note = record.fields[4].text;
-  return mark;
+/// The mark of a line; `wrong` is the first field that spoils it when there is none.
+std::optional<HeardMark> ReadMark(const Record& record, std::size_t& wrong) {
+  const auto begin = ReadMoment(record.Text(0));
+  const std::string call = UpperCase(record.Text(1));
+  const auto frequency = WholeNumberText(record.Text(2));
+  const bool yes = EqualsIgnoringCase(record.Text(3), "yes");
+  const bool good[] = {begin.has_value(), IsCall(call), frequency.has_value(),
+                       yes || EqualsIgnoringCase(record.Text(3), "no")};
+  wrong = static_cast<std::size_t>(std::find(std::begin(good), std::end(good), false) - good);
+  if (wrong < std::size(good)) return std::nullopt;
+  return HeardMark{*begin, call, *frequency, yes, record.Text(4)};
 }
 
 bool IsHeader(const Record& record) {
-  return EqualsIgnoringCase(record.fields.front().text, "utc");
+  return EqualsIgnoringCase(record.Text(0), "utc");
+}
+
+/// Whether what is appended would go on in the file's last line.
+bool LastLineIsOpen(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  file.seekg(-1, std::ios::end);
+  const int last = file.get();
+  return file && last != '\n';
 }
 
 bool SameTransmission(const HeardMark& a, const HeardMark& b) {
@@ -82,20 +90,21 @@ bool SameTransmission(const HeardMark& a, const HeardMark& b) {
 
 void HeardLog::Load() {
   marks_.clear();
-  line_is_open_ = false;
   std::error_code ignored;
-  if (!std::filesystem::exists(path_, ignored)) return;
-  const std::string content = ReadFile(path_, kLogLimit);
-  line_is_open_ = !content.empty() && content.back() != '\n';
+  std::string content;
+  if (std::filesystem::exists(path_, ignored)) content = ReadFile(path_, kLogLimit);
   std::vector<FileProblem> problems;
   for (const Record& record : SplitRecords(content, kFileName, problems)) {
-    if (IsHeader(record)) continue;
-    if (const auto mark = ReadMark(record)) {
+    if (record.broken || IsHeader(record)) continue;
+    std::size_t wrong = 0;
+    if (const auto mark = ReadMark(record, wrong)) {
       Put(*mark);
     } else {
-      problems.push_back({kFileName, record.line, 1, "this is no mark of a beacon"});
+      problems.push_back(
+          {kFileName, record.line, record.ColumnOf(wrong), "this is no mark of a beacon"});
     }
   }
+  for (const HeardMark& mark : unsaved_) Put(mark);
   for (const FileProblem& problem : problems) diagnostics_->ErrorLog(problem.Message());
 }
 
@@ -111,13 +120,28 @@ void HeardLog::Put(const HeardMark& mark) {
   }
 }
 
+bool HeardLog::Has(const HeardMark& mark) const {
+  return std::any_of(marks_.begin(), marks_.end(), [&](const HeardMark& other) {
+    return SameTransmission(other, mark) && other.heard == mark.heard &&
+           (mark.note.empty() || other.note == mark.note);
+  });
+}
+
 void HeardLog::Mark(const HeardMark& mark) {
-  Put(mark);
+  if (!Has(mark)) {
+    Put(mark);
+    unsaved_.push_back(mark);
+  }
+  if (!unsaved_.empty()) Save();
+}
+
+void HeardLog::Save() {
   std::error_code ignored;
   const std::uintmax_t size = std::filesystem::file_size(path_, ignored);
   std::string text = ignored || size == 0 ? std::string(kHeader) + "\n" : std::string();
-  if (line_is_open_) text += "\n";
-  text += MarkText(mark) + "\n";
+  // An editor, or a disk that was full, may have left a line without its end.
+  if (LastLineIsOpen(path_)) text += "\n";
+  for (const HeardMark& mark : unsaved_) text += MarkText(mark) + "\n";
   errno = 0;
   std::ofstream file(path_, std::ios::binary | std::ios::app);
   file << text;
@@ -127,7 +151,7 @@ void HeardLog::Mark(const HeardMark& mark) {
     throw FileError(std::error_code(number, std::generic_category()),
                     "cannot write " + PathText(path_));
   }
-  line_is_open_ = false;
+  unsaved_.clear();
 }
 
 std::vector<HeardMark> HeardLog::On(std::chrono::year_month_day day) const {

@@ -37,8 +37,9 @@ class HeardLog {
   /// Reads the file anew. Lines that cannot be read are told in the error log.
   void Load();
 
-  /// Adds a mark and saves it. Throws the Errors of FileError when it cannot be saved; it holds for
-  /// this run all the same.
+  /// Adds a mark and saves it. The same mark again changes nothing, with an empty note neither.
+  /// Throws the Errors of FileError when it cannot be saved; it holds for this run all the same and
+  /// is saved with the next one.
   void Mark(const HeardMark& mark);
 
   /// All marks that count, by time.
@@ -48,11 +49,13 @@ class HeardLog {
 
  private:
   void Put(const HeardMark& mark);
+  [[nodiscard]] bool Has(const HeardMark& mark) const;
+  void Save();
 
   std::filesystem::path path_;
   Diagnostics* diagnostics_;
   std::vector<HeardMark> marks_;
-  bool line_is_open_ = false;  ///< the file's last line has no end
+  std::vector<HeardMark> unsaved_;
 };
 
 /// Marks for other programs: the log's fields and, where the beacon is known, place, country and

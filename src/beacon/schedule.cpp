@@ -22,9 +22,10 @@ const std::string& Schedule::CallOn(std::size_t frequency, UtcTime time) const {
 std::vector<Transmission> Schedule::Following(std::size_t frequency, UtcTime time,
                                               std::size_t count) const {
   std::vector<Transmission> found;
-  const UtcTime last = time + days(1);
-  for (Slot slot = At(At(time).end); found.size() < count && slot.begin < last;
-       slot = At(slot.end)) {
+  // One cycle more, as midnight may cut one off.
+  const std::size_t last = (count + 1) * table_.slots.size();
+  Slot slot = At(At(time).end);
+  for (std::size_t step = 0; found.size() < count && step < last; ++step, slot = At(slot.end)) {
     const std::string& call = table_.slots[slot.index].at(frequency);
     if (!call.empty()) found.push_back({call, frequency, slot.begin, slot.end});
   }

@@ -44,8 +44,8 @@ class Schedule {
   /// Who transmits on a frequency at that time; empty for nobody.
   [[nodiscard]] const std::string& CallOn(std::size_t frequency, UtcTime time) const;
 
-  /// The transmissions on a frequency that begin after `time`, at most `count` of them and within a
-  /// day.
+  /// The transmissions on a frequency that begin after `time`, at most `count` of them and within
+  /// one cycle more than that.
   [[nodiscard]] std::vector<Transmission> Following(std::size_t frequency, UtcTime time,
                                                     std::size_t count) const;
 

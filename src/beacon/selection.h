@@ -22,6 +22,8 @@ struct Selection {
   std::size_t frequency = 0;  ///< index into the schedule's
   std::string call;
   Octant octant = Octant::kN;
+
+  friend bool operator==(const Selection&, const Selection&) = default;
 };
 
 /// What is known of the beacons besides the schedule.

@@ -1,7 +1,7 @@
 #include "beacon/separated_values.h"
 
 #include <algorithm>
-#include <optional>
+#include <utility>
 
 #include "common/text.h"
 
@@ -13,22 +13,25 @@ class LineReader {
  public:
   explicit LineReader(std::string_view line) : line_(line) {}
 
-  /// The fields; nothing when something is wrong with the quotes, see Problem().
-  std::optional<std::vector<Field>> Fields() {
-    std::vector<Field> fields;
+  /// The line without its number. When something is wrong with the quotes it is broken, see
+  /// Problem().
+  Record Read() {
+    Record record;
+    record.end_column = Column(line_.size());
     do {
       SkipBlanks();
       Field field{{}, Column(at_)};
       if (at_ < line_.size() && line_[at_] == '"') {
-        if (!ReadQuoted(field.text)) return std::nullopt;
+        record.broken = !ReadQuoted(field.text);
+        if (record.broken) return record;
       } else {
         const std::size_t end = std::min(line_.find(',', at_), line_.size());
         field.text = Trim(line_.substr(at_, end - at_));
         at_ = end;
       }
-      fields.push_back(std::move(field));
+      record.fields.push_back(std::move(field));
     } while (at_ < line_.size() && line_[at_++] == ',');
-    return fields;
+    return record;
   }
 
   /// What was wrong, its line left open.
@@ -91,6 +94,14 @@ std::string FileProblem::Message() const {
   return message + ": " + text;
 }
 
+std::string Record::Text(std::size_t field) const {
+  return field < fields.size() ? fields[field].text : std::string();
+}
+
+int Record::ColumnOf(std::size_t field) const {
+  return field < fields.size() ? fields[field].column : end_column;
+}
+
 std::vector<Record> SplitRecords(std::string_view content, const std::string& file,
                                  std::vector<FileProblem>& problems) {
   // Some editors put a byte order mark in front of a text.
@@ -101,9 +112,9 @@ std::vector<Record> SplitRecords(std::string_view content, const std::string& fi
     const std::string_view trimmed = Trim(line);
     if (trimmed.empty() || trimmed.front() == '#') continue;
     LineReader reader(line);
-    if (auto fields = reader.Fields()) {
-      records.push_back({number, std::move(*fields)});
-    } else {
+    Record& record = records.emplace_back(reader.Read());
+    record.line = number;
+    if (record.broken) {
       problems.push_back({file, number, reader.Problem().column, reader.Problem().text});
     }
   }

@@ -28,7 +28,14 @@ struct Field {
 /// One line that holds something.
 struct Record {
   int line = 1;
-  std::vector<Field> fields;  ///< never empty
+  std::vector<Field> fields;  ///< never empty but in a broken record
+  int end_column = 1;         ///< after the line's last character
+  bool broken = false;        ///< its quotes are wrong; `fields` are those in front of that place
+
+  /// A field; empty where the line ends before it.
+  [[nodiscard]] std::string Text(std::size_t field) const;
+  /// Where a field begins; the line's end where it ends before it.
+  [[nodiscard]] int ColumnOf(std::size_t field) const;
 };
 
 /// Splits a file into records, one a line: fields between commas, blanks around them left out.
@@ -36,8 +43,8 @@ struct Record {
 /// quote is a character like any other, so that coordinates with seconds need none around them.
 /// Blank lines and lines that begin with "#" are left out. Line ends may be CR LF, LF or CR.
 ///
-/// A line whose quotes are not closed, or that goes on after closing quotes, is left out and told
-/// in `problems`.
+/// A line whose quotes are not closed, or that goes on after closing quotes, is a broken record and
+/// told in `problems`.
 [[nodiscard]] std::vector<Record> SplitRecords(std::string_view content, const std::string& file,
                                                std::vector<FileProblem>& problems);
 

@@ -26,14 +26,15 @@ CircuitRun::Started CircuitRun::Start(EngineChoice engine, const DeckWriter& wri
   return with_.diagnostics.Trap("CircuitRun.Start", Started::kFailed, [&] {
     problem_ = "the error log has the reason";
     Cancel();
+    // The lock first: whoever is told to wait asks again and again.
+    Run run;
+    run.lock = with_.locker.Lock();
+    if (!run.lock) return Started::kBusy;
     const EngineFinding finding = FindEngine(with_.host, with_.program_folder, engine);
     if (!finding.can_run) {
       problem_ = "there is no engine " + PathText(finding.executable);
       return Started::kFailed;
     }
-    Run run;
-    run.lock = with_.locker.Lock();
-    if (!run.lock) return Started::kBusy;
     const LaunchResult started = WriteAndStart(engine, finding, write_deck, run.results);
     if (!started.Succeeded()) {
       problem_ = "the engine could not be started: " + LaunchErrorText(started.code);
@@ -88,7 +89,7 @@ std::optional<CircuitRun::Outcome> CircuitRun::Poll(Time now) {
 /// its results show that it has finished.
 std::optional<CircuitRun::Outcome> CircuitRun::Judge(Time now) const {
   const bool working = run_->process != 0 && with_.launcher.IsRunning(run_->process);
-  const bool too_long = now - run_->started >= kLongest;
+  const bool too_long = Overdue(now);
   std::error_code error;
   const bool there = std::filesystem::file_size(run_->results, error) > 0 && !error;
   if (there && !working) {

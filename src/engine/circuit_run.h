@@ -64,6 +64,8 @@ class CircuitRun {
   void Cancel();
 
   [[nodiscard]] bool Running() const { return run_.has_value(); }
+  /// Whether the next Poll() may end the engine for taking too long.
+  [[nodiscard]] bool Overdue(Time now) const { return run_ && now - run_->started >= kLongest; }
 
  private:
   struct Run {

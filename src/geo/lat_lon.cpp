@@ -67,6 +67,36 @@ bool IsWithin(const Angle& angle, int limit) {
          !(angle.degrees == limit && (angle.minutes > 0 || angle.seconds > 0));
 }
 
+/// Throws Error for pieces that are no numbers of 16 bits.
+Angle AngleIn(std::string_view text) {
+  std::string working = UpperCase(Trim(text));
+  // A "W" in front is deliberately left to the free form.
+  if (working.starts_with('N') || working.starts_with('S') || working.starts_with('E')) {
+    return ParsePrefixedAngle(text);
+  }
+  const std::optional<std::size_t> hemisphere = FindHemisphere(working);
+  if (!hemisphere) return UndefinedAngle();
+  const char letter = working[*hemisphere];
+  working[*hemisphere] = ' ';
+  const std::optional<Pieces> pieces = Split(Trim(working));
+  if (!pieces) return UndefinedAngle();
+  const int sign = letter == 'N' || letter == 'W' ? -1 : 1;
+  return {ToInteger(pieces->degrees), ToInteger(pieces->minutes), ToInteger(pieces->seconds),
+          static_cast<std::int16_t>(sign)};
+}
+
+std::optional<Angle> ValidAngleIn(std::string_view text, int limit) {
+  if (Trim(text).empty()) return std::nullopt;
+  try {
+    const Angle angle = AngleIn(text);
+    if (IsWithin(angle, limit)) return angle;
+  } catch (const Error&) {
+    // Nothing that can be read, yet.
+    return std::nullopt;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 double UnsignedDegrees(const Angle& angle) {
@@ -82,22 +112,8 @@ std::string LongitudeString(const Position& position) {
 }
 
 Angle ParseAngle(std::string_view text, Diagnostics& diagnostics) {
-  return diagnostics.Trap("LatLonModule.ParseAngle", UndefinedAngle(), [&] {
-    std::string working = UpperCase(Trim(text));
-    // A "W" in front is deliberately left to the free form.
-    if (working.starts_with('N') || working.starts_with('S') || working.starts_with('E')) {
-      return ParsePrefixedAngle(text);
-    }
-    const std::optional<std::size_t> hemisphere = FindHemisphere(working);
-    if (!hemisphere) return UndefinedAngle();
-    const char letter = working[*hemisphere];
-    working[*hemisphere] = ' ';
-    const std::optional<Pieces> pieces = Split(Trim(working));
-    if (!pieces) return UndefinedAngle();
-    const int sign = letter == 'N' || letter == 'W' ? -1 : 1;
-    return Angle{ToInteger(pieces->degrees), ToInteger(pieces->minutes), ToInteger(pieces->seconds),
-                 static_cast<std::int16_t>(sign)};
-  });
+  return diagnostics.Trap("LatLonModule.ParseAngle", UndefinedAngle(),
+                          [&] { return AngleIn(text); });
 }
 
 Angle ParsePrefixedAngle(std::string_view text) {
@@ -135,6 +151,14 @@ bool ValidLatitude(std::string_view text, Diagnostics& diagnostics) {
 
 bool ValidLongitude(std::string_view text, Diagnostics& diagnostics) {
   return !Trim(text).empty() && IsWithin(ParseAngle(text, diagnostics), 180);
+}
+
+std::optional<Angle> LatitudeIn(std::string_view text) {
+  return ValidAngleIn(text, 90);
+}
+
+std::optional<Angle> LongitudeIn(std::string_view text) {
+  return ValidAngleIn(text, 180);
 }
 
 Angle AngleFromDecimalDegrees(double degrees, Axis axis) {

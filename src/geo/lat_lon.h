@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -82,6 +83,11 @@ namespace LatLonModule {
 
 /// The same with at most 180 degrees; the letters N and S pass.
 [[nodiscard]] bool ValidLongitude(std::string_view text, Diagnostics& diagnostics);
+
+/// The angle of a text that is a valid latitude or longitude; nothing for any other. Writes nothing
+/// to the error log: for texts that somebody may still be typing.
+[[nodiscard]] std::optional<Angle> LatitudeIn(std::string_view text);
+[[nodiscard]] std::optional<Angle> LongitudeIn(std::string_view text);
 
 enum class Axis { kLatitude, kLongitude };
 

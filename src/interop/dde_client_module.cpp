@@ -204,6 +204,10 @@ bool Links::ServerConnected(std::int16_t role) const {
   return found != peers_.end() && found->second.connected;
 }
 
+int Links::Connection(std::int16_t role) const {
+  return ServerConnected(role) ? peers_.at(role).connections : 0;
+}
+
 void Links::SetServerConnected(std::int16_t role, bool connected) {
   with_.diagnostics.Trap("DDEClientModule.SetServerConnected", [&] {
     const auto found = peers_.find(role);
@@ -213,6 +217,7 @@ void Links::SetServerConnected(std::int16_t role, bool connected) {
     with_.diagnostics.DebugLog("DDEClientModule.SetServerConnected: " + name + " " +
                                BooleanText(connected));
     const bool was_connected = std::exchange(peer.connected, connected);
+    if (connected) ++peer.connections;
     if (connected && peer.died) {
       peer.died = false;
       with_.diagnostics.DebugLog(name + " reconnected");

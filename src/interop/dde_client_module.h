@@ -72,6 +72,8 @@ class Links {
   /// Opens all links of a peer anew. A failure is logged and tried again later.
   void ConnectToServer(std::int16_t role);
   [[nodiscard]] bool ServerConnected(std::int16_t role) const;
+  /// Counts the times that a peer was connected; 0 while it is not.
+  [[nodiscard]] int Connection(std::int16_t role) const;
   void SetServerConnected(std::int16_t role, bool connected);
   void RetryDeadServers();
   void ServerRetryTimer_Tick();
@@ -97,6 +99,7 @@ class Links {
   struct Peer {
     std::vector<std::unique_ptr<Link>> links;  ///< the command link among them
     bool connected = false;
+    int connections = 0;  ///< so far
     bool died = false;
   };
 

@@ -7,9 +7,10 @@ namespace skyhop::DDEClientModule {
 
 void Links::Send(std::int16_t role, const char* word, const std::string& argument) {
   with_.diagnostics.Trap(std::string("DDEClientModule.") + word, [&] {
-    if (LinkConversation* const link = CommandLink(role)) {
-      link->Execute(DDECommon::OwnCommand(word, argument));
-    }
+    LinkConversation* const link = CommandLink(role);
+    with_.diagnostics.DebugLog(std::string("DDEClientModule.") + word + " " + argument +
+                               (link == nullptr ? " (not connected)" : ""));
+    if (link != nullptr) link->Execute(DDECommon::OwnCommand(word, argument));
   });
 }
 

@@ -45,13 +45,16 @@ TEST(SeparatedValues, AreSplitAtCommasAndLineEnds) {
   }
 }
 
-TEST(SeparatedValues, TellWhereQuotesAreWrongAndKeepTheOtherLines) {
+TEST(SeparatedValues, TellWhereQuotesAreWrongAndKeepThePlaceOfTheLine) {
   std::vector<FileProblem> problems;
   // Characters count, not bytes.
   const auto records =
       SplitRecords("\xC3\x85land, \"open\ngood\n\"x\" y, z\n", "places.txt", problems);
-  ASSERT_EQ(records.size(), 1U);
-  EXPECT_EQ(records[0].line, 2);
+  ASSERT_EQ(records.size(), 3U);
+  EXPECT_TRUE(records[0].broken);
+  EXPECT_FALSE(records[1].broken);
+  EXPECT_TRUE(records[2].broken);
+  EXPECT_EQ(records[2].line, 3);
   EXPECT_EQ(Messages(problems), (Texts{"places.txt, line 1, column 8: the quotes are not closed",
                                        "places.txt, line 3, column 5: a comma is missing after "
                                        "closing quotes"}));
@@ -95,45 +98,58 @@ TEST(BeaconLocations, TellEveryMistakeAndKeepWhatIsGood) {
     bool kept;
     Texts problems;
   };
-  for (const Case& c : std::initializer_list<Case>{
-           {"OHB, OH, 60 N, 24 E, a, b, EU, 15, 18, 2, yes",
-            false,
-            {"L.txt, line 2, column 1: the call \"OHB\" is not a callsign"}},
-           {"W6WX, K, 1 N, 1 E, a, b, NA, 3, 6, -8, yes",
-            false,
-            {"L.txt, line 2, column 1: W6WX has been described before"}},
-           {"OH2B, OH, 6O N, 24 E, a, b, EU, 15, 18, 2, yes",
-            false,
-            {"L.txt, line 2, column 11: the latitude \"6O N\" is not a latitude such as 40 45' N"}},
-           {"OH2B, OH, 60 E, -24 E, a, b, EU, 15, 18, 2, yes",
-            false,
-            {"L.txt, line 2, column 11: the latitude \"60 E\" is not a latitude such as 40 45' N",
-             "L.txt, line 2, column 17: the longitude \"-24 E\" is not a longitude such as "
-             "73 58' W"}},
-           {"OH2B, OH, 90 1' N, 181 W",
-            false,
-            {"L.txt, line 2, column 11: the latitude \"90 1' N\" is not a latitude such as "
-             "40 45' N",
-             "L.txt, line 2, column 20: the longitude \"181 W\" is not a longitude such as "
-             "73 58' W"}},
-           {"OH2B",
-            false,
-            {"L.txt, line 2: the latitude \"\" is not a latitude such as 40 45' N",
-             "L.txt, line 2: the longitude \"\" is not a longitude such as "
-             "73 58' W"}},
-           {"OH2B,OH,60 N,24 E,a,b,XX,41,1.5,15,maybe",
-            true,
-            {"L.txt, line 2, column 23: the continent \"XX\" is not AF, AN, AS, EU, NA, OC or SA",
-             "L.txt, line 2, column 26: the CQ zone \"41\" is not a whole number from 1 to 40",
-             "L.txt, line 2, column 29: the ITU zone \"1.5\" is not a whole number from 1 to 90",
-             "L.txt, line 2, column 33: the time zone \"15\" is not a number of hours from -12 to "
-             "14",
-             "L.txt, line 2, column 36: \"on the air\" \"maybe\" is not yes or no"}},
-           {"OH2B,OH,60 N,24 E", true, {"L.txt, line 2: 4 fields instead of 11"}},
-           {"OH2B,OH,60 N,24 E,,,,,,,,more",
-            true,
-            {"L.txt, line 2, column 26: 12 fields instead of 11"}},
-       }) {
+  for (
+      const Case& c : std::initializer_list<Case>{
+          {"OHB, OH, 60 N, 24 E, a, b, EU, 15, 18, 2, yes",
+           false,
+           {"L.txt, line 2, column 1: the call \"OHB\" is not a callsign"}},
+          {"W6WX, K, 1 N, 1 E, a, b, NA, 3, 6, -8, yes",
+           false,
+           {"L.txt, line 2, column 1: W6WX has been described before"}},
+          {"OH2B, OH, 6O N, 24 E, a, b, EU, 15, 18, 2, yes",
+           false,
+           {"L.txt, line 2, column 11: the latitude \"6O N\" is not a latitude such as 40 45' N"}},
+          {"OH2B, OH, 60 E, -24 E, a, b, EU, 15, 18, 2, yes",
+           false,
+           {"L.txt, line 2, column 11: the latitude \"60 E\" is not a latitude such as 40 45' N",
+            "L.txt, line 2, column 17: the longitude \"-24 E\" is not a longitude such as "
+            "73 58' W"}},
+          {"OH2B, OH, 90 1' N, 181 W",
+           false,
+           {"L.txt, line 2, column 11: the latitude \"90 1' N\" is not a latitude such as "
+            "40 45' N",
+            "L.txt, line 2, column 20: the longitude \"181 W\" is not a longitude such as "
+            "73 58' W"}},
+          {"OH2B",
+           false,
+           {"L.txt, line 2, column 5: the latitude \"\" is not a latitude such as 40 45' N",
+            "L.txt, line 2, column 5: the longitude \"\" is not a longitude such as "
+            "73 58' W"}},
+          // What forgotten or misplaced marks would make another place of.
+          {"OH2B, OH, 60 19 N, 24 23' 30 E",
+           false,
+           {"L.txt, line 2, column 11: the latitude \"60 19 N\" is not a latitude such as 40 45' N",
+            "L.txt, line 2, column 20: the longitude \"24 23' 30 E\" is not a longitude such as "
+            "73 58' W"}},
+          {"OH2B, OH, 60.32 N, 23' E",
+           false,
+           {"L.txt, line 2, column 11: the latitude \"60.32 N\" is not a latitude such as 40 45' N",
+            "L.txt, line 2, column 20: the longitude \"23' E\" is not a longitude such as "
+            "73 58' W"}},
+          {"\"OH2B,OH,60 N,24 E", false, {"L.txt, line 2, column 1: the quotes are not closed"}},
+          {"OH2B,OH,60 N,24 E,a,b,XX,41,1.5,15,maybe",
+           true,
+           {"L.txt, line 2, column 23: the continent \"XX\" is not AF, AN, AS, EU, NA, OC or SA",
+            "L.txt, line 2, column 26: the CQ zone \"41\" is not a whole number from 1 to 40",
+            "L.txt, line 2, column 29: the ITU zone \"1.5\" is not a whole number from 1 to 90",
+            "L.txt, line 2, column 33: the time zone \"15\" is not a number of hours from -12 to "
+            "14",
+            "L.txt, line 2, column 36: \"on the air\" \"maybe\" is not yes or no"}},
+          {"OH2B,OH,60 N,24 E", true, {"L.txt, line 2, column 18: 4 fields instead of 11"}},
+          {"OH2B,OH,60 N,24 E,,,,,,,,more",
+           true,
+           {"L.txt, line 2, column 26: 12 fields instead of 11"}},
+      }) {
     LoggedDiagnostics log;
     const BeaconLocations found =
         Locations(std::string("W6WX,K,37 N,122 W,a,b,NA,3,6,-8,yes\n") + c.line +
@@ -202,9 +218,36 @@ INSTANTIATE_TEST_SUITE_P(
             {},
             {"S.txt, line 1, column 6: the slot length \"ten\" is not a number of seconds from "
              "0.5 to 3600"}},
-        ReadCase{"A1A\nfrequencies,14100",
-                 {"-"},
-                 {"S.txt, line 1, column 1: a slot before the frequencies"}},
+        // Wrong quotes cost a slot, not the times of the others.
+        ReadCase{"frequencies,14100,18110\nA1A\n\"B1B\nC1C",
+                 {"A1A C1C", "- A1A", "C1C -"},
+                 {"S.txt, line 3, column 1: the quotes are not closed"}},
+        // The form is that of most lines, whatever the first one is.
+        ReadCase{
+            "slott,10\nfrequencies,14100,18110\nA1A,\nB1B\nC1C",
+            {"- C1C", "B1B -", "C1C B1B"},
+            {"S.txt, line 1, column 1: this line stands before the frequencies and is left out",
+             "S.txt, line 3, column 5: 2 calls instead of 1"}},
+        ReadCase{"frequencies,14100,18110\nA1A\n-,B1B\nC1C,-",
+                 {"- -", "- B1B", "C1C -"},
+                 {"S.txt, line 2, column 4: 1 calls instead of 2"}},
+        ReadCase{"frequencies,101,102,103,104,105,106,107,108,109,110,111\n"
+                 "A1A,-,-,-,-,-,-,-,-,-,B1B",
+                 {"A1A - - - - - - - - -"},
+                 {"S.txt, line 1, column 53: there are more than ten"}},
+        ReadCase{"slot,5\nslot,6\nfrequencies,14100\nfrequencies,18110\nA1A",
+                 {"A1A"},
+                 {"S.txt, line 2, column 1: there is a slot length before",
+                  "S.txt, line 4, column 1: there are frequencies before"}},
+        ReadCase{"frequencies\nA1A\n",
+                 {},
+                 {"S.txt, line 1, column 12: there is no frequency",
+                  "S.txt, line 2, column 1: this line stands before the frequencies and is left "
+                  "out"}},
+        ReadCase{"frequencies,14100\n-\nA-A",
+                 {},
+                 {"S.txt, line 3, column 1: \"A-A\" is not a callsign",
+                  "S.txt: nobody transmits in any slot"}},
         ReadCase{"frequencies,14100\n", {}, {"S.txt: there is no slot"}},
         ReadCase{"slot,10", {}, {"S.txt: there is no line with frequencies"}},
         ReadCase{"", {}, {"S.txt: there is no line with frequencies"}}));

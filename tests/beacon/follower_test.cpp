@@ -161,6 +161,25 @@ TEST_F(Following, AntennaAndMapMoveWhenTheBeaconChanges) {
             (Texts{"qsy 28200", "mode CW", "rotate 33", "lookup VE8AT Inuvik", "bearing 33"}));
 }
 
+TEST_F(Following, WhoIsConnectedLaterIsToldAtOnce) {
+  follower_.SetOptions({.retune = true, .rotate = true, .look_up = true, .select_bearing = true});
+  const Texts tuned = {"qsy 14100", "mode CW"};
+  const Texts shown = {"rotate 33", "lookup 4U1UN New York", "bearing 33"};
+  peers_.transceiver = peers_.map = 0;
+  EXPECT_EQ(FollowAfter(0), Texts{});
+  peers_.map = 1;
+  EXPECT_EQ(FollowAfter(1), shown);
+  peers_.transceiver = 1;
+  EXPECT_EQ(FollowAfter(2), tuned);
+  EXPECT_EQ(FollowAfter(3), Texts{});
+  // Both were started anew from one look to the next.
+  peers_.transceiver = peers_.map = 2;
+  Texts both = tuned;
+  both.insert(both.end(), shown.begin(), shown.end());
+  EXPECT_EQ(FollowAfter(4), both);
+  EXPECT_EQ(FollowAfter(5, 34), (Texts{"rotate 34", "bearing 34"})) << "your station has moved";
+}
+
 TEST_F(Following, AnOptionTakesEffectWhenItIsSwitchedOn) {
   EXPECT_EQ(FollowAfter(0), Texts{});
   follower_.SetOptions({.rotate = true});

@@ -54,10 +54,22 @@ TEST_F(HeardLogTest, TheLastMarkOfATransmissionCounts) {
   log.Mark({kMidnight, "4U1UN", 14100, true, "S3"});
   log.Mark({kMidnight, "YV5B", 18110, true, ""});
   log.Mark({kMidnight, "4U1UN", 14100, false, ""});
+  const auto size = std::filesystem::file_size(File());
+  log.Mark({kMidnight, "4U1UN", 14100, false, ""});
+  EXPECT_EQ(std::filesystem::file_size(File()), size) << "a key that is held";
   const std::vector<HeardMark> expected = {{kMidnight, "4U1UN", 14100, false, ""},
                                            {kMidnight, "YV5B", 18110, true, ""}};
   EXPECT_EQ(log.Marks(), expected);
   EXPECT_EQ(Loaded().Marks(), expected);
+}
+
+TEST_F(HeardLogTest, ANoteStaysWhenTheMarkIsRepeatedWithoutOne) {
+  HeardLog log = Loaded();
+  log.Mark({kMidnight, "4U1UN", 14100, true, "S3"});
+  log.Mark({kMidnight, "4U1UN", 14100, true, ""});
+  EXPECT_EQ(log.Marks()[0].note, "S3");
+  log.Mark({kMidnight, "4U1UN", 14100, true, "S5"});
+  EXPECT_EQ(Loaded().Marks()[0].note, "S5");
 }
 
 TEST_F(HeardLogTest, ADayBeginsAtMidnight) {
@@ -87,17 +99,25 @@ TEST_F(HeardLogTest, DamagedLinesAreToldAndStayInTheFile) {
   ASSERT_EQ(log.Marks().size(), 1U);
   EXPECT_EQ(log_.errors.size(), 6U);
   EXPECT_EQ(log_.errors[0], "BeaconHeard.csv, line 3, column 1: this is no mark of a beacon");
+  EXPECT_EQ(log_.errors[3], "BeaconHeard.csv, line 6, column 32: this is no mark of a beacon");
 
+  // An editor that leaves no line end, after the file was read.
+  log.Mark({kMidnight, "OH2B", 18110, true, ""});
+  WriteFile(File(), content);
   log.Mark({kMidnight + hours(1), "W6WX", 14100, true, ""});
   EXPECT_EQ(ReadFile(File(), 1000), content + "\n2026-11-16 01:00:00,W6WX,14100,yes,\n");
   EXPECT_EQ(Loaded().Marks().size(), 2U);
 }
 
-TEST_F(HeardLogTest, AMarkThatCannotBeSavedHoldsForThisRun) {
+TEST_F(HeardLogTest, AMarkThatCannotBeSavedHoldsAndIsSavedWithTheNext) {
   HeardLog log = Loaded();
   std::filesystem::create_directory(File());
   EXPECT_THROW(log.Mark({kMidnight, "OH2B", 14100, true, ""}), Error);
   EXPECT_EQ(log.Marks().size(), 1U);
+  std::filesystem::remove(File());
+  log.Load();
+  log.Mark({kMidnight, "W6WX", 14100, true, ""});
+  EXPECT_EQ(Loaded().Marks().size(), 2U);
 }
 
 TEST_F(HeardLogTest, IsExportedWithThePlacesOfTheBeacons) {

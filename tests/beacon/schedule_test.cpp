@@ -125,6 +125,8 @@ TEST(CustomSchedule, SilentSlotsHaveNoTransmission) {
   ASSERT_EQ(after.size(), 2U);
   EXPECT_EQ(after[0].begin, kHour + seconds(30));
   EXPECT_TRUE(Simple(seconds(10), {""}).Following(0, kHour, 2).empty());
+  // One beacon in a long cycle: twice in two of them.
+  EXPECT_EQ(Simple(hours(8), {"A1A", "", ""}).Following(0, kHour, 2).size(), 2U);
 }
 
 class ClockWatchTest : public ::testing::Test {
@@ -148,6 +150,15 @@ TEST_F(ClockWatchTest, IsContentWithAClockThatRuns) {
   }
 }
 
+TEST_F(ClockWatchTest, DoesNotCompareAcrossAPause) {
+  (void)watch_.Look();
+  clock_.now += minutes(5);
+  watch_.Restart();
+  EXPECT_EQ(watch_.Look(), "");
+  clock_.now += minutes(5);
+  EXPECT_NE(watch_.Look(), "");
+}
+
 TEST_F(ClockWatchTest, TellsForAWhileThatTheClockWasSet) {
   (void)watch_.Look();
   clock_.now += milliseconds(3250);
@@ -165,17 +176,20 @@ TEST_F(ClockWatchTest, DoesNotMindALeapSecondWhereThereMayBeOne) {
     UtcTime midnight;
     milliseconds by;
     bool told;
+    milliseconds sleep{1100};
   };
-  for (const Case& c :
-       {Case{sys_days(year(2027) / 1 / 1), seconds(-1), false},
-        Case{sys_days(year(2027) / 7 / 1), seconds(-1), false},
-        Case{sys_days(year(2027) / 7 / 1), seconds(-3), true},
-        Case{sys_days(year(2027) / 7 / 2), seconds(-1), true},
-        Case{UtcTime(sys_days(year(2027) / 1 / 1)) + hours(1), seconds(-1), true}}) {
+  for (const Case& c : {Case{sys_days(year(2027) / 1 / 1), seconds(-1), false},
+                        Case{sys_days(year(2027) / 7 / 1), seconds(-1), false},
+                        Case{sys_days(year(2027) / 7 / 1), seconds(-3), true},
+                        Case{sys_days(year(2027) / 7 / 2), seconds(-1), true},
+                        Case{UtcTime(sys_days(year(2027) / 1 / 1)) + hours(1), seconds(-1), true},
+                        // The machine slept while the leap second was counted.
+                        Case{sys_days(year(2026) / 12 / 30), seconds(-1), false, days(20)},
+                        Case{sys_days(year(2027) / 1 / 2), seconds(-1), true, days(20)}}) {
     clock_.now = c.midnight - seconds(1);
     ClockWatch watch(clock_, timekeeping_);
     (void)watch.Look();
-    timekeeping_.Pass(clock_, milliseconds(1100));
+    timekeeping_.Pass(clock_, c.sleep);
     clock_.now += c.by;
     EXPECT_EQ(!watch.Look().empty(), c.told) << c.midnight.time_since_epoch().count();
   }

@@ -170,6 +170,7 @@ TEST(CoordinateValidity, LimitsSizeAndMinutesAndSeconds) {
       {"", false, false},
       {"   ", false, false},
       {"nonsense", false, false},
+      {"4x 30' 0\" N", false, false},
       {"42", false, false},
       {"89 59' 59\" N", true, true},
       {"90 0' 0\" N", true, true},
@@ -192,7 +193,10 @@ TEST(CoordinateValidity, LimitsSizeAndMinutesAndSeconds) {
   for (const auto& c : cases) {
     EXPECT_EQ(ValidLatitude(c.text, log.diagnostics), c.latitude) << c.text;
     EXPECT_EQ(ValidLongitude(c.text, log.diagnostics), c.longitude) << c.text;
+    EXPECT_EQ(LatitudeIn(c.text).has_value(), c.latitude) << c.text;
+    EXPECT_EQ(LongitudeIn(c.text).has_value(), c.longitude) << c.text;
   }
+  EXPECT_EQ(LongitudeIn("71 30' 5\" w"), (Angle{71, 30, 5, -1}));
 }
 
 TEST(AngleFromDecimalDegrees, RoundsToSecondsAndCarries) {

@@ -116,6 +116,11 @@ TEST_F(BeaconWindows, OneKeyMarksABeaconFromTheNoteToo) {
   EXPECT_TRUE(note.IsEmpty());
   const std::string log = ReadFile(home_ / "BeaconHeard.csv", 1000);
   EXPECT_NE(log.find(",14100,yes,S7\n"), std::string::npos) << log;
+  // The other key is not the same one held.
+  wxUIActionSimulator().Text("S8");
+  ASSERT_TRUE(PumpUntil([&] { return note.GetValue() == "S8"; }));
+  Press(WXK_F3);
+  EXPECT_TRUE(PumpUntil([&] { return note.IsEmpty(); }));
 
   dialogs_.answer = [](wxDialog&) { return wxID_CANCEL; };
   Press(WXK_ESCAPE);

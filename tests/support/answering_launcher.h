@@ -33,11 +33,13 @@ class AnsweringLauncher : public FakeLauncher {
 class OneLocker : public RunLocker {
  public:
   [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
+    ++attempts;
     if (held) return nullptr;
     return std::make_unique<Held>(*this);
   }
 
   bool held = false;
+  int attempts = 0;
 
  private:
   struct Held : RunLock {

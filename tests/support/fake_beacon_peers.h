@@ -11,7 +11,9 @@ namespace skyhop::testing {
 /// Keeps the commands, each as its word and its argument.
 class FakeBeaconPeers : public BeaconModule::BeaconPeers {
  public:
-  [[nodiscard]] bool HasTransceiver() const override { return has_transceiver; }
+  [[nodiscard]] int Connection(BeaconModule::BeaconPeer peer) const override {
+    return peer == BeaconModule::BeaconPeer::kMap ? map : transceiver;
+  }
   void Qsy(const std::string& frequency) override { commands.push_back("qsy " + frequency); }
   void SetTransceiverMode(const std::string& mode) override { commands.push_back("mode " + mode); }
   void RotateShortPath(std::int16_t bearing) override {
@@ -27,7 +29,8 @@ class FakeBeaconPeers : public BeaconModule::BeaconPeers {
   /// What came since the last call.
   std::vector<std::string> Take() { return std::exchange(commands, {}); }
 
-  bool has_transceiver = true;
+  int transceiver = 1;  ///< numbers of the connections
+  int map = 1;
   std::vector<std::string> commands;
 };
 

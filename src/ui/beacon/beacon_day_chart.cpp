@@ -71,9 +71,10 @@ class DayPainter {
     const DayRow& row = day_->rows[number];
     const double top = Top(number);
     const double height = std::max(1.0, Top(number + 1) - top - 1);
-    for (int hour = 0; row.levels && hour < kHours; ++hour) {
-      const auto level = std::clamp<std::int16_t>(row.levels->at(static_cast<std::size_t>(hour)), 0,
-                                                  kLevelColors.size() - 1);
+    for (int hour = 0; hour < kHours; ++hour) {
+      const auto known = row.levels.at(static_cast<std::size_t>(hour));
+      if (!known) continue;
+      const auto level = std::clamp<std::int16_t>(*known, 0, kLevelColors.size() - 1);
       surface_->FillRectangle({X(hour), top, hour_width_, height},
                               kLevelColors.at(static_cast<std::size_t>(level)));
     }

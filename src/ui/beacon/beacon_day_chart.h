@@ -20,8 +20,8 @@ struct DayMark {
 /// One beacon on one frequency through the day.
 struct DayRow {
   std::string label;
-  /// How open the frequency is predicted to be, 0 to 4 by hour; nothing while that is not known.
-  std::optional<std::array<std::int16_t, 24>> levels;
+  /// How open the frequency is predicted to be, 0 to 4 by hour; nothing where that is not known.
+  std::array<std::optional<std::int16_t>, 24> levels;
   std::vector<DayMark> marks;
   bool now = false;  ///< the beacon to listen for
 };

@@ -4,9 +4,11 @@
 
 namespace skyhop {
 
-bool BeaconLinks::HasTransceiver() const {
+int BeaconLinks::Connection(BeaconModule::BeaconPeer peer) const {
   const DDEClientModule::Links* const links = links_();
-  return links != nullptr && links->ServerConnected(role::kTransceiverControl);
+  if (links == nullptr) return 0;
+  const bool map = peer == BeaconModule::BeaconPeer::kMap;
+  return links->Connection(map ? role::kTessera : role::kTransceiverControl);
 }
 
 void BeaconLinks::Qsy(const std::string& frequency) {

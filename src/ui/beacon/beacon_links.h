@@ -14,7 +14,7 @@ class BeaconLinks : public BeaconModule::BeaconPeers {
   /// `links` yields the links, null while there are none.
   explicit BeaconLinks(std::function<DDEClientModule::Links*()> links) : links_(std::move(links)) {}
 
-  [[nodiscard]] bool HasTransceiver() const override;
+  [[nodiscard]] int Connection(BeaconModule::BeaconPeer peer) const override;
   void Qsy(const std::string& frequency) override;
   void SetTransceiverMode(const std::string& mode) override;
   void RotateShortPath(std::int16_t bearing) override;

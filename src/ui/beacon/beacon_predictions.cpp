@@ -5,6 +5,7 @@
 #include "common/dates.h"
 #include "common/errors.h"
 #include "engine/results_parser.h"
+#include "ui/prediction/bands.h"
 
 namespace skyhop {
 namespace {
@@ -13,6 +14,9 @@ using BeaconModule::Beacon;
 
 constexpr std::int16_t kLufMufMethod = 26;
 constexpr std::int16_t kSnrMethod = 30;
+
+/// Predictions change with the sun's height at both ends; older ones than this are none.
+constexpr std::chrono::hours kLongestUse{2};
 
 bool SameBeacons(const std::vector<Beacon>& a, const std::vector<Beacon>& b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Beacon& x, const Beacon& y) {
@@ -25,8 +29,10 @@ bool SameBeacons(const std::vector<Beacon>& a, const std::vector<Beacon>& b) {
 BeaconInputs ReadBeaconInputs(const PredictionPanel& panel,
                               const IONCAPModule::Parameters& parameters) {
   BeaconInputs inputs;
-  inputs.latitude = panel.Text(PanelText::kLocalLat);
-  inputs.longitude = panel.Text(PanelText::kLocalLon);
+  const auto latitude = LatLonModule::LatitudeIn(panel.Text(PanelText::kLocalLat));
+  const auto longitude = LatLonModule::LongitudeIn(panel.Text(PanelText::kLocalLon));
+  if (latitude && longitude) inputs.station = {*latitude, *longitude};
+  inputs.antenna = panel.AntennaOf(Station::kLocal);
   inputs.flux = panel.Text(PanelText::kFlux);
   inputs.sunspot_number = panel.Text(PanelText::kSSN);
   inputs.k_index = panel.Text(PanelText::kKindex);
@@ -57,17 +63,35 @@ void BeaconPredictions::Want(const BeaconInputs& inputs, const std::vector<Beaco
   const bool same = wanted_ && wanted_->inputs == inputs && wanted_->frequencies == frequencies &&
                     SameBeacons(wanted_->beacons, beacons);
   if (same && wanted_->hour == hour) return;
+  KeepDay(now);
   // The last hour's predictions are better than none until there are new ones.
-  if (!same) levels_.clear();
+  if (!same) predictions_.clear();
+  std::erase_if(predictions_,
+                [&](const auto& entry) { return hour - entry.second.hour >= kLongestUse; });
   run_.Cancel();
+  busy_.reset();
   problem_.clear();
+  with_.diagnostics.DebugLog("BeaconPredictions.Want: " + std::to_string(beacons.size()) +
+                             " beacons, engine " + std::to_string(static_cast<int>(inputs.engine)));
   wanted_ = {inputs, beacons, frequencies, hour};
   queue_.assign(beacons.rbegin(), beacons.rend());
+}
+
+/// When a day is over, what was predicted on it goes with it into the past.
+void BeaconPredictions::KeepDay(UtcTime now) {
+  using std::chrono::days;
+  if (!wanted_) return;
+  const auto day = std::chrono::floor<days>(wanted_->hour);
+  if (day == std::chrono::floor<days>(now) || predictions_.empty()) return;
+  before_ = predictions_;
+  day_before_ = day;
 }
 
 void BeaconPredictions::Forget() {
   run_.Cancel();
   queue_.clear();
+  predictions_.clear();
+  before_.clear();
   wanted_.reset();
 }
 
@@ -80,29 +104,35 @@ bool BeaconPredictions::Poll(Time now) {
     }
     const std::optional<CircuitRun::Outcome> outcome = run_.Poll(now);
     if (!outcome) return false;
-    const Beacon beacon = queue_.back();
-    if (outcome->good) {
-      const bool taken =
-          with_.diagnostics.Trap("BeaconPredictions.Take", [&] { Take(outcome->text); });
-      if (!taken) problem_ = "The results for " + beacon.call + " cannot be read";
-    } else {
-      problem_ = "No prediction for " + beacon.call + ": " + outcome->text;
-      with_.diagnostics.ErrorLog("BeaconPredictions.Poll: " + problem_);
-    }
+    Finish(*outcome);
     queue_.pop_back();
-    if (!queue_.empty()) Begin(now);
     return true;
   });
 }
 
+void BeaconPredictions::Finish(const CircuitRun::Outcome& outcome) {
+  const std::string& call = queue_.back().call;
+  if (!outcome.good) {
+    problem_ = "No prediction for " + call + ": " + outcome.text;
+    with_.diagnostics.ErrorLog("BeaconPredictions.Poll: " + problem_);
+    return;
+  }
+  const bool taken = with_.diagnostics.Trap("BeaconPredictions.Take", [&] { Take(outcome.text); });
+  if (!taken) problem_ = "The results for " + call + " cannot be read";
+}
+
 /// Starts the next run. What cannot be started for one beacon cannot be for the others.
 void BeaconPredictions::Begin(Time now) {
+  if (busy_ && now - *busy_ < kBusyPause) return;
+  busy_.reset();
   if (wanted_->inputs.engine == EngineChoice::kNone) return GiveUp("no engine is selected");
   if (!HandInputs(queue_.back())) return GiveUp(messages_.last);
   switch (run_.Start(
       wanted_->inputs.engine, [this](const auto& file) { return WriteDeck(file); }, now)) {
     case CircuitRun::Started::kRuns:
-    case CircuitRun::Started::kBusy:  // asked again at the next poll
+      return;
+    case CircuitRun::Started::kBusy:
+      busy_ = now;
       return;
     case CircuitRun::Started::kFailed:
       return GiveUp(run_.Problem());
@@ -121,6 +151,7 @@ bool BeaconPredictions::HandInputs(const Beacon& beacon) {
   panel_.SetText(PanelText::kKindex, inputs.k_index);
   panel_.SetText(PanelText::kAvail, inputs.availability);
   panel_.SetChoice(PanelChoice::kEngineButton, static_cast<int>(inputs.engine));
+  panel_.SetAntenna(Station::kLocal, inputs.antenna);
   parameters_.SetPredictionPower(kPower);
   parameters_.SetPredictionSNR(inputs.snr);
   parameters_.SetPredictionTakeoff(inputs.takeoff);
@@ -129,13 +160,12 @@ bool BeaconPredictions::HandInputs(const Beacon& beacon) {
   parameters_.SetDate(DateText(UtcDate(wanted_->hour)));
   parameters_.SetTransmitterLatitude(LatLonModule::LatitudeString(beacon.position));
   parameters_.SetTransmitterLongitude(LatLonModule::LongitudeString(beacon.position));
-  if (!LatLonModule::ValidLatitude(inputs.latitude, with_.diagnostics) ||
-      !LatLonModule::ValidLongitude(inputs.longitude, with_.diagnostics)) {
+  if (LatLonModule::IsUndefined(inputs.station)) {
     messages_.last = "your station's location is missing";
     return false;
   }
-  parameters_.SetReceiverLatitude(inputs.latitude);
-  parameters_.SetReceiverLongitude(inputs.longitude);
+  parameters_.SetReceiverLatitude(LatLonModule::LatitudeString(inputs.station));
+  parameters_.SetReceiverLongitude(LatLonModule::LongitudeString(inputs.station));
   return parameters_.PredictionParametersValid();
 }
 
@@ -153,24 +183,53 @@ void BeaconPredictions::Take(const std::string& results) {
   const std::string& call = queue_.back().call;
   if (engine == EngineChoice::kVoaCapSnr) {
     const auto outcome = IONCAPModule::ParseMethod30Results(results, call, table_);
-    if (!outcome.header_found) throw Error(errors::kInputPastEnd, "no results for " + call);
+    if (outcome.complete_hours == 0) throw Error(errors::kInputPastEnd, "no results for " + call);
+    if (outcome.complete_hours < static_cast<int>(kHours)) {
+      problem_ = "The results for " + call + " are not complete";
+      with_.diagnostics.ErrorLog("BeaconPredictions.Take: " + problem_);
+    }
   } else {
     IONCAPModule::ParseLufMufResults(results, call, true, table_);
   }
   chart_.ComputeAxis(engine);
   for (const double frequency : wanted_->frequencies) {
-    Levels& levels = levels_[{call, frequency}];
-    for (std::size_t hour = 0; hour < kHours; ++hour) {
-      levels.at(hour) =
-          chart_.FreqOpen(static_cast<float>(frequency / 1000), static_cast<std::int16_t>(hour));
+    predictions_.erase({call, frequency});
+    if (const auto levels = LevelsOf(frequency)) {
+      predictions_[{call, frequency}] = {*levels, wanted_->hour};
     }
   }
 }
 
+/// What the table and the chart say; nothing where they say nothing at all.
+std::optional<BeaconPredictions::Levels> BeaconPredictions::LevelsOf(double frequency) const {
+  const auto megahertz = static_cast<float>(frequency / 1000);
+  const bool by_band = wanted_->inputs.engine == EngineChoice::kVoaCapSnr;
+  const std::int16_t band = by_band ? IONCAPModule::BandForFreq(megahertz) : std::int16_t{0};
+  if (band < 0) return std::nullopt;
+  Levels levels;
+  bool any = false;
+  for (std::size_t hour = 0; hour < kHours; ++hour) {
+    const bool known =
+        !by_band || table_.Known(BandQuantity::kReliability, static_cast<std::size_t>(band), hour);
+    if (known) levels.at(hour) = chart_.FreqOpen(megahertz, static_cast<std::int16_t>(hour));
+    any = any || known;
+  }
+  if (!any) return std::nullopt;
+  return levels;
+}
+
 const BeaconPredictions::Levels* BeaconPredictions::Of(const std::string& call,
                                                        double frequency) const {
-  const auto found = levels_.find({call, frequency});
-  return found == levels_.end() ? nullptr : &found->second;
+  const auto found = predictions_.find({call, frequency});
+  return found == predictions_.end() ? nullptr : &found->second.levels;
+}
+
+const BeaconPredictions::Levels* BeaconPredictions::Before(std::chrono::sys_days day,
+                                                           const std::string& call,
+                                                           double frequency) const {
+  if (day != day_before_) return nullptr;
+  const auto found = before_.find({call, frequency});
+  return found == before_.end() ? nullptr : &found->second.levels;
 }
 
 }  // namespace skyhop

@@ -22,8 +22,9 @@ namespace skyhop {
 
 /// What the predictions to the beacons depend on, as the prediction window has it.
 struct BeaconInputs {
-  std::string latitude;  ///< of your station
-  std::string longitude;
+  /// Your station; undefined while it is missing or not valid.
+  Position station{LatLonModule::UndefinedAngle(), LatLonModule::UndefinedAngle()};
+  Antenna antenna;  ///< of your station
   std::string flux;
   std::string sunspot_number;
   std::string k_index;
@@ -36,12 +37,14 @@ struct BeaconInputs {
   friend bool operator==(const BeaconInputs&, const BeaconInputs&) = default;
 };
 
+/// Somebody may be typing there: nothing is told about what cannot be read.
 [[nodiscard]] BeaconInputs ReadBeaconInputs(const PredictionPanel& panel,
                                             const IONCAPModule::Parameters& parameters);
 
 /// How open the frequencies of the beacons are predicted to be from each beacon to your station,
 /// for all hours of the day: one run of the selected engine for each beacon, one after another in
-/// the background. A prediction of the user's comes first. What was predicted holds for the hour.
+/// the background. A prediction of the user's comes first. What was predicted holds for the hour,
+/// and is better than nothing for another one.
 class BeaconPredictions {
  public:
   using Time = CircuitRun::Time;
@@ -50,8 +53,11 @@ class BeaconPredictions {
   static constexpr const char* kPower = "100";
   /// Hours of a day.
   static constexpr std::size_t kHours = 24;
-  /// How open a frequency is in each hour from 0 UTC on, see PredictionChart::FreqOpen.
-  using Levels = std::array<std::int16_t, kHours>;
+  /// How open a frequency is in each hour from 0 UTC on, see PredictionChart::FreqOpen; nothing
+  /// for an hour that the engine did not tell.
+  using Levels = std::array<std::optional<std::int16_t>, kHours>;
+  /// Until a run that finds the engines' folders in use tries again.
+  static constexpr std::chrono::seconds kBusyPause{1};
 
   /// All must outlive this object.
   struct Collaborators {
@@ -72,8 +78,14 @@ class BeaconPredictions {
   void Want(const BeaconInputs& inputs, const std::vector<BeaconModule::Beacon>& beacons,
             const std::vector<double>& frequencies, UtcTime now);
 
-  /// Goes on with the runs. Returns whether something new is known.
+  /// Goes on with the runs. Returns whether something new is known. A run begins in another poll
+  /// than the one before it ends in, so that other programs get at the engines' folders.
   bool Poll(Time now);
+
+  /// Whether an engine runs: Want() may have to end it, which can take seconds.
+  [[nodiscard]] bool Running() const { return run_.Running(); }
+  /// Whether Poll() may have to end an engine.
+  [[nodiscard]] bool Overdue(Time now) const { return run_.Overdue(now); }
 
   /// Ends the run in progress, to give way to a prediction of the user's or because nobody looks
   /// any more. The next poll begins it anew.
@@ -85,8 +97,11 @@ class BeaconPredictions {
   /// Why there are no predictions, or not all; empty when nothing is wrong.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
-  /// Nothing while it is not known.
+  /// Null while it is not known, and for a frequency that the engine does not predict.
   [[nodiscard]] const Levels* Of(const std::string& call, double frequency) const;
+  /// What was predicted last on an earlier day, as far as that is the day before.
+  [[nodiscard]] const Levels* Before(std::chrono::sys_days day, const std::string& call,
+                                     double frequency) const;
 
  private:
   /// Keeps messages that nobody has asked for from the user.
@@ -103,10 +118,19 @@ class BeaconPredictions {
     UtcTime hour;
   };
 
+  struct Prediction {
+    Levels levels;
+    UtcTime hour;  ///< in which it was made
+  };
+  using Predictions = std::map<std::pair<std::string, double>, Prediction>;
+
   void Begin(Time now);
+  void KeepDay(UtcTime now);
   [[nodiscard]] bool HandInputs(const BeaconModule::Beacon& beacon);
   [[nodiscard]] bool WriteDeck(const std::filesystem::path& file);
+  void Finish(const CircuitRun::Outcome& outcome);
   void Take(const std::string& results);
+  [[nodiscard]] std::optional<Levels> LevelsOf(double frequency) const;
   void GiveUp(const std::string& problem);
 
   Collaborators with_;
@@ -122,7 +146,10 @@ class BeaconPredictions {
 
   std::optional<Wanted> wanted_;
   std::vector<BeaconModule::Beacon> queue_;  ///< still to be predicted, the last one first
-  std::map<std::pair<std::string, double>, Levels> levels_;
+  Predictions predictions_;
+  Predictions before_;  ///< the last ones of the day before
+  std::chrono::sys_days day_before_{};
+  std::optional<Time> busy_;  ///< when the engines' folders were last found in use
   std::string problem_;
 };
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "common/text.h"
+
 namespace skyhop {
 namespace {
 
@@ -15,6 +17,11 @@ constexpr const char* kWindowName = "BeaconMonitor";
 /// How often runs in the background are looked after.
 constexpr milliseconds kPredictionPoll{100};
 
+/// The name of a list's or check box's event in the debug log, with its value.
+std::string EventText(const char* name, int value) {
+  return std::string("BeaconMonitor.") + name + " " + std::to_string(value);
+}
+
 }  // namespace
 
 BeaconWindow::BeaconWindow(const Collaborators& collaborators)
@@ -25,9 +32,13 @@ BeaconWindow::BeaconWindow(const Collaborators& collaborators)
 
 void BeaconWindow::Show() {
   with_.diagnostics.Trap("BeaconMonitor.Show", [&] {
+    with_.diagnostics.DebugLog("BeaconMonitor.Show");
     if (!loaded_) Form_Load();
+    // Nobody looked while the window was closed.
+    if (!shown_) clock_watch_.Restart();
     shown_ = true;
-    day_offset_ = 0;
+    TakeInputs();
+    shown_day_.reset();
     with_.view.Enable(BeaconButton::kLater, false);
     with_.view.ShowWindow();
     Timer_Tick();
@@ -47,6 +58,7 @@ void BeaconWindow::Form_Load() {
 
 void BeaconWindow::Form_QueryUnload() {
   with_.diagnostics.Trap("BeaconMonitor.Form_QueryUnload", [&] {
+    with_.diagnostics.DebugLog("BeaconMonitor.Form_QueryUnload");
     shown_ = false;
     with_.view.StopTimer();
     with_.predictions.Yield();
@@ -86,6 +98,7 @@ void BeaconWindow::SetTimer() {
 
 void BeaconWindow::SelectBy_Click(int index) {
   with_.diagnostics.Trap("BeaconMonitor.SelectBy_Click", [&] {
+    with_.diagnostics.DebugLog(EventText("SelectBy_Click", index));
     selection_.by = static_cast<Selection::By>(index);
     UpdateChoices();
     SaveSelection();
@@ -95,13 +108,17 @@ void BeaconWindow::SelectBy_Click(int index) {
 
 void BeaconWindow::Choice_Click(int index) {
   with_.diagnostics.Trap("BeaconMonitor.Choice_Click", [&] {
+    with_.diagnostics.DebugLog(EventText("Choice_Click", index));
     if (index < 0) return;
     switch (selection_.by) {
       case Selection::By::kBand:
+        if (!schedule_) return;
+        wanted_frequency_ = schedule_->Table().frequencies.at(static_cast<std::size_t>(index));
         selection_.frequency = static_cast<std::size_t>(index);
         break;
       case Selection::By::kCall:
-        selection_.call = Calls().at(static_cast<std::size_t>(index));
+        wanted_call_ = Calls().at(static_cast<std::size_t>(index));
+        selection_.call = wanted_call_;
         break;
       case Selection::By::kOctant:
         selection_.octant = static_cast<BeaconModule::Octant>(index);
@@ -115,6 +132,8 @@ void BeaconWindow::Choice_Click(int index) {
 
 void BeaconWindow::Check_Click(BeaconCheck check, bool checked) {
   with_.diagnostics.Trap("BeaconMonitor.Check_Click", [&] {
+    with_.diagnostics.DebugLog("BeaconMonitor.Check_Click " + std::string(Caption(check)) + " " +
+                               BooleanText(checked));
     Flag(check) = checked;
     SaveOption(check);
     if (check == BeaconCheck::kCustomSchedule) ReadFiles();
@@ -127,6 +146,7 @@ void BeaconWindow::Check_Click(BeaconCheck check, bool checked) {
 
 void BeaconWindow::Button_Click(BeaconButton button) {
   with_.diagnostics.Trap("BeaconMonitor.Button_Click", [&] {
+    with_.diagnostics.DebugLog("BeaconMonitor.Button_Click " + std::string(Caption(button)));
     status_.clear();
     switch (button) {
       case BeaconButton::kHeard:

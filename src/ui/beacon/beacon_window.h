@@ -45,6 +45,11 @@ class BeaconWindow : public BeaconMonitor {
     std::filesystem::path program_folder;
   };
 
+  /// How long what is typed into the main window has to stand still before it counts here.
+  static constexpr std::chrono::milliseconds kSettled{1500};
+  /// How long the window says what came of a button.
+  static constexpr std::chrono::seconds kStatusShown{10};
+
   explicit BeaconWindow(const Collaborators& collaborators);
 
   [[nodiscard]] bool Available() const override { return true; }
@@ -80,13 +85,15 @@ class BeaconWindow : public BeaconMonitor {
   void SaveSelection();
 
   void ReadFiles();
+  void WatchInputs();
+  void TakeInputs();
   void LocateStation();
   void UpdateChoices();
   [[nodiscard]] Known KnownOf(const std::string& call) const;
   [[nodiscard]] BeaconModule::BeaconFacts Facts(UtcTime now) const;
   [[nodiscard]] std::optional<std::int16_t> Level(const std::string& call, double frequency,
                                                   UtcTime now) const;
-  [[nodiscard]] std::optional<BeaconModule::Transmission> Target(UtcTime now) const;
+  [[nodiscard]] const std::optional<BeaconModule::Transmission>& Target(UtcTime now);
 
   void Update();
   void PredictLevels(UtcTime now);
@@ -99,6 +106,7 @@ class BeaconWindow : public BeaconMonitor {
   [[nodiscard]] std::string SilenceText(UtcTime now) const;
   [[nodiscard]] std::string ProblemText() const;
   [[nodiscard]] std::string StatusText() const;
+  void SetStatus(const std::string& text);
   void Follow(const std::optional<BeaconModule::Transmission>& target);
   void SetTimer();
   void RefreshDay(UtcTime now, const std::optional<BeaconModule::Transmission>& target);
@@ -106,7 +114,7 @@ class BeaconWindow : public BeaconMonitor {
   void Mark(bool heard);
   void Export();
   void StepDay(int days);
-  [[nodiscard]] std::chrono::year_month_day ShownDay() const;
+  [[nodiscard]] std::chrono::sys_days ShownDay() const;
   [[nodiscard]] std::string SelectedText() const;
   [[nodiscard]] DayChart Day() const;
   /// The beacons of the schedule, in its order, each once.
@@ -124,18 +132,38 @@ class BeaconWindow : public BeaconMonitor {
   BeaconModule::ClockWatch clock_watch_;
   BeaconModule::Follower follower_;
   BeaconModule::Selection selection_;
-  double wanted_frequency_ = 0;  ///< kHz; the schedule may not have it
+  // What the user chose; the schedule may have neither.
+  double wanted_frequency_ = 0;  ///< kHz
+  std::string wanted_call_;
   bool follow_ = false;
   BeaconModule::FollowOptions options_;  ///< `retune` has no part in it
   bool custom_ = false;
 
   BeaconInputs inputs_;
+  /// What the main window has instead of them.
+  struct Typed {
+    BeaconInputs inputs;
+    std::string latitude;  ///< as it stands there
+    std::string longitude;
+    friend bool operator==(const Typed&, const Typed&) = default;
+  };
+  std::optional<Typed> typed_;
+  std::chrono::milliseconds typed_since_{};
   bool miles_ = true;
-  Position station_;
   std::vector<std::optional<BeaconModule::Way>> ways_;  ///< to the beacons of the file
 
-  int day_offset_ = 0;  ///< of the day shown, from today on
+  /// What to listen for in a slot. Levels that come in do not change it before the slot is over:
+  /// the user has heard one beacon and must not mark another.
+  struct SlotTarget {
+    BeaconModule::Slot slot;
+    BeaconModule::Selection selection;
+    std::optional<BeaconModule::Transmission> target;
+  };
+  std::optional<SlotTarget> slot_target_;
+
+  std::optional<std::chrono::sys_days> shown_day_;  ///< nothing is today
   std::string status_;
+  std::chrono::milliseconds status_since_{};
   /// What the canvas shows besides the marks.
   std::pair<UtcTime, std::optional<BeaconModule::Transmission>> painted_;
   ChartPalette palette_ = kLightPalette;

@@ -23,43 +23,43 @@ void BeaconWindow::Mark(bool heard) {
   const UtcTime now = with_.clock.UtcNow();
   const auto target = Target(now);
   if (!target) {
-    status_ = "There is nothing to mark: " + SilenceText(now);
-    return;
+    return SetStatus("There is nothing to mark: " + SilenceText(now));
   }
   const double frequency = schedule_->Table().frequencies[target->frequency];
-  status_ = target->call + " on " + NumberText(frequency) + " kHz is marked as " +
-            (heard ? "heard" : "not heard");
   try {
     log_.Mark(
         {target->begin, target->call, frequency, heard, std::string(Trim(with_.view.Note()))});
     with_.view.SetNote({});
+    SetStatus(target->call + " on " + NumberText(frequency) + " kHz is marked as " +
+              (heard ? "heard" : "not heard"));
   } catch (const Error& error) {
     with_.messages.Show(std::string("The mark could not be saved: ") + error.what(), kCaption);
   }
 }
 
 void BeaconWindow::Export() {
-  const std::chrono::year_month_day day = ShownDay();
+  const std::chrono::sys_days day = ShownDay();
   const std::vector<BeaconModule::HeardMark> marks = log_.On(day);
-  const std::string date = TimeStamp(std::chrono::sys_days(day)).substr(0, 10);
+  const std::string date = TimeStamp(day).substr(0, 10);
   const auto file = with_.view.AskFile("beacons-" + date + ".csv");
   if (!file) return;
   try {
     WriteFileAtOnce(PathFromText(*file), BeaconModule::HeardCsv(marks, files_.locations));
-    status_ = std::to_string(marks.size()) + " marks exported to " + *file;
+    SetStatus(std::to_string(marks.size()) + " marks exported to " + *file);
   } catch (const Error& error) {
     with_.messages.Show(std::string("The marks could not be exported: ") + error.what(), kCaption);
   }
 }
 
 void BeaconWindow::StepDay(int days) {
-  day_offset_ = std::min(0, day_offset_ + days);
-  with_.view.Enable(BeaconButton::kLater, day_offset_ < 0);
+  const auto today = std::chrono::floor<std::chrono::days>(with_.clock.UtcNow());
+  shown_day_ = shown_day_.value_or(today) + std::chrono::days(days);
+  if (*shown_day_ >= today) shown_day_.reset();
+  with_.view.Enable(BeaconButton::kLater, shown_day_.has_value());
 }
 
-std::chrono::year_month_day BeaconWindow::ShownDay() const {
-  const auto today = std::chrono::floor<std::chrono::days>(with_.clock.UtcNow());
-  return today + std::chrono::days(day_offset_);
+std::chrono::sys_days BeaconWindow::ShownDay() const {
+  return shown_day_.value_or(std::chrono::floor<std::chrono::days>(with_.clock.UtcNow()));
 }
 
 void BeaconWindow::SetPalette(const ChartPalette& palette) {
@@ -93,7 +93,7 @@ DayChart BeaconWindow::Day() const {
   day.title = DateText(ShownDay()) + " UTC, " + SelectedText();
   day.empty_text = selection_.by == Selection::By::kOctant ? "no beacon is in this direction"
                                                            : "there are no beacons";
-  if (day_offset_ == 0) {
+  if (!shown_day_) {
     const UtcTime now = with_.clock.UtcNow();
     const auto since = now - std::chrono::floor<std::chrono::days>(now);
     day.hour = std::chrono::duration<double, std::ratio<3600>>(since).count();
@@ -124,10 +124,11 @@ DayRow BeaconWindow::DayRowOf(const std::string& call, std::size_t frequency,
     row.label = call;
     if (known.way) row.label += " " + std::to_string(known.way->short_bearing) + kDegreeSign;
   }
-  const BeaconPredictions::Levels* const levels = with_.predictions.Of(call, kilohertz);
-  // The predictions are today's.
-  if (levels != nullptr && day_offset_ == 0) row.levels = *levels;
-  const UtcTime midnight = std::chrono::sys_days(ShownDay());
+  const BeaconPredictions::Levels* const levels =
+      shown_day_ ? with_.predictions.Before(*shown_day_, call, kilohertz)
+                 : with_.predictions.Of(call, kilohertz);
+  if (levels != nullptr) row.levels = *levels;
+  const UtcTime midnight = ShownDay();
   for (const BeaconModule::HeardMark& mark : marks) {
     if (mark.call != call || mark.frequency != kilohertz) continue;
     const std::chrono::duration<double, std::ratio<3600>> hours = mark.begin - midnight;

@@ -11,6 +11,7 @@ namespace skyhop {
 namespace {
 
 using BeaconModule::Selection;
+using std::chrono::milliseconds;
 
 constexpr const char* kSection = "Beacon";
 
@@ -65,7 +66,7 @@ void BeaconWindow::RestoreOptions() {
   selection_.by = static_cast<Selection::By>(number("SelectBy", int{kSelectByTexts.size()}));
   selection_.octant =
       static_cast<BeaconModule::Octant>(number("Octant", BeaconModule::kOctantCount));
-  selection_.call = UpperCase(settings.GetStringSetting(kProductName, kSection, "Call", ""));
+  wanted_call_ = UpperCase(settings.GetStringSetting(kProductName, kSection, "Call", ""));
   wanted_frequency_ =
       LeadingNumber(settings.GetStringSetting(kProductName, kSection, "Frequency", "14100"));
   with_.view.SetSelectBy(static_cast<int>(selection_.by));
@@ -80,12 +81,11 @@ void BeaconWindow::SaveOption(BeaconCheck check) {
 }
 
 void BeaconWindow::SaveSelection() {
-  if (schedule_) wanted_frequency_ = schedule_->Table().frequencies.at(selection_.frequency);
   with_.diagnostics.Trap("BeaconMonitor.SaveSelection", [&] {
     const std::array<SettingEntry, 4> entries = {{
         {kSection, "SelectBy", std::to_string(static_cast<int>(selection_.by))},
         {kSection, "Frequency", NumberText(wanted_frequency_)},
-        {kSection, "Call", selection_.call},
+        {kSection, "Call", wanted_call_},
         {kSection, "Octant", std::to_string(static_cast<int>(selection_.octant))},
     }};
     with_.settings.Store().Save(kProductName, entries);
@@ -95,6 +95,7 @@ void BeaconWindow::SaveSelection() {
 void BeaconWindow::ReadFiles() {
   files_ = BeaconModule::ReadBeaconFiles(with_.program_folder, custom_, with_.diagnostics);
   schedule_.reset();
+  slot_target_.reset();
   selection_.frequency = 0;
   if (files_.schedule) {
     schedule_.emplace(*files_.schedule);
@@ -108,20 +109,38 @@ void BeaconWindow::ReadFiles() {
   UpdateChoices();
 }
 
-void BeaconWindow::LocateStation() {
-  inputs_ = ReadBeaconInputs(with_.panel, with_.parameters);
-  miles_ = with_.panel.Checked(PanelCheck::kDistanceMiles);
-  Diagnostics& log = with_.diagnostics;
-  const bool valid = LatLonModule::ValidLatitude(inputs_.latitude, log) &&
-                     LatLonModule::ValidLongitude(inputs_.longitude, log);
-  station_ = {LatLonModule::UndefinedAngle(), LatLonModule::UndefinedAngle()};
-  if (valid) {
-    station_ = {LatLonModule::ParseAngle(inputs_.latitude, log),
-                LatLonModule::ParseAngle(inputs_.longitude, log)};
+/// Each key that is pressed in the main window changes its fields; only what stands there for a
+/// while is meant.
+void BeaconWindow::WatchInputs() {
+  const milliseconds passed = with_.timekeeping.Passed();
+  const Typed typed{ReadBeaconInputs(with_.panel, with_.parameters),
+                    with_.panel.Text(PanelText::kLocalLat), with_.panel.Text(PanelText::kLocalLon)};
+  if (typed.inputs == inputs_) {
+    typed_.reset();
+  } else if (typed_ != typed) {
+    typed_ = typed;
+    typed_since_ = passed;
+  } else if (passed - typed_since_ >= kSettled) {
+    TakeInputs();
   }
+  if (with_.panel.Checked(PanelCheck::kDistanceMiles) != miles_) LocateStation();
+}
+
+void BeaconWindow::TakeInputs() {
+  typed_.reset();
+  const BeaconInputs inputs = ReadBeaconInputs(with_.panel, with_.parameters);
+  const bool moved = inputs.station != inputs_.station;
+  inputs_ = inputs;
+  if (moved) LocateStation();
+}
+
+void BeaconWindow::LocateStation() {
+  miles_ = with_.panel.Checked(PanelCheck::kDistanceMiles);
+  slot_target_.reset();
   ways_.clear();
   for (const BeaconModule::Beacon& beacon : files_.locations.beacons) {
-    ways_.push_back(BeaconModule::WayTo(station_, beacon.position, miles_, log));
+    ways_.push_back(
+        BeaconModule::WayTo(inputs_.station, beacon.position, miles_, with_.diagnostics));
   }
   with_.view.Refresh();
 }
@@ -153,9 +172,9 @@ void BeaconWindow::UpdateChoices() {
       break;
     case Selection::By::kCall: {
       texts = Calls();
-      const auto found = std::find(texts.begin(), texts.end(), selection_.call);
+      const auto found = std::find(texts.begin(), texts.end(), wanted_call_);
       index = found == texts.end() ? 0 : static_cast<std::size_t>(found - texts.begin());
-      if (!texts.empty()) selection_.call = texts[index];
+      selection_.call = texts.empty() ? std::string() : texts[index];
       break;
     }
     case Selection::By::kOctant:

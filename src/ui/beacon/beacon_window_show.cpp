@@ -18,6 +18,11 @@ using std::chrono::seconds;
 
 constexpr const char* kDegree = "\xC2\xB0";
 
+// How long work for the predictions may keep the window from its next tick: starting an engine or
+// reading what it wrote, and ending one that does not answer.
+constexpr milliseconds kShortWork{500};
+constexpr milliseconds kLongWork{2500};
+
 /// "5 s", "1 min 25 s": whole seconds, the last one until it is over.
 std::string DurationText(milliseconds duration) {
   const auto whole = std::chrono::ceil<seconds>(duration).count();
@@ -48,10 +53,7 @@ std::string PlaceText(const Beacon& beacon) {
 void BeaconWindow::Update() {
   const UtcTime now = with_.clock.UtcNow();
   const std::string clock_problem = clock_watch_.Look();
-  const bool miles = with_.panel.Checked(PanelCheck::kDistanceMiles);
-  if (ReadBeaconInputs(with_.panel, with_.parameters) != inputs_ || miles != miles_) {
-    LocateStation();
-  }
+  WatchInputs();
   const auto target = Target(now);
   // Before anything else: the transceiver is to be on time.
   Follow(target);
@@ -65,13 +67,19 @@ void BeaconWindow::Update() {
   with_.view.SetTarget(TargetText(now, target));
   with_.view.SetWarning(clock_problem);
   with_.view.SetProblem(ProblemText());
-  PredictLevels(now);
+  PredictLevels(with_.clock.UtcNow());
   with_.view.SetStatus(StatusText());
   RefreshDay(now, target);
 }
 
 void BeaconWindow::PredictLevels(UtcTime now) {
   if (!schedule_) return;
+  // The next slot is not to be late. One that is short has its first half for the predictions.
+  const milliseconds left = schedule_->At(now).end - now;
+  const milliseconds half = schedule_->Table().slot / 2;
+  const bool time_to_end = left >= std::min(kLongWork, half);
+  if (left < std::min(kShortWork, half)) return;
+  const BeaconPredictions::Time passed(with_.timekeeping.Passed());
   std::vector<Beacon> beacons;
   for (const std::string& call : Calls()) {
     const Known known = KnownOf(call);
@@ -79,10 +87,11 @@ void BeaconWindow::PredictLevels(UtcTime now) {
     const bool here = known.way && known.way->short_distance == 0;
     if (known.beacon != nullptr && !here) beacons.push_back(*known.beacon);
   }
-  with_.predictions.Want(inputs_, beacons, schedule_->Table().frequencies, now);
-  if (with_.predictions.Poll(BeaconPredictions::Time(with_.timekeeping.Passed()))) {
-    with_.view.Refresh();
+  if (time_to_end || !with_.predictions.Running()) {
+    with_.predictions.Want(inputs_, beacons, schedule_->Table().frequencies, now);
   }
+  if (!time_to_end && with_.predictions.Overdue(passed)) return;
+  if (with_.predictions.Poll(passed)) with_.view.Refresh();
 }
 
 void BeaconWindow::RefreshDay(UtcTime now, const std::optional<Transmission>& target) {
@@ -105,7 +114,7 @@ BeaconModule::BeaconFacts BeaconWindow::Facts(UtcTime now) const {
   facts.octant = [this](const std::string& call) -> std::optional<BeaconModule::Octant> {
     const Known known = KnownOf(call);
     if (!known.way) return std::nullopt;
-    return BeaconModule::OctantOf(known.way->short_bearing);
+    return BeaconModule::OctantOf(known.way->azimuth);
   };
   facts.on_air = [this](const std::string& call) {
     const Beacon* const beacon = files_.locations.Find(call);
@@ -124,9 +133,18 @@ std::optional<std::int16_t> BeaconWindow::Level(const std::string& call, double 
   return levels->at(static_cast<std::size_t>(UtcHourMinute(now).hour));
 }
 
-std::optional<Transmission> BeaconWindow::Target(UtcTime now) const {
-  if (!schedule_) return std::nullopt;
-  return BeaconModule::TargetAt(*schedule_, selection_, now, Facts(now));
+const std::optional<Transmission>& BeaconWindow::Target(UtcTime now) {
+  BeaconModule::Slot slot;
+  if (schedule_) slot = schedule_->At(now);
+  const bool same =
+      slot_target_ && slot_target_->slot == slot && slot_target_->selection == selection_;
+  if (!same) {
+    slot_target_ = {slot, selection_, std::nullopt};
+    if (schedule_) {
+      slot_target_->target = BeaconModule::TargetAt(*schedule_, selection_, now, Facts(now));
+    }
+  }
+  return slot_target_->target;
 }
 
 void BeaconWindow::Follow(const std::optional<Transmission>& target) {
@@ -215,7 +233,7 @@ std::string BeaconWindow::SilenceText(UtcTime now) const {
     case Selection::By::kCall:
       break;
     case Selection::By::kOctant: {
-      if (LatLonModule::IsUndefined(station_)) return "your station's location is missing";
+      if (LatLonModule::IsUndefined(inputs_.station)) return "your station's location is missing";
       const auto octant = static_cast<std::size_t>(selection_.octant);
       return "no beacon to the " + std::string(BeaconModule::kOctantNames.at(octant)) +
              " transmits in this slot";
@@ -239,9 +257,15 @@ std::string BeaconWindow::ProblemText() const {
 }
 
 std::string BeaconWindow::StatusText() const {
-  if (!status_.empty()) return status_;
+  const bool fresh = with_.timekeeping.Passed() - status_since_ < kStatusShown;
+  if (!status_.empty() && fresh) return status_;
   if (with_.predictions.Working()) return "Predicting the paths to the beacons";
   return with_.predictions.Problem();
+}
+
+void BeaconWindow::SetStatus(const std::string& text) {
+  status_ = text;
+  status_since_ = with_.timekeeping.Passed();
 }
 
 }  // namespace skyhop

@@ -1,10 +1,12 @@
 #include "ui/wx/beacon_frame.h"
 
 #include <wx/filedlg.h>
+#include <wx/filename.h>
 #include <wx/panel.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 
+#include "ui/wx/nested_loops.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -13,6 +15,9 @@ namespace {
 /// Widths of the list's columns, in DIP; the last one takes the rest.
 constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 236, 110,
                                                                 116, 112, 90, 140};
+
+/// The longest time, in ms, until a key that is held repeats itself, as systems are set up usually.
+constexpr long kHeldKey = 700;
 
 /// Shows a line that takes its room from the day; hides it when there is nothing to tell.
 void ShowLine(wxStaticText& line, const wxString& text) {
@@ -181,11 +186,17 @@ void BeaconFrame::PutToolTips(bool show) {
 }
 
 void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
-  if (controller_ != nullptr && !event.HasAnyModifiers()) {
-    if (event.GetKeyCode() == WXK_F2) return controller_->Button_Click(BeaconButton::kHeard);
-    if (event.GetKeyCode() == WXK_F3) return controller_->Button_Click(BeaconButton::kNotHeard);
+  const int key = event.GetKeyCode();
+  if (controller_ == nullptr || event.HasAnyModifiers() || (key != WXK_F2 && key != WXK_F3)) {
+    event.Skip();
+    return;
   }
-  event.Skip();
+  // A key that is held marks once. Not every system tells that it repeats itself.
+  const bool held = key == mark_key_ && event.GetTimestamp() - mark_key_time_ < kHeldKey;
+  mark_key_ = key;
+  mark_key_time_ = event.GetTimestamp();
+  if (held) return;
+  controller_->Button_Click(key == WXK_F2 ? BeaconButton::kHeard : BeaconButton::kNotHeard);
 }
 
 void BeaconFrame::SetClock(const std::string& text) {
@@ -275,8 +286,11 @@ void BeaconFrame::StartTimer(std::chrono::milliseconds delay) {
 std::optional<std::string> BeaconFrame::AskFile(const std::string& proposal) {
   wxFileDialog dialog(this, "Export the marks", "", ToWx(proposal),
                       "Comma-separated values (*.csv)|*.csv", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  const NestedLoops::Scope open;
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
-  return FromWx(dialog.GetPath());
+  wxFileName file(dialog.GetPath());
+  if (!file.HasExt()) file.SetExt("csv");
+  return FromWx(file.GetFullPath());
 }
 
 void BeaconFrame::UserCloses() {

@@ -73,6 +73,8 @@ class BeaconFrame : public SideFrame, public BeaconView {
 
   BeaconWindow* controller_ = nullptr;
   wxTimer timer_;
+  int mark_key_ = 0;           ///< the one pressed last
+  long mark_key_time_ = 0;     ///< ms of the events' own clock
   std::vector<BandRow> rows_;  ///< as the list shows them
   wxStaticText* clock_ = nullptr;
   wxStaticText* warning_ = nullptr;

@@ -31,12 +31,7 @@ class NoTimer : public RetryTimer {
 class BeaconLinksTest : public ::testing::Test {
  protected:
   BeaconLinksTest() {
-    tessera_.emplace(
-        bus_, "Tessera",
-        std::map<std::string, std::map<std::string, std::string>>{
-            {"DDEServer", {}},
-            {"TesseraMain", {{"SelectedLatitude", ""}, {"SelectedLongitude", ""}, {"Country", ""}}},
-            {"TesseraConfig", {{"Latitude", ""}, {"Longitude", ""}}}});
+    StartTessera();
     tuneward_.emplace(
         bus_, "TunewardClassic",
         std::map<std::string, std::map<std::string, std::string>>{
@@ -44,6 +39,15 @@ class BeaconLinksTest : public ::testing::Test {
     links_.Initialize();
     bus_.Run();
     follower_.SetOptions({.retune = true, .rotate = true, .look_up = true, .select_bearing = true});
+  }
+
+  void StartTessera() {
+    tessera_.emplace(
+        bus_, "Tessera",
+        std::map<std::string, std::map<std::string, std::string>>{
+            {"DDEServer", {}},
+            {"TesseraMain", {{"SelectedLatitude", ""}, {"SelectedLongitude", ""}, {"Country", ""}}},
+            {"TesseraConfig", {{"Latitude", ""}, {"Longitude", ""}}}});
   }
 
   /// What is sent so many seconds after the hour, while OA4B is followed from slot to slot.
@@ -95,6 +99,16 @@ TEST_F(BeaconLinksTest, PeersGetTheirCommandsSlotBySlot) {
   bus_.Run();
   EXPECT_FALSE(peers_.HasTransceiver());
   EXPECT_EQ(SentAfter(180), Lines{}) << "nobody is there to tune";
+
+  // Tessera starts anew and knows nothing of the beacon.
+  tessera_.reset();
+  bus_.Run();
+  EXPECT_EQ(peers_.Connection(BeaconModule::BeaconPeer::kMap), 0);
+  StartTessera();
+  links_.RetryDeadServers();
+  const Lines shown = SentAfter(185);
+  ASSERT_EQ(shown.size(), 3U);
+  EXPECT_EQ(shown[0], "Tessera|DDEServer 005rotatesp183");
 }
 
 TEST_F(BeaconLinksTest, WithoutLinksNothingHappens) {

@@ -13,6 +13,7 @@ namespace {
 
 using BeaconModule::Beacon;
 using std::chrono::hours;
+using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 class BeaconPredictionsTest : public ::testing::Test {
@@ -21,8 +22,16 @@ class BeaconPredictionsTest : public ::testing::Test {
     InstallEngine(Folder() / "IonCap/ioncap.exe");
     InstallEngine(Folder() / "ITSHFBC/bin_win/voacapw.exe");
     std::filesystem::create_directories(Folder() / "ITSHFBC/run");
-    inputs_ = {"40 30' 0\" N", "74 15' 0\" W", "150", "", "1",
-               "10",           "24",           "3",   2,  EngineChoice::kIonCap};
+    inputs_ = {{{40, 30, 0, -1}, {74, 15, 0, -1}},
+               {},
+               "150",
+               "",
+               "1",
+               "10",
+               "24",
+               "3",
+               2,
+               EngineChoice::kIonCap};
   }
 
   [[nodiscard]] const std::filesystem::path& Folder() const { return fixture_.log.folder.Path(); }
@@ -88,6 +97,15 @@ TEST_F(BeaconPredictionsTest, TheBeaconTransmitsWithItsPowerToYourStation) {
   EXPECT_NE(launcher_.decks[0].find("MONTH     0202600011"), std::string::npos);
 }
 
+TEST_F(BeaconPredictionsTest, YourAntennaReceivesThem) {
+  inputs_.engine = EngineChoice::kVoaCap;
+  inputs_.antenna.file = "samples/sample.23";
+  Want();
+  PollAll();
+  ASSERT_EQ(launcher_.decks.size(), 2U) << predictions_.Problem();
+  EXPECT_NE(launcher_.decks[0].find("[samples/sample.23"), std::string::npos) << launcher_.decks[0];
+}
+
 TEST_F(BeaconPredictionsTest, WhatIsKnownHoldsForTheHour) {
   const UtcTime hour = std::chrono::floor<hours>(fixture_.log.clock.now);
   Want(hour);
@@ -103,6 +121,14 @@ TEST_F(BeaconPredictionsTest, WhatIsKnownHoldsForTheHour) {
   Want(hour + hours(1));
   EXPECT_EQ(predictions_.Of("OH2B", 14100), nullptr) << "other conditions";
   EXPECT_TRUE(predictions_.Working());
+
+  PollAll();
+  launcher_.answer.clear();
+  for (const int later : {2, 3}) {
+    Want(hour + hours(later));
+    PollAll();
+    EXPECT_EQ(predictions_.Of("OH2B", 14100) != nullptr, later == 2) << later;
+  }
 }
 
 TEST_F(BeaconPredictionsTest, AUsersPredictionComesFirst) {
@@ -115,9 +141,18 @@ TEST_F(BeaconPredictionsTest, AUsersPredictionComesFirst) {
   const std::unique_ptr<RunLock> lock = users.Lock();
   EXPECT_NE(lock, nullptr);
   EXPECT_EQ(launcher_.ended.size(), 1U);
-  (void)predictions_.Poll(time_);
+  locker_.attempts = 0;
+  for (int poll = 0; poll < 20; ++poll) (void)predictions_.Poll(time_ + poll * milliseconds(100));
   EXPECT_EQ(launcher_.starts.size(), 1U) << "the user's prediction is still running";
+  EXPECT_EQ(locker_.attempts, 2) << "once a second";
   EXPECT_TRUE(predictions_.Working());
+}
+
+TEST_F(BeaconPredictionsTest, OtherProgramsGetTheirTurnBetweenTwoRuns) {
+  Want();
+  while (!predictions_.Poll(time_)) ASSERT_TRUE(predictions_.Working());
+  EXPECT_TRUE(predictions_.Working());
+  EXPECT_FALSE(locker_.held);
 }
 
 TEST_F(BeaconPredictionsTest, WhatIsInterruptedIsDoneLater) {
@@ -132,6 +167,7 @@ TEST_F(BeaconPredictionsTest, WhatIsInterruptedIsDoneLater) {
 
 TEST_F(BeaconPredictionsTest, ReliabilitiesCountWhereTheEnginePredictsThem) {
   inputs_.engine = EngineChoice::kVoaCapSnr;
+  frequencies_ = {14100, 1810, 14400};
   launcher_.answer = TestData("results/newyork-london-method30.results.txt");
   Want();
   PollAll();
@@ -140,6 +176,18 @@ TEST_F(BeaconPredictionsTest, ReliabilitiesCountWhereTheEnginePredictsThem) {
                               predictions_.Of("OH2B", 14100)->end()),
             4);
   EXPECT_NE(launcher_.decks[0].find("METHOD       30"), std::string::npos);
+  EXPECT_EQ(predictions_.Of("OH2B", 1810), nullptr) << "nobody has predicted that band";
+  EXPECT_EQ(predictions_.Of("OH2B", 14400), nullptr) << "on no band";
+
+  // An engine that was ended in the middle of the day.
+  predictions_.Forget();
+  launcher_.answer.resize(launcher_.answer.size() / 2);
+  Want();
+  PollAll();
+  EXPECT_EQ(predictions_.Problem(), "The results for YV5B are not complete");
+  ASSERT_NE(predictions_.Of("OH2B", 14100), nullptr);
+  EXPECT_TRUE(predictions_.Of("OH2B", 14100)->at(3));
+  EXPECT_FALSE(predictions_.Of("OH2B", 14100)->at(23));
 }
 
 TEST_F(BeaconPredictionsTest, ProblemsAreTold) {
@@ -150,7 +198,7 @@ TEST_F(BeaconPredictionsTest, ProblemsAreTold) {
     std::size_t starts;
   };
   for (const Case& c : std::initializer_list<Case>{
-           {"no station", [this] { inputs_.latitude = ""; },
+           {"no station", [this] { inputs_.station.latitude = LatLonModule::UndefinedAngle(); },
             "No predictions: your station's location is missing", 0},
            {"flux", [this] { inputs_.flux = "20"; }, "No predictions: Illegal Solar Flux", 0},
            {"no engine selected", [this] { inputs_.engine = EngineChoice::kNone; },

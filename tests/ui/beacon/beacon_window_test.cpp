@@ -174,10 +174,10 @@ TEST_F(BeaconWindowTest, FollowingMovesAntennaAndMapWhereWanted) {
   window_.Check_Click(BeaconCheck::kLookUp, true);
   window_.Check_Click(BeaconCheck::kSelectBearing, true);
   EXPECT_EQ(peers_.Take(), (Texts{"lookup OA4B Lima", "bearing 183"}));
-  peers_.has_transceiver = false;
+  peers_.transceiver = 0;
   fixture_.panel.SetText(PanelText::kLocalLat, "");
   Pass(seconds(10));
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 21150", "mode CW", "lookup YV5B Caracas"}))
+  EXPECT_EQ(peers_.Take(), Texts{"lookup YV5B Caracas"})
       << "without your place there is no bearing";
   EXPECT_NE(view_.target.find("(no transceiver control is connected)"), std::string::npos);
 }
@@ -192,8 +192,79 @@ TEST_F(BeaconWindowTest, SelectsByDirection) {
   EXPECT_GT(view_.refreshes, refreshes) << "the day has other beacons";
   EXPECT_EQ(view_.target, "Nothing to listen for: no beacon to the SE transmits in this slot");
   fixture_.panel.SetText(PanelText::kLocalLon, "nowhere");
-  Pass(seconds(1));
+  Pass(seconds(3));
   EXPECT_EQ(view_.target, "Nothing to listen for: your station's location is missing");
+}
+
+TEST_F(BeaconWindowTest, ADirectionBeginsAtItsEdge) {
+  WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,20 N,8 43' E\n");
+  WriteFile(Folder() / BeaconModule::kScheduleFile, "frequencies,14100\nOH2B\n");
+  fixture_.panel.SetText(PanelText::kLocalLat, "0 0' N");
+  fixture_.panel.SetText(PanelText::kLocalLon, "0 0' E");
+  window_.Show();
+  EXPECT_EQ(view_.rows[0].texts[4].substr(0, 3), "22\xC2") << "22.6 degrees";
+  Select(kByOctant, "NE");
+  EXPECT_EQ(view_.target.substr(0, 15), "Listen for OH2B");
+}
+
+TEST_F(BeaconWindowTest, WhatIsBeingTypedDoesNotCount) {
+  window_.Show();
+  Pass(seconds(12));
+  ASSERT_FALSE(predictions_.Working());
+  const std::string way = view_.rows[0].texts[4];
+  for (const char* typed : {"40 30' 0\" ", "40 30", "40 3", "4", "5", "5x", "5", ""}) {
+    fixture_.panel.SetText(PanelText::kLocalLat, typed);
+    Pass(seconds(1));
+    EXPECT_NE(view_.rows[0].texts[4], "") << typed;
+  }
+  fixture_.panel.SetText(PanelText::kLocalLat, "40 30' N");
+  Pass(seconds(3));
+  EXPECT_NE(view_.rows[0].texts[7], "") << "the same place in other words";
+  EXPECT_EQ(launcher_.starts.size(), 18U);
+  fixture_.panel.SetText(PanelText::kFlux, "1");
+  Pass(seconds(1));
+  fixture_.panel.SetText(PanelText::kFlux, "180");
+  Pass(seconds(1));
+  EXPECT_FALSE(predictions_.Working());
+  Pass(seconds(2));
+  EXPECT_TRUE(predictions_.Working());
+  EXPECT_TRUE(fixture_.log.errors.empty()) << fixture_.log.errors.front();
+}
+
+TEST_F(BeaconWindowTest, PredictionsLeaveTheBeginOfASlotAlone) {
+  Now() = kHour + milliseconds(9600);
+  window_.Show();
+  EXPECT_TRUE(launcher_.starts.empty());
+  launcher_.slow = true;
+  Pass(milliseconds(400));
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  // Ending an engine takes longer than starting one.
+  Now() = kHour + seconds(18);
+  fixture_.panel.SetText(PanelText::kFlux, "180");
+  timekeeping_.Pass(fixture_.log.clock, milliseconds(1));
+  window_.Timer_Tick();
+  timekeeping_.passed += BeaconWindow::kSettled;
+  window_.Timer_Tick();
+  window_.Timer_Tick();
+  EXPECT_TRUE(launcher_.ended.empty());
+  Now() = kHour + seconds(20);
+  window_.Timer_Tick();
+  EXPECT_EQ(launcher_.ended.size(), 1U);
+}
+
+TEST_F(BeaconWindowTest, TheChosenCallComesBackWithItsSchedule) {
+  WriteFile(Folder() / BeaconModule::kCustomScheduleFile, "frequencies,10144\nW6WX\n");
+  window_.Show();
+  Select(kByBand, "24930 kHz");
+  Select(kByCall, "OH2B");
+  window_.Check_Click(BeaconCheck::kCustomSchedule, true);
+  EXPECT_EQ(view_.choices, Texts{"W6WX"});
+  window_.SelectBy_Click(kByBand);
+  EXPECT_EQ(Setting("Call"), "OH2B");
+  window_.Check_Click(BeaconCheck::kCustomSchedule, false);
+  EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "24930 kHz");
+  window_.SelectBy_Click(kByCall);
+  EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "OH2B");
 }
 
 TEST_F(BeaconWindowTest, OptionsComeBackButFollowingDoesNot) {
@@ -244,7 +315,9 @@ TEST_F(BeaconWindowTest, MarksTheBeaconThatTransmitsNow) {
   window_.Button_Click(BeaconButton::kHeard);
   EXPECT_EQ(view_.status, "VE8AT on 14100 kHz is marked as heard");
   EXPECT_EQ(view_.note, "");
+  window_.Button_Click(BeaconButton::kHeard);
   Pass(seconds(10));
+  EXPECT_EQ(view_.status.find("marked"), std::string::npos) << view_.status;
   window_.Button_Click(BeaconButton::kNotHeard);
   EXPECT_EQ(ReadFile(Folder() / "BeaconHeard.csv", 1000),
             "utc,call,frequency_khz,heard,note\n"
@@ -273,6 +346,7 @@ TEST_F(BeaconWindowTest, AMarkThatCannotBeSavedIsTold) {
   ASSERT_EQ(fixture_.messages.shown.size(), 1U);
   EXPECT_EQ(fixture_.messages.shown[0].first.substr(0, 31), "The mark could not be saved: ca");
   EXPECT_EQ(view_.note, "S5");
+  EXPECT_EQ(view_.status.find("marked"), std::string::npos);
 }
 
 TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
@@ -318,29 +392,36 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   window_.Button_Click(BeaconButton::kLater);
   EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC, 14100 kHz") << "there is no tomorrow yet";
 
+  // The day shown stays when another one begins, and keeps what was predicted on it.
+  window_.Button_Click(BeaconButton::kEarlier);
+  timekeeping_.Pass(fixture_.log.clock, days(1));
+  window_.Timer_Tick();
+  EXPECT_EQ(labels(painted())[0], "14-Nov-26 UTC, 14100 kHz");
+  window_.Button_Click(BeaconButton::kLater);
+  EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC, 14100 kHz");
+  EXPECT_GT(painted().Only(DrawingCall::Kind::kRectangle).size(), 18U * 24U);
+
   Select(kByCall, "VE8AT");
   EXPECT_EQ(count(painted(), heard), 2);
   EXPECT_EQ(labels(painted())[1], "VE8AT 14100");
 }
 
-TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirection) {
+TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirectionForAWholeSlot) {
   window_.Show();
   Select(kByOctant, "S");
-  Pass(seconds(180));
+  window_.Check_Click(BeaconCheck::kFollow, true);
+  EXPECT_EQ(peers_.Take(), (Texts{"qsy 18110", "mode CW"}));
+  // Nothing becomes known of YV5B, which comes last.
+  while (predictions_.Of("OA4B", 21150) == nullptr) Pass(milliseconds(100));
+  launcher_.answer = "no table";
+  ASSERT_LT(Now(), kHour + seconds(8));
+  Pass(kHour + seconds(9) - Now());
   ASSERT_FALSE(predictions_.Working());
-  const struct {
-    const char* call;
-    double frequency;
-  } candidates[] = {{"YV5B", 18110}, {"OA4B", 21150}, {"LU4AA", 24930}};
-  std::string best;
-  int best_level = -1;
-  for (const auto& [call, frequency] : candidates) {
-    const int level = predictions_.Of(call, frequency)->at(16);
-    if (level > best_level) best = call;
-    best_level = std::max(best_level, level);
-  }
-  EXPECT_EQ(view_.target.substr(0, 11 + best.size()), "Listen for " + best);
-  EXPECT_GT(best_level, 0);
+  ASSERT_GT(predictions_.Of("OA4B", 21150)->at(16), predictions_.Of("LU4AA", 24930)->at(16));
+  EXPECT_EQ(peers_.Take(), Texts{});
+  EXPECT_EQ(view_.target.substr(0, 15), "Following YV5B ");
+  Pass(seconds(171));
+  EXPECT_EQ(view_.target.substr(0, 15), "Following OA4B ");
 }
 
 TEST_F(BeaconWindowTest, ProblemsWithClockAndFilesAreShown) {
@@ -353,6 +434,11 @@ TEST_F(BeaconWindowTest, ProblemsWithClockAndFilesAreShown) {
   window_.Timer_Tick();
   EXPECT_EQ(view_.warning, "The clock was set forward by 30.0 s at 16:00:30 UTC");
   EXPECT_EQ(Column(1)[0], "KH6RS");
+  timekeeping_.Pass(fixture_.log.clock, BeaconModule::ClockWatch::kTold);
+  window_.Form_QueryUnload();
+  Now() += seconds(30);
+  window_.Show();
+  EXPECT_EQ(view_.warning, "") << "nobody looked while the window was closed";
 
   std::filesystem::remove(Folder() / BeaconModule::kScheduleFile);
   window_.Button_Click(BeaconButton::kReload);
