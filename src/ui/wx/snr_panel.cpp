@@ -25,6 +25,8 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
   headline_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
   input->Add(headline_, wxSizerFlags(1).CenterVertical().Border(wxLEFT, gap));
+  engine_ = new wxStaticText(this, wxID_ANY, wxString());
+  input->Add(engine_, wxSizerFlags().CenterVertical().Border(wxLEFT, gap));
 
   auto* table = new wxFlexGridSizer(kColumns, FromDIP(2), FromDIP(24));
   for (const char* heading : kHeadings) {
@@ -49,7 +51,14 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
 }
 
 void SnrPanel::Show_(const SnrDisplay& display) {
+  headline_->SetFont(display.old ? GetFont().Bold() : GetFont());
   headline_->SetLabelText(ToWx(display.headline));
+  // Somebody who has installed an engine should see that it is not this one.
+  engine_->SetFont(display.estimate ? GetFont().Bold() : GetFont());
+  engine_->SetLabelText(ToWx(display.engine));
+  for (const auto& row : cells_) {
+    for (wxStaticText* cell : row) cell->Enable(!display.old);
+  }
   std::string problem;
   for (std::size_t row = 0; row < cells_.size(); ++row) {
     const SnrRow& texts = display.rows.at(row);
