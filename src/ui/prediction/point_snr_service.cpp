@@ -118,6 +118,7 @@ void PointSnrService::Start(const Order& order) {
   requester_ = order.requester;
   last_ = order;
   basis_ = BasisNow();
+  circuit_ = CircuitNow();
   old_ = false;
   {
     const Raised starting(starting_);
@@ -147,13 +148,15 @@ std::optional<PointSnrService::Basis> PointSnrService::BasisNow() {
   }
 }
 
-/// Where the prediction goes, as of its start.
-std::string PointSnrService::Circuit() const {
+/// Where the prediction that begins goes: the DX station's square, as far as the window shows it.
+std::string PointSnrService::CircuitNow() const {
   if (!basis_) return {};
   const DeckParameters& deck = basis_->deck;
-  return (basis_->to ? "to " : "from ") +
-         DXGridModule::GetGridSquare(basis_->to ? deck.receiver : deck.transmitter,
-                                     with_.diagnostics);
+  std::string square =
+      DXGridModule::GetGridSquare(basis_->to ? deck.receiver : deck.transmitter, with_.diagnostics);
+  const std::string shown(Trim(with_.view.Text(TextField::kDXGrid)));
+  if (!shown.empty() && EqualsIgnoringCase(square.substr(0, shown.size()), shown)) square = shown;
+  return (basis_->to ? "to " : "from ") + square;
 }
 
 IONCAPModule::PointRequest PointSnrService::RequestFor(const Wanted& wanted) {
@@ -262,7 +265,7 @@ void PointSnrService::DisplaySNR() {
   with_.diagnostics.Trap("IONCAPModule.DisplaySNR", [&] {
     SnrDisplay display;
     if (last_ && problem_.empty()) {
-      display = DisplayOf(with_.point.Reception(), Circuit());
+      display = DisplayOf(with_.point.Reception(), circuit_);
       display.old = old_;
       if (old_) display.headline = "Previous prediction: " + display.headline;
     } else if (last_) {

@@ -84,7 +84,7 @@ class PointSnrService : public PointPrediction {
   [[nodiscard]] std::string RequiredSnr(const std::string& mode) const;
   [[nodiscard]] IONCAPModule::PointRequest RequestFor(const Wanted& wanted);
   [[nodiscard]] std::optional<Basis> BasisNow();
-  [[nodiscard]] std::string Circuit() const;
+  [[nodiscard]] std::string CircuitNow() const;
   void StartTimer();
   void FollowWhenQuiet();
   void AnswerWhenFinished();
@@ -100,6 +100,7 @@ class PointSnrService : public PointPrediction {
   bool active_ = false;
   std::optional<Order> last_;   ///< what was asked for last
   std::optional<Basis> basis_;  ///< of that; nothing when the inputs could not be read
+  std::string circuit_;         ///< of that, in words
   bool old_ = false;            ///< another basis counts now
   std::string problem_;         ///< why it was not started
   std::optional<SNRRequest> requester_;

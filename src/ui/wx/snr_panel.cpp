@@ -25,8 +25,6 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
   headline_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
   input->Add(headline_, wxSizerFlags(1).CenterVertical().Border(wxLEFT, gap));
-  engine_ = new wxStaticText(this, wxID_ANY, wxString());
-  input->Add(engine_, wxSizerFlags().CenterVertical().Border(wxLEFT, gap));
 
   auto* table = new wxFlexGridSizer(kColumns, FromDIP(2), FromDIP(24));
   for (const char* heading : kHeadings) {
@@ -41,17 +39,20 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
     }
   }
   table_ = table;
+  engine_ = new wxStaticText(this, wxID_ANY, wxString());
+  auto* values = new wxBoxSizer(wxHORIZONTAL);
+  values->Add(table, wxSizerFlags(1));
+  values->Add(engine_, wxSizerFlags().Border(wxLEFT, gap));
   problem_ = new wxStaticText(this, wxID_ANY, wxString());
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(input, wxSizerFlags().Expand());
-  all->Add(table, wxSizerFlags().Border(wxTOP, gap));
+  all->Add(values, wxSizerFlags().Expand().Border(wxTOP, gap));
   all->Add(problem_, wxSizerFlags().Border(wxTOP, gap));
   SetSizer(all);
   Show_({});
 }
 
 void SnrPanel::Show_(const SnrDisplay& display) {
-  headline_->SetFont(display.old ? GetFont().Bold() : GetFont());
   headline_->SetLabelText(ToWx(display.headline));
   // Somebody who has installed an engine should see that it is not this one.
   engine_->SetFont(display.estimate ? GetFont().Bold() : GetFont());

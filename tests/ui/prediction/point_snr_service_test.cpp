@@ -193,6 +193,9 @@ TEST_F(PointSnrServiceTest, WhatRestsOnOtherInputsIsMarkedUntilTheyAreBack) {
   with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
   service_.Predict(14.1, "CW", "");
   EXPECT_EQ(view_.snr.headline.find("14.1 MHz from IO91wm at 13 UTC"), 0U) << view_.snr.headline;
+  view_.SetText(TextField::kDXGrid, "IO91");
+  service_.Predict(14.1, "CW", "");
+  EXPECT_EQ(view_.snr.headline.find("14.1 MHz from IO91 at"), 0U) << "as the window has it";
 }
 
 TEST_F(PointSnrServiceTest, WhatKeepsItFromStartingIsShown) {
