@@ -1,5 +1,6 @@
 #include "common/files.h"
 #include "ion_cap_fixture.h"
+#include "ui/prediction/reliability_table.h"
 
 namespace skyhop::testing {
 namespace {
@@ -457,6 +458,13 @@ TEST_F(IonCapRunTest, TheChartIsOfferedToOthers) {
   PredictToTheEnd();
   EXPECT_EQ(window_.ResultsAsCsv().substr(0, 4), "hour");
   EXPECT_NE(window_.ChartAsSvg().find("propagation to DX"), std::string::npos);
+  chart_.DisplayTable(EngineChoice::kVoaCapSnr);
+  const auto tells_table = [&] {
+    return window_.ChartAsSvg().find(kReliabilityCaption) != std::string::npos;
+  };
+  EXPECT_FALSE(tells_table());
+  Check(CheckBox::kShowTableCheck, true, &IonCap::ShowTableCheck_Click);
+  EXPECT_TRUE(tells_table()) << "what is saved is what is shown";
 }
 
 TEST_F(IonCapRunTest, AClickIntoTheChartChoosesABand) {
