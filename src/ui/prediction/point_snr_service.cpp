@@ -115,6 +115,9 @@ void PointSnrService::Begin(const Order& order) {
 
 void PointSnrService::Start(const Order& order) {
   if (requester_) Answer(kReplaced);
+  // A peer takes the place of what the dial asked for only until it has its answer.
+  const bool dial_interrupted = last_ && last_->followed && with_.point.Running();
+  if (order.requester && dial_interrupted && !followed_) followed_ = last_->wanted;
   requester_ = order.requester;
   last_ = order;
   basis_ = BasisNow();

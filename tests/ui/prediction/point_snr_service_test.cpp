@@ -373,6 +373,12 @@ TEST_F(PointSnrServiceTest, TheDialIsPredictedOnceAndAfterPeers) {
   EXPECT_TRUE(service_.InputsChanged());
   service_.Follow(7.03, "CW");
   EXPECT_EQ(ticks(), 6U) << "for the power of now";
+  service_.Follow(7.04, "CW");
+  launcher_.running = {107, 108};
+  EXPECT_EQ(ticks(), 8U);
+  service_.PredictSNR({4, "FT8", "10", "", "14074"});
+  EXPECT_EQ(ticks(), 12U) << "a peer goes between";
+  EXPECT_NE(Deck().find("FREQUENCY  0.00 7.04"), std::string::npos) << Deck();
   EXPECT_FALSE(view_.snr.old);
 }
 
