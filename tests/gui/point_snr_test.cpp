@@ -35,11 +35,14 @@ TEST_F(SnrOfWindow, ATypedFrequencyIsPredictedOnBothPathsBesideAChartRun) {
   Click(*Frame().Controls().ButtonOf(Button::kPathsButton));
   TypeInto(TextField::kSNRFrequency, "14074");
   Press(WXK_RETURN);
-  EXPECT_TRUE(PumpUntil([&] { return Reads("14.074 MHz at "); }));
+  EXPECT_TRUE(PumpUntil([&] { return Reads("14.074 MHz to IO91 at "); }));
   EXPECT_TRUE(PumpUntil([&] { return Reads(" dBm, S"); }));
   EXPECT_TRUE(Reads("Short path"));
   EXPECT_TRUE(Reads("Long path"));
   EXPECT_TRUE(PumpUntil([&] { return Program().Chart().HasResult() && !Running(); })) << Notice();
+  TypeInto(TextField::kLocalPwr, "5");
+  Press(WXK_TAB);
+  EXPECT_TRUE(PumpUntil([&] { return Reads("Previous prediction: 14.074 MHz"); }));
   EXPECT_TRUE(dialogs_.messages.empty());
   CloseWindow();
   EXPECT_NE(Settings().find("ShowSNRDisplay"), std::string::npos) << Settings();

@@ -79,8 +79,8 @@ SkyhopProgram::SkyhopProgram()
       links_(*transport_, frame_->View(), diagnostics_),
       point_({run_, its_script_, panel_, parameters_, *launcher_, pause_, diagnostics_, *clock_}),
       answers_(*transport_, diagnostics_),
-      point_prediction_(
-          {frame_->View(), point_, panel_, configuration_, bands_, answers_, diagnostics_}),
+      point_prediction_({frame_->View(), point_, panel_, parameters_, configuration_, bands_,
+                         answers_, diagnostics_, *clock_}),
       foreground_locker_(*locker_),
       timekeeping_(platform::MakeTimekeeping()),
       beacon_predictions_(

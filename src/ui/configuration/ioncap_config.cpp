@@ -157,9 +157,25 @@ void IoncapConfig::ShowModes(int selected) {
 void IoncapConfig::ShowFindings() {
   for (int engine = 0; engine < static_cast<int>(kEngineCaptions.size()); ++engine) {
     const auto choice = static_cast<EngineChoice>(engine);
-    with_.view.SetEngineFinding(
-        engine, FindingText(FindEngine(with_.machine, with_.program_folder, choice)));
+    const EngineFinding finding = FindEngine(with_.machine, with_.program_folder, choice);
+    std::string text = FindingText(finding);
+    if (choice == EngineChoice::kVoaCap || choice == EngineChoice::kVoaCapSnr) {
+      text += PointFinding(finding);
+    }
+    with_.view.SetEngineFinding(engine, text);
   }
+}
+
+/// Predictions of one frequency have an engine folder of their own: what is found there, a sentence
+/// after that of the chart's VOACAP; empty when it is the same.
+std::string IoncapConfig::PointFinding(const EngineFinding& chart) const {
+  const EngineFinding point =
+      FindEngine(with_.machine, with_.program_folder, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
+  if (point.kind == chart.kind && point.can_run == chart.can_run) return {};
+  std::string text = FindingText(point);
+  text.front() = LowerCase(text.front());
+  const bool sentence = FindingText(chart).ends_with('.');
+  return (sentence ? " SNR at a Frequency: " : ". SNR at a Frequency: ") + text;
 }
 
 void IoncapConfig::ShowAntennas() {

@@ -114,6 +114,7 @@ class IoncapConfig : public ConfigurationWindow {
   void ShowUrlNotes();
   void ShowModes(int selected);
   void ShowFindings();
+  [[nodiscard]] std::string PointFinding(const EngineFinding& chart) const;
   void ShowAntennas();
   void ShowAntennaFiles();
   void ShowStationSource();

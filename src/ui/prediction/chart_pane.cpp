@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "common/numbers.h"
 #include "ui/prediction/bands.h"
+#include "ui/prediction/picture_key.h"
 #include "ui/prediction/reliability_table.h"
 #include "ui/prediction/text_width.h"
 
@@ -37,6 +39,11 @@ std::string Megahertz(float value) {
   return value > 0 ? FixedText(value, 1) : "\u2013";
 }
 
+/// The hour that a time of day is in; the day's end belongs to its last one.
+std::size_t HourOf(double time) {
+  return std::min(static_cast<std::size_t>(time), kHourCount - 2);
+}
+
 }  // namespace
 
 ChartPane::ChartPane(const ResultsTable& table, Diagnostics& diagnostics, const Clock& clock)
@@ -62,6 +69,10 @@ double ChartPane::RowHeight() const {
   return std::ceil(text_size_ * 1.22);
 }
 
+double ChartPane::CaptionHeight() const {
+  return std::ceil(text_size_ * 1.6);
+}
+
 double ChartPane::KeyHeight() const {
   return 5 * RowHeight() + std::ceil(text_size_ * 1.2);
 }
@@ -77,7 +88,8 @@ void ChartPane::Arrange() {
   const double sun_height = std::ceil(text_size_ * 0.9);
   const double left = std::ceil(text_size_ * 4.4);
   const double right = std::ceil(text_size_ * kRightMargin);
-  const double top = std::ceil(text_size_ * 1.9);
+  // Above the table, which has no room within, stands what it is.
+  const double top = std::ceil(text_size_ * 1.9) + (TableShown() ? CaptionHeight() : 0);
   const double hour_labels = std::ceil(text_size_ * 2.1);
   const double below = hour_labels + 2 * sun_height + std::ceil(text_size_ * 0.6);
   double width = width_ - left - right;
@@ -230,36 +242,43 @@ std::string ChartPane::Readout(Point at) const {
   const std::string clock = ClockText(time) + " UTC   ";
   const std::int16_t band = BandAt(at);
   if (PredictsReliability() && band > 0) {
-    // A reliability holds for the hour that begins with it.
-    const auto hour = std::min(static_cast<std::size_t>(time), kHourCount - 2);
-    return clock + BandReadout(shown_, static_cast<std::size_t>(band), hour);
+    return clock + BandReadout(shown_, static_cast<std::size_t>(band), HourOf(time));
   }
   const double part = (plot_.Bottom() - at.y) / plot_.height;
   const double frequency = chart_.FMin() + part * (double{chart_.FMax()} - chart_.FMin());
   std::string text = clock + FixedText(frequency, 1) + " MHz";
   if (band >= 0) text.append("   ").append(kBandLabelTexts.at(static_cast<std::size_t>(band)));
-  return text + "   " + Values(time);
+  return text + Values(time);
 }
 
-/// The curves' values where a line through their hourly points crosses `time`.
+/// The curves' values where a line through their hourly points crosses `time`, those of them that
+/// are predicted.
 std::string ChartPane::Values(double time) const {
-  const auto before = std::min(static_cast<std::size_t>(time), kHourCount - 2);
+  const std::size_t before = HourOf(time);
   const auto part = static_cast<float>(time - static_cast<double>(before));
   const auto value = [&](std::size_t row) {
     const auto& hours = shown_.frequencies[row];
     if (!(hours[before] > 0 && hours[before + 1] > 0)) return Megahertz(0);
     return Megahertz(hours[before] + part * (hours[before + 1] - hours[before]));
   };
-  return "LUF " + value(rows::kLuf) + "   MUF 90% " + value(rows::kMuf90) + "   50% " +
-         value(rows::kMuf50) + "   10% " + value(rows::kMuf10) + " MHz";
+  std::string text;
+  if (IsPredicted(shown_, rows::kLuf)) text += "   LUF " + value(rows::kLuf);
+  const char* name = "   MUF ";
+  for (const auto& [row, confidence] :
+       {std::pair(rows::kMuf90, "90% "), {rows::kMuf50, "50% "}, {rows::kMuf10, "10% "}}) {
+    if (!IsPredicted(shown_, row)) continue;
+    text.append(std::exchange(name, "   ")).append(confidence).append(value(row));
+  }
+  return text.empty() ? text : text + " MHz";
 }
 
 std::string ChartPane::ReadoutAtTimeIndex() const {
   if (!HasResult()) return {};
   const double time = TimeIndex();
-  std::string text = ClockText(time) + " UTC   " + Values(time) + "   open:";
-  // The prediction of an hour is the nearest that there is to a time within it.
-  const auto hour = static_cast<std::int16_t>(std::lround(time));
+  std::string text = ClockText(time) + " UTC" + Values(time) + "   open:";
+  // A reliability holds for the hour that begins with it; of the curves' points the nearest counts.
+  const auto hour =
+      static_cast<std::int16_t>(PredictsReliability() ? HourOf(time) : std::lround(time));
   bool any = false;
   for (std::size_t band = 0; band < kBandCount; ++band) {
     if (chart_.FreqOpen(kBandLineFrequencies[band], hour) == 0) continue;

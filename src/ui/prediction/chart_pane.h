@@ -130,11 +130,13 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] Rectangle OverlayArea() const;
   [[nodiscard]] double TimeLineX() const { return plot_.left + chart_.TimeLineX(); }
   [[nodiscard]] double RowHeight() const;
+  [[nodiscard]] double CaptionHeight() const;
   [[nodiscard]] double KeyHeight() const;
   [[nodiscard]] double KeyWidth() const;
 
   void PaintChart(Surface& surface);
   void PaintPlot(Surface& surface);
+  void PaintTable(Surface& surface) const;
   void PaintEmpty(Surface& surface) const;
   void PaintTimeAxis(Surface& surface) const;
   void PaintFrequencyAxis(Surface& surface) const;

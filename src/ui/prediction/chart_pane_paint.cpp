@@ -21,6 +21,8 @@ constexpr double kPaneLabelGap = 4;
 constexpr double kPaneLeader = 10;  ///< from the plot's edge to a band label
 constexpr double kSampleLength = 30;
 
+constexpr std::string_view kOldCaption = "Previous prediction";
+
 constexpr Color SunColor(SunState state) {
   switch (state) {
     case SunState::kDay:
@@ -124,7 +126,7 @@ void ChartPane::Paint(Surface& surface) {
   surface.Clear(palette_.background);
   surface.FillRectangle(plot_, old_ ? palette_.old_paper : palette_.paper);
   if (TableShown()) {
-    PaintReliabilityTable(surface, shown_, plot_, text_size_, palette_);
+    PaintTable(surface);
   } else {
     PaintChart(surface);
   }
@@ -173,8 +175,26 @@ void ChartPane::PaintPlot(Surface& surface) {
   if (plot_enable_) chart_.PaintPlot(plot);
   if (!old_) return;
   surface.Text({plot_.left + text_size_, plot_.top + text_size_},
-               Shortened("Previous prediction", plot_.width, text_size_, FontWeight::kBold),
+               Shortened(kOldCaption, plot_.width, text_size_, FontWeight::kBold),
                {.size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold});
+}
+
+/// The cells leave no paper to be coloured, so an old table is told by its caption.
+void ChartPane::PaintTable(Surface& surface) const {
+  PaintReliabilityTable(surface, shown_, plot_, text_size_, palette_);
+  const double middle = std::round(CaptionHeight() / 2);
+  double left = plot_.left;
+  if (old_) {
+    const TextStyle style{
+        .size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold};
+    const double width = std::ceil(surface.TextExtent(kOldCaption, style) + text_size_);
+    surface.FillRectangle({left, 0, width, CaptionHeight()}, palette_.old_paper);
+    surface.Text({left + text_size_ / 2, middle}, kOldCaption, style);
+    left += width + text_size_;
+  }
+  surface.Text({left, middle},
+               Shortened(kReliabilityCaption, width_ - left, text_size_, FontWeight::kNormal),
+               {.size = text_size_, .color = palette_.text});
 }
 
 void ChartPane::PaintEmpty(Surface& surface) const {

@@ -11,6 +11,7 @@
 #include "ui/prediction/bands.h"
 #include "ui/prediction/label_spread.h"
 #include "ui/prediction/picture_key.h"
+#include "ui/prediction/reliability_table.h"
 #include "ui/prediction/surface_views.h"
 #include "ui/prediction/svg_surface.h"
 #include "ui/prediction/text_width.h"
@@ -56,7 +57,7 @@ Title FitTitle(std::string_view summary, double width) {
   return title;
 }
 
-std::string Subtitle(const PictureTexts& texts) {
+std::string Subtitle(const PictureTexts& texts, bool table) {
   // Captions double an ampersand that is to be seen.
   std::string text = ReplaceAll(texts.engine, "&&", "&");
   if (!texts.engine_version.empty()) {
@@ -66,6 +67,7 @@ std::string Subtitle(const PictureTexts& texts) {
     text.append(text.empty() ? "" : " \u00B7 ").append("sunspot number ");
     text.append(texts.sunspot_number);
   }
+  if (table) text.append(text.empty() ? "" : " \u00B7 ").append(kReliabilityCaption);
   return text;
 }
 
@@ -92,7 +94,11 @@ class Picture {
   void Paint() {
     surface_->Clear(colors::kWhite);
     PaintHeader();
-    if (chart_.HasAxis()) {
+    if (IsTable()) {
+      PaintReliabilityTable(*surface_, *table_, plot_, kLabelSize, kLightPalette);
+      PaintTimeAxis();
+      PaintTimeIndex();
+    } else if (chart_.HasAxis()) {
       PaintGrid();
       PaintBands();
       PaintCurves();
@@ -111,8 +117,13 @@ class Picture {
   }
 
  private:
+  [[nodiscard]] bool IsTable() const {
+    return options_->show_table && engine_ == EngineChoice::kVoaCapSnr;
+  }
+
   [[nodiscard]] bool HasKeys() const {
-    return options_->show_color_keys && (options_->show_curves || options_->show_open_bands);
+    return options_->show_color_keys && !IsTable() &&
+           (options_->show_curves || options_->show_open_bands);
   }
 
   /// Whole pixels for every hour and every division of the frequency axis.
@@ -136,9 +147,10 @@ class Picture {
       surface_->Text({kMargin, y}, line, style);
       y += kTitleLineHeight;
     }
-    surface_->Text({kMargin, plot_.top - kHeaderHeight + 30},
-                   Shortened(Subtitle(*texts_), width_ - 2 * kMargin, 13, FontWeight::kNormal),
-                   {.size = 13, .color = palette::kText, .vertical = VerticalAlign::kTop});
+    surface_->Text(
+        {kMargin, plot_.top - kHeaderHeight + 30},
+        Shortened(Subtitle(*texts_, IsTable()), width_ - 2 * kMargin, 13, FontWeight::kNormal),
+        {.size = 13, .color = palette::kText, .vertical = VerticalAlign::kTop});
   }
 
   void PaintGrid() {

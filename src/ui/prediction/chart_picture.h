@@ -26,6 +26,8 @@ struct PictureOptions {
   bool show_open_bands = true;
   bool show_curves = true;
   bool show_color_keys = true;
+  /// A table of bands by hours instead of the chart, where the results tell reliabilities.
+  bool show_table = false;
   /// Time of day in hours, 0 to 24, that is marked by a vertical line.
   std::optional<double> time_index{};
 

@@ -141,7 +141,10 @@ void IonCap::ShowDownload(const std::string& status) {
 }
 
 void IonCap::PutDownloaded(TextField field, const std::string& text) {
-  with_.diagnostics.Trap("IonCap.PutDownloaded", [&] { Put(field, text); });
+  with_.diagnostics.Trap("IonCap.PutDownloaded", [&] {
+    Put(field, text);
+    PointInputsChanged();
+  });
 }
 
 std::string IonCap::OriginOf(TextField field) const {
@@ -165,6 +168,7 @@ void IonCap::DXPwr_Click() {
   with_.diagnostics.Trap("IonCap.DXPwr_Click", [&] {
     with_.parameters.SetPredictionPower(with_.parameters.DXPower());
     UpdateConditions();
+    PointInputsChanged();
   });
 }
 
@@ -172,6 +176,7 @@ void IonCap::DXNoiseLevel_Click() {
   with_.diagnostics.Trap("IonCap.DXNoiseLevel_Click", [&] {
     with_.parameters.SetPredictionNoise(with_.parameters.DXNoiseIndex());
     UpdateConditions();
+    PointInputsChanged();
   });
 }
 
@@ -179,6 +184,7 @@ void IonCap::LocalNoiseLevel_Click() {
   with_.diagnostics.Trap("IonCap.LocalNoiseLevel_Click", [&] {
     with_.parameters.SetPredictionNoise(with_.parameters.LocalNoiseIndex());
     UpdateConditions();
+    PointInputsChanged();
   });
 }
 
@@ -187,7 +193,10 @@ void IonCap::Path_Click() {
 }
 
 void IonCap::PredictSignals_Click() {
-  with_.diagnostics.Trap("IonCap.PredictSignals_Click", [&] { UpdateConditions(); });
+  with_.diagnostics.Trap("IonCap.PredictSignals_Click", [&] {
+    UpdateConditions();
+    PointInputsChanged();
+  });
 }
 
 void IonCap::ModeSNRCombo_Click() {
@@ -284,6 +293,7 @@ PictureOptions IonCap::ChartPictureOptions() const {
   options.show_curves = with_.view.Checked(CheckBox::kPlotEnable);
   options.show_color_keys = with_.view.Checked(CheckBox::kShowColorKeyCheck);
   options.time_index = with_.chart.TimeIndex();
+  options.show_table = with_.chart.TableShown();
   return options;
 }
 

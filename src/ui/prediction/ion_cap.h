@@ -110,7 +110,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   /// Predicts the signal-to-noise ratio at `frequency` MHz for `mode`; `snr` is the required one,
   /// empty for the mode's.
   void FreqPredict(double frequency, const std::string& mode, const std::string& snr = {});
-  /// Band index that a click into the chart chose last, -1 for none.
+  /// Index of the band that a click into the chart chose or the transceiver is on, whichever was
+  /// last; -1 for none.
   [[nodiscard]] std::int16_t GetPredictionBand() const;
   /// Shows or hides the display of the point prediction.
   void SetSNRDisplayActive(bool active);
@@ -236,6 +237,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] bool RefuseSecondRun();
   void Predict(const char* name, int path, int direction);
   [[nodiscard]] bool HandPowerTakeoffAndNoise();
+  [[nodiscard]] std::optional<std::size_t> BandInForce();
   void HandFrequencyDependentSettings();
   [[nodiscard]] bool StationsCanBePredicted();
   void HandPathAndDate();
@@ -279,6 +281,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::string SelectedMode() const;
   void FollowTransceiver();
   void FollowPoint(double frequency);
+  void PointInputsChanged();
 
   // Stations.
   void StationsChanged();
@@ -300,6 +303,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   std::string caption_;
   std::string caption_hint_;
   std::int16_t prediction_band_ = -1;
+  int hour_ = -1;                   ///< UTC, as the clock showed it last
   bool starting_ = false;           ///< between the command and the start of its engine
   bool requested_by_peer_ = false;  ///< while a peer's prediction is being started
   TesseraLocation tessera_;

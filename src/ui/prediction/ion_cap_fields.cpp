@@ -1,6 +1,7 @@
 // What may be typed into the fields, and what becomes of it.
 
 #include <string_view>
+#include <utility>
 
 #include "common/dates.h"
 #include "common/numbers.h"
@@ -194,6 +195,7 @@ void IonCap::HandOn(TextField field, const std::string& text) {
       // The field itself is what the engines read.
       break;
   }
+  PointInputsChanged();
 }
 
 bool IonCap::LatitudeAcceptable(const std::string& text) {
@@ -290,6 +292,7 @@ void IonCap::SettleFields() {
 void IonCap::TextWritten(TextField field) {
   with_.view.MarkRefused(field, false);
   StateOf(field) = {with_.view.Text(field), std::nullopt};
+  PointInputsChanged();
 }
 
 void IonCap::TheDate_DblClick() {
@@ -308,6 +311,7 @@ void IonCap::FollowClock() {
   const HourMinute time = UtcHourMinute(with_.clock.UtcNow());
   with_.view.SetLabel(Label::kClock,
                       PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC");
+  if (std::exchange(hour_, time.hour) != time.hour) PointInputsChanged();
   if (!with_.view.Checked(CheckBox::kShowCurrentTimeCheck)) return;
   with_.chart.UpdateVerticalTimeBar();
   PutToday();

@@ -67,9 +67,11 @@ void IonCap::FreqPredictForPeer(const PeerRequest& request, const std::string& f
                                 const std::string& mode, const std::string& snr) {
   with_.diagnostics.Trap("IonCap.FreqPredictForPeer", [&] {
     const double given = ToDouble(frequency);
-    if (RefuseSecondRun()) return;
-    ChooseAsRequested(request);
-    UsePeersText(TextField::kSNR, snr);
+    // A point is predicted beside a run of the chart, whose inputs stay as they are.
+    if (!RefuseSecondRun()) {
+      ChooseAsRequested(request);
+      UsePeersText(TextField::kSNR, snr);
+    }
     SetSNRDisplayActive(true);
     FreqPredict(Megahertz(given), mode, snr);
   });
@@ -109,6 +111,7 @@ PeerWindow::FollowedBand IonCap::FollowFrequency(double frequency) {
     const std::string name = with_.bands.GetBandNameForFreq(frequency);
     prediction_band_ = with_.bands.GetbandIndex(name);
     with_.chart.SetBandIndicator(prediction_band_);
+    UpdateConditions();
     FollowPoint(frequency);
     return FollowedBand{name, prediction_band_ >= 0};
   });
@@ -119,6 +122,7 @@ void IonCap::Forget(LinkControl control) {
     switch (control) {
       case LinkControl::kFreq:
         prediction_band_ = -1;
+        UpdateConditions();
         return with_.chart.SetBandIndicator(prediction_band_);
       case LinkControl::kDXLatitude:
         return tessera_.latitude.clear();

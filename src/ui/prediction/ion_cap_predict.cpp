@@ -70,6 +70,7 @@ void IonCap::Predict(const char* name, int path, int direction) {
     with_.view.Select(OptionGroup::kPredictSignals, direction);
     UpdateStationLabels();
     UpdateConditions();
+    PointInputsChanged();
     PathsButton_Click();
   });
 }
@@ -102,14 +103,21 @@ bool IonCap::HandPowerTakeoffAndNoise() {
   return true;
 }
 
-void IonCap::HandFrequencyDependentSettings() {
-  if (!with_.configuration.FreqDependentEnabled()) return;
+/// The band whose settings take the place of the window's in a prediction; nothing when none do.
+std::optional<std::size_t> IonCap::BandInForce() {
+  if (!with_.configuration.FreqDependentEnabled()) return std::nullopt;
   const std::optional<double> kilohertz = with_.peers.TransceiverFrequency();
-  if (!kilohertz || !(*kilohertz > 0)) return;
+  if (!kilohertz || !(*kilohertz > 0)) return std::nullopt;
   const std::int16_t band =
       with_.bands.GetbandIndex(with_.bands.GetBandNameForFreq(*kilohertz / 1000));
-  if (band < 0) return;
-  const BandSettings& settings = with_.configuration.Band(static_cast<std::size_t>(band));
+  if (band < 0) return std::nullopt;
+  return static_cast<std::size_t>(band);
+}
+
+void IonCap::HandFrequencyDependentSettings() {
+  const std::optional<std::size_t> band = BandInForce();
+  if (!band) return;
+  const BandSettings& settings = with_.configuration.Band(*band);
   if (!Trim(settings.power).empty()) with_.parameters.SetPredictionPower(settings.power);
   if (!Trim(settings.takeoff).empty()) with_.parameters.SetPredictionTakeoff(settings.takeoff);
 }

@@ -168,9 +168,14 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
       case Configuration::Item::kDiagMode:
         with_.diagnostics.SetDebug(with_.configuration.DiagMode());
         break;
-      case Configuration::Item::kEngine:
-      case Configuration::Item::kAntennas:
       case Configuration::Item::kFreqDependent:
+        UpdateConditions();
+        PointInputsChanged();
+        break;
+      case Configuration::Item::kAntennas:
+        PointInputsChanged();
+        break;
+      case Configuration::Item::kEngine:
       case Configuration::Item::kUrls:
       case Configuration::Item::kDualMonitor:
         // Asked for when they are needed.

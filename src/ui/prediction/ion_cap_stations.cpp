@@ -94,6 +94,7 @@ void IonCap::UpdateLatLon(Station station) {
   InStep(station) = PositionOf(station);
   UpdateStationLabels();
   PreviewSolarBars();
+  PointInputsChanged();
 }
 
 /// Somebody has written coordinates: a peer, or the engine's setters in the form of their own.
@@ -111,6 +112,7 @@ void IonCap::StationsChanged() {
       if (position && position != InStep(station)) UpdateGrid(station);
     }
     UpdateStationLabels();
+    PointInputsChanged();
   });
   following_stations_ = false;
 }
@@ -137,12 +139,18 @@ void IonCap::UpdateConditions() {
   const auto noise = [](std::int16_t index) {
     return std::string(kNoises.at(static_cast<std::size_t>(index))) + " noise";
   };
-  with_.view.SetLabel(
-      Label::kConditions,
-      from ? "The DX station transmits " + Watts(with_.parameters.DXPower()) +
-                 "; your station listens in " + noise(with_.parameters.LocalNoiseIndex())
-           : "Your station transmits " + Watts(with_.view.Text(TextField::kLocalPwr)) +
-                 "; the DX station listens in " + noise(with_.parameters.DXNoiseIndex()));
+  std::string power =
+      Watts(from ? with_.parameters.DXPower() : with_.view.Text(TextField::kLocalPwr));
+  const std::optional<std::size_t> band = BandInForce();
+  if (band && !Trim(with_.configuration.Band(*band).power).empty()) {
+    power = Watts(with_.configuration.Band(*band).power) + " (as set for " +
+            std::string(kBandLabelTexts.at(*band)) + ")";
+  }
+  with_.view.SetLabel(Label::kConditions,
+                      from ? "The DX station transmits " + power + "; your station listens in " +
+                                 noise(with_.parameters.LocalNoiseIndex())
+                           : "Your station transmits " + power + "; the DX station listens in " +
+                                 noise(with_.parameters.DXNoiseIndex()));
 }
 
 /// The bars under a chart belong to its prediction; only while there is none they follow the

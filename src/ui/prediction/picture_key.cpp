@@ -45,12 +45,12 @@ Point PaintHeading(Surface& surface, Point corner, std::string_view text) {
   return {corner.x, corner.y + 24 + std::floor(kKeyRowHeight / 2)};
 }
 
+}  // namespace
+
 bool IsPredicted(const ResultsTable& table, std::size_t row) {
   const auto& values = table.frequencies[row];
   return std::any_of(values.begin(), values.end(), [](float value) { return value > 0; });
 }
-
-}  // namespace
 
 std::span<const BarMeaning> OpenBandMeanings(EngineChoice engine) {
   return engine == EngineChoice::kVoaCapSnr ? kReliabilityBars : kCriticalFrequencyBars;

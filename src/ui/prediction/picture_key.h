@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 
@@ -33,6 +34,9 @@ struct BarMeaning {
 
 /// The bars that the results of `engine` are drawn with.
 [[nodiscard]] std::span<const BarMeaning> OpenBandMeanings(EngineChoice engine);
+
+/// Whether a row of the table's frequencies holds any value.
+[[nodiscard]] bool IsPredicted(const ResultsTable& table, std::size_t row);
 
 /// Draws the key of the curves with its upper left corner at `corner`. Curves of which the table
 /// holds no value are marked as such.

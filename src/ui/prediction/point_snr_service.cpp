@@ -1,15 +1,21 @@
 #include "ui/prediction/point_snr_service.h"
 
 #include <cmath>
+#include <tuple>
 
+#include "common/dates.h"
+#include "common/errors.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "geo/dx_grid.h"
 #include "ui/prediction/mode_names.h"
+#include "ui/prediction/raised.h"
 #include "ui/prediction/snr_display.h"
 
 namespace skyhop {
 namespace {
 
+using IONCAPModule::DeckParameters;
 using IONCAPModule::PathReception;
 using IONCAPModule::PointReception;
 using Time = IONCAPModule::PointSnr::Time;
@@ -30,25 +36,65 @@ std::string Problems(const PointReception& reception) {
   return text;
 }
 
+constexpr const char* kReplaced = "replaced by another request";
+constexpr const char* kProgramEnds = "the program ends";
+
+bool ToTheDXStation(const PredictionPanel& panel) {
+  return panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+}
+
 }  // namespace
+
+bool PointSnrService::Basis::SameAs(const Basis& other) const {
+  // Required reliability and K index do not count for what is shown.
+  const auto inputs = [](const DeckParameters& of) {
+    return std::tie(of.transmitter, of.receiver, of.power, of.takeoff, of.noise, of.year, of.month,
+                    of.sunspot_number, of.transmitter_antenna, of.receiver_antenna);
+  };
+  return to == other.to && hour == other.hour && inputs(deck) == inputs(other.deck);
+}
 
 void PointSnrService::Predict(double frequency, const std::string& mode, const std::string& snr) {
   followed_.reset();
-  Begin({frequency, mode, snr}, std::nullopt);
+  Begin({{frequency, mode, snr}, false, std::nullopt});
 }
 
-/// While the user turns the dial there is nothing to predict yet.
+/// While the user turns the dial there is nothing to predict yet, and nothing new when the
+/// transceiver tells once more where it is.
 void PointSnrService::Follow(double frequency, const std::string& mode) {
   if (!active_) return;
-  followed_ = Wanted{frequency, mode, ""};
+  const Wanted wanted{frequency, mode, ""};
+  const bool outdated = old_ && last_ && last_->followed && !followed_;
+  if (dial_ == wanted && !outdated) return;
+  dial_ = wanted;
+  followed_ = wanted;
   quiet_ticks_ = 0;
+  StartTimer();
+}
+
+/// A timer that is started again and again never ticks.
+void PointSnrService::StartTimer() {
+  if (with_.view.TimerRunning(WindowTimer::kSNRExecuteTimer)) return;
   with_.view.StartTimer(WindowTimer::kSNRExecuteTimer, kInterval);
+}
+
+bool PointSnrService::InputsChanged() {
+  return with_.diagnostics.Trap("PointSnrService.InputsChanged", false, [&] {
+    if (!last_) return false;
+    const std::optional<Basis> now = BasisNow();
+    const bool same = now && basis_ ? now->SameAs(*basis_) : !now && !basis_;
+    if (old_ == same) {
+      old_ = !same;
+      DisplaySNR();
+    }
+    return old_ && active_ && last_->followed;
+  });
 }
 
 void PointSnrService::PredictSNR(const SNRRequest& request) {
   with_.diagnostics.Trap("IONCAPModule.PredictSNR", [&] {
     const std::optional<double> given = WholeNumberText(request.first);
-    Begin({given ? Megahertz(*given) : 0, request.mode, request.snr}, request);
+    Begin({{given ? Megahertz(*given) : 0, request.mode, request.snr}, false, request});
   });
 }
 
@@ -56,16 +102,64 @@ std::string PointSnrService::ValidatedSNR(const std::string& snr) {
   return IONCAPModule::Parameters::ValidatedSNR(snr);
 }
 
-void PointSnrService::Begin(const Wanted& wanted, const std::optional<SNRRequest>& requester) {
-  if (requester_) Answer("replaced by another request");
-  requester_ = requester;
-  asked_ = true;
-  problem_ = with_.point.PredictSNR(RequestFor(wanted), Now());
-  if (!problem_.empty() && requester_) Answer(problem_);
-  if (with_.point.Running() || !answers_.empty()) {
-    with_.view.StartTimer(WindowTimer::kSNRExecuteTimer, kInterval);
+void PointSnrService::Begin(const Order& order) {
+  if (ended_) return;
+  if (starting_) {
+    RefuseNext(kReplaced);
+    next_ = order;
+    return;
   }
+  Start(order);
+  while (next_) Start(*std::exchange(next_, std::nullopt));
+}
+
+void PointSnrService::Start(const Order& order) {
+  if (requester_) Answer(kReplaced);
+  // A peer takes the place of what the dial asked for only until it has its answer.
+  const bool dial_interrupted = last_ && last_->followed && with_.point.Running();
+  if (order.requester && dial_interrupted && !followed_) followed_ = last_->wanted;
+  requester_ = order.requester;
+  last_ = order;
+  basis_ = BasisNow();
+  circuit_ = CircuitNow();
+  old_ = false;
+  {
+    const Raised starting(starting_);
+    problem_ = with_.point.PredictSNR(RequestFor(order.wanted), Now());
+  }
+  if (ended_) return with_.point.Cancel();
+  if (!problem_.empty() && requester_) Answer(problem_);
+  if (with_.point.Running() || !answers_.empty()) StartTimer();
   DisplaySNR();
+}
+
+/// The inputs as they are there for what was wanted last; nothing while they cannot be read.
+std::optional<PointSnrService::Basis> PointSnrService::BasisNow() {
+  const UtcTime now = with_.clock.UtcNow();
+  const IONCAPModule::PointRequest request = RequestFor(last_->wanted);
+  try {
+    Basis basis{IONCAPModule::ReadPointParameters(with_.panel, with_.parameters, UtcDate(now),
+                                                  with_.diagnostics),
+                ToTheDXStation(with_.panel), UtcHourMinute(now).hour};
+    if (!request.power.empty()) basis.deck.power = RoundToLong(LeadingNumber(request.power));
+    if (!request.takeoff.empty()) {
+      basis.deck.takeoff = RoundToInteger(LeadingNumber(request.takeoff));
+    }
+    return basis;
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+/// Where the prediction that begins goes: the DX station's square, as far as the window shows it.
+std::string PointSnrService::CircuitNow() const {
+  if (!basis_) return {};
+  const DeckParameters& deck = basis_->deck;
+  std::string square =
+      DXGridModule::GetGridSquare(basis_->to ? deck.receiver : deck.transmitter, with_.diagnostics);
+  const std::string shown(Trim(with_.view.Text(TextField::kDXGrid)));
+  if (!shown.empty() && EqualsIgnoringCase(square.substr(0, shown.size()), shown)) square = shown;
+  return (basis_->to ? "to " : "from ") + square;
 }
 
 IONCAPModule::PointRequest PointSnrService::RequestFor(const Wanted& wanted) {
@@ -73,15 +167,13 @@ IONCAPModule::PointRequest PointSnrService::RequestFor(const Wanted& wanted) {
   request.frequency = wanted.frequency;
   request.mode = wanted.mode;
   request.snr = Trim(wanted.snr).empty() ? RequiredSnr(wanted.mode) : wanted.snr;
-  const bool to =
-      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
-  if (!to || !with_.configuration.FreqDependentEnabled()) return request;
+  if (!ToTheDXStation(with_.panel) || !with_.configuration.FreqDependentEnabled()) return request;
   const std::int16_t band =
       with_.bands.GetbandIndex(with_.bands.GetBandNameForFreq(wanted.frequency));
   if (band < 0) return request;
   const BandSettings& settings = with_.configuration.Band(static_cast<std::size_t>(band));
-  request.power = settings.power;
-  request.takeoff = settings.takeoff;
+  request.power = Trim(settings.power);
+  request.takeoff = Trim(settings.takeoff);
   return request;
 }
 
@@ -95,10 +187,12 @@ std::string PointSnrService::RequiredSnr(const std::string& mode) const {
 }
 
 void PointSnrService::SNRExecuteTimer_Tick() {
+  // What is being started has neither engines nor an answer yet.
+  if (starting_) return;
   FollowWhenQuiet();
   if (with_.point.Running() && with_.point.Poll(Now())) DisplaySNR();
   AnswerWhenFinished();
-  for (const auto& [role, record] : std::exchange(answers_, {})) with_.answers.Send(role, record);
+  SendAnswers();
   if (!with_.point.Running() && !followed_) {
     with_.view.StopTimer(WindowTimer::kSNRExecuteTimer);
   }
@@ -107,9 +201,9 @@ void PointSnrService::SNRExecuteTimer_Tick() {
 void PointSnrService::FollowWhenQuiet() {
   static constexpr int kQuietTicks = 2;
   if (!followed_ || ++quiet_ticks_ < kQuietTicks) return;
-  const Wanted wanted = *std::exchange(followed_, std::nullopt);
-  // A peer waits for its answer; the dial can be followed at its next turn.
-  if (!requester_) Begin(wanted, std::nullopt);
+  // A peer waits for its answer; the dial comes after that.
+  if (requester_) return;
+  Begin({*std::exchange(followed_, std::nullopt), true, std::nullopt});
 }
 
 void PointSnrService::AnswerWhenFinished() {
@@ -119,8 +213,22 @@ void PointSnrService::AnswerWhenFinished() {
 /// Puts the answer to the present requester among those to be sent: a peer may be in the middle of
 /// its request now, where no link can be opened.
 void PointSnrService::Answer(const std::string& problem) {
-  const SNRRequest request = *std::exchange(requester_, std::nullopt);
-  const PointReception& reception = with_.point.Reception();
+  Answer(*std::exchange(requester_, std::nullopt), with_.point.Reception(), problem);
+}
+
+/// Tells the requester of what was to begin after the present start that it will not.
+void PointSnrService::RefuseNext(const std::string& problem) {
+  if (!next_) return;
+  const Order order = *std::exchange(next_, std::nullopt);
+  if (!order.requester) return;
+  PointReception nothing;
+  nothing.request.snr = order.requester->snr;
+  nothing.hour = UtcHourMinute(with_.clock.UtcNow()).hour;
+  Answer(*order.requester, nothing, problem);
+}
+
+void PointSnrService::Answer(const SNRRequest& request, const PointReception& reception,
+                             const std::string& problem) {
   std::string record = records_.EncodeField("freq", request.first) +
                        records_.EncodeField("mode", request.mode) +
                        records_.EncodeField("reqsnr", reception.request.snr) +
@@ -143,18 +251,27 @@ void PointSnrService::Answer(const std::string& problem) {
   answers_.emplace_back(request.sender, record);
 }
 
+void PointSnrService::SendAnswers() {
+  for (const auto& [role, record] : std::exchange(answers_, {})) with_.answers.Send(role, record);
+}
+
 void PointSnrService::SetDisplayActive(bool active) {
   active_ = active;
-  if (!active) followed_.reset();
+  if (!active) {
+    followed_.reset();
+    dial_.reset();
+  }
   DisplaySNR();
 }
 
 void PointSnrService::DisplaySNR() {
   with_.diagnostics.Trap("IONCAPModule.DisplaySNR", [&] {
     SnrDisplay display;
-    if (asked_) display = DisplayOf(with_.point.Reception());
-    if (!problem_.empty()) {
-      display.rows = {};
+    if (last_ && problem_.empty()) {
+      display = DisplayOf(with_.point.Reception(), circuit_);
+      display.old = old_;
+      if (old_) display.headline = "Previous prediction: " + display.headline;
+    } else if (last_) {
       display.headline = "There is no prediction: " + problem_ + ".";
     }
     display.active = active_;
@@ -162,11 +279,14 @@ void PointSnrService::DisplaySNR() {
   });
 }
 
+/// Nobody is left waiting: the links are still there.
 void PointSnrService::Terminate() {
+  ended_ = true;
   with_.point.Cancel();
-  requester_.reset();
   followed_.reset();
-  answers_.clear();
+  if (requester_) Answer(kProgramEnds);
+  RefuseNext(kProgramEnds);
+  SendAnswers();
 }
 
 }  // namespace skyhop

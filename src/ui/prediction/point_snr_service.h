@@ -6,7 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "common/clock.h"
 #include "common/diagnostics.h"
+#include "engine/deck_parameters.h"
+#include "engine/parameters.h"
 #include "engine/point_snr.h"
 #include "interop/command_target.h"
 #include "interop/dde_common.h"
@@ -20,6 +23,9 @@ namespace skyhop {
 /// The point prediction of the program with a window: takes requests from the user, from the
 /// transceiver's frequency and from peers, one after the other, shows what comes of them and
 /// answers the peers. A new request replaces one that is running; whoever asked for that is told.
+///
+/// A start may have to wait for a file, and lets events happen meanwhile. Of the requests that come
+/// then the newest begins when the start has ended.
 class PointSnrService : public PointPrediction {
  public:
   /// How often the engines are looked at.
@@ -30,10 +36,12 @@ class PointSnrService : public PointPrediction {
     PredictionView& view;
     IONCAPModule::PointSnr& point;
     const PredictionPanel& panel;
+    const IONCAPModule::Parameters& parameters;
     const Configuration& configuration;
     FreqDependentModule::BandTable& bands;
     SNRAnswers& answers;
     Diagnostics& diagnostics;
+    const Clock& clock;
   };
 
   explicit PointSnrService(const Collaborators& collaborators)
@@ -41,6 +49,7 @@ class PointSnrService : public PointPrediction {
 
   void Predict(double frequency, const std::string& mode, const std::string& snr) override;
   void Follow(double frequency, const std::string& mode) override;
+  [[nodiscard]] bool InputsChanged() override;
   void SNRExecuteTimer_Tick() override;
   void SetDisplayActive(bool active) override;
   void Terminate() override;
@@ -52,24 +61,55 @@ class PointSnrService : public PointPrediction {
     double frequency = 0;
     std::string mode;
     std::string snr;  ///< empty: the one that the mode needs
+
+    friend bool operator==(const Wanted&, const Wanted&) = default;
+  };
+  struct Order {
+    Wanted wanted;
+    bool followed = false;  ///< by the transceiver's dial
+    std::optional<SNRRequest> requester;
+  };
+  /// What a prediction rests on beside what was wanted.
+  struct Basis {
+    IONCAPModule::DeckParameters deck;
+    bool to = true;  ///< the DX station receives
+    int hour = 0;
+
+    /// Whether an engine would answer the same.
+    [[nodiscard]] bool SameAs(const Basis& other) const;
   };
 
-  void Begin(const Wanted& wanted, const std::optional<SNRRequest>& requester);
+  void Begin(const Order& order);
+  void Start(const Order& order);
   [[nodiscard]] std::string RequiredSnr(const std::string& mode) const;
   [[nodiscard]] IONCAPModule::PointRequest RequestFor(const Wanted& wanted);
+  [[nodiscard]] std::optional<Basis> BasisNow();
+  [[nodiscard]] std::string CircuitNow() const;
+  void StartTimer();
   void FollowWhenQuiet();
   void AnswerWhenFinished();
   void Answer(const std::string& problem);
+  void Answer(const SNRRequest& request, const IONCAPModule::PointReception& reception,
+              const std::string& problem);
+  void RefuseNext(const std::string& problem);
+  void SendAnswers();
   void DisplaySNR();
 
   Collaborators with_;
   DDECommon::Records records_;
   bool active_ = false;
-  std::string problem_;  ///< why the last request was not started
-  bool asked_ = false;   ///< there was a request
+  std::optional<Order> last_;   ///< what was asked for last
+  std::optional<Basis> basis_;  ///< of that; nothing when the inputs could not be read
+  std::string circuit_;         ///< of that, in words
+  bool old_ = false;            ///< another basis counts now
+  std::string problem_;         ///< why it was not started
   std::optional<SNRRequest> requester_;
+  bool starting_ = false;
+  std::optional<Order> next_;  ///< came during a start
+  bool ended_ = false;
   std::vector<std::pair<std::int16_t, std::string>> answers_;  ///< to be sent at the next tick
-  std::optional<Wanted> followed_;
+  std::optional<Wanted> dial_;                                 ///< what the transceiver told last
+  std::optional<Wanted> followed_;  ///< that, while it is still to be predicted
   int quiet_ticks_ = 0;
 };
 

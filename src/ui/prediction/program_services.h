@@ -89,6 +89,9 @@ class PointPrediction : public SNRService {
   /// The transceiver is on another frequency or mode: predicts for it when it stays there and the
   /// display is active.
   virtual void Follow(double /*frequency*/, const std::string& /*mode*/) {}
+  /// Stations, conditions, settings or the hour may be others now: marks what is shown as that of
+  /// before when they are. Returns whether the transceiver's frequency is to be predicted anew.
+  [[nodiscard]] virtual bool InputsChanged() { return false; }
   virtual void SNRExecuteTimer_Tick() {}
   /// Shows or hides what was predicted.
   virtual void SetDisplayActive(bool /*active*/) {}

@@ -18,23 +18,6 @@ constexpr const char* kEstimateEngine = "SKYHOP ESTIMATE ENGINE";
 constexpr const char* kSeparator = " \xC2\xB7 ";
 constexpr double kWattsPerKilowatt = 1000;
 
-std::string EngineName(const std::string& named, EngineChoice engine) {
-  if (EqualsIgnoringCase(named, kEstimateEngine)) return "Built-in estimate engine";
-  if (!named.empty()) return named;
-  switch (engine) {
-    case EngineChoice::kIonCap:
-      return "IONCAP";
-    case EngineChoice::kIcePac:
-      return "ICEPAC";
-    case EngineChoice::kVoaCap:
-    case EngineChoice::kVoaCapSnr:
-      return "VOACAP";
-    case EngineChoice::kNone:
-      break;
-  }
-  return "Unnamed engine";
-}
-
 std::string Note(const ResultsHeading& heading, EngineChoice engine, const AskedPrediction& asked,
                  UtcTime computed) {
   std::string text = EngineName(heading.engine, engine);
@@ -139,6 +122,27 @@ std::string Difference(const ResultsHeading& heading, EngineChoice engine,
 }
 
 }  // namespace
+
+bool IsEstimate(const std::string& named) {
+  return EqualsIgnoringCase(named, kEstimateEngine);
+}
+
+std::string EngineName(const std::string& named, EngineChoice engine) {
+  if (IsEstimate(named)) return "Built-in estimate engine";
+  if (!named.empty()) return named;
+  switch (engine) {
+    case EngineChoice::kIonCap:
+      return "IONCAP";
+    case EngineChoice::kIcePac:
+      return "ICEPAC";
+    case EngineChoice::kVoaCap:
+    case EngineChoice::kVoaCapSnr:
+      return "VOACAP";
+    case EngineChoice::kNone:
+      break;
+  }
+  return "Unnamed engine";
+}
 
 Provenance ProvenanceOf(const ResultsHeading& heading, EngineChoice engine,
                         const AskedPrediction& asked, UtcTime computed) {

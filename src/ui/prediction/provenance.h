@@ -30,9 +30,14 @@ struct Provenance {
   friend bool operator==(const Provenance&, const Provenance&) = default;
 };
 
-/// The provenance of results that bear `heading`. The engine is named as they name it, by the
-/// chosen `engine` when they don't; the estimate engine that comes with the program is told apart
-/// from the others in plain words.
+/// An engine's name for a reader: as its results name it, by the chosen `engine` when they don't.
+/// The estimate engine that comes with the program is told apart from the others in plain words.
+[[nodiscard]] std::string EngineName(const std::string& named, EngineChoice engine);
+
+/// Whether results name the estimate engine as theirs.
+[[nodiscard]] bool IsEstimate(const std::string& named);
+
+/// The provenance of results that bear `heading`. The engine is named as EngineName does.
 ///
 /// A value counts as different when rounding, to the digits of the script's card and then to those
 /// that the heading shows, does not explain it. What the heading does not tell is no difference.

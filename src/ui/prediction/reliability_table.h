@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "engine/results_table.h"
 #include "ui/prediction/chart_palette.h"
@@ -12,6 +13,10 @@ namespace skyhop {
 
 // Reliability as a table: a row for each band from 6 m at the top to 80 m at the bottom, a column
 // for each hour.
+
+/// What the numbers of the table are.
+inline constexpr std::string_view kReliabilityCaption =
+    "Reliability: percent of the days that reach the required SNR";
 
 /// The colours of a cell.
 struct CellColors {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "common/numbers.h"
+#include "ui/prediction/provenance.h"
 
 namespace skyhop {
 namespace {
@@ -26,8 +27,8 @@ SnrRow RowOf(const PathReception& reception, const PointReception& whole) {
   return row;
 }
 
-std::string Headline(const PointReception& reception) {
-  std::string text = NumberText(reception.request.frequency) + " MHz at " +
+std::string Headline(const PointReception& reception, const std::string& circuit) {
+  std::string text = NumberText(reception.request.frequency) + " MHz " + circuit + " at " +
                      PaddedNumber(reception.hour, 2) + " UTC";
   if (!reception.request.mode.empty()) text += ", " + reception.request.mode;
   return text + ", " + reception.request.snr + " dB required in 1 Hz";
@@ -35,9 +36,13 @@ std::string Headline(const PointReception& reception) {
 
 }  // namespace
 
-SnrDisplay DisplayOf(const PointReception& reception) {
+SnrDisplay DisplayOf(const PointReception& reception, const std::string& circuit) {
   SnrDisplay display;
-  display.headline = Headline(reception);
+  display.headline = Headline(reception, circuit);
+  if (!reception.engine.empty()) {
+    display.engine = EngineName(reception.engine, EngineChoice::kVoaCapSnr);
+    display.estimate = IsEstimate(reception.engine);
+  }
   for (std::size_t path = 0; path < display.rows.size(); ++path) {
     display.rows.at(path) = RowOf(reception.paths.at(path), reception);
   }

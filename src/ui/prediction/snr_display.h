@@ -26,12 +26,17 @@ struct SnrDisplay {
   bool active = false;
   /// What is predicted, or why nothing is.
   std::string headline;
+  bool old = false;            ///< inputs have changed since
+  std::string engine;          ///< who computed it; empty until that is known
+  bool estimate = false;       ///< that is the built-in estimate
   std::array<SnrRow, 2> rows;  ///< short and long path
 
   friend bool operator==(const SnrDisplay&, const SnrDisplay&) = default;
 };
 
-/// The words for a point prediction as far as it has come.
-[[nodiscard]] SnrDisplay DisplayOf(const IONCAPModule::PointReception& reception);
+/// The words for a point prediction as far as it has come. `circuit` says where it goes: "to
+/// IO91wm", "from IO91wm".
+[[nodiscard]] SnrDisplay DisplayOf(const IONCAPModule::PointReception& reception,
+                                   const std::string& circuit);
 
 }  // namespace skyhop

@@ -8,11 +8,12 @@ namespace skyhop {
 ConfigBandPage::ConfigBandPage(wxWindow* parent, const ConfigEvents& events)
     : ConfigPage(parent, "Frequency-dependent settings", events) {
   AddText(
-      "Your take-off angle and power on the transceiver's band. They apply while the "
-      "transceiver application is connected. Where a field is empty, the value of the "
-      "prediction window counts.");
+      "Your take-off angle and power by band. The prediction of a day takes those of the "
+      "transceiver's band, while the transceiver application is connected; SNR at a Frequency "
+      "takes those of its frequency's band, for signals to the DX station. Where a field is "
+      "empty, the value of the prediction window counts.");
   enabled_ = new wxCheckBox(this, wxID_ANY, "&Use these settings");
-  enabled_->SetToolTip("Let take-off angle and power follow the transceiver's frequency");
+  enabled_->SetToolTip("Let take-off angle and power depend on the band");
   enabled_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
     Events().Send(&IoncapConfig::FreqDependentEnabled_Click, event.IsChecked());
   });

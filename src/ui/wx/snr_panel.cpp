@@ -39,10 +39,14 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
     }
   }
   table_ = table;
+  engine_ = new wxStaticText(this, wxID_ANY, wxString());
+  auto* values = new wxBoxSizer(wxHORIZONTAL);
+  values->Add(table, wxSizerFlags(1));
+  values->Add(engine_, wxSizerFlags().Border(wxLEFT, gap));
   problem_ = new wxStaticText(this, wxID_ANY, wxString());
   auto* all = new wxBoxSizer(wxVERTICAL);
   all->Add(input, wxSizerFlags().Expand());
-  all->Add(table, wxSizerFlags().Border(wxTOP, gap));
+  all->Add(values, wxSizerFlags().Expand().Border(wxTOP, gap));
   all->Add(problem_, wxSizerFlags().Border(wxTOP, gap));
   SetSizer(all);
   Show_({});
@@ -50,6 +54,12 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
 
 void SnrPanel::Show_(const SnrDisplay& display) {
   headline_->SetLabelText(ToWx(display.headline));
+  // Somebody who has installed an engine should see that it is not this one.
+  engine_->SetFont(display.estimate ? GetFont().Bold() : GetFont());
+  engine_->SetLabelText(ToWx(display.engine));
+  for (const auto& row : cells_) {
+    for (wxStaticText* cell : row) cell->Enable(!display.old);
+  }
   std::string problem;
   for (std::size_t row = 0; row < cells_.size(); ++row) {
     const SnrRow& texts = display.rows.at(row);

@@ -24,6 +24,7 @@ class SnrPanel : public wxPanel {
   void Fill(std::size_t row, const SnrRow& texts);
 
   wxStaticText* headline_;
+  wxStaticText* engine_;
   wxStaticText* problem_;
   wxSizer* table_ = nullptr;
   std::array<std::array<wxStaticText*, kColumns>, 2> cells_{};

@@ -287,6 +287,27 @@ TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
   EXPECT_EQ(Stored("Configuration", "Engine"), "3");
 }
 
+TEST_F(IoncapConfigTest, TheVoacapRowsTellOfAnotherEngineForOneFrequency) {
+  const std::filesystem::path folder = with_.log.folder.Path();
+  machine_.estimate = folder / "estimate";
+  InstallEngine("estimate");
+  Load();
+  EXPECT_EQ(view_.findings[3].find("SNR at a Frequency"), std::string::npos);
+  InstallEngine("ITSHFBC/bin_win/voacapw.exe");
+  window_.Form_Activate();
+  const std::string chart = "Found: " + PathText(folder / "ITSHFBC" / "bin_win" / "voacapw.exe");
+  const std::filesystem::path missing = folder / "ITSHFBC2" / "bin_win" / "voacapw.exe";
+  const std::string both = chart +
+                           ". SNR at a Frequency: uses the built-in estimate engine. There is no " +
+                           PathText(missing) + ".";
+  EXPECT_EQ(view_.findings[2].substr(0, both.size()), both);
+  EXPECT_EQ(view_.findings[3], view_.findings[2]);
+  EXPECT_EQ(view_.findings[1].find("SNR at a Frequency"), std::string::npos);
+  InstallEngine("ITSHFBC2/bin_win/voacapw.exe");
+  window_.Form_Activate();
+  EXPECT_EQ(view_.findings[3], chart);
+}
+
 TEST_F(IoncapConfigTest, TheTestFollowsTheSelectedEngineToItsOutcome) {
   InstallEngine("IonCap/ioncap.exe");
   Load();

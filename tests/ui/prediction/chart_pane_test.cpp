@@ -186,11 +186,20 @@ TEST_F(Pane, ReadsOutOpenBandsAtTheTimeIndex) {
   EXPECT_TRUE(pane.ReadoutAtTimeIndex().ends_with("open: no band"));
 }
 
-TEST_F(Pane, ShowsADashForWhatIsNotPredicted) {
-  Display(testing::NewYorkLondonReliability(), EngineChoice::kVoaCapSnr);
-  const std::string readout = pane.ReadoutAtTimeIndex();
-  EXPECT_NE(readout.find("LUF \u2013"), std::string::npos) << readout;
-  EXPECT_NE(readout.find("10% \u2013"), std::string::npos) << readout;
+TEST_F(Pane, LeavesOutWhatIsNotPredictedAtAllAndShowsADashForAnHour) {
+  ResultsTable result = testing::NewYorkLondonReliability();
+  result.frequencies[rows::kMuf50][14] = 0;
+  Display(result, EngineChoice::kVoaCapSnr);
+  // A reliability counts for its whole hour: at 13:40, 30 m still has the 39 % of 13 hours.
+  log.clock.now += std::chrono::minutes(35);
+  pane.UpdateVerticalTimeBar();
+  EXPECT_EQ(pane.ReadoutAtTimeIndex(),
+            "13:40 UTC   MUF 90% 22.7   50% \u2013 MHz   open: 30 m, 20 m, 17 m, 15 m, 12 m, 10 m");
+  pane.StepTimeIndex(24);
+  EXPECT_EQ(pane.ReadoutAtTimeIndex().substr(0, 5), "24:00");
+  result.frequencies[rows::kMuf90].fill(0);
+  Display(result, EngineChoice::kVoaCapSnr);
+  EXPECT_NE(pane.ReadoutAtTimeIndex().find("UTC   MUF 50% "), std::string::npos);
 }
 
 TEST_F(Pane, DragsTheTimeIndexAndRepaintsOnlyItsSurroundings) {

@@ -11,6 +11,7 @@
 #include "common/files.h"
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
+#include "ui/prediction/reliability_table.h"
 #include "ui/prediction/sample_results.h"
 #include "ui/prediction/svg_surface.h"
 #include "ui/prediction/text_width.h"
@@ -58,6 +59,12 @@ std::vector<Sample> Samples() {
       {"open-only", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_curves = false}},
       {"no-keys", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_color_keys = false}},
       {"reliability", testing::NewYorkLondonReliability(), EngineChoice::kVoaCapSnr, {}, snr_texts},
+      {"table",
+       testing::NewYorkLondonReliability(),
+       EngineChoice::kVoaCapSnr,
+       {.show_table = true, .time_index = 13},
+       snr_texts},
+      {"no-table", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_table = true}},
       {"long-axis", LongAxis(), EngineChoice::kVoaCap, {}},
       {"long-summary", LowestBands(), EngineChoice::kIcePac, small, long_texts},
       {"scaled", LongAxis(), EngineChoice::kVoaCap, {.scale = 2, .time_index = 0}},
@@ -134,7 +141,7 @@ TEST_F(ChartPicture, ExplainsJustWhatItShows) {
   };
   const struct {
     const char* sample;
-    const char* text;
+    std::string text;
     bool expected;
   } cases[] = {
       {"luf-muf-open", "VOACAP LUF & MUF 16.1207W \u00B7 sunspot number 105", true},
@@ -149,6 +156,14 @@ TEST_F(ChartPicture, ExplainsJustWhatItShows) {
       {"no-keys", "lowest useable frequency", false},
       {"reliability", "reliability above 80%", true},
       {"reliability", "(not predicted)", true},
+      {"reliability", "MHz", true},
+      {"table", "MHz", false},
+      {"table", "reliability above 80%", false},
+      {"table",
+       "VOACAP SNR & Prob 16.1207W \u00B7 sunspot number 105 \u00B7 " +
+           std::string(kReliabilityCaption),
+       true},
+      {"no-table", "MHz", true},
       {"nothing", "There is no prediction to show", true},
       {"nothing", "lowest useable frequency", false},
       {"luf-muf", "There is no prediction to show", false},

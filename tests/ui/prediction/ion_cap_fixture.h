@@ -113,10 +113,16 @@ class FakePointPrediction : public PointPrediction, public Part {
     Happened("follow " + mode);
     predicted = frequency;
   }
+  [[nodiscard]] bool InputsChanged() override {
+    ++looks;
+    return outdated;
+  }
   void Terminate() override { Happened("point end"); }
   void SNRExecuteTimer_Tick() override { Happened("point tick"); }
 
   double predicted = 0;
+  int looks = 0;
+  bool outdated = false;
 };
 
 class FakeBeacons : public BeaconMonitor, public Part {

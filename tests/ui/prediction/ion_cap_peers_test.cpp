@@ -56,12 +56,14 @@ TEST_F(IonCapPeersTest, TheProvenanceTellsWhoAsked) {
 TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   Start();
   window_.PathsButton_Click();
+  const std::string snr = parameters_.Snr();
   window_.PredictForPeer({true, false}, "0");
   window_.FreqPredictForPeer({true, false}, "14074", "FT8", "10");
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   EXPECT_EQ(Requester(), dde_option::kRequestedHere);
   EXPECT_EQ(launcher_.starts.size(), 1U);
-  EXPECT_EQ(std::count(events_.begin(), events_.end(), "point FT8 10"), 0);
+  EXPECT_EQ(parameters_.Snr(), snr);
+  EXPECT_EQ(events_.back(), "point FT8 10") << "a point is predicted beside it";
 }
 
 TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
@@ -247,6 +249,40 @@ TEST_F(IonCapPeersTest, TheTransceiverDrivesThePointPredictionWhileItIsShown) {
   EXPECT_EQ(events_.back(), "follow SSB");
   (void)window_.FollowFrequency(7.074);
   EXPECT_EQ(point_prediction_.predicted, 7.074);
+}
+
+TEST_F(IonCapPeersTest, ThePointPredictionHearsOfEveryInputAndIsMadeAnewForTheTransceiver) {
+  Start();
+  const std::pair<const char*, std::function<void()>> changes[] = {
+      {"DX station", [&] { Type(TextField::kDXGrid, "JN58"); }},
+      {"power", [&] { Type(TextField::kLocalPwr, "7"); }},
+      {"direction",
+       [&] { Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click); }},
+      {"DX power", [&] { Choose(OptionGroup::kDXPwr, 1, &IonCap::DXPwr_Click); }},
+      {"noise", [&] { Choose(OptionGroup::kLocalNoiseLevel, 1, &IonCap::LocalNoiseLevel_Click); }},
+      {"DX noise", [&] { Choose(OptionGroup::kDXNoiseLevel, 1, &IonCap::DXNoiseLevel_Click); }},
+      {"sunspot number", [&] { window_.PutDownloaded(TextField::kSSN, "33"); }},
+      {"a peer's flux", [&] { window_.SetSpaceWeather("99", ""); }},
+      {"hour", [&] { clock_.now += std::chrono::hours(1), window_.ClockTimer_Tick(); }},
+      {"band settings", [&] { configuration_.SetFreqDependentEnabled(true); }},
+      {"antenna",
+       [&] {
+         configuration_.SetAntenna(Station::kLocal, {"", "3", ""});
+       }},
+  };
+  for (const auto& [what, change] : changes) {
+    point_prediction_.looks = 0;
+    change();
+    EXPECT_GT(point_prediction_.looks, 0) << what;
+  }
+  point_prediction_.looks = 0;
+  window_.ClockTimer_Tick();
+  EXPECT_EQ(point_prediction_.looks, 0) << "the hour is the same";
+  window_.SetSNRDisplayActive(true);
+  peers_.kilohertz = 21074;
+  point_prediction_.outdated = true;
+  Type(TextField::kLocalPwr, "8");
+  EXPECT_EQ(point_prediction_.predicted, 21.074);
 }
 
 TEST_F(IonCapPeersTest, LinksAndTimersReachTheirParts) {

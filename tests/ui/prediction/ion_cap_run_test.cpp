@@ -1,5 +1,6 @@
 #include "common/files.h"
 #include "ion_cap_fixture.h"
+#include "ui/prediction/reliability_table.h"
 
 namespace skyhop::testing {
 namespace {
@@ -166,13 +167,24 @@ TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
     std::optional<double> kilohertz;
     const char* power;
     const char* takeoff;
+    std::string note{};
   } cases[] = {
-      {true, 14074, "400", "12"}, {true, 7030, "90", "3"},           {true, 18100, "1500", "3"},
-      {true, 0, "1500", "3"},     {true, std::nullopt, "1500", "3"}, {false, 14074, "1500", "3"},
+      {true, 14074, "400", "12", " (as set for 20 m)"},
+      {true, 7030, "90", "3", " (as set for 40 m)"},
+      {true, 18100, "1500", "3"},
+      {true, 0, "1500", "3"},
+      {true, std::nullopt, "1500", "3"},
+      {false, 14074, "1500", "3"},
   };
-  for (const auto& [enabled, kilohertz, power, takeoff] : cases) {
+  for (const auto& [enabled, kilohertz, power, takeoff, note] : cases) {
     configuration_.SetFreqDependentEnabled(enabled);
     peers_.kilohertz = kilohertz;
+    // The label tells beforehand what the run will use.
+    window_.Forget(LinkControl::kFreq);
+    EXPECT_EQ(view_.Shown(Label::kConditions)
+                  .find("Your station transmits " + std::string(power) + " W" + note + "; the DX"),
+              0U)
+        << view_.Shown(Label::kConditions);
     window_.PathsButton_Click();
     EXPECT_EQ(parameters_.Power(), power) << kilohertz.value_or(-1);
     EXPECT_EQ(parameters_.Takeoff(), takeoff) << kilohertz.value_or(-1);
@@ -446,6 +458,13 @@ TEST_F(IonCapRunTest, TheChartIsOfferedToOthers) {
   PredictToTheEnd();
   EXPECT_EQ(window_.ResultsAsCsv().substr(0, 4), "hour");
   EXPECT_NE(window_.ChartAsSvg().find("propagation to DX"), std::string::npos);
+  chart_.DisplayTable(EngineChoice::kVoaCapSnr);
+  const auto tells_table = [&] {
+    return window_.ChartAsSvg().find(kReliabilityCaption) != std::string::npos;
+  };
+  EXPECT_FALSE(tells_table());
+  Check(CheckBox::kShowTableCheck, true, &IonCap::ShowTableCheck_Click);
+  EXPECT_TRUE(tells_table()) << "what is saved is what is shown";
 }
 
 TEST_F(IonCapRunTest, AClickIntoTheChartChoosesABand) {

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 #include "common/files.h"
+#include "common/text.h"
 #include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
@@ -95,8 +99,8 @@ class PointSnrServiceTest : public ::testing::Test {
   Configuration configuration_{with_.settings, with_.log.diagnostics};
   FreqDependentModule::BandTable bands_{folder_, with_.log.diagnostics};
   KeptAnswers answers_;
-  PointSnrService service_{
-      {view_, point_, with_.panel, configuration_, bands_, answers_, with_.log.diagnostics}};
+  PointSnrService service_{{view_, point_, with_.panel, with_.parameters, configuration_, bands_,
+                            answers_, with_.log.diagnostics, with_.log.clock}};
 };
 
 TEST_F(PointSnrServiceTest, WhatIsPredictedIsShownAsItComes) {
@@ -104,7 +108,8 @@ TEST_F(PointSnrServiceTest, WhatIsPredictedIsShownAsItComes) {
   EXPECT_EQ(view_.snr.headline, "");
   KeepRunning();
   service_.Predict(14.074, "FT8", "");
-  EXPECT_EQ(view_.snr.headline, "14.074 MHz at 13 UTC, FT8, 13 dB required in 1 Hz");
+  EXPECT_EQ(view_.snr.headline, "14.074 MHz to IO91wm at 13 UTC, FT8, 13 dB required in 1 Hz");
+  EXPECT_EQ(view_.snr.engine, "");
   EXPECT_EQ(view_.snr.rows[0].snr, "");
   EXPECT_EQ(view_.Interval(WindowTimer::kSNRExecuteTimer), 250ms);
   AnswerPath("spsnr.txt", "41", "0.98", "2F2", "-118");
@@ -112,6 +117,8 @@ TEST_F(PointSnrServiceTest, WhatIsPredictedIsShownAsItComes) {
   EXPECT_EQ(view_.snr.rows[0],
             (SnrRow{"Short path", "41 dB", "+28 dB", "98 %", "2F2", "-88 dBm, S6", "", true}));
   EXPECT_EQ(view_.snr.rows[1], (SnrRow{"Long path", "", "", "", "", "", "", false}));
+  EXPECT_EQ(view_.snr.engine, "VOACAP");
+  EXPECT_FALSE(view_.snr.estimate);
   EXPECT_TRUE(TimerRuns());
   AnswerPath("lpsnr.txt", "-9", "0.00", "F2F2", "-171");
   service_.SNRExecuteTimer_Tick();
@@ -119,6 +126,76 @@ TEST_F(PointSnrServiceTest, WhatIsPredictedIsShownAsItComes) {
             (SnrRow{"Long path", "-9 dB", "-22 dB", "0 %", "F2F2", "-141 dBm, S0", "", false}));
   EXPECT_FALSE(TimerRuns());
   EXPECT_TRUE(answers_.sent.empty()) << "nobody asked";
+}
+
+TEST_F(PointSnrServiceTest, TheEstimateIsToldFromAnInstalledEngine) {
+  service_.Predict(14.074, "FT8", "");
+  WriteFile(folder_ / "ITSHFBC2/run/spsnr.txt",
+            ReplaceAll(TestData("results/newyork-london-method30.results.txt"), "  VOACAP   ",
+                       "  SKYHOP ESTIMATE ENGINE   "));
+  service_.SNRExecuteTimer_Tick();
+  EXPECT_EQ(view_.snr.engine, "Built-in estimate engine") << view_.snr.rows[0].problem;
+  EXPECT_TRUE(view_.snr.estimate);
+}
+
+TEST_F(PointSnrServiceTest, WhatRestsOnOtherInputsIsMarkedUntilTheyAreBack) {
+  EXPECT_FALSE(service_.InputsChanged()) << "there is no prediction";
+  configuration_.SetFreqDependentEnabled(true);
+  bands_.InitializeBandArray();
+  service_.Predict(14.1, "CW", "");
+  const std::string headline = view_.snr.headline;
+  const auto text = [&](PanelText field, const char* value) {
+    return [=, this] { with_.panel.SetText(field, value); };
+  };
+  const auto choice = [&](PanelChoice group, int index) {
+    return [=, this] { with_.panel.SetChoice(group, index); };
+  };
+  const struct {
+    const char* what;
+    std::function<void()> change;
+    std::function<void()> back;
+    bool old;
+  } cases[] = {
+      {"station", text(PanelText::kDXLat, "52 30' 0\" N"), text(PanelText::kDXLat, "51 30' 0\" N"),
+       true},
+      {"form of the coordinates", text(PanelText::kDXLat, "51 30' N"), {}, false},
+      {"power", text(PanelText::kLocalPwr, "5"), text(PanelText::kLocalPwr, "100"), true},
+      {"the other's power", choice(PanelChoice::kDXPwr, 4), {}, false},
+      {"the other's noise", choice(PanelChoice::kDXNoiseLevel, 0),
+       choice(PanelChoice::kDXNoiseLevel, 2), true},
+      {"direction", choice(PanelChoice::kPredictSignals, 0),
+       choice(PanelChoice::kPredictSignals, 1), true},
+      {"path", choice(PanelChoice::kPath, path_option::kLong), {}, false},
+      {"flux", text(PanelText::kFlux, "80"), text(PanelText::kFlux, "150"), true},
+      {"K index", text(PanelText::kKindex, "7"), {}, false},
+      {"minutes", [this] { with_.log.clock.now += 50min; }, {}, false},
+      {"hour", [this] { with_.log.clock.now += 10min; }, [this] { with_.log.clock.now -= 10min; },
+       true},
+      {"band's power",
+       [this] {
+         configuration_.SetBand(5, {"", "9"});
+       },
+       [this] {
+         configuration_.SetBand(5, {"", ""});
+       },
+       true},
+  };
+  for (const auto& [what, change, back, old] : cases) {
+    change();
+    EXPECT_FALSE(service_.InputsChanged()) << "nobody follows the transceiver";
+    EXPECT_EQ(view_.snr.old, old) << what;
+    EXPECT_EQ(view_.snr.headline, old ? "Previous prediction: " + headline : headline) << what;
+    if (!back) continue;
+    back();
+    EXPECT_FALSE(service_.InputsChanged());
+    EXPECT_FALSE(view_.snr.old) << what;
+  }
+  with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
+  service_.Predict(14.1, "CW", "");
+  EXPECT_EQ(view_.snr.headline.find("14.1 MHz from IO91wm at 13 UTC"), 0U) << view_.snr.headline;
+  view_.SetText(TextField::kDXGrid, "IO91");
+  service_.Predict(14.1, "CW", "");
+  EXPECT_EQ(view_.snr.headline.find("14.1 MHz from IO91 at"), 0U) << "as the window has it";
 }
 
 TEST_F(PointSnrServiceTest, WhatKeepsItFromStartingIsShown) {
@@ -200,6 +277,53 @@ TEST_F(PointSnrServiceTest, WhoeverIsReplacedOrCannotBeServedIsTold) {
   EXPECT_FALSE(TimerRuns());
 }
 
+/// While a file is held open the start waits and events happen. A folder in its place holds it.
+TEST_F(PointSnrServiceTest, RequestsDuringAStartComeAfterItAndTheNewestCounts) {
+  const std::filesystem::path held = folder_ / "ITSHFBC2/run/spsnr.txt";
+  const auto hold = [&](const std::function<void()>& meanwhile) {
+    std::filesystem::remove(held);
+    std::filesystem::create_directories(held / "open");
+    pause_.during = [this, held, meanwhile] {
+      const std::function<void()> once = std::exchange(pause_.during, {});
+      meanwhile();
+      service_.SNRExecuteTimer_Tick();
+      EXPECT_TRUE(launcher_.starts.empty());
+      EXPECT_TRUE(answers_.sent.empty());
+      std::filesystem::remove_all(held);
+    };
+  };
+  launcher_.running = {101, 102, 103, 104};
+  hold([&] {
+    service_.PredictSNR({4, "FT8", "10", "second", "7074"});
+    service_.PredictSNR({3, "CW", "10", "third", "21030"});
+  });
+  service_.PredictSNR({6, "SSB", "10", "first", "14200"});
+  EXPECT_EQ(launcher_.starts.size(), 4U);
+  EXPECT_EQ(launcher_.ended, (std::vector<ProcessId>{101, 102})) << "nothing runs unwatched";
+  AnswerBoth();
+  service_.SNRExecuteTimer_Tick();
+  ASSERT_EQ(answers_.sent.size(), 3U);
+  const std::pair<const char*, const char*> expected[] = {
+      {"<tag:6>second", "replaced by another request"},
+      {"<tag:5>first", "replaced by another request"},
+      {"<tag:5>third", "<spsnr:2>41"}};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NE(answers_.sent[i].second.find(expected[i].first), std::string::npos) << i;
+    EXPECT_NE(answers_.sent[i].second.find(expected[i].second), std::string::npos) << i;
+  }
+
+  launcher_.starts.clear();
+  launcher_.ended.clear();
+  answers_.sent.clear();
+  KeepRunning();
+  hold([&] {
+    service_.Terminate();
+    answers_.sent.clear();
+  });
+  service_.PredictSNR({4, "FT8", "10", "", "14074"});
+  EXPECT_EQ(launcher_.ended.size(), launcher_.starts.size()) << "the program has ended meanwhile";
+}
+
 TEST_F(PointSnrServiceTest, HalfAnAnswerSaysWhatIsMissing) {
   KeepRunning();
   service_.PredictSNR({4, "FT8", "10", "", "14.074"});
@@ -228,13 +352,44 @@ TEST_F(PointSnrServiceTest, TheDialIsFollowedWhenItRests) {
   EXPECT_NE(Deck().find("FREQUENCY  0.0014.03"), std::string::npos);
 }
 
+TEST_F(PointSnrServiceTest, TheDialIsPredictedOnceAndAfterPeers) {
+  const auto ticks = [&] {
+    for (int tick = 0; tick < 3; ++tick) service_.SNRExecuteTimer_Tick();
+    return launcher_.starts.size();
+  };
+  service_.SetDisplayActive(true);
+  KeepRunning();
+  service_.PredictSNR({4, "FT8", "10", "", "14074"});
+  view_.StartTimer(WindowTimer::kSNRExecuteTimer, 7ms);
+  service_.Follow(7.03, "CW");
+  EXPECT_EQ(view_.Interval(WindowTimer::kSNRExecuteTimer), 7ms) << "started anew, it never ticks";
+  EXPECT_EQ(ticks(), 2U) << "a peer waits for its answer";
+  launcher_.running.clear();
+  EXPECT_EQ(ticks(), 4U) << "the dial has not been forgotten";
+  service_.Follow(7.03, "CW");
+  EXPECT_EQ(ticks(), 4U) << "told again, it is no news";
+  EXPECT_FALSE(TimerRuns());
+  with_.panel.SetText(PanelText::kLocalPwr, "5");
+  EXPECT_TRUE(service_.InputsChanged());
+  service_.Follow(7.03, "CW");
+  EXPECT_EQ(ticks(), 6U) << "for the power of now";
+  service_.Follow(7.04, "CW");
+  launcher_.running = {107, 108};
+  EXPECT_EQ(ticks(), 8U);
+  service_.PredictSNR({4, "FT8", "10", "", "14074"});
+  EXPECT_EQ(ticks(), 12U) << "a peer goes between";
+  EXPECT_NE(Deck().find("FREQUENCY  0.00 7.04"), std::string::npos) << Deck();
+  EXPECT_FALSE(view_.snr.old);
+}
+
 TEST_F(PointSnrServiceTest, NothingIsLeftBehindAtTheEnd) {
   KeepRunning();
   service_.PredictSNR({4, "FT8", "10", "", "14.074"});
   service_.Terminate();
   EXPECT_EQ(launcher_.ended.size(), 2U);
   service_.SNRExecuteTimer_Tick();
-  EXPECT_TRUE(answers_.sent.empty());
+  ASSERT_EQ(answers_.sent.size(), 1U);
+  EXPECT_NE(answers_.sent[0].second.find("<error:16>the program ends"), std::string::npos);
 }
 
 TEST(FrequenciesOfPeers, AreInMegahertzBelowAThousand) {

@@ -101,6 +101,11 @@ TEST_F(TablePane, TheTableTakesTheChartsPlaceWhereThereIsReliability) {
   EXPECT_TRUE(pane_.TableShown());
   EXPECT_FALSE(Paints("MHz"));
   EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart's";
+  EXPECT_TRUE(Paints(std::string(kReliabilityCaption)));
+  EXPECT_FALSE(Paints("Previous prediction"));
+  pane_.SetOld(true);
+  EXPECT_TRUE(Paints("Previous prediction"));
+  EXPECT_TRUE(Paints(std::string(kReliabilityCaption)));
   pane_.SetTableView(false);
   EXPECT_TRUE(Paints("MHz"));
 }
