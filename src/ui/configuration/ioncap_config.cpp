@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/errors.h"
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/program.h"
@@ -22,6 +23,19 @@ std::string SizeText(std::uintmax_t bytes) {
   if (size < thousand) return std::to_string(bytes) + " bytes";
   if (size < thousand * thousand) return FixedText(size / thousand, 1) + " kB";
   return FixedText(size / (thousand * thousand), 1) + " MB";
+}
+
+/// Whether a file is a copy of another one; no if either cannot be read.
+bool IsCopy(const std::filesystem::path& file, const std::filesystem::path& original) {
+  constexpr std::size_t longest = 64'000'000;
+  std::error_code failed;
+  const std::uintmax_t size = std::filesystem::file_size(file, failed);
+  if (failed || size != std::filesystem::file_size(original, failed) || failed) return false;
+  try {
+    return ReadFile(file, longest) == ReadFile(original, longest);
+  } catch (const Error&) {
+    return false;
+  }
 }
 
 }  // namespace
@@ -159,6 +173,11 @@ void IoncapConfig::ShowFindings() {
     const auto choice = static_cast<EngineChoice>(engine);
     const EngineFinding finding = FindEngine(with_.machine, with_.program_folder, choice);
     std::string text = FindingText(finding);
+    // The estimate engine stands in IONCAP's place until the user puts the real one there.
+    if (choice == EngineChoice::kIonCap && finding.can_run &&
+        IsCopy(finding.executable, with_.machine.EstimateEngine())) {
+      text = "Uses the built-in estimate engine: " + PathText(finding.executable);
+    }
     if (choice == EngineChoice::kVoaCap || choice == EngineChoice::kVoaCapSnr) {
       text += PointFinding(finding);
     }

@@ -110,7 +110,7 @@ TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {
 
 TEST_F(IoncapConfigTest, AntennasAreThoseOfTheEngineThatIsUsed) {
   const std::filesystem::path folder = with_.log.folder.Path();
-  machine_.estimate = folder / "estimate";
+  machine_.estimate = folder / "estimate.exe";
   WriteFile(machine_.estimate, "x");
   Load();
   EXPECT_EQ(view_.labels[ConfigLabel::kAntennaFiles],
@@ -270,14 +270,16 @@ TEST_F(IoncapConfigTest, ModesAreAddedRemovedAndRestored) {
 
 TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
   InstallEngine("IonCap/ioncap.exe");
-  InstallEngine("ITSHFBC/bin_win/voacapw.exe");
+  for (const char* engine : {"ITSHFBC/bin_win/voacapw.exe", "ITSHFBC2/bin_win/voacapw.exe"}) {
+    InstallEngine(engine);
+    std::filesystem::permissions(with_.log.folder / engine, std::filesystem::perms::owner_read);
+  }
   Load();
-  std::filesystem::permissions(with_.log.folder / "ITSHFBC/bin_win/voacapw.exe",
-                               std::filesystem::perms::owner_read);
   window_.Form_Activate();
   const std::filesystem::path folder = with_.log.folder.Path();
   const std::filesystem::path programs = folder / "ITSHFBC" / "bin_win";
-  EXPECT_EQ(view_.findings[0], "Found: " + PathText(folder / "IonCap" / "ioncap.exe"));
+  const std::string ioncap = PathText(folder / "IonCap" / "ioncap.exe");
+  EXPECT_EQ(view_.findings[0], "Found: " + ioncap);
   EXPECT_EQ(view_.findings[1], "Not found; expected at " + PathText(programs / "icepacw.exe"));
   // Where rights do not say which files are programs, the name does.
   const bool with_rights = std::filesystem::path::preferred_separator == '/';
@@ -285,12 +287,16 @@ TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
                                    PathText(programs / "voacapw.exe"));
   window_.EngineButton_Click(3);
   EXPECT_EQ(Stored("Configuration", "Engine"), "3");
+  InstallEngine("estimate.exe");
+  machine_.estimate = folder / "estimate.exe";
+  window_.Form_Activate();
+  EXPECT_EQ(view_.findings[0], "Uses the built-in estimate engine: " + ioncap);
 }
 
 TEST_F(IoncapConfigTest, TheVoacapRowsTellOfAnotherEngineForOneFrequency) {
   const std::filesystem::path folder = with_.log.folder.Path();
-  machine_.estimate = folder / "estimate";
-  InstallEngine("estimate");
+  machine_.estimate = folder / "estimate.exe";
+  InstallEngine("estimate.exe");
   Load();
   EXPECT_EQ(view_.findings[3].find("SNR at a Frequency"), std::string::npos);
   InstallEngine("ITSHFBC/bin_win/voacapw.exe");
