@@ -31,7 +31,7 @@ TEST_F(SnrOfWindow, ATypedFrequencyIsPredictedOnBothPathsBesideAChartRun) {
   EnterStations();
   EXPECT_FALSE(Field(TextField::kSNRFrequency).IsShownOnScreen());
   Click(Box("SNR at a Frequency"));
-  ASSERT_TRUE(PumpUntil([&] { return Field(TextField::kSNRFrequency).IsShownOnScreen(); }));
+  ASSERT_TRUE(PumpUntil([&] { return Field(TextField::kSNRFrequency).HasFocus(); }));
   Click(*Frame().Controls().ButtonOf(Button::kPathsButton));
   TypeInto(TextField::kSNRFrequency, "14074");
   Press(WXK_RETURN);

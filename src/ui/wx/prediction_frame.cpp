@@ -211,7 +211,10 @@ void PredictionFrame::Toggled(CheckBox box) {
     case CheckBox::kShowTableCheck:
       return controller_->ShowTableCheck_Click();
     case CheckBox::kSNRDisplayCheck:
-      return controller_->SNRDisplayCheck_Click();
+      controller_->SNRDisplayCheck_Click();
+      // What comes next is a frequency.
+      if (controls_->Checked(box)) controls_->Field(TextField::kSNRFrequency)->SetFocus();
+      return;
   }
 }
 
