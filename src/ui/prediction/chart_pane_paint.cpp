@@ -325,8 +325,9 @@ void ChartPane::PaintOverlay(Surface& surface) const {
                   .horizontal = HorizontalAlign::kCenter,
                   .vertical = VerticalAlign::kBottom,
                   .weight = FontWeight::kBold};
-  // "MHz" stands where the label would be at the day's beginning.
+  // At the ends of the day stand "MHz" and the heading of the bands.
   if (x - plot_.left < text_size_ * 1.6) style.horizontal = HorizontalAlign::kLeft;
+  if (plot_.Right() - x < text_size_ * 1.6) style.horizontal = HorizontalAlign::kRight;
   surface.Text({x, plot_.top - head - 1}, ClockText(TimeIndex()), style);
 }
 
