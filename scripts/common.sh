@@ -15,6 +15,9 @@ die() {
 build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libsimpleini-dev nlohmann-json3-dev
   libwxgtk3.2-dev libgtk-3-dev libglib2.0-dev libcurl4-openssl-dev ca-certificates)
 test_packages=(libgtest-dev libbenchmark-dev openssl dbus-daemon xvfb openbox xdotool fonts-dejavu-core)
+# What the libraries for Windows are built from and with, beside the cross compiler.
+windows_library_packages=(libz-mingw-w64-dev libcli11-dev nlohmann-json3-dev googletest cmake
+  ninja-build make dpkg-dev xz-utils)
 
 # need PACKAGE...: installs those Debian packages that are missing.
 need() {
