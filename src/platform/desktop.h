@@ -7,8 +7,8 @@
 namespace skyhop::platform {
 
 /// While it lives, a toolkit that starts leaves the display's 3D drivers alone. Loading them takes
-/// as long as the rest of the start and as much memory as everything else, and nothing here is
-/// drawn with them. What the environment says of it goes first. No other thread may run meanwhile.
+/// time and some 50 MB, and nothing here is drawn with them. What the environment says of it goes
+/// first. No other thread may run meanwhile.
 class PlainDisplayStart {
  public:
   PlainDisplayStart();
