@@ -1,7 +1,5 @@
 #include "platform/linux/curl_fetcher.h"
 
-#include <curl/curl.h>
-
 #include <memory>
 #include <new>
 #include <string>
@@ -10,6 +8,7 @@
 #include "common/files.h"
 #include "common/program.h"
 #include "common/text.h"
+#include "platform/linux/curl_library.h"
 #include "platform/linux/fetch_failures.h"
 #include "platform/platform.h"
 
@@ -19,20 +18,8 @@ namespace {
 constexpr long kMostRedirects = 10;
 constexpr const char* kSchemes = "http,https";
 
-struct HandleDeleter {
-  void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-};
-struct ListDeleter {
-  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-};
-using Handle = std::unique_ptr<CURL, HandleDeleter>;
-using List = std::unique_ptr<curl_slist, ListDeleter>;
-
-/// The library's own start, once in a run. Returns whether it can be used.
-bool StartLibrary() {
-  static bool started = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
-  return started;
-}
+using Handle = std::unique_ptr<CURL, decltype(CurlLibrary::easy_cleanup)>;
+using List = std::unique_ptr<curl_slist, decltype(CurlLibrary::slist_free_all)>;
 
 /// What comes in, up to a limit.
 struct Body {
@@ -56,7 +43,8 @@ extern "C" std::size_t SkyhopTakeBytes(char* bytes, std::size_t size, std::size_
 /// The request as a whole. Returns the first refusal of the library.
 class Request {
  public:
-  Request(CURL* handle, const FetchLimits& limits) : handle_(handle), limits_(limits) {}
+  Request(const CurlLibrary& curl, CURL* handle, const FetchLimits& limits)
+      : curl_(curl), handle_(handle), limits_(limits) {}
 
   [[nodiscard]] CURLcode Prepare(const std::string& url, curl_slist* headers, Body& body) {
     // Blanks are no part of an address; as the user typed it they may well be.
@@ -84,35 +72,37 @@ class Request {
  private:
   template <class Value>
   void Set(CURLoption option, Value value) {
-    if (refusal_ == CURLE_OK) refusal_ = curl_easy_setopt(handle_, option, value);
+    if (refusal_ == CURLE_OK) refusal_ = curl_.easy_setopt(handle_, option, value);
   }
 
+  const CurlLibrary& curl_;
   CURL* handle_;
   const FetchLimits& limits_;
   CURLcode refusal_ = CURLE_OK;
 };
 
-TransferEnd EndOf(CURL* handle, CURLcode code) {
+TransferEnd EndOf(const CurlLibrary& curl, CURL* handle, CURLcode code) {
   TransferEnd end;
   end.code = code;
-  curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &end.status);
+  curl.easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &end.status);
   long redirects = 0;
-  curl_easy_getinfo(handle, CURLINFO_REDIRECT_COUNT, &redirects);
+  curl.easy_getinfo(handle, CURLINFO_REDIRECT_COUNT, &redirects);
   // A redirect that the library refuses to follow is not counted.
   end.redirected = redirects > 0 || (end.status >= 300 && end.status <= 399);
   return end;
 }
 
-std::int32_t Transfer(const std::string& url, const FetchLimits& limits, Body& body) {
-  const Handle handle(curl_easy_init());
-  List headers(curl_slist_append(nullptr, "Cache-Control: no-cache"));
+std::int32_t Transfer(const CurlLibrary& curl, const std::string& url, const FetchLimits& limits,
+                      Body& body) {
+  const Handle handle(curl.easy_init(), curl.easy_cleanup);
+  const List headers(curl.slist_append(nullptr, "Cache-Control: no-cache"), curl.slist_free_all);
   if (!handle || !headers) return fetch_codes::kOutOfMemory;
-  if (curl_slist_append(headers.get(), "Pragma: no-cache") == nullptr) {
+  if (curl.slist_append(headers.get(), "Pragma: no-cache") == nullptr) {
     return fetch_codes::kOutOfMemory;
   }
-  CURLcode code = Request(handle.get(), limits).Prepare(url, headers.get(), body);
-  if (code == CURLE_OK) code = curl_easy_perform(handle.get());
-  return FetchCode(EndOf(handle.get(), code));
+  CURLcode code = Request(curl, handle.get(), limits).Prepare(url, headers.get(), body);
+  if (code == CURLE_OK) code = curl.easy_perform(handle.get());
+  return FetchCode(EndOf(curl, handle.get(), code));
 }
 
 /// An existing file that its owner has protected. The system would let a file be replaced whose
@@ -147,9 +137,10 @@ std::int32_t CurlFetcher::Fetch(const std::string& url,
                                 const std::filesystem::path& file) noexcept {
   try {
     if (IsReadOnly(file)) return fetch_codes::kAborted;
-    if (!StartLibrary()) return fetch_codes::kNoSession;
+    const CurlLibrary* const curl = CurlLibrary::Get();
+    if (curl == nullptr) return fetch_codes::kNoSession;
     Body body{.content = {}, .limit = limits_.size};
-    const std::int32_t code = Transfer(url, limits_, body);
+    const std::int32_t code = Transfer(*curl, url, limits_, body);
     return code == fetch_codes::kOk ? Write(file, body.content) : code;
   } catch (...) {
     // Nothing but memory can run out here.
