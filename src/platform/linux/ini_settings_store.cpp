@@ -110,6 +110,12 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
 
   const std::filesystem::path path = FileOf(application);
   File& file = Load(application);
+  const auto kept = [&file](const SettingEntry& entry) {
+    const char* const value = file.ini.GetValue(entry.section.c_str(), entry.key.c_str(), nullptr);
+    return value != nullptr && Trim(entry.value) == value;
+  };
+  // Writing the same once more would cost the disk's time, and two programs at a start each other's.
+  if (!file.damaged && std::all_of(entries.begin(), entries.end(), kept)) return;
   try {
     for (const SettingEntry& entry : entries) {
       const std::string value(Trim(entry.value));
@@ -122,9 +128,9 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
       throw Error(errors::kOutOfMemory, "cannot compose " + PathText(path));
     }
     if (file.damaged) {
-      std::filesystem::path kept = path;
-      kept += ".damaged";
-      std::filesystem::copy_file(path, kept, std::filesystem::copy_options::overwrite_existing,
+      std::filesystem::path copy = path;
+      copy += ".damaged";
+      std::filesystem::copy_file(path, copy, std::filesystem::copy_options::overwrite_existing,
                                  error);
       if (error) throw FileError(error, "cannot keep a copy of " + PathText(path));
     }
