@@ -20,6 +20,10 @@ class PlainDisplayStart {
   bool changed_ = false;
 };
 
+/// Begins to look up the system's fonts beside the rest of the start: the first text that is measured
+/// would have to wait for them. Called once the toolkit has started.
+void LoadFontsAhead();
+
 /// Tells screen readers that a caption names a field. Both are native handles of the toolkit's
 /// windows.
 void TieLabel(void* label, void* field);
@@ -42,6 +46,7 @@ class ColorSchemeFollower {
   struct State;
   std::unique_ptr<State> state_;
 };
+
 /// From now on the system's requests to end the program are kept for EndRequested instead of ending
 /// it at once: those of a terminal, a session that ends, or a service manager. A second request
 /// ends it all the same.

@@ -31,8 +31,9 @@ wxDialog* OpenDialog() {
 class SkyhopApp : public wxApp {
  public:
   bool Initialize(int& count, wxChar** arguments) override {
-    const platform::PlainDisplayStart plain;
-    return wxApp::Initialize(count, arguments);
+    if (!StartToolkit(count, arguments)) return false;
+    platform::LoadFontsAhead();
+    return true;
   }
 
   bool OnInit() override {
@@ -83,6 +84,11 @@ class SkyhopApp : public wxApp {
   }
 
  private:
+  bool StartToolkit(int& count, wxChar** arguments) {
+    const platform::PlainDisplayStart plain;
+    return wxApp::Initialize(count, arguments);
+  }
+
   /// Closes the window as the user would, so that everything is saved.
   void FollowEndRequest() {
     if (!peer_ends_ && !platform::EndRequested()) return;

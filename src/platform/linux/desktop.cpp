@@ -1,6 +1,7 @@
 #include "platform/desktop.h"
 
 #include <gtk/gtk.h>
+#include <pango/pangocairo.h>
 
 #include <cstdlib>
 
@@ -18,6 +19,11 @@ PlainDisplayStart::PlainDisplayStart() : changed_(std::getenv(kDrivers) == nullp
 PlainDisplayStart::~PlainDisplayStart() {
   // It is not meant for the programs that this one starts.
   if (changed_) ::unsetenv(kDrivers);
+}
+
+void LoadFontsAhead() {
+  // A font map has a thread of its own that reads the font configuration.
+  pango_cairo_font_map_get_default();
 }
 
 void TieLabel(void* label, void* field) {

@@ -15,6 +15,10 @@ namespace skyhop::platform {
 PlainDisplayStart::PlainDisplayStart() = default;
 PlainDisplayStart::~PlainDisplayStart() = default;
 
+void LoadFontsAhead() {
+  // They are the system's business here.
+}
+
 void TieLabel(void* label, void* field) {
   auto* const label_window = static_cast<HWND>(label);
   auto* const field_window = static_cast<HWND>(field);
