@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <tuple>
 
 #include "ui/wx/wx_text.h"
@@ -107,15 +108,20 @@ void WxSurface::FillDevice(double left, double top, double right, double bottom,
   context_->DrawRectangle(left, top, right - left, bottom - top);
 }
 
+/// Finding the font of a height takes the toolkit several measured texts.
 const wxFont& WxSurface::FontOf(const TextStyle& style) {
-  const double size = style.size * scale_;
-  const FontKey key{size, style.weight};
-  const auto found = fonts_.find(key);
-  if (found != fonts_.end()) return found->second;
+  using Key = std::tuple<wxString, int, FontWeight>;
+  constexpr std::size_t most = 100;
+  static std::map<Key, wxFont> known;
+  const int height = std::max(1, static_cast<int>(std::lround(style.size * scale_)));
+  const Key key{font_name_, height, style.weight};
+  const auto found = known.find(key);
+  if (found != known.end()) return found->second;
+  if (known.size() >= most) known.clear();
   wxFont font = font_;
-  font.SetPixelSize(wxSize(0, std::max(1, static_cast<int>(std::lround(size)))));
+  font.SetPixelSize(wxSize(0, height));
   if (style.weight == FontWeight::kBold) font.MakeBold();
-  return fonts_.emplace(key, font).first->second;
+  return known.emplace(key, font).first->second;
 }
 
 void WxSurface::Text(Point position, std::string_view text, const TextStyle& style) {

@@ -3,10 +3,8 @@
 #include <wx/font.h>
 #include <wx/graphics.h>
 
-#include <map>
 #include <memory>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "ui/prediction/surface.h"
@@ -31,8 +29,6 @@ class WxSurface : public Surface {
   [[nodiscard]] double TextExtent(std::string_view text, const TextStyle& style) override;
 
  private:
-  using FontKey = std::pair<double, FontWeight>;
-
   [[nodiscard]] const wxFont& FontOf(const TextStyle& style);
   /// Lines of one pen that meet, in device pixels.
   struct Curve {
@@ -57,7 +53,6 @@ class WxSurface : public Surface {
   double scale_;
   wxFont font_;
   wxString font_name_;
-  std::map<FontKey, wxFont> fonts_;
   /// Begun and not drawn yet: what is drawn next lies over them.
   std::vector<Curve> curves_;
   std::optional<Color> brush_;  ///< what the context fills with, without a pen
