@@ -131,7 +131,7 @@ void IoncapConfig::Fill() {
   with_.view.SetChecked(ConfigCheck::kDualMonitor, configuration.DualMonitor());
   with_.view.SetLabel(ConfigLabel::kTestResult, "");
   with_.view.SetLabel(ConfigLabel::kProgramFolder, PathText(with_.program_folder));
-  Form_Activate();
+  // What lies in the folders is looked up when the window opens, which the start need not wait for.
 }
 
 void IoncapConfig::FillBands() {

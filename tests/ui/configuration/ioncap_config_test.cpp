@@ -53,6 +53,11 @@ class IoncapConfigTest : public ::testing::Test {
   IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
 
   void Load() { window_.Form_Load(); }
+  /// What lies in the folders is looked up when the window opens.
+  void LoadAndOpen() {
+    Load();
+    window_.Show();
+  }
 
   void InstallEngine(const std::string& name) {
     const std::filesystem::path file = with_.log.folder / name;
@@ -112,7 +117,7 @@ TEST_F(IoncapConfigTest, AntennasAreThoseOfTheEngineThatIsUsed) {
   const std::filesystem::path folder = with_.log.folder.Path();
   machine_.estimate = folder / "estimate.exe";
   WriteFile(machine_.estimate, "x");
-  Load();
+  LoadAndOpen();
   EXPECT_EQ(view_.labels[ConfigLabel::kAntennaFiles],
             "The built-in estimate engine knows no antenna files.");
   for (const char* name : {"ITSHFBC/bin_win/voacapw.exe", "ITSHFBC/antennas/samples/sample.23"}) {
@@ -385,7 +390,7 @@ TEST_F(IoncapConfigTest, AChangeThatIsNotSavedIsToldAndCountsNevertheless) {
 }
 
 TEST_F(IoncapConfigTest, DebugLoggingAndTheLogsSizeFollowTheCheckBox) {
-  Load();
+  LoadAndOpen();
   with_.log.diagnostics.SetDebugListener({});
   const std::string path = PathText(with_.log.diagnostics.LogPath());
   EXPECT_EQ(view_.labels[ConfigLabel::kErrorLog], path + " (not written so far)");
@@ -428,7 +433,7 @@ TEST_F(IoncapConfigTest, ADebugLogThatStoppedItselfIsShownAsStopped) {
 }
 
 TEST_F(IoncapConfigTest, TheSourceOfYourStationIsTheOneThatIsUsed) {
-  Load();
+  LoadAndOpen();
   EXPECT_NE(view_.labels[ConfigLabel::kStationSource].find("this program's own settings"),
             std::string::npos);
   with_.store.SaveSetting("Tessera", "QTH", "LonDeg", "8");
@@ -469,7 +474,7 @@ TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
 }
 
 TEST_F(IoncapConfigTest, PeersAreShownAndConnectedByTheirRow) {
-  Load();
+  LoadAndOpen();
   ASSERT_EQ(view_.peers.size(), 3U);
   window_.ConnectCmd_Click(1);
   EXPECT_EQ(peers_.connected, std::vector<std::size_t>{1});
