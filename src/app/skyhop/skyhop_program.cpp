@@ -16,8 +16,8 @@
 namespace skyhop {
 namespace {
 
-/// The start belongs to the main window; the others follow, one at a time.
-constexpr int kFurnishInterval = 500;  // ms
+/// The start belongs to what is seen first; the rest follows, one piece at a time.
+constexpr int kFurnishInterval = 300;  // ms
 
 /// What the platform knows about the machine and the toolkit about its monitors.
 class FactsWithMonitors : public MachineFacts {
@@ -182,8 +182,9 @@ bool SkyhopProgram::Start() {
   return true;
 }
 
-/// Gets one of the windows beside the main one ready to be opened.
+/// Gets one of the main window's pages or of the other windows ready to be opened.
 void SkyhopProgram::FurnishNext() {
+  if (frame_ && frame_->FurnishNext()) return;
   for (SideFrame* frame : SideFrames()) {
     if (!frame->Furnished()) return frame->Furnish();
   }

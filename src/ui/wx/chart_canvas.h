@@ -28,6 +28,9 @@ class ChartCanvas : public wxWindow, public ChartHost {
   /// Tool tips on the pane's parts can be switched off.
   void ShowToolTips(bool show);
 
+  /// Whether the chart was painted as it is now.
+  [[nodiscard]] bool Painted() const { return valid_; }
+
   /// The chart with its time index, as it is on the screen.
   [[nodiscard]] wxBitmap Picture();
 

@@ -3,6 +3,9 @@
 #include <wx/settings.h>
 #include <wx/sizer.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -22,6 +25,16 @@ wxColour RefusedBackground() {
 
 ControlSet::ControlSet(ControlEvents& events, TieLabel tie_label)
     : events_(&events), tie_label_(std::move(tie_label)) {}
+
+wxTextCtrl* ControlSet::Field(TextField field) {
+  if (texts_.at(Index(field)) == nullptr && make_rest_) make_rest_();
+  return texts_.at(Index(field));
+}
+
+wxButton* ControlSet::ButtonOf(Button button) {
+  if (buttons_.at(Index(button)) == nullptr && make_rest_) make_rest_();
+  return buttons_.at(Index(button));
+}
 
 void ControlSet::SetToolTip(wxWindow* control, std::string_view text) {
   if (text.empty()) return;
@@ -66,6 +79,8 @@ wxTextCtrl* ControlSet::MakeText(wxWindow* parent, TextField field, int characte
     if (tie_label_) tie_label_(caption->GetHandle(), text->GetHandle());
   }
   SetToolTip(text, ToolTip(field));
+  SetText(field, std::exchange(unmade_.texts.at(Index(field)), {}));
+  if (refused_.at(Index(field))) MarkRefused(field, true);
 
   text->Bind(wxEVT_CHAR, [this, field](wxKeyEvent& event) { OnChar(field, event); });
   text->Bind(wxEVT_TEXT_ENTER, [this, field](wxCommandEvent&) { events_->Entered(field); });
@@ -126,6 +141,7 @@ wxCheckBox* ControlSet::MakeCheckBox(wxWindow* parent, CheckBox box) {
   auto* check = new wxCheckBox(parent, wxID_ANY, ToWx(Caption(box)));
   checks_.at(Index(box)) = check;
   SetToolTip(check, ToolTip(box));
+  check->SetValue(unmade_.checked.at(Index(box)));
   check->Bind(wxEVT_CHECKBOX, [this, box](wxCommandEvent&) { events_->Toggled(box); });
   return check;
 }
@@ -134,6 +150,7 @@ wxButton* ControlSet::MakeButton(wxWindow* parent, Button button) {
   auto* made = new wxButton(parent, wxID_ANY, ToWx(Caption(button)));
   buttons_.at(Index(button)) = made;
   SetToolTip(made, ToolTip(button));
+  if (unmade_.disabled.at(Index(button))) made->Disable();
   made->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) { events_->Clicked(button); });
   return made;
 }
@@ -162,13 +179,15 @@ wxSizer* ControlSet::MakeOptions(wxWindow* parent, OptionGroup group,
     sizer->Add(radio,
                wxSizerFlags().Border(side, parent->FromDIP(orientation == wxHORIZONTAL ? 10 : 2)));
   }
+  Select(group, unmade_.selected.at(Index(group)));
   return sizer;
 }
 
 wxChoice* ControlSet::MakeModeList(wxWindow* parent) {
   modes_ = new wxChoice(parent, wxID_ANY);
-  modes_->Append(kNoMode);
-  modes_->SetSelection(0);
+  const int selected = unmade_.selected.at(Index(OptionGroup::kModeSNRCombo));
+  SetModes(unmade_.modes);
+  Select(OptionGroup::kModeSNRCombo, selected);
   SetToolTip(modes_, ToolTip(OptionGroup::kModeSNRCombo));
   modes_->Bind(wxEVT_CHOICE,
                [this](wxCommandEvent&) { events_->Chosen(OptionGroup::kModeSNRCombo); });
@@ -176,18 +195,25 @@ wxChoice* ControlSet::MakeModeList(wxWindow* parent) {
 }
 
 std::string ControlSet::Text(TextField field) const {
-  return FromWx(Field(field)->GetValue());
+  const wxTextCtrl* const text = texts_.at(Index(field));
+  return text != nullptr ? FromWx(text->GetValue()) : unmade_.texts.at(Index(field));
 }
 
 void ControlSet::SetText(TextField field, const std::string& text) {
+  wxTextCtrl* const control = texts_.at(Index(field));
+  if (control == nullptr) {
+    unmade_.texts.at(Index(field)) = text;
+    return;
+  }
   const wxString shown = ToWx(text);
   // Setting an equal text would move the insertion point.
-  if (Field(field)->GetValue() != shown) Field(field)->ChangeValue(shown);
+  if (control->GetValue() != shown) control->ChangeValue(shown);
 }
 
 void ControlSet::MarkRefused(TextField field, bool refused) {
-  wxTextCtrl* const text = Field(field);
   refused_.at(Index(field)) = refused;
+  wxTextCtrl* const text = texts_.at(Index(field));
+  if (text == nullptr) return;
   text->SetBackgroundColour(refused ? RefusedBackground() : wxNullColour);
   text->Refresh();
 }
@@ -199,8 +225,9 @@ void ControlSet::FollowTheme() {
 }
 
 int ControlSet::Selected(OptionGroup group) const {
-  if (group == OptionGroup::kModeSNRCombo) return modes_->GetSelection() - 1;
+  if (group == OptionGroup::kModeSNRCombo && modes_ != nullptr) return modes_->GetSelection() - 1;
   const Options& options = options_.at(Index(group));
+  if (options.empty()) return unmade_.selected.at(Index(group));
   for (std::size_t i = 0; i < options.size(); ++i) {
     if (options[i] != nullptr && options[i]->GetValue()) return static_cast<int>(i);
   }
@@ -208,50 +235,88 @@ int ControlSet::Selected(OptionGroup group) const {
 }
 
 void ControlSet::Select(OptionGroup group, int index) {
-  if (group == OptionGroup::kModeSNRCombo) {
-    const bool offered = index >= 0 && index + 1 < static_cast<int>(modes_->GetCount());
-    modes_->SetSelection(offered ? index + 1 : 0);
+  if (group == OptionGroup::kModeSNRCombo) return SelectMode(index);
+  const Options& options = options_.at(Index(group));
+  if (options.empty()) {
+    unmade_.selected.at(Index(group)) = index;
     return;
   }
-  const Options& options = options_.at(Index(group));
   if (index < 0 || index >= static_cast<int>(options.size())) return;
   options[static_cast<std::size_t>(index)]->SetValue(true);
 }
 
+void ControlSet::SelectMode(int index) {
+  const std::size_t count = modes_ != nullptr ? modes_->GetCount() - 1 : unmade_.modes.size();
+  const int offered = index < static_cast<int>(count) ? std::max(index, -1) : -1;
+  if (modes_ != nullptr) {
+    modes_->SetSelection(offered + 1);
+  } else {
+    unmade_.selected.at(Index(OptionGroup::kModeSNRCombo)) = offered;
+  }
+}
+
 void ControlSet::SetModes(std::span<const std::string> modes) {
-  wxArrayString texts;
-  texts.Add(kNoMode);
-  for (const std::string& mode : modes) texts.Add(ToWx(mode));
-  modes_->Set(texts);
-  modes_->SetSelection(0);
+  if (modes_ == nullptr) {
+    unmade_.modes.assign(modes.begin(), modes.end());
+  } else {
+    wxArrayString texts;
+    texts.Add(kNoMode);
+    for (const std::string& mode : modes) texts.Add(ToWx(mode));
+    modes_->Set(texts);
+  }
+  SelectMode(-1);
 }
 
 bool ControlSet::Checked(CheckBox box) const {
-  return checks_.at(Index(box))->GetValue();
+  const wxCheckBox* const check = checks_.at(Index(box));
+  return check != nullptr ? check->GetValue() : unmade_.checked.at(Index(box));
 }
 
 void ControlSet::SetChecked(CheckBox box, bool checked) {
-  checks_.at(Index(box))->SetValue(checked);
+  wxCheckBox* const check = checks_.at(Index(box));
+  if (check != nullptr) {
+    check->SetValue(checked);
+  } else {
+    unmade_.checked.at(Index(box)) = checked;
+  }
 }
 
 void ControlSet::SetLabel(Label label, const std::string& text) {
   std::string& present = label_texts_.at(Index(label));
   if (present == text) return;
   present = text;
-  // A label takes "&" for the mark of a shortcut, which is what doubled ones are for.
+  ShowLabel(label);
+}
+
+void ControlSet::ShowLabel(Label label) {
+  const wxString text = ToWx(label_texts_.at(Index(label)));
   for (wxStaticText* shown : labels_.at(Index(label))) {
-    shown->SetLabel(ToWx(text));
+    if (shown->GetLabel() == text) continue;
+    // A label takes "&" for the mark of a shortcut, which is what doubled ones are for.
+    shown->SetLabel(text);
     shown->InvalidateBestSize();
     shown->GetParent()->Layout();
   }
 }
 
+void ControlSet::ShowLabels() {
+  for (std::size_t label = 0; label < labels_.size(); ++label) {
+    ShowLabel(static_cast<Label>(label));
+  }
+}
+
 void ControlSet::Enable(Button button, bool enabled) {
-  buttons_.at(Index(button))->Enable(enabled);
+  wxButton* const made = buttons_.at(Index(button));
+  if (made != nullptr) {
+    made->Enable(enabled);
+  } else {
+    unmade_.disabled.at(Index(button)) = !enabled;
+  }
 }
 
 bool ControlSet::Enabled(Button button) const {
-  return buttons_.at(Index(button))->IsEnabled();
+  const wxButton* const made = buttons_.at(Index(button));
+  return made != nullptr ? made->IsEnabled() : !unmade_.disabled.at(Index(button));
 }
 
 }  // namespace skyhop

@@ -43,7 +43,8 @@ struct OptionText {
 };
 
 /// Makes the controls of the prediction window, wires them and holds them by their names. The pages
-/// lay them out.
+/// lay them out. A control that is not made yet keeps what it is to show, and shows it from the
+/// start: what fills the window needs no control to be there.
 class ControlSet {
  public:
   /// Ties a caption to its field for screen readers; both are the toolkit's native handles.
@@ -51,6 +52,9 @@ class ControlSet {
 
   /// `events` must outlive the controls.
   ControlSet(ControlEvents& events, TieLabel tie_label);
+
+  /// `maker` makes all controls that are not there yet. It is called when one of them is asked for.
+  void SetMaker(std::function<void()> maker) { make_rest_ = std::move(maker); }
 
   // Makers; each control may be made once, labels several times.
   /// The field's caption, to be put before the field.
@@ -75,6 +79,9 @@ class ControlSet {
   [[nodiscard]] bool Checked(CheckBox box) const;
   void SetChecked(CheckBox box, bool checked);
   void SetLabel(Label label, const std::string& text);
+  /// Puts the texts into labels that were made since they came. Labels fill the room that the
+  /// layout gives them, whatever they say; so this comes after it.
+  void ShowLabels();
   void Enable(Button button, bool enabled);
   [[nodiscard]] bool Enabled(Button button) const;
   void ShowToolTips(bool show);
@@ -85,10 +92,22 @@ class ControlSet {
   /// when no field has the focus.
   bool CommitFocusedField();
 
-  [[nodiscard]] wxTextCtrl* Field(TextField field) const { return texts_.at(Index(field)); }
-  [[nodiscard]] wxButton* ButtonOf(Button button) const { return buttons_.at(Index(button)); }
+  /// The control itself, made if need be.
+  [[nodiscard]] wxTextCtrl* Field(TextField field);
+  [[nodiscard]] wxButton* ButtonOf(Button button);
 
  private:
+  /// What controls are to show that are not made yet.
+  struct Unmade {
+    Unmade() { selected.fill(-1); }
+
+    std::array<std::string, kTextFieldCount> texts;
+    std::array<int, kOptionGroupCount> selected{};  ///< -1 leaves it to the control
+    std::array<bool, kCheckBoxCount> checked{};
+    std::array<bool, kButtonCount> disabled{};
+    std::vector<std::string> modes;
+  };
+
   /// The radio button of each option index.
   using Options = std::vector<wxRadioButton*>;
 
@@ -98,11 +117,15 @@ class ControlSet {
   }
   void OnChar(TextField field, wxKeyEvent& event);
   void Leave(TextField field);
+  void SelectMode(int index);
+  void ShowLabel(Label label);
   void SetToolTip(wxWindow* control, std::string_view text);
   void RefreshToolTip(TextField field);
 
   ControlEvents* events_;
   TieLabel tie_label_;
+  std::function<void()> make_rest_;
+  Unmade unmade_;
   std::array<wxTextCtrl*, kTextFieldCount> texts_{};
   std::array<wxStaticText*, kTextFieldCount> captions_{};
   std::array<bool, kTextFieldCount> leave_pending_{};

@@ -22,8 +22,8 @@ constexpr std::array<OptionText, 2> kRequesters = {
 /// A page: panel with a row of groups side by side.
 class Page {
  public:
-  Page(wxWindow* parent, ControlSet& controls)
-      : panel_(new wxPanel(parent)), controls_(&controls), row_(new wxBoxSizer(wxHORIZONTAL)) {
+  Page(wxPanel& panel, ControlSet& controls)
+      : panel_(&panel), controls_(&controls), row_(new wxBoxSizer(wxHORIZONTAL)) {
     auto* outer = new wxBoxSizer(wxVERTICAL);
     outer->Add(row_, wxSizerFlags(1).Expand().Border(wxALL, Px(6)));
     panel_->SetSizer(outer);
@@ -91,7 +91,6 @@ class Page {
   }
 
   [[nodiscard]] int Px(int dip) const { return panel_->FromDIP(dip); }
-  [[nodiscard]] wxPanel* Panel() const { return panel_; }
   [[nodiscard]] ControlSet& Controls() const { return *controls_; }
 
  private:
@@ -108,8 +107,8 @@ constexpr int kNumber = 6;
 
 }  // namespace
 
-wxPanel* MakeParametersPage(wxWindow* parent, ControlSet& controls) {
-  Page page(parent, controls);
+void FillParametersPage(wxPanel& panel, ControlSet& controls) {
+  Page page(panel, controls);
 
   // Two grids side by side, for the Tab key to go down the columns.
   wxStaticBoxSizer* const local = page.Group("Your Station", wxHORIZONTAL);
@@ -140,20 +139,18 @@ wxPanel* MakeParametersPage(wxWindow* parent, ControlSet& controls) {
   wxStaticBoxSizer* const path = page.Group("Path", wxVERTICAL, 1);
   page.Options(path, OptionGroup::kPath, kPathOptions, wxHORIZONTAL);
   page.Options(path, OptionGroup::kPredictSignals, kDirections, wxVERTICAL);
-  return page.Panel();
 }
 
-wxPanel* MakeTransmitterPage(wxWindow* parent, ControlSet& controls) {
-  Page page(parent, controls);
+void FillTransmitterPage(wxPanel& panel, ControlSet& controls) {
+  Page page(panel, controls);
   wxStaticBoxSizer* const power = page.Group("DX Station's power", wxVERTICAL);
   page.Options(power, OptionGroup::kDXPwr, kPowers, wxHORIZONTAL);
   wxStaticBoxSizer* const roles = page.Group("In this prediction", wxVERTICAL, 1);
   page.LabelRow(roles, Label::kConditions);
-  return page.Panel();
 }
 
-wxPanel* MakeReceiverPage(wxWindow* parent, ControlSet& controls) {
-  Page page(parent, controls);
+void FillReceiverPage(wxPanel& panel, ControlSet& controls) {
+  Page page(panel, controls);
   wxStaticBoxSizer* const required = page.Group("Required", wxVERTICAL);
   wxFlexGridSizer* const grid = page.Grid(required, 2);
   wxWindow* const box = required->GetStaticBox();
@@ -168,11 +165,10 @@ wxPanel* MakeReceiverPage(wxWindow* parent, ControlSet& controls) {
   page.Options(dx, OptionGroup::kDXNoiseLevel, kNoiseLevels, wxVERTICAL);
   wxStaticBoxSizer* const roles = page.Group("In this prediction", wxVERTICAL, 1);
   page.LabelRow(roles, Label::kConditions);
-  return page.Panel();
 }
 
-wxPanel* MakeConditionsPage(wxWindow* parent, ControlSet& controls) {
-  Page page(parent, controls);
+void FillConditionsPage(wxPanel& panel, ControlSet& controls) {
+  Page page(panel, controls);
   wxStaticBoxSizer* const solar = page.Group("Solar and geomagnetic activity", wxVERTICAL);
   wxFlexGridSizer* const grid = page.Grid(solar, 3);
   page.Field(solar, grid, TextField::kFlux, kNumber);
@@ -187,11 +183,10 @@ wxPanel* MakeConditionsPage(wxWindow* parent, ControlSet& controls) {
              "The sunspot number counts when it is given;\n"
              "otherwise it is derived from the solar flux.");
   page.Words(words, "The K index tells how disturbed the earth's\nmagnetic field is.");
-  return page.Panel();
 }
 
-wxPanel* MakePredictionPage(wxWindow* parent, ControlSet& controls) {
-  Page page(parent, controls);
+void FillPredictionPage(wxPanel& panel, ControlSet& controls) {
+  Page page(panel, controls);
   wxStaticBoxSizer* const last = page.Group("Last prediction", wxVERTICAL, 3);
   wxFlexGridSizer* grid = page.Grid(last, 2, 1);
   grid->AddGrowableCol(1);
@@ -205,7 +200,6 @@ wxPanel* MakePredictionPage(wxWindow* parent, ControlSet& controls) {
   page.CaptionedLabel(geometry, grid, "To the DX Station:", Label::kBearingFromQTH);
   page.CaptionedLabel(geometry, grid, "From the DX Station:", Label::kBearingFromDX);
   page.CaptionedLabel(geometry, grid, "Distance:", Label::kDistance);
-  return page.Panel();
 }
 
 wxPanel* MakeCommandColumn(wxWindow* parent, ControlSet& controls) {

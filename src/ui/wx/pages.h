@@ -6,13 +6,13 @@
 
 namespace skyhop {
 
-// The pages of the tabbed dialog: layout only.
+// The pages of the tabbed dialog: layout only. Each fills an empty panel with its controls.
 
-[[nodiscard]] wxPanel* MakeParametersPage(wxWindow* parent, ControlSet& controls);
-[[nodiscard]] wxPanel* MakeTransmitterPage(wxWindow* parent, ControlSet& controls);
-[[nodiscard]] wxPanel* MakeReceiverPage(wxWindow* parent, ControlSet& controls);
-[[nodiscard]] wxPanel* MakeConditionsPage(wxWindow* parent, ControlSet& controls);
-[[nodiscard]] wxPanel* MakePredictionPage(wxWindow* parent, ControlSet& controls);
+void FillParametersPage(wxPanel& panel, ControlSet& controls);
+void FillTransmitterPage(wxPanel& panel, ControlSet& controls);
+void FillReceiverPage(wxPanel& panel, ControlSet& controls);
+void FillConditionsPage(wxPanel& panel, ControlSet& controls);
+void FillPredictionPage(wxPanel& panel, ControlSet& controls);
 
 /// The column of command buttons.
 [[nodiscard]] wxPanel* MakeCommandColumn(wxWindow* parent, ControlSet& controls);

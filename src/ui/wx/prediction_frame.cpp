@@ -1,14 +1,18 @@
 #include "ui/wx/prediction_frame.h"
 
 #include <wx/display.h>
-#include <wx/notebook.h>
 #include <wx/sizer.h>
 #include <wx/statusbr.h>
 #include <wx/wrapsizer.h>
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+
 #include "ui/wx/nested_loops.h"
 #include "ui/wx/pages.h"
 #include "ui/wx/window_view.h"
+#include "ui/wx/wx_messages.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -17,6 +21,20 @@ namespace {
 constexpr int kClockField = 1;
 /// Between two attempts to close a window that is busy.
 constexpr int kCloseInterval = 50;  // ms
+constexpr std::chrono::milliseconds kPaintInterval{1};
+/// A window that is minimised, say, is not painted at all.
+constexpr std::chrono::milliseconds kLongestPaint{500};
+
+struct PageKind {
+  const char* name;
+  void (*fill)(wxPanel& panel, ControlSet& controls);
+};
+
+constexpr auto kPages = std::to_array<PageKind>({{"Parameters", FillParametersPage},
+                                                 {"Transmitter", FillTransmitterPage},
+                                                 {"Receiver", FillReceiverPage},
+                                                 {"Conditions", FillConditionsPage},
+                                                 {"Prediction", FillPredictionPage}});
 
 }  // namespace
 
@@ -56,12 +74,7 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   base_ = base;
   const int gap = FromDIP(6);
 
-  auto* tabs = new wxNotebook(base, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "TabbedDialog");
-  tabs->AddPage(MakeParametersPage(tabs, *controls_), "Parameters");
-  tabs->AddPage(MakeTransmitterPage(tabs, *controls_), "Transmitter");
-  tabs->AddPage(MakeReceiverPage(tabs, *controls_), "Receiver");
-  tabs->AddPage(MakeConditionsPage(tabs, *controls_), "Conditions");
-  tabs->AddPage(MakePredictionPage(tabs, *controls_), "Prediction");
+  tabs_ = MakeTabs();
 
   // The chart is a panel of its own so that the notice above it changes nothing else.
   auto* chart = new wxPanel(base);
@@ -83,7 +96,7 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   });
 
   auto* left = new wxBoxSizer(wxVERTICAL);
-  left->Add(tabs, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
+  left->Add(tabs_, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
   left->Add(chart, wxSizerFlags(1).Expand());
   auto* row = new wxBoxSizer(wxHORIZONTAL);
   row->Add(left, wxSizerFlags(1).Expand());
@@ -97,6 +110,54 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   SetSizer(whole);
   SetMinClientSize(margin->GetMinSize());
   SetClientSize(DefaultSize());
+}
+
+/// The tabs, of which the first has its controls: it is the largest and all that is seen at first.
+/// The others get theirs when they are looked at or FurnishNext gives them.
+wxNotebook* PredictionFrame::MakeTabs() {
+  auto* tabs = new wxNotebook(base_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "TabbedDialog");
+  for (const PageKind& kind : kPages) {
+    auto* page = new wxPanel(tabs);
+    if (tabs->GetPageCount() == 0) kind.fill(*page, *controls_);
+    tabs->AddPage(page, kind.name);
+  }
+  tabs->Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, [this](wxBookCtrlEvent& event) {
+    if (event.GetSelection() >= 0) Furnish(static_cast<std::size_t>(event.GetSelection()));
+    event.Skip();
+  });
+  controls_->SetMaker([this] { MakeAllControls(); });
+  return tabs;
+}
+
+void PredictionFrame::Furnish(std::size_t page) {
+  auto* const panel = dynamic_cast<wxPanel*>(tabs_->GetPage(page));
+  if (panel == nullptr || panel->GetSizer() != nullptr) return;
+  const wxSize before = tabs_->GetBestSize();
+  kPages.at(page).fill(*panel, *controls_);
+  panel->SendSizeEvent();
+  tabs_->InvalidateBestSize();
+  const wxSize more = tabs_->GetBestSize() - before;
+  if (more.x > 0 || more.y > 0) {
+    // In some fonts a later page is a little higher than the first.
+    SetMinClientSize(GetMinClientSize() + wxSize(std::max(more.x, 0), std::max(more.y, 0)));
+    base_->Layout();
+  }
+  controls_->ShowLabels();
+}
+
+bool PredictionFrame::FurnishNext() {
+  for (std::size_t page = 0; page < kPages.size(); ++page) {
+    if (tabs_->GetPage(page)->GetSizer() != nullptr) continue;
+    Furnish(page);
+    return true;
+  }
+  return false;
+}
+
+void PredictionFrame::MakeAllControls() {
+  while (FurnishNext()) {
+  }
+  snr_->MakeControls();
 }
 
 /// Room for a large chart, within what the main monitor has.
@@ -294,6 +355,14 @@ void PredictionFrame::SetClock(const std::string& text) {
 
 void PredictionFrame::PrepareToShow() {
   if (prepare_show_ && !IsShown()) prepare_show_(GetHandle(), GetSize().x, GetSize().y);
+}
+
+void PredictionFrame::AwaitPaint() {
+  const auto latest = std::chrono::steady_clock::now() + kLongestPaint;
+  WxPause pause;
+  while (!canvas_->Painted() && std::chrono::steady_clock::now() < latest) {
+    pause.Wait(kPaintInterval);
+  }
 }
 
 void PredictionFrame::RequestEnd() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/frame.h>
+#include <wx/notebook.h>
 #include <wx/timer.h>
 
 #include <array>
@@ -39,10 +40,15 @@ class PredictionFrame : public wxFrame, private ControlEvents {
     prepare_show_ = std::move(prepare);
   }
   void PrepareToShow();
+  /// Lets the shown window be painted, unless that takes long.
+  void AwaitPaint();
   /// What is done when the controller wants the program to end; at first the window is closed.
   void SetEndListener(std::function<void()> listener) { on_end_request_ = std::move(listener); }
   void RequestEnd();
   void SetClosedListener(std::function<void()> listener) { on_closed_ = std::move(listener); }
+
+  /// Gives the next page without controls its own. Returns false when all have them.
+  bool FurnishNext();
 
   [[nodiscard]] PredictionView& View() { return *view_; }
   [[nodiscard]] ControlSet& Controls() { return *controls_; }
@@ -75,6 +81,9 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   [[nodiscard]] std::string Origin(TextField field) override;
 
   void Assemble(ChartPane& pane);
+  [[nodiscard]] wxNotebook* MakeTabs();
+  void Furnish(std::size_t page);
+  void MakeAllControls();
   [[nodiscard]] wxSize DefaultSize() const;
   [[nodiscard]] wxSizer* MakeChartOptions(wxWindow* parent);
   void MakeMenu();
@@ -93,6 +102,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   std::array<std::unique_ptr<wxTimer>, kWindowTimerCount> timers_;
   wxTimer close_timer_;
   wxWindow* base_ = nullptr;  ///< holds all controls
+  wxNotebook* tabs_ = nullptr;
   NoticeBar* notice_ = nullptr;
   SnrPanel* snr_ = nullptr;
   ChartCanvas* canvas_ = nullptr;

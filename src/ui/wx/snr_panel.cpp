@@ -15,13 +15,18 @@ constexpr std::array<const char*, 6> kHeadings = {"",     "SNR in 1 Hz", "Above 
 
 }  // namespace
 
-SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
+SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent), controls_(&controls) {
+  Hide();
+}
+
+void SnrPanel::MakeControls() {
+  if (table_ != nullptr) return;
   const int gap = FromDIP(6);
   auto* input = new wxBoxSizer(wxHORIZONTAL);
   const wxSizerFlags centred = wxSizerFlags().CenterVertical().Border(wxRIGHT, gap);
-  input->Add(controls.MakeCaption(this, TextField::kSNRFrequency), centred);
-  input->Add(controls.MakeText(this, TextField::kSNRFrequency, 10), centred);
-  input->Add(controls.MakeButton(this, Button::kSNRPredictCmd), centred);
+  input->Add(controls_->MakeCaption(this, TextField::kSNRFrequency), centred);
+  input->Add(controls_->MakeText(this, TextField::kSNRFrequency, 10), centred);
+  input->Add(controls_->MakeButton(this, Button::kSNRPredictCmd), centred);
   headline_ = new wxStaticText(this, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                                wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
   input->Add(headline_, wxSizerFlags(1).CenterVertical().Border(wxLEFT, gap));
@@ -49,10 +54,14 @@ SnrPanel::SnrPanel(wxWindow* parent, ControlSet& controls) : wxPanel(parent) {
   all->Add(values, wxSizerFlags().Expand().Border(wxTOP, gap));
   all->Add(problem_, wxSizerFlags().Border(wxTOP, gap));
   SetSizer(all);
-  Show_({});
+  // Before there is anything to read, the headings say nothing.
+  table_->ShowItems(false);
+  problem_->Hide();
 }
 
 void SnrPanel::Show_(const SnrDisplay& display) {
+  if (table_ == nullptr && !display.active) return;
+  MakeControls();
   headline_->SetLabelText(ToWx(display.headline));
   // Somebody who has installed an engine should see that it is not this one.
   engine_->SetFont(display.estimate ? GetFont().Bold() : GetFont());
@@ -70,7 +79,6 @@ void SnrPanel::Show_(const SnrDisplay& display) {
   }
   problem_->SetLabelText(ToWx(problem));
   problem_->Show(!problem.empty());
-  // Before there is anything to read, the headings say nothing.
   table_->ShowItems(!display.rows[0].path.empty());
   const bool changes = IsShown() != display.active;
   Show(display.active);

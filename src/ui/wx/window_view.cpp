@@ -63,6 +63,8 @@ std::vector<Monitor> WindowView::Monitors() const {
 void WindowView::ShowWindow() {
   frame_->PrepareToShow();
   frame_->Show();
+  // What comes next at the start takes its time; the user has the window meanwhile.
+  frame_->AwaitPaint();
 }
 
 void WindowView::RestoreWindow() {
