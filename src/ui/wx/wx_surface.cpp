@@ -108,7 +108,7 @@ void WxSurface::FillDevice(double left, double top, double right, double bottom,
   context_->DrawRectangle(left, top, right - left, bottom - top);
 }
 
-/// Finding the font of a height takes the toolkit several measured texts.
+/// Another font is a search among the system's fonts, so each is made once.
 const wxFont& WxSurface::FontOf(const TextStyle& style) {
   using Key = std::tuple<wxString, int, FontWeight>;
   constexpr std::size_t most = 100;
@@ -119,7 +119,13 @@ const wxFont& WxSurface::FontOf(const TextStyle& style) {
   if (found != known.end()) return found->second;
   if (known.size() >= most) known.clear();
   wxFont font = font_;
+#ifdef __WXGTK__
+  // The toolkit would try one size after the other, and search the fonts for each.
+  font.Scale(static_cast<float>(height) /
+             static_cast<float>(std::max(1, font_.GetPixelSize().GetHeight())));
+#else
   font.SetPixelSize(wxSize(0, height));
+#endif
   if (style.weight == FontWeight::kBold) font.MakeBold();
   return known.emplace(key, font).first->second;
 }
