@@ -58,6 +58,25 @@ TEST_F(WindowOverTime, InputsAndOptionsComeBack) {
   EXPECT_NE(Box("Show Color Keys").GetValue(), keys);
 }
 
+TEST_F(WindowOverTime, PagesThatGetTheirControlsLaterShowTheStoredValues) {
+  WriteSettings(
+      "[Configuration]\nKindex=4\nNoiseLevel=3\nLcoalNoiseLevel=0\nDXPower=3\nSNRMode=0\n");
+  Start();
+  // Nobody asks for a control: the program gives the pages theirs by itself.
+  ASSERT_TRUE(PumpUntil([&] {
+    for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
+      if (Tabs().GetPage(page)->GetChildren().empty()) return false;
+    }
+    return true;
+  }));
+  EXPECT_TRUE(FindControl<wxRadioButton>(Frame(), "500 W")->GetValue());
+  EXPECT_TRUE(FindControl<wxRadioButton>(Frame(), "Industrial")->GetValue()) << "at this station";
+  EXPECT_TRUE(FindControl<wxRadioButton>(*Tabs().GetPage(4), "Requested here")->GetValue());
+  EXPECT_EQ(Field(TextField::kKindex).GetValue(), "4");
+  EXPECT_TRUE(Shows("Your station transmits"));
+  EXPECT_EQ(Frame().Controls().Selected(OptionGroup::kModeSNRCombo), 0);
+}
+
 TEST_F(WindowOverTime, AFieldThatIsBeingEditedIsSavedWhenItsTextIsValid) {
   Start();
   TypeInto(TextField::kLocalPwr, "250");

@@ -67,6 +67,19 @@ TEST_F(IniSettingsStoreTest, ForeignKeysAndCommentsOutliveASave) {
   }
 }
 
+TEST_F(IniSettingsStoreTest, AFileIsWrittenOnlyWhenAValueChanges) {
+  // Tidy files are written otherwise, so that an untouched one can be told.
+  const std::string untidy = "[Section]\nKey  =  1  \nOther=\n";
+  Put(untidy);
+  store_.SaveSetting("App", "SECTION", "key", " 1 ");
+  store_.SaveSetting("App", "Section", "Other", "");
+  EXPECT_EQ(ReadFile(file_, 10000), untidy);
+  const SettingEntry entries[] = {{"Section", "Key", "1"}, {"Section", "Missing", ""}};
+  store_.Save("App", entries);
+  EXPECT_EQ(Read("Missing"), "");
+  EXPECT_NE(ReadFile(file_, 10000), untidy);
+}
+
 TEST_F(IniSettingsStoreTest, AFileCutInTheMiddleKeepsWhatIsLeft) {
   Put("[Section]\r\nA=1\r\nB=2\r\n[Sec");
   EXPECT_EQ(Read("A"), "1");
