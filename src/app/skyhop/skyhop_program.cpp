@@ -159,6 +159,9 @@ void SkyhopProgram::AttachWindows() {
   frame_->Attach(&controller_);
   frame_->SetBusyQuery([this] { return space_weather_.procedure.Busy(); });
   frame_->SetShowPreparation(platform::LayOutHidden);
+  // The first download may end with a message that stays open: the rest is ready all the same.
+  furnish_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FurnishNext(); });
+  frame_->SetPaintedListener([this] { furnish_timer_.Start(kFurnishInterval); });
   frame_->SetClosedListener([this] {
     for (SideFrame* frame : SideFrames()) frame->Destroy();
   });
@@ -177,8 +180,6 @@ bool SkyhopProgram::Start() {
   }
   if (!controller_.Form_Load()) return false;
   ShowToolTips();
-  furnish_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FurnishNext(); });
-  furnish_timer_.Start(kFurnishInterval);
   return true;
 }
 

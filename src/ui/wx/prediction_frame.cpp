@@ -363,6 +363,7 @@ void PredictionFrame::AwaitPaint() {
   while (!canvas_->Painted() && std::chrono::steady_clock::now() < latest) {
     pause.Wait(kPaintInterval);
   }
+  if (on_painted_) on_painted_();
 }
 
 void PredictionFrame::RequestEnd() {

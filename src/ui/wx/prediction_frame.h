@@ -33,18 +33,19 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void Attach(IonCap* controller) { controller_ = controller; }
   /// Asked before the window closes: as long as it returns true, closing waits.
   void SetBusyQuery(std::function<bool()> query) { busy_ = std::move(query); }
-  /// Called after the window has been closed.
   /// What the system needs before the window is shown for the first time: gets the window's native
   /// handle and size.
   void SetShowPreparation(std::function<void(void*, int, int)> prepare) {
     prepare_show_ = std::move(prepare);
   }
   void PrepareToShow();
-  /// Lets the shown window be painted, unless that takes long.
+  /// Lets the shown window be painted, unless that takes long, and then tells it.
   void AwaitPaint();
+  void SetPaintedListener(std::function<void()> listener) { on_painted_ = std::move(listener); }
   /// What is done when the controller wants the program to end; at first the window is closed.
   void SetEndListener(std::function<void()> listener) { on_end_request_ = std::move(listener); }
   void RequestEnd();
+  /// Called after the window has been closed.
   void SetClosedListener(std::function<void()> listener) { on_closed_ = std::move(listener); }
 
   /// Gives the next page without controls its own. Returns false when all have them.
@@ -95,6 +96,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   IonCap* controller_ = nullptr;
   std::function<bool()> busy_;
   std::function<void()> on_closed_;
+  std::function<void()> on_painted_;
   std::function<void()> on_end_request_;
   std::function<void(void*, int, int)> prepare_show_;
   std::unique_ptr<ControlSet> controls_;
