@@ -229,8 +229,15 @@ TEST_F(SpaceWeatherWindows, ClosingDuringADownloadWaitsForItsEnd) {
   server_.Serve("/wwv", slow);
   wxTimer closing;
   bool closed_at_once = true;
-  closing.Bind(wxEVT_TIMER, [&](wxTimerEvent&) { closed_at_once = Frame().Close(); });
-  closing.StartOnce(400);
+  closing.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
+    for (const std::string& request : server_.Requests()) {
+      if (request.find("/wwv") == std::string::npos) continue;
+      closing.Stop();
+      closed_at_once = Frame().Close();
+      return;
+    }
+  });
+  closing.Start(50);
   Command(Button::kUpdateSFICmd);
   EXPECT_TRUE(PumpUntil([&] { return wxWindow::FindWindowByName("IonCap") == nullptr; }));
   EXPECT_FALSE(closed_at_once);
