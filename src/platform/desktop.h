@@ -20,8 +20,8 @@ class PlainDisplayStart {
   bool changed_ = false;
 };
 
-/// Begins to look up the system's fonts beside the rest of the start: the first text that is measured
-/// would have to wait for them. Called once the toolkit has started.
+/// Begins to look up the system's fonts beside the rest of the start: the first text that is
+/// measured would have to wait for them. Called once the toolkit has started.
 void LoadFontsAhead();
 
 /// Tells screen readers that a caption names a field. Both are native handles of the toolkit's

@@ -114,7 +114,7 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
     const char* const value = file.ini.GetValue(entry.section.c_str(), entry.key.c_str(), nullptr);
     return value != nullptr && Trim(entry.value) == value;
   };
-  // Writing the same once more would cost the disk's time, and two programs at a start each other's.
+  // Writing the same once more would only wait for the disk.
   if (!file.damaged && std::all_of(entries.begin(), entries.end(), kept)) return;
   try {
     for (const SettingEntry& entry : entries) {
