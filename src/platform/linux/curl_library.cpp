@@ -37,8 +37,8 @@ std::optional<CurlLibrary> Load() {
 }  // namespace
 
 const CurlLibrary* CurlLibrary::Get() {
-  static const std::optional<CurlLibrary> library = Load();
-  return library ? &*library : nullptr;
+  static const std::optional<CurlLibrary> kLibrary = Load();
+  return kLibrary ? &*kLibrary : nullptr;
 }
 
 }  // namespace skyhop::platform
