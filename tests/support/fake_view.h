@@ -45,6 +45,7 @@ class FakeView : public PredictionView {
 
   void SetCaption(const std::string& text) override { caption = text; }
   void ShowNotice(const Notice& shown) override { notice = shown; }
+  void ShowTab(Tab shown) override { tab = shown; }
   void SetStatus(const std::string& text) override { status = text; }
   void ShowToolTips(bool show) override { tool_tips = show; }
 
@@ -70,6 +71,7 @@ class FakeView : public PredictionView {
   std::vector<std::string> modes;
   std::vector<std::string> opened;
   Notice notice;
+  Tab tab = Tab::kParameters;
   SnrDisplay snr;
   std::string caption;
   std::string status;

@@ -3,6 +3,8 @@
 #include <array>
 #include <cstddef>
 
+#include "ui/prediction/prediction_view.h"
+
 namespace skyhop {
 namespace {
 
@@ -96,6 +98,22 @@ std::string_view Caption(CheckBox box) {
 
 std::string_view Caption(Button button) {
   return Find(kButtons, button).caption;
+}
+
+std::string_view Caption(NoticeAction action) {
+  switch (action) {
+    case NoticeAction::kShowTransmitter:
+      return "Transmitter tab";
+    case NoticeAction::kShowConditions:
+      return "Conditions tab";
+    case NoticeAction::kShowConfiguration:
+      return "Configuration";
+    case NoticeAction::kRetryDownload:
+      return "Retry";
+    case NoticeAction::kNone:
+      break;
+  }
+  return {};
 }
 
 std::string_view ToolTip(TextField field) {

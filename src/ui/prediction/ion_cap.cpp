@@ -97,6 +97,28 @@ void IonCap::HelpCmd_Click() {
   });
 }
 
+void IonCap::ShowNotice(const Notice& notice) {
+  notice_action_ = notice.action;
+  with_.view.ShowNotice(notice);
+}
+
+void IonCap::Notice_Click() {
+  with_.diagnostics.Trap("IonCap.Notice_Click", [&] {
+    switch (notice_action_) {
+      case NoticeAction::kShowTransmitter:
+        return with_.view.ShowTab(Tab::kTransmitter);
+      case NoticeAction::kShowConditions:
+        return with_.view.ShowTab(Tab::kConditions);
+      case NoticeAction::kShowConfiguration:
+        return ConfigCmd_Click();
+      case NoticeAction::kRetryDownload:
+        return UpdateSSNCmd_Click();
+      case NoticeAction::kNone:
+        break;
+    }
+  });
+}
+
 void IonCap::WebPage_Click(int page) {
   with_.diagnostics.Trap("IonCap.WebPage_Click", [&] {
     constexpr std::array<PanelText, 4> pages = {PanelText::kURL0, PanelText::kURL1,

@@ -104,6 +104,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void ConfigCmd_Click();
   void HelpCmd_Click();
   void SNRPredictCmd_Click();
+  /// The button of the notice was clicked.
+  void Notice_Click();
 
   /// Hands the inputs to the engine interface and starts a prediction.
   void InitiateForecast();
@@ -251,6 +253,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void FailDeadEngine();
   [[nodiscard]] PredictionRun LeaveRun();
   void Fail(const std::string& reason);
+  void ShowNotice(const Notice& notice);
   void ShowProgress();
   void EnablePredicting(bool enable);
   void ShowEngine(EngineChoice engine);
@@ -302,6 +305,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   bool snr_display_active_ = false;
   std::string caption_;
   std::string caption_hint_;
+  NoticeAction notice_action_ = NoticeAction::kNone;  ///< of the notice that the window shows
   std::int16_t prediction_band_ = -1;
   int hour_ = -1;                   ///< UTC, as the clock showed it last
   bool starting_ = false;           ///< between the command and the start of its engine

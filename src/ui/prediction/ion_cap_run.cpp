@@ -75,14 +75,14 @@ void IonCap::FinishRun() {
   const PredictionRun run = LeaveRun();
   if (displayed) {
     ShowFinished(run);
-    with_.view.ShowNotice({});
+    ShowNotice({});
     return;
   }
   if (with_.results.TablesShown() != run.tables_shown) {
     // Results that end early are on the chart as far as they go.
     ShowFinished(run);
-    with_.view.ShowNotice({Notice::Kind::kFailed, "The results are incomplete: hours are missing" +
-                                                      with_.diagnostics.CaptionHint()});
+    ShowNotice({Notice::Kind::kFailed,
+                "The results are incomplete: hours are missing" + with_.diagnostics.CaptionHint()});
     return;
   }
   Fail("The results of " + std::string(NameOf(run.engine, kEngineNames)) +
@@ -146,7 +146,7 @@ PredictionRun IonCap::LeaveRun() {
 void IonCap::Fail(const std::string& reason) {
   with_.chart.SetOld(with_.chart.HasResult());
   ShowEngine(with_.chart.HasResult() ? with_.chart.Engine() : EngineChoice::kNone);
-  with_.view.ShowNotice({Notice::Kind::kFailed, reason});
+  ShowNotice({Notice::Kind::kFailed, reason});
   with_.view.SetStatus("");
   UpdateCaption(GetPropFormCaption());
 }
@@ -159,7 +159,7 @@ void IonCap::ShowProgress() {
       0,
       std::chrono::floor<std::chrono::seconds>(with_.clock.UtcNow() - running_->started).count());
   const std::string duration = seconds == 0 ? "" : " for " + std::to_string(seconds) + " s";
-  with_.view.ShowNotice({Notice::Kind::kRunning, working + duration + ". Esc or Abort ends it."});
+  ShowNotice({Notice::Kind::kRunning, working + duration + ". Esc or Abort ends it."});
   with_.view.SetStatus(working);
   UpdateCaption(GetPropFormCaption() + " - " + working);
 }

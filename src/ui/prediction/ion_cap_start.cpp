@@ -64,9 +64,9 @@ void IonCap::InitializeWindow() {
       with_.settings.GetBooleanSetting(kProductName, kSection, "DiagMode", "False"));
   with_.configuration_window.Form_Load();
   UpdateCaption(GetPropFormCaption());
-  with_.view.ShowNotice({Notice::Kind::kEmpty,
-                         "Enter the grid squares of both stations,\nor their latitudes and "
-                         "longitudes,\nthen press Predict (F5)."});
+  ShowNotice({Notice::Kind::kEmpty,
+              "Enter the grid squares of both stations,\nor their latitudes and "
+              "longitudes,\nthen press Predict (F5)."});
   const ProgramVersion version = Version();
   with_.settings.Store().SaveSetting(kProductName, "General", "Version",
                                      std::to_string(version.major_number) +

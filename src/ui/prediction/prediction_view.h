@@ -3,6 +3,7 @@
 #include <chrono>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ui/prediction/controls.h"
@@ -11,16 +12,33 @@
 
 namespace skyhop {
 
-/// What the window tells across the chart.
+/// The tabs of the window, in their order.
+enum class Tab { kParameters, kTransmitter, kReceiver, kConditions, kPrediction };
+
+/// What the button of a notice does.
+enum class NoticeAction {
+  kNone,               ///< the notice has no button
+  kShowTransmitter,    ///< opens the tab "Transmitter"
+  kShowConditions,     ///< opens the tab "Conditions"
+  kShowConfiguration,  ///< opens the Configuration window
+  kRetryDownload,      ///< downloads the sunspot number once more
+};
+
+/// The words on the button of a notice, empty for kNone.
+[[nodiscard]] std::string_view Caption(NoticeAction action);
+
+/// A message across the chart.
 struct Notice {
   enum class Kind {
     kNone,     ///< the chart shows the last prediction
     kEmpty,    ///< there was no prediction yet: what to do
     kRunning,  ///< an engine works
     kFailed,   ///< why there is no new prediction
+    kWarning,  ///< the chart shows the last prediction, which needs an explanation
   };
   Kind kind = Kind::kNone;
   std::string text;
+  NoticeAction action = NoticeAction::kNone;
 
   friend bool operator==(const Notice&, const Notice&) = default;
 };
@@ -60,6 +78,7 @@ class PredictionView {
 
   virtual void SetCaption(const std::string& caption) = 0;
   virtual void ShowNotice(const Notice& notice) = 0;
+  virtual void ShowTab(Tab tab) = 0;
   /// The left field of the status bar.
   virtual void SetStatus(const std::string& text) = 0;
   virtual void ShowToolTips(bool show) = 0;

@@ -21,17 +21,25 @@ Colors ColorsOf(Notice::Kind kind) {
   if (kind == Notice::Kind::kFailed) {
     return dark ? Colors{{104, 36, 36}, {255, 226, 224}} : Colors{{253, 222, 219}, {106, 20, 16}};
   }
+  if (kind == Notice::Kind::kWarning) {
+    return dark ? Colors{{92, 66, 14}, {255, 238, 205}} : Colors{{255, 239, 200}, {96, 56, 0}};
+  }
   return dark ? Colors{{32, 62, 98}, {220, 234, 252}} : Colors{{221, 235, 252}, {16, 54, 104}};
 }
 
 }  // namespace
 
-NoticeBar::NoticeBar(wxWindow* parent)
-    : wxPanel(parent), text_(new wxStaticText(this, wxID_ANY, wxString())), delay_(this) {
+NoticeBar::NoticeBar(wxWindow* parent, std::function<void()> on_click)
+    : wxPanel(parent),
+      text_(new wxStaticText(this, wxID_ANY, wxString())),
+      button_(new wxButton(this, wxID_ANY)),
+      delay_(this) {
   auto* sizer = new wxBoxSizer(wxHORIZONTAL);
   sizer->Add(text_, wxSizerFlags(1).CenterVertical().Border(wxALL, FromDIP(7)));
+  sizer->Add(button_, wxSizerFlags().CenterVertical().Border(wxALL, FromDIP(4)));
   SetSizer(sizer);
   Hide();
+  button_->Bind(wxEVT_BUTTON, [click = std::move(on_click)](wxCommandEvent&) { click(); });
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Update_(); });
 }
 
@@ -54,15 +62,19 @@ void NoticeBar::FollowTheme() {
 }
 
 void NoticeBar::Update_() {
-  const bool shown =
-      notice_.kind == Notice::Kind::kRunning || notice_.kind == Notice::Kind::kFailed;
+  const bool shown = notice_.kind != Notice::Kind::kNone && notice_.kind != Notice::Kind::kEmpty;
   if (shown) {
     FollowTheme();
     text_->SetLabelText(ToWx(notice_.text));
-    const int margin = 2 * FromDIP(7);
+    int margin = 2 * FromDIP(7);
+    const bool has_button = notice_.action != NoticeAction::kNone;
+    button_->SetLabel(ToWx(Caption(notice_.action)));
+    button_->Show(has_button);
+    if (has_button) margin += button_->GetBestSize().x + 2 * FromDIP(4);
     // Long reasons, with the paths of files in them, go over several lines.
     text_->Wrap(std::max(FromDIP(200), GetParent()->GetClientSize().x - margin));
     InvalidateBestSize();
+    Layout();
   }
   Show(shown);
   GetParent()->Layout();

@@ -1,17 +1,22 @@
 #pragma once
 
+#include <wx/button.h>
 #include <wx/panel.h>
 #include <wx/stattext.h>
 #include <wx/timer.h>
+
+#include <functional>
 
 #include "ui/prediction/prediction_view.h"
 
 namespace skyhop {
 
-/// The strip above the chart that tells of a running or failed prediction; hidden otherwise.
+/// The strip above the chart that explains a running, failed or doubtful prediction; hidden
+/// otherwise. A notice with an action has a button.
 class NoticeBar : public wxPanel {
  public:
-  explicit NoticeBar(wxWindow* parent);
+  /// Calls `on_click` when the user clicks the button.
+  NoticeBar(wxWindow* parent, std::function<void()> on_click);
 
   /// Shows or hides the strip. A running prediction is shown only when it takes its time.
   void Show_(const Notice& notice);
@@ -23,6 +28,7 @@ class NoticeBar : public wxPanel {
   void Update_();
 
   wxStaticText* text_;
+  wxButton* button_;
   Notice notice_;
   wxTimer delay_;
 };

@@ -78,7 +78,9 @@ void PredictionFrame::Assemble(ChartPane& pane) {
 
   // The chart is a panel of its own so that the notice above it changes nothing else.
   auto* chart = new wxPanel(base);
-  notice_ = new NoticeBar(chart);
+  notice_ = new NoticeBar(chart, [this] {
+    if (controller_ != nullptr) controller_->Notice_Click();
+  });
   canvas_ = new ChartCanvas(chart, pane, [this](const std::string& text) { ShowReadout(text); });
   auto* chart_sizer = new wxBoxSizer(wxVERTICAL);
   chart_sizer->Add(notice_, wxSizerFlags().Expand().Border(wxBOTTOM, gap));
@@ -326,6 +328,12 @@ void PredictionFrame::Ticked(WindowTimer timer) {
 void PredictionFrame::ShowNotice(const Notice& notice) {
   if (notice.kind == Notice::Kind::kEmpty) pane_->SetEmptyText(notice.text);
   notice_->Show_(notice);
+}
+
+void PredictionFrame::ShowTab(Tab tab) {
+  tabs_->SetSelection(static_cast<std::size_t>(tab));
+  // The user asked for the inputs, so the keyboard goes there.
+  tabs_->GetCurrentPage()->SetFocus();
 }
 
 void PredictionFrame::ShowSnr(const SnrDisplay& display) {

@@ -60,6 +60,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
 
   // For the view.
   void ShowNotice(const Notice& notice);
+  void ShowTab(Tab tab);
   void SetStatus(const std::string& text);
   void SetClock(const std::string& text);
   void ShowSnr(const SnrDisplay& display);

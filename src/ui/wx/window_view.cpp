@@ -39,6 +39,10 @@ void WindowView::ShowNotice(const Notice& notice) {
   frame_->ShowNotice(notice);
 }
 
+void WindowView::ShowTab(Tab tab) {
+  frame_->ShowTab(tab);
+}
+
 void WindowView::SetStatus(const std::string& text) {
   frame_->SetStatus(text);
 }
