@@ -215,6 +215,7 @@ void ClearMethod30(ResultsTable& table) {
   table.mode = {};
   table.signal_power = {};
   table.known = {};
+  table.reached.fill(true);
   table.f_min = 10000;
   table.f_max = 0;
 }

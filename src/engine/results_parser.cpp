@@ -30,7 +30,9 @@ void ReadLufMufLine(const Place& place, bool has_luf, std::size_t hour, ResultsT
   for (const auto& [row, first, width] : kRowColumns) {
     float& value = table.frequencies[row][hour];
     if (row == rows::kLuf) {
-      value = has_luf ? std::fabs(SingleField(place, first, width)) : -1.0F;
+      const float luf = has_luf ? SingleField(place, first, width) : 0;
+      value = has_luf ? std::fabs(luf) : -1.0F;
+      table.reached[hour] = luf >= 0;
     } else {
       value = SingleField(place, first, width);
     }
@@ -59,6 +61,7 @@ void ParseLufMufResults(std::string_view text, const std::string& file_name, boo
       for (std::size_t row = 1; row < rows::kCount; ++row) {
         table.frequencies[row][0] = table.frequencies[row][hour];
       }
+      table.reached[0] = table.reached[hour];
     }
     if (table.Muf10(hour) > table.f_max) table.f_max = table.Muf10(hour);
     if (table.Luf(hour) >= table.f_max) table.f_max = table.Luf(hour);

@@ -13,8 +13,9 @@ namespace skyhop::IONCAPModule {
 /// bounds of `table`.
 ///
 /// The n-th line under the header is hour n, whatever it calls itself. `has_luf` says whether the
-/// lines carry the LUF column; row 7 is -1 otherwise. A LUF printed negative (not reached at any
-/// frequency) is stored as its absolute value. Hour 0 is a copy of hour 24.
+/// lines carry the LUF column; row 7 is -1 otherwise. A LUF printed negative is stored as its
+/// absolute value, and its hour as one that does not reach the required reliability. Hour 0 is a
+/// copy of hour 24.
 ///
 /// Throws Error 62 (header or lines missing), 13 (a field that is no number) or 6 (one beyond
 /// single precision), naming `file_name`, line and columns. Rows read up to there keep their new

@@ -3,6 +3,8 @@
 namespace skyhop {
 
 // Out of line: some tools give up on the nested arrays of texts when every user initialises them.
-ResultsTable::ResultsTable() = default;
+ResultsTable::ResultsTable() {
+  reached.fill(true);
+}
 
 }  // namespace skyhop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -47,6 +48,11 @@ struct ResultsTable {
   /// they do not tell one.
   std::array<std::array<float, kHourCount>, rows::kCount> frequencies{};
 
+  /// Whether a frequency reaches the required reliability, by hour 0 to 24. Only LUF/MUF results
+  /// with a LUF column can deny it: their engine prints a negative LUF then, whose amount is the
+  /// MUF or another frequency, not a LUF.
+  std::array<bool, kHourCount> reached{};
+
   template <class Value>
   using PerBand = std::array<std::array<Value, kHourCount>, kBandCount>;
 
@@ -61,6 +67,11 @@ struct ResultsTable {
   }
   /// A bit by BandQuantity.
   PerBand<std::uint8_t> known{};
+
+  /// How many hours of the day, 0 to 24 of them, reach the required reliability.
+  [[nodiscard]] std::ptrdiff_t ReachedHours() const {
+    return std::count(reached.begin() + 1, reached.end(), true);
+  }
 
   /// Range of the frequency axis in MHz.
   float f_min = 10000;

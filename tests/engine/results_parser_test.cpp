@@ -73,6 +73,7 @@ TEST(LufMufResults, EveryValueOfARealFileIsTaken) {
           EXPECT_EQ(table.frequencies[row][hour], expected) << name << " hour " << hour;
           EXPECT_EQ(table.frequencies[row][hour % 24], expected);
         }
+        EXPECT_EQ(table.reached[hour % 24], words.back().front() != '-') << name << hour;
       }
       EXPECT_EQ(hour, 24U);
     }
