@@ -83,11 +83,11 @@ void OverrideTexts(const PredictOptions& options, PlainPanel& panel) {
 std::string SetStation(const std::optional<std::string>& place, const char* option,
                        PanelText latitude, PanelText longitude, PredictionProgram& program) {
   if (place) {
-    const std::optional<Position> position = ParsePlace(*place, program.diagnostics);
+    const std::optional<Position> position = ParsePlace(*place);
     if (!position) {
       return std::string(option) + ": \"" + place->substr(0, 80) +
              "\" is not a place; write a grid square (IO91wm), decimal degrees (51.5,-0.12) or "
-             "coordinates (51 30' 0\" N 0 7' 0\" W)";
+             "coordinates (51 30 N, 0 7 W)";
     }
     program.panel.SetText(latitude, LatLonModule::LatitudeString(*position));
     program.panel.SetText(longitude, LatLonModule::LongitudeString(*position));

@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kFooter =
     R"(Places are a grid square (IO91wm), decimal degrees (51.5,-0.12; north and east
-positive) or degrees, minutes and seconds (51 30' 0" N 0 7' 0" W).
+positive) or degrees, minutes and seconds (51 30 N, 0 7 W).
 
 Exit status: 0 prediction made; 1 output or program folder cannot be written;
 2 invalid parameters; 3 the engine failed or its results cannot be read;

@@ -3,14 +3,13 @@
 #include <optional>
 #include <string>
 
-#include "common/diagnostics.h"
 #include "geo/lat_lon.h"
 
 namespace skyhop {
 
-/// Reads a place as a user of the command line writes it: a grid square, "latitude,longitude" in
-/// decimal degrees with north and east positive, or latitude and longitude in the program's own
-/// text form, the hemisphere letter behind each. Nothing for any other text.
-[[nodiscard]] std::optional<Position> ParsePlace(const std::string& text, Diagnostics& diagnostics);
+/// Reads a place as a user of the command line writes it: a grid square, or a latitude and a
+/// longitude, each in a form that LatLonModule::ReadCoordinate understands, with a comma, a
+/// semicolon, a blank or their hemisphere letters between them. Nothing for any other text.
+[[nodiscard]] std::optional<Position> ParsePlace(const std::string& text);
 
 }  // namespace skyhop
