@@ -28,14 +28,19 @@ std::string StationName(const std::string& station, const Position& position,
   return AsciiText(station) + " " + DXGridModule::GetGridSquare(position, diagnostics);
 }
 
-/// Names and antennas, each station's in the role that it has in the selected direction.
-void ReadStations(const PredictionPanel& panel, const Parameters& parameters,
+/// The stations' names, each in the role that it has in the selected direction.
+void NameStations(const PredictionPanel& panel, const Parameters& parameters,
                   Diagnostics& diagnostics, DeckParameters& deck) {
   const std::string prefix(Trim(parameters.Prefix()));
   const std::string dx = prefix.empty() ? "DX STATION" : "DX " + prefix;
   const bool to = panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
   deck.transmitter_name = StationName(to ? "YOUR STATION" : dx, deck.transmitter, diagnostics);
   deck.receiver_name = StationName(to ? dx : "YOUR STATION", deck.receiver, diagnostics);
+}
+
+/// Their antennas in the same way.
+void ReadAntennas(const PredictionPanel& panel, DeckParameters& deck) {
+  const bool to = panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
   deck.transmitter_antenna = panel.AntennaOf(to ? Station::kLocal : Station::kDX);
   deck.receiver_antenna = panel.AntennaOf(to ? Station::kDX : Station::kLocal);
 }
@@ -75,12 +80,20 @@ DeckParameters ReadDeckParameters(const PredictionPanel& panel, const Parameters
   deck.snr = DeckNumber(parameters.Snr());
   deck.noise = parameters.Noise();
   ReadConditions(panel, *date, deck);
-  ReadStations(panel, parameters, diagnostics, deck);
+  NameStations(panel, parameters, diagnostics, deck);
+  ReadAntennas(panel, deck);
   return deck;
 }
 
 DeckParameters ReadPointParameters(const PredictionPanel& panel, const Parameters& parameters,
                                    std::chrono::year_month_day date, Diagnostics& diagnostics) {
+  DeckParameters deck = ReadUnnamedParameters(panel, parameters, date, diagnostics);
+  NameStations(panel, parameters, diagnostics, deck);
+  return deck;
+}
+
+DeckParameters ReadUnnamedParameters(const PredictionPanel& panel, const Parameters& parameters,
+                                     std::chrono::year_month_day date, Diagnostics& diagnostics) {
   const auto position = [&](PanelText latitude, PanelText longitude, const char* whose) {
     const Position read{LatLonModule::ParseAngle(panel.Text(latitude), diagnostics),
                         LatLonModule::ParseAngle(panel.Text(longitude), diagnostics)};
@@ -101,7 +114,7 @@ DeckParameters ReadPointParameters(const PredictionPanel& panel, const Parameter
   // Noise is what the receiver hears.
   deck.noise = to ? parameters.DXNoiseIndex() : parameters.LocalNoiseIndex();
   ReadConditions(panel, date, deck);
-  ReadStations(panel, parameters, diagnostics, deck);
+  ReadAntennas(panel, deck);
   return deck;
 }
 

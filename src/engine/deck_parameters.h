@@ -30,6 +30,8 @@ struct DeckParameters {
   /// the grid square.
   std::string transmitter_name;
   std::string receiver_name;
+
+  friend bool operator==(const DeckParameters&, const DeckParameters&) = default;
 };
 
 /// The number at the start of a text, 0 when there is none. Throws Error 6 for one beyond the range
@@ -50,6 +52,12 @@ struct DeckParameters {
                                                  const Parameters& parameters,
                                                  std::chrono::year_month_day date,
                                                  Diagnostics& diagnostics);
+
+/// The same without the stations' names, which no result depends on.
+[[nodiscard]] DeckParameters ReadUnnamedParameters(const PredictionPanel& panel,
+                                                   const Parameters& parameters,
+                                                   std::chrono::year_month_day date,
+                                                   Diagnostics& diagnostics);
 
 /// The sunspot number that a prediction uses: the given one unless it is 0, else the one that
 /// belongs to the solar flux, SSN = 33.52 sqrt(flux + 85.12) - 408.99, rounded to a whole number

@@ -177,6 +177,14 @@ bool Parameters::PowerInRange(const std::string& power) {
   return LeadingNumber(power) >= 0;
 }
 
+bool Parameters::PowerFitsCard(const std::string& power) {
+  return LeadingNumber(power) <= 999990;
+}
+
+bool Parameters::SunspotNumberFitsCard(const std::string& sunspot_number) {
+  return LeadingNumber(sunspot_number) <= 999;
+}
+
 bool Parameters::SNRInRange(const std::string& snr) {
   const double value = LeadingNumber(snr);
   return value >= -30 && value < 100;

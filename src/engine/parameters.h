@@ -78,13 +78,20 @@ class Parameters {
   /// Returns whether all checks passed.
   [[nodiscard]] bool PredictionParametersValid();
 
-  // The ranges, without a word to anybody. A text without a number counts as 0.
+  // Range checks without user messages. A text without a number counts as 0.
   [[nodiscard]] static bool SolarFluxInRange(const std::string& flux);
   [[nodiscard]] static bool KindexInRange(const std::string& k_index);
   [[nodiscard]] static bool PowerInRange(const std::string& power);
   [[nodiscard]] static bool SNRInRange(const std::string& snr);
   [[nodiscard]] static bool AvailabilityInRange(const std::string& availability);
   [[nodiscard]] static bool TakeoffInRange(const std::string& takeoff);
+
+  /// Whether the engines' cards have room for the value: at most 999990 W and 999.
+  [[nodiscard]] static bool PowerFitsCard(const std::string& power);
+  [[nodiscard]] static bool SunspotNumberFitsCard(const std::string& sunspot_number);
+  static constexpr const char* kPowerTooLarge = "The engines cannot take more than 999990 W";
+  static constexpr const char* kSunspotNumberTooLarge =
+      "The engines cannot take a sunspot number above 999";
 
   /// One range check: tells the user and returns false when the value is out of range.
   [[nodiscard]] bool SolarFluxValid(const std::string& flux);

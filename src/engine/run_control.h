@@ -136,6 +136,8 @@ class RunControl {
   [[nodiscard]] const std::filesystem::path& ResultsFile() const { return results_file_; }
   /// The executable that the current run uses.
   [[nodiscard]] const std::filesystem::path& Executable() const { return executable_; }
+  /// The engine that the current run uses, and why it is not another.
+  [[nodiscard]] const EngineFinding& Finding() const { return finding_; }
   /// The engine process of the current run.
   [[nodiscard]] ProcessId EngineProcess() const { return process_; }
   /// The processes of the two point SNR runs.

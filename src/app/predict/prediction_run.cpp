@@ -9,11 +9,15 @@
 #include "app/predict/inputs.h"
 #include "app/predict/prediction_program.h"
 #include "app/predict/report.h"
+#include "common/dates.h"
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "engine/engine_output.h"
 #include "ui/prediction/chart_picture.h"
+#include "ui/prediction/chart_title.h"
+#include "ui/prediction/provenance.h"
+#include "ui/prediction/solar_bars.h"
 
 namespace skyhop {
 namespace {
@@ -193,14 +197,28 @@ class Runner {
     return Finish();
   }
 
+  std::string DrawChart(const PredictionReport& report) {
+    ChartPane pane(program_.table, program_.diagnostics, program_.GetClock());
+    pane.DisplayTable(report.day.engine);
+    pane.SetTitle(ChartTitle(program_.panel, program_.parameters, {}, program_.diagnostics));
+    AskedPrediction asked;
+    asked.sunspot_number = StoreSingle(LeadingNumber(report.sunspot_number));
+    asked.from_flux = report.sunspot_number_derived;
+    asked.solar_flux = report.solar_flux;
+    pane.SetProvenance(
+        ProvenanceOf(report.heading, report.day.engine, asked, program_.GetClock().UtcNow()).note);
+    if (const auto date = ParseDate(report.date)) {
+      const bool to =
+          program_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
+      const SunRow transmitter = ComputeSunRow(program_.parameters.GetTransmitterLocation(), *date);
+      const SunRow receiver = ComputeSunRow(program_.parameters.GetReceiverLocation(), *date);
+      pane.SetSolarBars(to ? SolarBars{transmitter, receiver} : SolarBars{receiver, transmitter});
+    }
+    return PictureAsSvg(pane, {});
+  }
+
   bool WritePicture(const PredictionReport& report) {
-    PictureTexts texts;
-    texts.summary = report.summary;
-    texts.engine = report.heading.engine;
-    texts.engine_version = report.heading.version;
-    texts.sunspot_number = report.sunspot_number;
-    const std::string picture = PictureAsSvg(program_.table, report.day.engine, texts, {},
-                                             program_.diagnostics, program_.GetClock());
+    const std::string picture = DrawChart(report);
     const std::filesystem::path file = PathFromText(*options_.svg_file);
     try {
       // Something like a pipe can only be written in place.

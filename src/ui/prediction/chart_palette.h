@@ -21,6 +21,8 @@ struct ChartPalette {
   Color old_paper{};   ///< of the plot when the chart is an earlier prediction's
   Color old_text{};    ///< what says so
   Color paper_text{};  ///< on the paper
+  Color shade{};       ///< behind hours that do not reach the required reliability
+  Color hatch{};       ///< the hatching on it
 
   friend constexpr bool operator==(const ChartPalette&, const ChartPalette&) = default;
 };
@@ -40,6 +42,8 @@ inline constexpr ChartPalette kLightPalette{
     .old_paper = {255, 243, 214},
     .old_text = {130, 70, 0},
     .paper_text = {72, 78, 90},
+    .shade = {235, 237, 240},
+    .hatch = {182, 187, 196},
 };
 
 inline constexpr ChartPalette kDarkPalette{
@@ -57,6 +61,8 @@ inline constexpr ChartPalette kDarkPalette{
     .old_paper = {236, 224, 196},
     .old_text = {110, 58, 0},
     .paper_text = {72, 78, 90},
+    .shade = {200, 203, 209},
+    .hatch = {150, 155, 164},
 };
 
 }  // namespace skyhop

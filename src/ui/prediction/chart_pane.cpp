@@ -23,6 +23,7 @@ constexpr double kTimeLabelReach = 2.2;
 constexpr double kLeastPlotHeight = 15;
 constexpr double kLeastPlotWidth = 20;
 
+constexpr std::string_view kNotReached = "required reliability not reached";
 constexpr std::string_view kTimeLineToolTip = "Vertical Time Index (drag to desired time)";
 
 bool Contains(const Rectangle& area, Point at) {
@@ -42,6 +43,11 @@ std::string Megahertz(float value) {
 /// The hour that a time of day is in; the day's end belongs to its last one.
 std::size_t HourOf(double time) {
   return std::min(static_cast<std::size_t>(time), kHourCount - 2);
+}
+
+/// The full hour, 0 to 24, that is nearest to a time of day.
+std::size_t NearestHour(double time) {
+  return std::min(static_cast<std::size_t>(std::lround(std::max(time, 0.0))), kHourCount - 1);
 }
 
 }  // namespace
@@ -73,8 +79,17 @@ double ChartPane::CaptionHeight() const {
   return std::ceil(text_size_ * 1.6);
 }
 
+/// Room for title and provenance.
+double ChartPane::HeaderHeight() const {
+  return (title_.empty() ? 0 : CaptionHeight()) + (provenance_.empty() ? 0 : CaptionHeight());
+}
+
+bool ChartPane::HasUnreachedHours() const {
+  return HasResult() && shown_.ReachedHours() < static_cast<std::ptrdiff_t>(kHourCount - 1);
+}
+
 double ChartPane::KeyHeight() const {
-  return 5 * RowHeight() + std::ceil(text_size_ * 1.2);
+  return (HasUnreachedHours() ? 6 : 5) * RowHeight() + std::ceil(text_size_ * 1.2);
 }
 
 /// About what the longest line of the keys takes with its swatch and the frame.
@@ -88,8 +103,9 @@ void ChartPane::Arrange() {
   const double sun_height = std::ceil(text_size_ * 0.9);
   const double left = std::ceil(text_size_ * 4.4);
   const double right = std::ceil(text_size_ * kRightMargin);
-  // Above the table, which has no room within, stands what it is.
-  const double top = std::ceil(text_size_ * 1.9) + (TableShown() ? CaptionHeight() : 0);
+  // Leave room for the table's caption above it.
+  const double top =
+      HeaderHeight() + std::ceil(text_size_ * 1.9) + (TableShown() ? CaptionHeight() : 0);
   const double hour_labels = std::ceil(text_size_ * 2.1);
   const double below = hour_labels + 2 * sun_height + std::ceil(text_size_ * 0.6);
   double width = width_ - left - right;
@@ -128,6 +144,35 @@ void ChartPane::SetOld(bool old) {
   if (old == old_) return;
   old_ = old;
   Changed();
+}
+
+void ChartPane::SetTitle(const std::string& title) {
+  if (title == title_) return;
+  title_ = title;
+  Arrange();
+}
+
+void ChartPane::SetProvenance(const std::string& provenance) {
+  if (provenance == provenance_) return;
+  provenance_ = provenance;
+  Arrange();
+}
+
+void ChartPane::ShowLike(const ChartPane& other) {
+  engine_ = other.engine_;
+  shown_ = other.shown_;
+  chart_.SetPlotted(other.HasResult());
+  chart_.ComputeAxis(engine_);
+  open_band_enable_ = other.open_band_enable_;
+  plot_enable_ = other.plot_enable_;
+  color_keys_ = other.color_keys_;
+  table_view_ = other.table_view_;
+  old_ = other.old_;
+  title_ = other.title_;
+  provenance_ = other.provenance_;
+  sun_ = other.sun_;
+  Arrange();
+  chart_.SetTimeIndex(other.TimeIndex());
 }
 
 void ChartPane::SetEmptyText(const std::string& text) {
@@ -212,7 +257,7 @@ void ChartPane::Press(Point at) {
 
 std::int16_t ChartPane::BandAt(Point at) const {
   if (!TableShown()) return chart_.GetBandForY(static_cast<float>(at.y - plot_.top));
-  const auto band = BandOfRow(plot_, at.y);
+  const auto band = BandOfRow(Day(), plot_, at.y);
   return band ? static_cast<std::int16_t>(*band) : std::int16_t{-1};
 }
 
@@ -244,11 +289,21 @@ std::string ChartPane::Readout(Point at) const {
   if (PredictsReliability() && band > 0) {
     return clock + BandReadout(shown_, static_cast<std::size_t>(band), HourOf(time));
   }
+  if (TableShown()) {
+    return band < 0 ? std::string() : clock + CellReadout(static_cast<std::size_t>(band), time);
+  }
   const double part = (plot_.Bottom() - at.y) / plot_.height;
   const double frequency = chart_.FMin() + part * (double{chart_.FMax()} - chart_.FMin());
   std::string text = clock + FixedText(frequency, 1) + " MHz";
   if (band >= 0) text.append("   ").append(kBandLabelTexts.at(static_cast<std::size_t>(band)));
-  return text + Values(time);
+  text += Values(time);
+  return shown_.reached.at(NearestHour(time)) ? text : text + "   " + std::string(kNotReached);
+}
+
+/// What the table holds of a band, for engines that predict frequencies.
+std::string ChartPane::CellReadout(std::size_t band, double time) const {
+  return std::string(kBandLabelTexts.at(band)) + "   " + CellWords(Day(), band, HourOf(time)) +
+         Values(time);
 }
 
 /// The curves' values where a line through their hourly points crosses `time`, those of them that
@@ -259,6 +314,9 @@ std::string ChartPane::Values(double time) const {
   const auto value = [&](std::size_t row) {
     const auto& hours = shown_.frequencies[row];
     if (!(hours[before] > 0 && hours[before + 1] > 0)) return Megahertz(0);
+    // The amount of a LUF that is not reached is another frequency.
+    const bool reached = shown_.reached[before] && shown_.reached[before + 1];
+    if (row == rows::kLuf && !reached) return Megahertz(0);
     return Megahertz(hours[before] + part * (hours[before + 1] - hours[before]));
   };
   std::string text;
@@ -275,10 +333,14 @@ std::string ChartPane::Values(double time) const {
 std::string ChartPane::ReadoutAtTimeIndex() const {
   if (!HasResult()) return {};
   const double time = TimeIndex();
-  std::string text = ClockText(time) + " UTC" + Values(time) + "   open:";
+  std::string text = ClockText(time) + " UTC" + Values(time);
   // A reliability holds for the hour that begins with it; of the curves' points the nearest counts.
   const auto hour =
-      static_cast<std::int16_t>(PredictsReliability() ? HourOf(time) : std::lround(time));
+      static_cast<std::int16_t>(PredictsReliability() ? HourOf(time) : NearestHour(time));
+  if (!shown_.reached.at(static_cast<std::size_t>(hour))) {
+    return text + "   " + std::string(kNotReached);
+  }
+  text += "   open:";
   bool any = false;
   for (std::size_t band = 0; band < kBandCount; ++band) {
     if (chart_.FreqOpen(kBandLineFrequencies[band], hour) == 0) continue;
@@ -289,6 +351,8 @@ std::string ChartPane::ReadoutAtTimeIndex() const {
 }
 
 std::string ChartPane::ToolTipAt(Point at) const {
+  // The pane may be too narrow for the whole line.
+  if (!title_.empty() && at.y < CaptionHeight()) return title_;
   if (Contains(xmit_sun_, at) && !sun_.xmit_sun.tool_tip.empty()) {
     return "Your Station: " + sun_.xmit_sun.tool_tip;
   }

@@ -11,6 +11,7 @@
 #include "engine/results.h"
 #include "engine/results_table.h"
 #include "ui/prediction/chart_palette.h"
+#include "ui/prediction/csv_report.h"
 #include "ui/prediction/prediction_chart.h"
 #include "ui/prediction/solar_bars.h"
 #include "ui/prediction/surface.h"
@@ -49,6 +50,9 @@ class ChartPane : public IONCAPModule::ResultsChart {
   /// Draws the time index, over what Paint has drawn.
   void PaintOverlay(Surface& surface) const;
 
+  /// Takes over what another pane shows: result, title, options, time index. Palette and size stay.
+  void ShowLike(const ChartPane& other);
+
   /// A result is in the table: shows it and puts the time index at the current time.
   void DisplayTable(EngineChoice engine) override;
   [[nodiscard]] bool HasResult() const { return chart_.Plotted(); }
@@ -57,19 +61,23 @@ class ChartPane : public IONCAPModule::ResultsChart {
   /// Marks the chart as that of an earlier prediction than the one last asked for.
   void SetOld(bool old);
   [[nodiscard]] bool Old() const { return old_; }
+  /// The circuit of the result, one line above the chart; empty for none.
+  void SetTitle(const std::string& title);
+  [[nodiscard]] const std::string& Title() const { return title_; }
+  /// Where the result comes from, a line under the title; empty for none. A window shows it in a
+  /// label of its own.
+  void SetProvenance(const std::string& provenance);
   /// What the pane says while there is no result.
   void SetEmptyText(const std::string& text);
 
   void SetOpenBandEnable(bool on);
   void SetPlotEnable(bool on);
   void ShowColorKeys(bool show);
-  /// Whether results that tell the bands' reliability are shown as a table of bands by hours
-  /// instead of as a chart. Others have no such table.
+  /// Whether results are shown as a table of bands by hours instead of as a chart.
   void SetTableView(bool on);
-  [[nodiscard]] bool TableShown() const {
-    return table_view_ && HasResult() && PredictsReliability();
-  }
+  [[nodiscard]] bool TableShown() const { return table_view_ && HasResult(); }
   void SetSolarBars(const SolarBars& bars);
+  [[nodiscard]] const SolarBars& Sun() const { return sun_; }
   /// Band index beside which the band indicator stands, -1 for none.
   void SetBandIndicator(std::int16_t band);
   [[nodiscard]] std::int16_t BandIndicator() const { return band_indicator_; }
@@ -131,9 +139,15 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] double TimeLineX() const { return plot_.left + chart_.TimeLineX(); }
   [[nodiscard]] double RowHeight() const;
   [[nodiscard]] double CaptionHeight() const;
+  [[nodiscard]] double HeaderHeight() const;
+  [[nodiscard]] PredictedDay Day() const { return {shown_, chart_, engine_}; }
+  /// Whether some hour does not reach the required reliability.
+  [[nodiscard]] bool HasUnreachedHours() const;
   [[nodiscard]] double KeyHeight() const;
   [[nodiscard]] double KeyWidth() const;
 
+  void PaintHeader(Surface& surface) const;
+  void PaintUnreachedHours(Surface& surface) const;
   void PaintChart(Surface& surface);
   void PaintPlot(Surface& surface);
   void PaintTable(Surface& surface) const;
@@ -145,6 +159,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
                    std::string_view caption) const;
   void PaintKeys(Surface& surface) const;
   [[nodiscard]] std::string Values(double time) const;
+  [[nodiscard]] std::string CellReadout(std::size_t band, double time) const;
 
   const ResultsTable* table_;
   ResultsTable shown_;
@@ -166,6 +181,8 @@ class ChartPane : public IONCAPModule::ResultsChart {
   bool table_view_ = false;
   bool keys_beside_ = false;  ///< the keys stand at the right instead of below
   bool old_ = false;
+  std::string title_;
+  std::string provenance_;
   std::string empty_text_;
   SolarBars sun_;
   std::int16_t band_indicator_ = -1;

@@ -22,6 +22,7 @@ constexpr double kPaneLeader = 10;  ///< from the plot's edge to a band label
 constexpr double kSampleLength = 30;
 
 constexpr std::string_view kOldCaption = "Previous prediction";
+constexpr std::string_view kUnreachedKey = "required reliability not reached";
 
 constexpr Color SunColor(SunState state) {
   switch (state) {
@@ -49,13 +50,14 @@ void PaintFrame(Surface& surface, const Rectangle& area, Color color) {
 class KeyPainter {
  public:
   KeyPainter(Surface& surface, const ChartPalette& palette, const Rectangle& room, double text_size,
-             double row_height, bool downward)
+             double row_height, double rows, bool downward)
       : surface_(&surface),
         palette_(&palette),
         room_(room),
         at_{room.left, room.top},
         size_(text_size),
         row_(row_height),
+        rows_(rows),
         downward_(downward) {}
 
   /// Draws a frame; `paint_sample` draws the sample of a line from a point on.
@@ -68,7 +70,7 @@ class KeyPainter {
           text_width, sample_width + size_ / 2 + surface_->TextExtent(line.text, {.size = size_}));
     }
     const double padding = std::round(size_ * 0.7);
-    const auto rows = downward_ ? static_cast<double>(lines.size() + 1) : 5;
+    const auto rows = downward_ ? static_cast<double>(lines.size() + 1) : rows_;
     const Rectangle area{at_.x, at_.y, std::ceil(text_width) + 2 * padding,
                          rows * row_ + std::round(size_ / 2)};
     // Half a frame would be worse than none.
@@ -100,13 +102,20 @@ class KeyPainter {
     });
   }
 
-  void Bars(std::string_view caption, std::span<const BarMeaning> bars) {
+  /// The bars of open bands and, with `unreached`, the hatching of hours.
+  void Bars(std::string_view caption, std::span<const BarMeaning> bars, bool unreached) {
     const double height = std::round(row_ * 0.8);
-    Frame(caption, bars, kSampleLength, [&](const BarMeaning& bar, Point at) {
+    std::vector<BarMeaning> lines(bars.begin(), bars.end());
+    if (unreached) lines.push_back({{.width = 0}, kUnreachedKey});
+    Frame(caption, lines, kSampleLength, [&](const BarMeaning& bar, Point at) {
+      const Rectangle sample{at.x, std::round(at.y - height / 2), kSampleLength, height};
       // Thin bars are seen on the paper only, which is light on a dark desktop too.
-      surface_->FillRectangle({at.x, std::round(at.y - height / 2), kSampleLength, height},
-                              palette_->paper);
-      surface_->Line(at, {at.x + kSampleLength, at.y}, bar.pen);
+      surface_->FillRectangle(sample, palette_->paper);
+      if (bar.pen.width > 0) {
+        surface_->Line(at, {at.x + kSampleLength, at.y}, bar.pen);
+      } else {
+        PaintHatching(*surface_, sample, *palette_, size_);
+      }
     });
   }
 
@@ -117,6 +126,7 @@ class KeyPainter {
   Point at_;
   double size_;
   double row_;
+  double rows_;  ///< of each frame that stands beside others
   bool downward_;
 };
 
@@ -125,6 +135,7 @@ class KeyPainter {
 void ChartPane::Paint(Surface& surface) {
   surface.Clear(palette_.background);
   surface.FillRectangle(plot_, old_ ? palette_.old_paper : palette_.paper);
+  PaintHeader(surface);
   if (TableShown()) {
     PaintTable(surface);
   } else {
@@ -136,7 +147,39 @@ void ChartPane::Paint(Surface& surface) {
   if (KeysShown()) PaintKeys(surface);
 }
 
+void ChartPane::PaintHeader(Surface& surface) const {
+  const double middle = std::round(CaptionHeight() / 2);
+  if (!title_.empty()) {
+    surface.Text({plot_.left, middle},
+                 Shortened(title_, width_ - plot_.left, text_size_, FontWeight::kBold),
+                 {.size = text_size_, .color = palette_.ink, .weight = FontWeight::kBold});
+  }
+  if (provenance_.empty()) return;
+  surface.Text({plot_.left, middle + (title_.empty() ? 0 : CaptionHeight())},
+               Shortened(provenance_, width_ - plot_.left, text_size_, FontWeight::kNormal),
+               {.size = text_size_, .color = palette_.text});
+}
+
+/// Hatches the hours that do not reach the required reliability. The curves' points stand at full
+/// hours, so each hour reaches half an hour to both sides.
+void ChartPane::PaintUnreachedHours(Surface& surface) const {
+  if (!HasResult()) return;
+  PartSurface plot(surface, plot_);
+  const double width = plot_.width / static_cast<double>(kHourCount - 1);
+  for (std::size_t hour = 0; hour < kHourCount;) {
+    std::size_t end = hour;
+    while (end < kHourCount && !shown_.reached.at(end)) ++end;
+    const double left = std::max(0.0, std::round((static_cast<double>(hour) - 0.5) * width));
+    const double right =
+        std::min(plot_.width, std::round((static_cast<double>(end) - 0.5) * width));
+    if (end > hour)
+      PaintHatching(plot, {left, 0, right - left, plot_.height}, palette_, text_size_);
+    hour = end + 1;
+  }
+}
+
 void ChartPane::PaintChart(Surface& surface) {
+  PaintUnreachedHours(surface);
   for (std::size_t hour = 1; hour + 1 < kHourCount; ++hour) {
     const double x = plot_.left + chart_.XDataScale(hour);
     surface.Line({x, plot_.top}, {x, plot_.Bottom()}, {palette_.grid});
@@ -181,19 +224,20 @@ void ChartPane::PaintPlot(Surface& surface) {
 
 /// The cells leave no paper to be coloured, so an old table is told by its caption.
 void ChartPane::PaintTable(Surface& surface) const {
-  PaintReliabilityTable(surface, shown_, plot_, text_size_, palette_);
-  const double middle = std::round(CaptionHeight() / 2);
+  PaintBandTable(surface, Day(), plot_, text_size_, palette_);
+  const double top = HeaderHeight();
+  const double middle = top + std::round(CaptionHeight() / 2);
   double left = plot_.left;
   if (old_) {
     const TextStyle style{
         .size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold};
     const double width = std::ceil(surface.TextExtent(kOldCaption, style) + text_size_);
-    surface.FillRectangle({left, 0, width, CaptionHeight()}, palette_.old_paper);
+    surface.FillRectangle({left, top, width, CaptionHeight()}, palette_.old_paper);
     surface.Text({left + text_size_ / 2, middle}, kOldCaption, style);
     left += width + text_size_;
   }
   surface.Text({left, middle},
-               Shortened(kReliabilityCaption, width_ - left, text_size_, FontWeight::kNormal),
+               Shortened(TableCaption(Day()), width_ - left, text_size_, FontWeight::kNormal),
                {.size = text_size_, .color = palette_.text});
 }
 
@@ -226,7 +270,8 @@ void ChartPane::PaintBandLabels(Surface& surface) const {
   }
   SpreadApart(places, std::ceil(text_size_ * 1.15), plot_.top, plot_.Bottom());
   if (!bands.empty()) {
-    surface.Text({plot_.Right() + std::ceil(text_size_ * kRightMargin), 0}, "Prediction",
+    surface.Text({plot_.Right() + std::ceil(text_size_ * kRightMargin), HeaderHeight()},
+                 "Prediction",
                  {.size = text_size_,
                   .color = palette_.text,
                   .horizontal = HorizontalAlign::kRight,
@@ -285,7 +330,7 @@ void ChartPane::PaintFrequencyAxis(Surface& surface) const {
   }
   style.vertical = VerticalAlign::kTop;
   style.weight = FontWeight::kBold;
-  surface.Text({x - kPaneTick - kPaneLabelGap, 0}, "MHz", style);
+  surface.Text({x - kPaneTick - kPaneLabelGap, HeaderHeight()}, "MHz", style);
 }
 
 void ChartPane::PaintSunRow(Surface& surface, const Rectangle& area, const SunRow& row,
@@ -308,10 +353,11 @@ void ChartPane::PaintKeys(Surface& surface) const {
   if (keys_beside_) room = {std::floor(width_ - KeyWidth()), plot_.top, 0, 0};
   room.width = width_ - room.left;
   room.height = height_ - room.top;
-  KeyPainter keys(surface, palette_, room, text_size_, RowHeight(), keys_beside_);
+  const double rows = HasUnreachedHours() ? 6 : 5;
+  KeyPainter keys(surface, palette_, room, text_size_, RowHeight(), rows, keys_beside_);
   keys.Swatches(kCurveKeyCaption, kCurveKeys);
   keys.Swatches(kSolarKeyCaption, kSolarKeys);
-  keys.Bars("Open Bands", OpenBandMeanings(engine_));
+  keys.Bars("Open Bands", OpenBandMeanings(engine_), HasUnreachedHours());
 }
 
 void ChartPane::PaintOverlay(Surface& surface) const {
@@ -327,7 +373,7 @@ void ChartPane::PaintOverlay(Surface& surface) const {
                   .weight = FontWeight::kBold};
   // At the ends of the day stand "MHz" and the heading of the bands.
   if (x - plot_.left < text_size_ * 1.6) style.horizontal = HorizontalAlign::kLeft;
-  if (plot_.Right() - x < text_size_ * 1.6) style.horizontal = HorizontalAlign::kRight;
+  if (plot_.Right() - x < text_size_ * 2.4) style.horizontal = HorizontalAlign::kRight;
   surface.Text({x, plot_.top - head - 1}, ClockText(TimeIndex()), style);
 }
 

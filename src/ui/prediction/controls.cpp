@@ -102,10 +102,8 @@ std::string_view Caption(Button button) {
 
 std::string_view Caption(NoticeAction action) {
   switch (action) {
-    case NoticeAction::kShowTransmitter:
-      return "Transmitter tab";
-    case NoticeAction::kShowConditions:
-      return "Conditions tab";
+    case NoticeAction::kShowReceiver:
+      return "Receiver tab";
     case NoticeAction::kShowConfiguration:
       return "Configuration";
     case NoticeAction::kRetryDownload:

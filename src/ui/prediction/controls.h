@@ -73,7 +73,8 @@ enum class Button {
 inline constexpr int kButtonCount = 15;
 
 enum class Label {
-  kEngineLabel,     ///< engine of the last prediction
+  kEngineLabel,     ///< the engine that was selected for the last prediction
+  kComputedBy,      ///< the engine that made it, as its results name it
   kPrefix,          ///< prefix of the DX station; "&" is doubled in it
   kBearingFromQTH,  ///< bearing of the DX station and back, on the chosen path
   kBearingFromDX,
@@ -83,7 +84,7 @@ enum class Label {
   kClock,       ///< the time now, UTC
   kConditions,  ///< what the transmitter and the receiver are, in the chosen direction
 };
-inline constexpr int kLabelCount = 9;
+inline constexpr int kLabelCount = 10;
 
 enum class WindowTimer {
   kExecuteTimer,        ///< polls for the engine's results, every 1000 ms

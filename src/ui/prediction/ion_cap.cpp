@@ -8,8 +8,6 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "ui/prediction/chart_picture.h"
-#include "ui/prediction/csv_report.h"
 #include "ui/prediction/web_address.h"
 
 namespace skyhop {
@@ -105,10 +103,8 @@ void IonCap::ShowNotice(const Notice& notice) {
 void IonCap::Notice_Click() {
   with_.diagnostics.Trap("IonCap.Notice_Click", [&] {
     switch (notice_action_) {
-      case NoticeAction::kShowTransmitter:
-        return with_.view.ShowTab(Tab::kTransmitter);
-      case NoticeAction::kShowConditions:
-        return with_.view.ShowTab(Tab::kConditions);
+      case NoticeAction::kShowReceiver:
+        return with_.view.ShowTab(Tab::kReceiver);
       case NoticeAction::kShowConfiguration:
         return ConfigCmd_Click();
       case NoticeAction::kRetryDownload:
@@ -165,7 +161,7 @@ void IonCap::ShowDownload(const std::string& status) {
 void IonCap::PutDownloaded(TextField field, const std::string& text) {
   with_.diagnostics.Trap("IonCap.PutDownloaded", [&] {
     Put(field, text);
-    PointInputsChanged();
+    InputsChanged();
   });
 }
 
@@ -190,7 +186,7 @@ void IonCap::DXPwr_Click() {
   with_.diagnostics.Trap("IonCap.DXPwr_Click", [&] {
     with_.parameters.SetPredictionPower(with_.parameters.DXPower());
     UpdateConditions();
-    PointInputsChanged();
+    InputsChanged();
   });
 }
 
@@ -198,7 +194,7 @@ void IonCap::DXNoiseLevel_Click() {
   with_.diagnostics.Trap("IonCap.DXNoiseLevel_Click", [&] {
     with_.parameters.SetPredictionNoise(with_.parameters.DXNoiseIndex());
     UpdateConditions();
-    PointInputsChanged();
+    InputsChanged();
   });
 }
 
@@ -206,18 +202,21 @@ void IonCap::LocalNoiseLevel_Click() {
   with_.diagnostics.Trap("IonCap.LocalNoiseLevel_Click", [&] {
     with_.parameters.SetPredictionNoise(with_.parameters.LocalNoiseIndex());
     UpdateConditions();
-    PointInputsChanged();
+    InputsChanged();
   });
 }
 
 void IonCap::Path_Click() {
-  with_.diagnostics.Trap("IonCap.Path_Click", [&] { UpdateStationLabels(); });
+  with_.diagnostics.Trap("IonCap.Path_Click", [&] {
+    UpdateStationLabels();
+    InputsChanged();
+  });
 }
 
 void IonCap::PredictSignals_Click() {
   with_.diagnostics.Trap("IonCap.PredictSignals_Click", [&] {
     UpdateConditions();
-    PointInputsChanged();
+    InputsChanged();
   });
 }
 
@@ -288,50 +287,6 @@ void IonCap::ShutDownTimer_Tick() {
   with_.diagnostics.Trap("IonCap.ShutDownTimer_Tick", [&] {
     with_.view.StopTimer(WindowTimer::kShutDownTimer);
     with_.view.Close();
-  });
-}
-
-// The chart for others.
-
-std::string IonCap::ResultsAsCsv() const {
-  return with_.diagnostics.Trap("IonCap.ResultsAsCsv", std::string(), [&] {
-    if (!with_.chart.HasResult()) return std::string();
-    return CsvReport({with_.chart.Table(), with_.chart.Chart(), with_.chart.Engine()});
-  });
-}
-
-PictureTexts IonCap::ChartTexts() const {
-  PictureTexts texts;
-  texts.summary = with_.panel.Text(PanelText::kSummary);
-  texts.engine = with_.results.Heading().engine;
-  texts.engine_version = with_.results.Heading().version;
-  texts.sunspot_number = with_.results.Heading().sunspot_number;
-  return texts;
-}
-
-PictureOptions IonCap::ChartPictureOptions() const {
-  PictureOptions options;
-  options.show_open_bands = with_.view.Checked(CheckBox::kOpenBandEnable);
-  options.show_curves = with_.view.Checked(CheckBox::kPlotEnable);
-  options.show_color_keys = with_.view.Checked(CheckBox::kShowColorKeyCheck);
-  options.time_index = with_.chart.TimeIndex();
-  options.show_table = with_.chart.TableShown();
-  return options;
-}
-
-void IonCap::PaintPicture(Surface& surface, double scale) const {
-  with_.diagnostics.Trap("IonCap.PaintPicture", [&] {
-    PictureOptions options = ChartPictureOptions();
-    options.scale = scale;
-    skyhop::PaintPicture(surface, with_.chart.Table(), with_.chart.Engine(), ChartTexts(), options,
-                         with_.diagnostics, with_.clock);
-  });
-}
-
-std::string IonCap::ChartAsSvg() const {
-  return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(), [&] {
-    return PictureAsSvg(with_.chart.Table(), with_.chart.Engine(), ChartTexts(),
-                        ChartPictureOptions(), with_.diagnostics, with_.clock);
   });
 }
 

@@ -12,6 +12,7 @@
 #include "common/diagnostics.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
+#include "engine/deck_parameters.h"
 #include "engine/engine_launcher.h"
 #include "engine/parameters.h"
 #include "engine/results.h"
@@ -20,7 +21,7 @@
 #include "interop/peer_window.h"
 #include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
-#include "ui/prediction/chart_picture.h"
+#include "ui/prediction/chart_title.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
 #include "ui/prediction/program_services.h"
@@ -29,12 +30,24 @@
 
 namespace skyhop {
 
+/// Everything that a chart was computed for.
+struct ChartInputs {
+  IONCAPModule::DeckParameters deck;
+  std::chrono::year_month_day date;
+  EngineChoice engine = EngineChoice::kNone;
+
+  friend bool operator==(const ChartInputs&, const ChartInputs&) = default;
+};
+
 /// A prediction from the start of its engine to its end.
 struct PredictionRun {
   std::unique_ptr<RunLock> lock;
   EngineChoice engine = EngineChoice::kNone;
   UtcTime started;
   AskedPrediction asked;
+  EngineFinding finding;
+  std::optional<ChartInputs> inputs;
+  std::string title;
   std::string summary;
   int tables_shown = 0;
   bool engine_ended = false;  ///< seen by the watch to have ended
@@ -133,8 +146,9 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   /// The field was left. Returns false when the user was just told why its text is refused; the
   /// same text is told about once.
   bool Field_Leave(TextField field);
-  /// Before a command of the user that reads the fields: whether none of them shows a refused text.
-  /// If one does, the user is told about it once more.
+  /// Before a command of the user that reads the fields: takes over what was typed and not left
+  /// yet. Returns false after a message about a refused text, unless a prediction itself reports
+  /// it.
   [[nodiscard]] bool FieldsAccepted();
   /// The user changed the field's text in any way.
   void Field_Change(TextField field);
@@ -198,14 +212,19 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::string ResultsAsCsv() const;
   /// Opens the web page with this number, 0 to 3.
   void WebPage_Click(int page);
-  /// Draws the chart as a finished picture with its title, `scale` times as large as its layout.
+  /// Draws the chart as a picture for files and paper, `scale` times as large as its layout.
   void PaintPicture(Surface& surface, double scale) const;
   /// The same as an SVG document.
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
-  [[nodiscard]] PictureTexts ChartTexts() const;
-  [[nodiscard]] PictureOptions ChartPictureOptions() const;
+  // The chart.
+  [[nodiscard]] std::optional<ChartInputs> CurrentInputs();
+  void MarkOldChart();
+  void InputsChanged();
+  [[nodiscard]] Notice FinishedNotice(const PredictionRun& run) const;
+  [[nodiscard]] std::string TitleOfRun() const;
+  void FillPicture(ChartPane& picture) const;
 
   /// How often the engine's process is looked at.
   static constexpr std::chrono::milliseconds kWatchInterval{100};
@@ -261,6 +280,9 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   // Fields.
   [[nodiscard]] FieldState& StateOf(TextField field);
   [[nodiscard]] bool Commit(TextField field);
+  bool Accept(TextField field, const std::string& text);
+  [[nodiscard]] std::string Understood(TextField field);
+  [[nodiscard]] const char* TypedProblem(TextField field, const std::string& text);
   void HandOn(TextField field, const std::string& text);
   [[nodiscard]] const char* Problem(TextField field, const std::string& text);
   [[nodiscard]] bool LatitudeAcceptable(const std::string& text);
@@ -284,7 +306,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::string SelectedMode() const;
   void FollowTransceiver();
   void FollowPoint(double frequency);
-  void PointInputsChanged();
 
   // Stations.
   void StationsChanged();
@@ -292,6 +313,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void UpdateLatLon(Station station);
   [[nodiscard]] std::optional<Position> PositionOf(Station station);
   [[nodiscard]] std::optional<Position>& InStep(Station station);
+  void RestoreStations();
+  void SaveStations();
   void UpdateStationLabels();
   void UpdateConditions();
   void UpdateSolarBars();
@@ -305,6 +328,11 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   bool snr_display_active_ = false;
   std::string caption_;
   std::string caption_hint_;
+  std::optional<ChartInputs> chart_inputs_;  ///< that the chart was computed for
+  std::optional<ChartInputs> failed_inputs_;
+  bool failed_ = false;     ///< the last prediction that was asked for, with failed_inputs_
+  SolarBars chart_bars_;    ///< of the chart's prediction
+  std::string provenance_;  ///< of the chart's numbers
   NoticeAction notice_action_ = NoticeAction::kNone;  ///< of the notice that the window shows
   std::int16_t prediction_band_ = -1;
   int hour_ = -1;                   ///< UTC, as the clock showed it last

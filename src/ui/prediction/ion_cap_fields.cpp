@@ -7,6 +7,7 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
+#include "geo/coordinate_text.h"
 #include "geo/dx_grid.h"
 #include "ui/prediction/ion_cap.h"
 
@@ -30,6 +31,48 @@ bool HasAnyOf(const std::string& text, std::string_view letters) {
   return UpperCase(text).find_first_of(letters) != std::string::npos;
 }
 
+/// What coordinates may hold beside digits and letters. A sign, a comma and the typographic marks
+/// belong to forms that ReadCoordinate understands.
+bool IsCoordinateMark(char32_t key) {
+  constexpr std::u32string_view marks = U". '\",-+\u00B0\u00BA\u2032\u2033\u2019\u201D\u2212";
+  return marks.find(key) != std::u32string_view::npos;
+}
+
+std::optional<LatLonModule::Axis> AxisOf(TextField field) {
+  switch (field) {
+    case TextField::kLocalLat:
+    case TextField::kDXLat:
+      return LatLonModule::Axis::kLatitude;
+    case TextField::kLocalLon:
+    case TextField::kDXLon:
+      return LatLonModule::Axis::kLongitude;
+    default:
+      return std::nullopt;
+  }
+}
+
+const char* IllegalCoordinate(LatLonModule::Axis axis) {
+  return axis == LatLonModule::Axis::kLatitude ? "Illegal latitude" : "Illegal longitude";
+}
+
+/// Whether the prediction itself reports what is wrong with a text.
+bool IsJudgedByPrediction(TextField field, const std::string& text) {
+  switch (field) {
+    case TextField::kLocalGrid:
+    case TextField::kDXGrid:
+    case TextField::kSSN:
+    case TextField::kSNRFrequency:
+      return false;
+    case TextField::kKindex:
+    case TextField::kSNR:
+    case TextField::kAvail:
+      // The prediction would take letters for 0.
+      return BeginsWithNumber(text);
+    default:
+      return true;
+  }
+}
+
 }  // namespace
 
 bool IonCap::AcceptsKey(TextField field, char32_t key) {
@@ -48,10 +91,10 @@ bool IonCap::AcceptsKey(TextField field, char32_t key) {
       return IsOneOf(key, kDigits) || key == '.';
     case TextField::kLocalLat:
     case TextField::kDXLat:
-      return IsOneOf(key, kDigits) || IsOneOf(key, ". '\"NSns");
+      return IsOneOf(key, kDigits) || IsOneOf(key, "NSns") || IsCoordinateMark(key);
     case TextField::kLocalLon:
     case TextField::kDXLon:
-      return IsOneOf(key, kDigits) || IsOneOf(key, ". '\"EWew");
+      return IsOneOf(key, kDigits) || IsOneOf(key, "EWew") || IsCoordinateMark(key);
     case TextField::kLocalGrid:
     case TextField::kDXGrid:
       return IsOneOf(key, kDigits) || IsOneOf(key, kLetters);
@@ -107,17 +150,40 @@ bool IonCap::FieldsAccepted() {
   return with_.diagnostics.Trap("IonCap.FieldsAccepted", true, [&] {
     for (int index = 0; index < kTextFieldCount; ++index) {
       const auto field = static_cast<TextField>(index);
-      // What is wrong with these two is told by the prediction itself.
-      if (field == TextField::kLocalPwr || field == TextField::kLocalTakeOff) continue;
-      const std::string text = with_.view.Text(field);
-      if (StateOf(field).refused != text) continue;
-      const char* problem = Problem(field, text);
-      if (problem == nullptr) continue;
+      const std::string text = Understood(field);
+      const char* problem = TypedProblem(field, text);
+      if (problem == nullptr) {
+        Accept(field, text);
+        continue;
+      }
+      StateOf(field).refused = text;
+      with_.view.MarkRefused(field, true);
+      if (IsJudgedByPrediction(field, text)) continue;
       with_.messages.Show(problem, kProductName);
       return false;
     }
     return true;
   });
+}
+
+/// The text of a field. A coordinate that the user has typed becomes the program's own text form
+/// of it, which the field shows from here on, so that the user sees what was understood.
+std::string IonCap::Understood(TextField field) {
+  std::string text = with_.view.Text(field);
+  const auto axis = AxisOf(field);
+  if (!axis || StateOf(field).committed == text) return text;
+  const std::optional<Angle> angle = LatLonModule::ReadCoordinate(text, *axis);
+  if (!angle) return text;
+  const std::string canonical = LatLonModule::CoordinateText(*angle, *axis);
+  if (canonical != text) with_.view.SetText(field, canonical);
+  return canonical;
+}
+
+/// The message about a text that the user has typed, null when it is accepted.
+const char* IonCap::TypedProblem(TextField field, const std::string& text) {
+  const auto axis = AxisOf(field);
+  if (!axis || Trim(text).empty() || StateOf(field).committed == text) return Problem(field, text);
+  return LatLonModule::ReadCoordinate(text, *axis) ? nullptr : IllegalCoordinate(*axis);
 }
 
 void IonCap::Field_Change(TextField field) {
@@ -132,19 +198,29 @@ void IonCap::Field_Change(TextField field) {
 }
 
 bool IonCap::Commit(TextField field) {
-  const std::string text = with_.view.Text(field);
+  const std::string text = Understood(field);
   FieldState& state = StateOf(field);
   if (state.refused == text) return false;
-  if (const char* problem = Problem(field, text)) {
+  if (const char* problem = TypedProblem(field, text)) {
     // Before the message: while it is shown, the field is left a second time.
     state.refused = text;
     with_.view.MarkRefused(field, true);
+    if (const auto axis = AxisOf(field)) {
+      with_.view.SetStatus("Write it like " + std::string(LatLonModule::CoordinateExamples(*axis)));
+    }
     with_.messages.Show(problem, kProductName);
     return false;
   }
+  if (Accept(field, text)) SaveStations();
+  return true;
+}
+
+/// Takes over an acceptable text. Returns whether it is another one than before.
+bool IonCap::Accept(TextField field, const std::string& text) {
+  FieldState& state = StateOf(field);
   state.refused.reset();
   with_.view.MarkRefused(field, false);
-  if (state.committed == text) return true;
+  if (state.committed == text) return false;
   state.committed = text;
   HandOn(field, text);
   return true;
@@ -195,7 +271,7 @@ void IonCap::HandOn(TextField field, const std::string& text) {
       // The field itself is what the engines read.
       break;
   }
-  PointInputsChanged();
+  InputsChanged();
 }
 
 bool IonCap::LatitudeAcceptable(const std::string& text) {
@@ -221,14 +297,15 @@ const char* IonCap::Problem(TextField field, const std::string& text) {
   switch (field) {
     case TextField::kLocalLat:
     case TextField::kDXLat:
-      return unless(LatitudeAcceptable(text), "Illegal latitude");
+      return unless(LatitudeAcceptable(text), IllegalCoordinate(LatLonModule::Axis::kLatitude));
     case TextField::kLocalLon:
     case TextField::kDXLon:
-      return unless(LongitudeAcceptable(text), "Illegal longitude");
+      return unless(LongitudeAcceptable(text), IllegalCoordinate(LatLonModule::Axis::kLongitude));
     case TextField::kLocalGrid:
     case TextField::kDXGrid:
       return unless(DXGridModule::IsGridSquare(Trim(text)), "Illegal grid square");
     case TextField::kLocalPwr:
+      if (!Parameters::PowerFitsCard(text)) return Parameters::kPowerTooLarge;
       return unless(IsNumber(text, Parameters::PowerInRange(text)), "Illegal Local Power");
     case TextField::kLocalTakeOff:
       return unless(IsNumber(text, Parameters::TakeoffInRange(text)),
@@ -238,6 +315,7 @@ const char* IonCap::Problem(TextField field, const std::string& text) {
     case TextField::kKindex:
       return unless(IsNumber(text, Parameters::KindexInRange(text)), "Illegal geomagnetic K-index");
     case TextField::kSSN:
+      if (!Parameters::SunspotNumberFitsCard(text)) return Parameters::kSunspotNumberTooLarge;
       return unless(IsNumber(text, LeadingNumber(text) >= 0), "Illegal SSN");
     case TextField::kAvail:
       return unless(IsNumber(text, Parameters::AvailabilityInRange(text)), "Illegal Availability");
@@ -276,12 +354,11 @@ void IonCap::RememberTexts() {
 void IonCap::SettleFields() {
   for (int index = 0; index < kTextFieldCount; ++index) {
     const auto field = static_cast<TextField>(index);
-    const std::string text = with_.view.Text(field);
+    const std::string text = Understood(field);
     FieldState& state = StateOf(field);
     if (state.committed == text) continue;
-    if (Problem(field, text) == nullptr) {
-      state = {text, std::nullopt};
-      HandOn(field, text);
+    if (TypedProblem(field, text) == nullptr) {
+      Accept(field, text);
     } else if (state.committed) {
       with_.view.SetText(field, *state.committed);
     }
@@ -292,7 +369,7 @@ void IonCap::SettleFields() {
 void IonCap::TextWritten(TextField field) {
   with_.view.MarkRefused(field, false);
   StateOf(field) = {with_.view.Text(field), std::nullopt};
-  PointInputsChanged();
+  InputsChanged();
 }
 
 void IonCap::TheDate_DblClick() {
@@ -304,6 +381,7 @@ void IonCap::PutToday() {
   if (with_.view.Text(TextField::kTheDate) == today) return;
   Put(TextField::kTheDate, today);
   PreviewSolarBars();
+  InputsChanged();
 }
 
 /// Shows the time, and while the user wants it so, the chart's time and date follow.
@@ -311,7 +389,7 @@ void IonCap::FollowClock() {
   const HourMinute time = UtcHourMinute(with_.clock.UtcNow());
   with_.view.SetLabel(Label::kClock,
                       PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC");
-  if (std::exchange(hour_, time.hour) != time.hour) PointInputsChanged();
+  if (std::exchange(hour_, time.hour) != time.hour) InputsChanged();
   if (!with_.view.Checked(CheckBox::kShowCurrentTimeCheck)) return;
   with_.chart.UpdateVerticalTimeBar();
   PutToday();

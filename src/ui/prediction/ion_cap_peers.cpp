@@ -112,6 +112,7 @@ PeerWindow::FollowedBand IonCap::FollowFrequency(double frequency) {
     prediction_band_ = with_.bands.GetbandIndex(name);
     with_.chart.SetBandIndicator(prediction_band_);
     UpdateConditions();
+    MarkOldChart();
     FollowPoint(frequency);
     return FollowedBand{name, prediction_band_ >= 0};
   });
@@ -123,6 +124,7 @@ void IonCap::Forget(LinkControl control) {
       case LinkControl::kFreq:
         prediction_band_ = -1;
         UpdateConditions();
+        MarkOldChart();
         return with_.chart.SetBandIndicator(prediction_band_);
       case LinkControl::kDXLatitude:
         return tessera_.latitude.clear();

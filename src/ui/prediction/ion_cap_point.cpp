@@ -77,11 +77,4 @@ void IonCap::FollowPoint(double frequency) {
   with_.point_prediction.Follow(frequency, SelectedMode());
 }
 
-/// Something that a point prediction rests on may be another now. While coordinates are missing
-/// there is nothing to compare it with.
-void IonCap::PointInputsChanged() {
-  if (!loaded_ || !PositionOf(Station::kLocal) || !PositionOf(Station::kDX)) return;
-  if (with_.point_prediction.InputsChanged()) FollowTransceiver();
-}
-
 }  // namespace skyhop

@@ -7,7 +7,7 @@
 #include "common/text.h"
 #include "engine/deck_parameters.h"
 #include "engine/engine_search.h"
-#include "geo/lat_lon.h"
+#include "geo/coordinate_text.h"
 #include "ui/prediction/ion_cap.h"
 #include "ui/prediction/raised.h"
 
@@ -19,10 +19,10 @@ constexpr const char* kInvalidPower =
 constexpr const char* kInvalidTakeoff =
     "Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters tab";
 
-/// A text that is there but begins with no number. Missing and illegal numbers are found with all
-/// the other parameters before a run.
-bool IsNoNumber(const std::string& text) {
-  return !Trim(text).empty() && !BeginsWithNumber(text);
+/// Whether the engine interface refuses a text that is there. The validation before a run reports
+/// a missing one.
+bool Refused(const std::string& text, bool in_range) {
+  return !Trim(text).empty() && !(BeginsWithNumber(text) && in_range);
 }
 
 }  // namespace
@@ -39,9 +39,15 @@ void IonCap::PathsButton_Click() {
     }
     if (!HandPowerTakeoffAndNoise()) return;
     HandFrequencyDependentSettings();
+    // A refused SNR was not handed on; the validation is to find it.
+    const std::string snr = with_.parameters.Snr();
+    const std::string shown_snr = with_.view.Text(TextField::kSNR);
+    const bool snr_refused = StateOf(TextField::kSNR).refused == shown_snr;
+    if (snr_refused) with_.parameters.SetPredictionSNR(shown_snr);
     with_.view.Select(OptionGroup::kDDEOption, requested_by_peer_ ? dde_option::kRequestedByPeer
                                                                   : dde_option::kRequestedHere);
     InitiateForecast();
+    if (snr_refused) with_.parameters.SetPredictionSNR(snr);
   });
 }
 
@@ -70,7 +76,7 @@ void IonCap::Predict(const char* name, int path, int direction) {
     with_.view.Select(OptionGroup::kPredictSignals, direction);
     UpdateStationLabels();
     UpdateConditions();
-    PointInputsChanged();
+    InputsChanged();
     PathsButton_Click();
   });
 }
@@ -90,8 +96,13 @@ bool IonCap::HandPowerTakeoffAndNoise() {
       from ? with_.parameters.DXPower() : with_.view.Text(TextField::kLocalPwr);
   const std::string takeoff = with_.view.Text(TextField::kLocalTakeOff);
   const char* problem = nullptr;
-  if (IsNoNumber(takeoff)) problem = kInvalidTakeoff;
-  if (IsNoNumber(power)) problem = kInvalidPower;
+  using IONCAPModule::Parameters;
+  if (!Parameters::SunspotNumberFitsCard(with_.view.Text(TextField::kSSN))) {
+    problem = Parameters::kSunspotNumberTooLarge;
+  }
+  if (Refused(takeoff, Parameters::TakeoffInRange(takeoff))) problem = kInvalidTakeoff;
+  if (!Parameters::PowerFitsCard(power)) problem = Parameters::kPowerTooLarge;
+  if (Refused(power, Parameters::PowerInRange(power))) problem = kInvalidPower;
   if (problem != nullptr) {
     with_.messages.Show(problem, kProductName);
     return false;
@@ -115,11 +126,15 @@ std::optional<std::size_t> IonCap::BandInForce() {
 }
 
 void IonCap::HandFrequencyDependentSettings() {
+  with_.panel.SetSettingsName({});
   const std::optional<std::size_t> band = BandInForce();
   if (!band) return;
   const BandSettings& settings = with_.configuration.Band(*band);
-  if (!Trim(settings.power).empty()) with_.parameters.SetPredictionPower(settings.power);
-  if (!Trim(settings.takeoff).empty()) with_.parameters.SetPredictionTakeoff(settings.takeoff);
+  const bool power = !Trim(settings.power).empty();
+  const bool takeoff = !Trim(settings.takeoff).empty();
+  if (power) with_.parameters.SetPredictionPower(settings.power);
+  if (takeoff) with_.parameters.SetPredictionTakeoff(settings.takeoff);
+  if (power || takeoff) with_.panel.SetSettingsName(std::string(kBandNames.at(*band)));
 }
 
 void IonCap::InitiateForecast() {
@@ -128,7 +143,8 @@ void IonCap::InitiateForecast() {
     if ((Running() && RefuseSecondRun()) || !StationsCanBePredicted()) return true;
     HandPathAndDate();
     StartRun();
-    UpdateSolarBars();
+    // The bars of a chart stay with it when there is no new prediction.
+    if (Running() || !with_.chart.HasResult()) UpdateSolarBars();
     with_.diagnostics.DebugLog("IonCap.InitiateForecast: complete");
     return true;
   });
@@ -144,30 +160,26 @@ void IonCap::GiveUpStart() {
 }
 
 bool IonCap::StationsCanBePredicted() {
-  const auto invalid = [&](TextField field, const char* name) {
-    const std::string text = with_.view.Text(field);
-    with_.diagnostics.DebugLog(std::string("   invalid ") + name + ": " + text);
+  // The DX station first: of several invalid coordinates its own are reported.
+  for (const TextField field :
+       {TextField::kDXLat, TextField::kDXLon, TextField::kLocalLat, TextField::kLocalLon}) {
+    const bool is_latitude = field == TextField::kDXLat || field == TextField::kLocalLat;
+    const std::string text = Understood(field);
+    const bool valid = is_latitude ? LatLonModule::ValidLatitude(text, with_.diagnostics)
+                                   : LatLonModule::ValidLongitude(text, with_.diagnostics);
+    if (valid && StateOf(field).refused != text) continue;
+    const std::string name = is_latitude ? "latitude" : "longitude";
+    with_.diagnostics.DebugLog("   invalid " + name + ": " + text);
     with_.view.MarkRefused(field, true);
+    const bool is_dx = field == TextField::kDXLat || field == TextField::kDXLon;
+    const auto axis = is_latitude ? LatLonModule::Axis::kLatitude : LatLonModule::Axis::kLongitude;
+    const std::string whose = is_dx ? "The DX station's " : "Your Station's ";
+    Fail(Trim(text).empty() ? whose + name + " is missing"
+                            : whose + name + " \"" + text + "\" is not valid. Write it like " +
+                                  std::string(LatLonModule::CoordinateExamples(axis)));
     return false;
-  };
-  Diagnostics& log = with_.diagnostics;
-  using LatLonModule::ValidLatitude;
-  using LatLonModule::ValidLongitude;
-  if (!ValidLatitude(with_.view.Text(TextField::kDXLat), log)) {
-    return invalid(TextField::kDXLat, "latitude");
   }
-  if (!ValidLongitude(with_.view.Text(TextField::kDXLon), log)) {
-    return invalid(TextField::kDXLon, "longitude");
-  }
-  bool local = true;
-  if (!ValidLatitude(with_.view.Text(TextField::kLocalLat), log)) {
-    local = invalid(TextField::kLocalLat, "latitude");
-  }
-  if (!ValidLongitude(with_.view.Text(TextField::kLocalLon), log)) {
-    local = invalid(TextField::kLocalLon, "longitude");
-  }
-  if (!local) Fail("Your Station's latitude or longitude is missing or not valid");
-  return local;
+  return true;
 }
 
 void IonCap::HandPathAndDate() {
@@ -217,6 +229,10 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
   run.summary = with_.results.SummaryLine();
   run.tables_shown = with_.results.TablesShown();
   run.asked = Asked();
+  run.finding = with_.run.Finding();
+  run.inputs = CurrentInputs();
+  run.title = TitleOfRun();
+  SaveStations();
   EnablePredicting(false);
   if (with_.run.EngineProcess() != 0) {
     with_.view.StartTimer(WindowTimer::kEngineWatch, kWatchInterval);

@@ -75,7 +75,7 @@ void IonCap::FinishRun() {
   const PredictionRun run = LeaveRun();
   if (displayed) {
     ShowFinished(run);
-    ShowNotice({});
+    ShowNotice(FinishedNotice(run));
     return;
   }
   if (with_.results.TablesShown() != run.tables_shown) {
@@ -87,19 +87,6 @@ void IonCap::FinishRun() {
   }
   Fail("The results of " + std::string(NameOf(run.engine, kEngineNames)) +
        " could not be displayed" + with_.diagnostics.CaptionHint());
-}
-
-void IonCap::ShowFinished(const PredictionRun& run) {
-  with_.chart.SetOld(false);
-  // The inputs may have changed since; the line tells what was asked.
-  with_.panel.SetText(PanelText::kSummary, run.summary);
-  const Provenance provenance =
-      ProvenanceOf(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
-  with_.view.SetLabel(Label::kProvenance, provenance.difference.empty()
-                                              ? provenance.note
-                                              : provenance.note + "\n" + provenance.difference);
-  ShowEngine(run.engine);
-  with_.view.SetStatus("");
 }
 
 void IonCap::FailDeadEngine() {
@@ -144,7 +131,10 @@ PredictionRun IonCap::LeaveRun() {
 }
 
 void IonCap::Fail(const std::string& reason) {
-  with_.chart.SetOld(with_.chart.HasResult());
+  failed_ = true;
+  failed_inputs_ = CurrentInputs();
+  if (with_.chart.HasResult()) with_.chart.SetSolarBars(chart_bars_);
+  MarkOldChart();
   ShowEngine(with_.chart.HasResult() ? with_.chart.Engine() : EngineChoice::kNone);
   ShowNotice({Notice::Kind::kFailed, reason});
   with_.view.SetStatus("");

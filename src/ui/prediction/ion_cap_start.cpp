@@ -81,9 +81,7 @@ void IonCap::InitializeEngines() {
 void IonCap::InitializeParameters() {
   ShowModes();
   with_.parameters.Initialize();
-  if (with_.view.Selected(OptionGroup::kPath) < 0) {
-    with_.view.Select(OptionGroup::kPath, path_option::kShort);
-  }
+  RestoreStations();
   with_.view.Select(OptionGroup::kDDEOption, dde_option::kRequestedHere);
   if (with_.view.Selected(OptionGroup::kModeSNRCombo) >= 0) {
     UseMode();
@@ -133,6 +131,7 @@ void IonCap::UseMode() {
   const std::string& snr = modes_[static_cast<std::size_t>(selected)].snr;
   Put(TextField::kSNR, snr);
   with_.parameters.SetPredictionSNR(snr);
+  InputsChanged();
 }
 
 /// Shows the new list of modes; the selected mode stays selected by its name, wherever it is now.
@@ -170,12 +169,12 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         break;
       case Configuration::Item::kFreqDependent:
         UpdateConditions();
-        PointInputsChanged();
+        InputsChanged();
         break;
       case Configuration::Item::kAntennas:
-        PointInputsChanged();
-        break;
       case Configuration::Item::kEngine:
+        InputsChanged();
+        break;
       case Configuration::Item::kUrls:
       case Configuration::Item::kDualMonitor:
         // Asked for when they are needed.
@@ -200,6 +199,7 @@ void IonCap::Form_Unload() {
   });
   step([&] { with_.point_prediction.Terminate(); });
   step([&] { SettleFields(); });
+  step([&] { SaveStations(); });
   step([&] {
     SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);
   });

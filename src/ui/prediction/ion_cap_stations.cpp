@@ -1,16 +1,20 @@
 // The two stations: grid squares, coordinates and what is told about them.
 
-#include "common/dates.h"
+#include <array>
+#include <vector>
+
 #include "common/numbers.h"
+#include "common/program.h"
 #include "common/text.h"
 #include "engine/panel_stations.h"
 #include "geo/dx_grid.h"
 #include "geo/path_services.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/solar_bars.h"
 
 namespace skyhop {
 namespace {
+
+constexpr const char* kSection = "Configuration";
 
 struct StationControls {
   TextField latitude;
@@ -72,6 +76,60 @@ std::optional<Position> IonCap::PositionOf(Station station) {
                   LatLonModule::ParseAngle(longitude, with_.diagnostics)};
 }
 
+/// Both stations and the path as the last run of the program left them. A stored square of four
+/// characters stays what the user wrote while it is the station's.
+void IonCap::RestoreStations() {
+  const auto stored = [&](const char* key) {
+    return with_.settings.GetStringSetting(kProductName, kSection, key, "");
+  };
+  const std::string latitude = stored("DXLat");
+  const std::string longitude = stored("DXLon");
+  if (LatLonModule::LatitudeIn(latitude) && LatLonModule::LongitudeIn(longitude)) {
+    Put(TextField::kDXLat, latitude);
+    Put(TextField::kDXLon, longitude);
+    with_.parameters.SetLastPrefix(stored("DXPrefix"));
+  }
+  for (const Station station : {Station::kLocal, Station::kDX}) {
+    const bool local = station == Station::kLocal;
+    const std::string grid = stored(local ? "XGrid" : "DXGrid");
+    const StationControls& controls = local ? kLocalControls : kDXControls;
+    // The texts are compared: they hold no third sign, which a centre on the equator may have.
+    const Position centre = DXGridModule::GetGridCenterLocation(grid);
+    if (LatLonModule::IsUndefined(centre) ||
+        LatLonModule::LatitudeString(centre) != with_.view.Text(controls.latitude) ||
+        LatLonModule::LongitudeString(centre) != with_.view.Text(controls.longitude)) {
+      continue;
+    }
+    Put(controls.grid, grid);
+    InStep(station) = PositionOf(station);
+  }
+  const bool long_path = with_.settings.GetIntegerSetting(kProductName, kSection, "Path", "0") == 1;
+  with_.view.Select(OptionGroup::kPath, long_path ? path_option::kLong : path_option::kShort);
+}
+
+/// Saves the stations at once: the program may end in other ways than by being closed.
+void IonCap::SaveStations() {
+  with_.diagnostics.Trap("IonCap.SaveStations", [&] {
+    std::vector<SettingEntry> entries;
+    const auto add = [&](const char* key, const std::string& value) {
+      entries.push_back({kSection, key, value});
+    };
+    if (PositionOf(Station::kLocal)) {
+      add("XLat", with_.view.Text(TextField::kLocalLat));
+      add("Xlon", with_.view.Text(TextField::kLocalLon));
+      add("XGrid", with_.view.Text(TextField::kLocalGrid));
+    }
+    if (PositionOf(Station::kDX)) {
+      add("DXLat", with_.view.Text(TextField::kDXLat));
+      add("DXLon", with_.view.Text(TextField::kDXLon));
+      add("DXGrid", with_.view.Text(TextField::kDXGrid));
+      add("DXPrefix", ReplaceAll(with_.panel.Text(PanelText::kLastPrefix), "&&", "&"));
+    }
+    add("Path", std::to_string(with_.view.Selected(OptionGroup::kPath)));
+    with_.settings.Store().Save(kProductName, entries);
+  });
+}
+
 void IonCap::UpdateGrid(Station station) {
   const std::optional<Position> position = PositionOf(station);
   std::string grid;
@@ -94,7 +152,7 @@ void IonCap::UpdateLatLon(Station station) {
   InStep(station) = PositionOf(station);
   UpdateStationLabels();
   PreviewSolarBars();
-  PointInputsChanged();
+  InputsChanged();
 }
 
 /// Somebody has written coordinates: a peer, or the engine's setters in the form of their own.
@@ -112,7 +170,7 @@ void IonCap::StationsChanged() {
       if (position && position != InStep(station)) UpdateGrid(station);
     }
     UpdateStationLabels();
-    PointInputsChanged();
+    InputsChanged();
   });
   following_stations_ = false;
 }
@@ -141,32 +199,21 @@ void IonCap::UpdateConditions() {
   };
   std::string power =
       Watts(from ? with_.parameters.DXPower() : with_.view.Text(TextField::kLocalPwr));
-  const std::optional<std::size_t> band = BandInForce();
-  if (band && !Trim(with_.configuration.Band(*band).power).empty()) {
-    power = Watts(with_.configuration.Band(*band).power) + " (as set for " +
-            std::string(kBandLabelTexts.at(*band)) + ")";
+  if (const std::optional<std::size_t> band = BandInForce()) {
+    const BandSettings& settings = with_.configuration.Band(*band);
+    const std::string origin =
+        " (as set for " + std::string(kBandLabelTexts.at(*band)) + ", in place of ";
+    if (!Trim(settings.power).empty()) power = Watts(settings.power) + origin + power + ")";
+    if (!Trim(settings.takeoff).empty()) {
+      power += " from " + std::string(Trim(settings.takeoff)) + "\u00B0 up" + origin +
+               with_.view.Text(TextField::kLocalTakeOff) + "\u00B0)";
+    }
   }
   with_.view.SetLabel(Label::kConditions,
                       from ? "The DX station transmits " + power + "; your station listens in " +
                                  noise(with_.parameters.LocalNoiseIndex())
                            : "Your station transmits " + power + "; the DX station listens in " +
                                  noise(with_.parameters.DXNoiseIndex()));
-}
-
-/// The bars under a chart belong to its prediction; only while there is none they follow the
-/// fields.
-void IonCap::PreviewSolarBars() {
-  if (!with_.chart.HasResult()) UpdateSolarBars();
-}
-
-void IonCap::UpdateSolarBars() {
-  const auto date = ParseDate(with_.view.Text(TextField::kTheDate));
-  if (!date) return;
-  const auto row = [&](Station station) {
-    const std::optional<Position> position = PositionOf(station);
-    return position ? ComputeSunRow(*position, *date) : SunRow();
-  };
-  with_.chart.SetSolarBars({row(Station::kLocal), row(Station::kDX)});
 }
 
 }  // namespace skyhop

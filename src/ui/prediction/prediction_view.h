@@ -18,8 +18,7 @@ enum class Tab { kParameters, kTransmitter, kReceiver, kConditions, kPrediction 
 /// What the button of a notice does.
 enum class NoticeAction {
   kNone,               ///< the notice has no button
-  kShowTransmitter,    ///< opens the tab "Transmitter"
-  kShowConditions,     ///< opens the tab "Conditions"
+  kShowReceiver,       ///< opens the tab "Receiver", where mode, SNR and reliability are
   kShowConfiguration,  ///< opens the Configuration window
   kRetryDownload,      ///< downloads the sunspot number once more
 };

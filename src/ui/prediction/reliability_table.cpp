@@ -7,26 +7,53 @@
 #include "common/text.h"
 #include "engine/point_snr.h"
 #include "ui/prediction/bands.h"
+#include "ui/prediction/surface_views.h"
 
 namespace skyhop {
 namespace {
 
 constexpr std::size_t kHours = kHourCount - 1;
-/// 160 m is not predicted.
-constexpr std::size_t kRows = kBandCount - 1;
 
 constexpr const char* kUnknown = "\u2013";
+
+/// 160 m is not predicted with reliabilities.
+std::size_t RowsOf(const PredictedDay& day) {
+  return day.HasSnr() ? kBandCount - 1 : kBandCount;
+}
 
 std::size_t BandOf(std::size_t row) {
   return kBandCount - 1 - row;
 }
 
-double RowTop(const Rectangle& area, std::size_t row) {
-  return std::round(area.top + area.height * static_cast<double>(row) / kRows);
+double RowTop(const Rectangle& area, std::size_t row, std::size_t rows) {
+  return std::round(area.top + area.height * static_cast<double>(row) / static_cast<double>(rows));
 }
 
 double ColumnLeft(const Rectangle& area, std::size_t hour) {
   return std::round(area.left + area.width * static_cast<double>(hour) / kHours);
+}
+
+/// The text of a cell and the reliability by whose steps it is coloured.
+struct Cell {
+  std::string text;
+  int percent = 0;
+};
+
+Cell ReliabilityCell(const ResultsTable& table, std::size_t band, std::size_t hour) {
+  const std::optional<int> percent = ReliabilityPercent(table, band, hour);
+  return {percent ? std::to_string(*percent) : kUnknown, percent.value_or(0)};
+}
+
+/// The share of the days that each level begins with, in percent.
+constexpr std::array<int, 4> kLevelPercents = {0, 10, 50, 90};
+
+Cell LevelCell(const PredictedDay& day, std::size_t band, std::size_t hour) {
+  if (!day.table.reached.at(hour)) return {"\u00D7", 0};
+  const auto level = static_cast<std::size_t>(OpenLevel(day, band, hour).value_or(0));
+  if (level == 0) return {"", 0};
+  // The lightest step but one, then the two darkest.
+  constexpr std::array<int, 4> colored = {0, 30, 70, 95};
+  return {std::to_string(level), colored.at(level)};
 }
 
 }  // namespace
@@ -50,37 +77,69 @@ std::optional<int> ReliabilityPercent(const ResultsTable& table, std::size_t ban
   return static_cast<int>(std::lround(std::clamp(percent, 0.0, 100.0)));
 }
 
-std::optional<std::size_t> BandOfRow(const Rectangle& area, double y) {
-  for (std::size_t row = 0; row < kRows; ++row) {
-    if (y >= RowTop(area, row) && y < RowTop(area, row + 1)) return BandOf(row);
+std::optional<std::size_t> BandOfRow(const PredictedDay& day, const Rectangle& area, double y) {
+  const std::size_t rows = RowsOf(day);
+  for (std::size_t row = 0; row < rows; ++row) {
+    if (y >= RowTop(area, row, rows) && y < RowTop(area, row + 1, rows)) return BandOf(row);
   }
   return std::nullopt;
 }
 
-void PaintReliabilityTable(Surface& surface, const ResultsTable& table, const Rectangle& area,
-                           double text_size, const ChartPalette& palette) {
+std::string_view TableCaption(const PredictedDay& day) {
+  return day.HasSnr() ? "Reliability: percent of the days that reach the required SNR"
+                      : "Open bands: 3 on 90 % of the days or more, 2 on 50 %, 1 on 10 %; \u00D7 "
+                        "required reliability not reached";
+}
+
+std::string CellWords(const PredictedDay& day, std::size_t band, std::size_t hour) {
+  if (!day.table.reached.at(hour)) return "required reliability not reached";
+  const auto level = static_cast<std::size_t>(OpenLevel(day, band, hour).value_or(0));
+  if (level == 0) return "closed";
+  return "open on " + std::to_string(kLevelPercents.at(level)) + " % of the days or more";
+}
+
+void PaintHatching(Surface& surface, const Rectangle& area, const ChartPalette& palette,
+                   double text_size) {
+  surface.FillRectangle(area, palette.shade);
+  PartSurface part(surface, area);
+  // The lines of neighbouring areas meet.
+  const double step = std::max(4.0, std::round(text_size * 0.6));
+  const double first = std::ceil((area.left + area.top) / step) * step - area.left - area.top;
+  for (double x = first; x < area.width + area.height; x += step) {
+    part.Line({x, 0}, {x - area.height, area.height}, {palette.hatch});
+  }
+}
+
+void PaintBandTable(Surface& surface, const PredictedDay& day, const Rectangle& area,
+                    double text_size, const ChartPalette& palette) {
+  const std::size_t rows = RowsOf(day);
   const double width = area.width / kHours;
-  const double height = area.height / kRows;
+  const double height = area.height / static_cast<double>(rows);
   const double size = std::min({text_size, width / 2.1, height / 1.3});
-  // Smaller than this nobody reads it.
+  // Numbers smaller than this cannot be read.
   const bool numbers = size >= 7;
-  for (std::size_t row = 0; row < kRows; ++row) {
+  for (std::size_t row = 0; row < rows; ++row) {
     const std::size_t band = BandOf(row);
-    const double top = RowTop(area, row);
-    const double bottom = RowTop(area, row + 1);
+    const double top = RowTop(area, row, rows);
+    const double bottom = RowTop(area, row + 1, rows);
     const double middle = (top + bottom) / 2;
     surface.Text({area.left - 8, middle}, kBandLabelTexts.at(band),
                  {.size = text_size, .color = palette.text, .horizontal = HorizontalAlign::kRight});
     for (std::size_t hour = 0; hour < kHours; ++hour) {
-      const std::optional<int> percent = ReliabilityPercent(table, band, hour);
+      const Cell cell =
+          day.HasSnr() ? ReliabilityCell(day.table, band, hour) : LevelCell(day, band, hour);
       const double left = ColumnLeft(area, hour);
-      const double right = ColumnLeft(area, hour + 1);
-      const CellColors cell = ReliabilityColors(percent.value_or(0));
-      surface.FillRectangle({left + 1, top + 1, right - left - 1, bottom - top - 1}, cell.fill);
-      if (!numbers) continue;
-      surface.Text({(left + right) / 2, middle},
-                   percent ? std::to_string(*percent) : std::string(kUnknown),
-                   {.size = size, .color = cell.ink, .horizontal = HorizontalAlign::kCenter});
+      const Rectangle inside{left + 1, top + 1, ColumnLeft(area, hour + 1) - left - 1,
+                             bottom - top - 1};
+      const CellColors colors = ReliabilityColors(cell.percent);
+      if (day.table.reached.at(hour)) {
+        surface.FillRectangle(inside, colors.fill);
+      } else {
+        PaintHatching(surface, inside, palette, text_size);
+      }
+      if (!numbers || cell.text.empty()) continue;
+      surface.Text({(inside.left + inside.Right() - 1) / 2, middle}, cell.text,
+                   {.size = size, .color = colors.ink, .horizontal = HorizontalAlign::kCenter});
     }
   }
 }

@@ -37,6 +37,9 @@ class ViewPanel : public PredictionPanel {
   [[nodiscard]] Antenna AntennaOf(Station station) const override {
     return configuration_->AntennaOf(station);
   }
+  [[nodiscard]] std::string SettingsName() const override { return settings_name_; }
+  /// Names the settings set of the next prediction, such as "20M"; empty for the ordinary one.
+  void SetSettingsName(const std::string& name) { settings_name_ = name; }
   void RestoreWindow() override { view_->RestoreWindow(); }
   void StationsChanged() override {
     if (on_stations_) on_stations_();
@@ -47,6 +50,7 @@ class ViewPanel : public PredictionPanel {
   Configuration* configuration_;
   std::string last_prefix_;
   std::string summary_;
+  std::string settings_name_;
   std::function<void()> on_stations_;
   std::function<void(TextField)> on_text_;
 };

@@ -61,20 +61,24 @@ std::string PngFile(const wxBitmap& picture) {
   return content;
 }
 
-/// Asks for a file name and writes what `make` yields for it.
+/// Asks for a file name and writes what `make` yields for it. Returns what was done, empty for
+/// nothing.
 template <class MakeContent>
-void SaveAs(wxWindow* parent, const wxString& title, const wxString& name, const wxString& wildcard,
-            MakeContent make) {
+std::string SaveAs(wxWindow* parent, const wxString& title, const wxString& name,
+                   const wxString& wildcard, MakeContent make) {
   wxFileDialog dialog(parent, title, wxString(), name, wildcard, wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   const NestedLoops::Scope open;
-  if (dialog.ShowModal() != wxID_OK) return;
+  if (dialog.ShowModal() != wxID_OK) return {};
   wxFileName file(dialog.GetPath());
   try {
     const std::string content = make(file, dialog.GetFilterIndex());
-    WriteFileAtOnce(PathFromText(FromWx(file.GetFullPath())), content);
+    const std::string name_of_file = FromWx(file.GetFullPath());
+    WriteFileAtOnce(PathFromText(name_of_file), content);
+    return "Saved " + name_of_file;
   } catch (const std::exception& error) {
     Tell(parent, std::string("The file was not saved: ") + error.what());
   }
+  return {};
 }
 
 class ChartPrintout : public wxPrintout {
@@ -108,48 +112,51 @@ class ChartPrintout : public wxPrintout {
 
 }  // namespace
 
-void SaveChart(wxWindow* parent, const IonCap& controller) {
-  SaveAs(parent, "Save the chart", "skyhop-chart.png",
-         "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg", [&](wxFileName& file, int filter) {
-           const wxString ending = file.GetExt().Lower();
-           // An ending that was typed counts more than the list's choice.
-           const bool svg = ending == "svg" || (ending != "png" && filter == 1);
-           if (ending != "svg" && ending != "png") {
-             file.SetFullName(file.GetFullName() + (svg ? ".svg" : ".png"));
-           }
-           return svg ? controller.ChartAsSvg() : PngFile(MakePicture(controller));
-         });
+std::string SaveChart(wxWindow* parent, const IonCap& controller) {
+  return SaveAs(parent, "Save the chart", "skyhop-chart.png",
+                "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg",
+                [&](wxFileName& file, int filter) {
+                  const wxString ending = file.GetExt().Lower();
+                  // An ending that was typed counts more than the list's choice.
+                  const bool svg = ending == "svg" || (ending != "png" && filter == 1);
+                  if (ending != "svg" && ending != "png") {
+                    file.SetFullName(file.GetFullName() + (svg ? ".svg" : ".png"));
+                  }
+                  return svg ? controller.ChartAsSvg() : PngFile(MakePicture(controller));
+                });
 }
 
-void SaveResults(wxWindow* parent, const IonCap& controller) {
-  SaveAs(parent, "Save the results", "skyhop-results.csv", "Comma-separated values (*.csv)|*.csv",
-         [&](wxFileName& file, int) {
-           if (!file.HasExt()) file.SetExt("csv");
-           return controller.ResultsAsCsv();
-         });
+std::string SaveResults(wxWindow* parent, const IonCap& controller) {
+  return SaveAs(parent, "Save the results", "skyhop-results.csv",
+                "Comma-separated values (*.csv)|*.csv", [&](wxFileName& file, int) {
+                  if (!file.HasExt()) file.SetExt("csv");
+                  return controller.ResultsAsCsv();
+                });
 }
 
-void PrintChart(wxWindow* parent, const IonCap& controller) {
+std::string PrintChart(wxWindow* parent, const IonCap& controller) {
   wxPrintDialogData data;
   data.EnablePageNumbers(false);
   data.GetPrintData().SetOrientation(wxLANDSCAPE);
   const NestedLoops::Scope open;
   wxPrinter printer(&data);
   ChartPrintout printout(controller);
-  if (!printer.Print(parent, &printout, true) && wxPrinter::GetLastError() == wxPRINTER_ERROR) {
-    Tell(parent, "The chart could not be printed.");
-  }
+  if (printer.Print(parent, &printout, true)) return "The chart was sent to the printer";
+  if (wxPrinter::GetLastError() == wxPRINTER_ERROR) Tell(parent, "The chart could not be printed.");
+  return {};
 }
 
-void CopyChart(wxWindow* parent, const IonCap& controller) {
+std::string CopyChart(wxWindow* parent, const IonCap& controller) {
   const wxClipboardLocker clipboard;
   try {
-    if (!clipboard || !wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(controller)))) {
-      Tell(parent, "The chart could not be copied: another program holds the clipboard.");
+    if (clipboard && wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(controller)))) {
+      return "The chart was copied";
     }
+    Tell(parent, "The chart could not be copied: another program holds the clipboard.");
   } catch (const Error& error) {
     Tell(parent, std::string("The chart could not be copied: ") + error.what());
   }
+  return {};
 }
 
 }  // namespace skyhop

@@ -10,11 +10,11 @@ namespace skyhop {
 // over `parent`.
 
 /// Asks for a file name; the ending chooses between SVG and PNG.
-void SaveChart(wxWindow* parent, const IonCap& controller);
+std::string SaveChart(wxWindow* parent, const IonCap& controller);
 /// Asks for a file name and saves the results as comma-separated values.
-void SaveResults(wxWindow* parent, const IonCap& controller);
-void PrintChart(wxWindow* parent, const IonCap& controller);
+std::string SaveResults(wxWindow* parent, const IonCap& controller);
+std::string PrintChart(wxWindow* parent, const IonCap& controller);
 /// Puts the chart onto the clipboard as a picture.
-void CopyChart(wxWindow* parent, const IonCap& controller);
+std::string CopyChart(wxWindow* parent, const IonCap& controller);
 
 }  // namespace skyhop

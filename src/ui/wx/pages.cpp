@@ -191,6 +191,7 @@ void FillPredictionPage(wxPanel& panel, ControlSet& controls) {
   wxFlexGridSizer* grid = page.Grid(last, 2, 1);
   grid->AddGrowableCol(1);
   page.CaptionedLabel(last, grid, "Engine:", Label::kEngineLabel);
+  page.CaptionedLabel(last, grid, "Computed by:", Label::kComputedBy);
   page.CaptionedLines(last, grid, "Path:", Label::kSummary);
   page.Options(last, OptionGroup::kDDEOption, kRequesters, wxHORIZONTAL);
 

@@ -199,7 +199,7 @@ void PredictionFrame::Clicked(Button button) {
     case Button::kPredictLPFromCmd:
     case Button::kSNRPredictCmd:
       // A key can start a prediction while a field still has the focus.
-      if (!controls_->CommitFocusedField() || !controller_->FieldsAccepted()) return;
+      if (!controller_->FieldsAccepted()) return;
       break;
     default:
       break;

@@ -29,13 +29,16 @@ class PredictionFrame::MenuMaker {
   }
 
   /// A command on the chart's results; of no use while there are none.
-  void OnChart(const wxString& text, void (*action)(wxWindow*, const IonCap&)) {
+  void OnChart(const wxString& text, std::string (*action)(wxWindow*, const IonCap&)) {
     PredictionFrame* const frame = frame_;
     const wxMenuItem* const item = menu_->Append(wxID_ANY, text);
     frame->Bind(
         wxEVT_MENU,
         [frame, action](wxCommandEvent&) {
-          if (frame->controller_ != nullptr) action(frame, *frame->controller_);
+          if (frame->controller_ == nullptr) return;
+          // The status bar confirms what was done.
+          const std::string done = action(frame, *frame->controller_);
+          if (!done.empty()) frame->SetStatus(done);
         },
         item->GetId());
     frame->Bind(

@@ -186,6 +186,22 @@ TEST_F(Pane, ReadsOutOpenBandsAtTheTimeIndex) {
   EXPECT_TRUE(pane.ReadoutAtTimeIndex().ends_with("open: no band"));
 }
 
+TEST_F(Pane, SaysWhichHoursDoNotReachTheRequiredReliability) {
+  ResultsTable result = testing::NewYorkLondon();
+  result.reached.at(13) = false;
+  Display(result);
+  const auto readout = [&](double time) {
+    const Rectangle& plot = pane.Plot();
+    return pane.Readout({plot.left + plot.width * time / 24, plot.top + plot.height / 2});
+  };
+  EXPECT_NE(readout(13.25).find("required reliability not reached"), std::string::npos);
+  EXPECT_NE(readout(13.25).find("LUF \u2013"), std::string::npos) << readout(13.25);
+  EXPECT_EQ(readout(11.5).find("not reached"), std::string::npos);
+  while (pane.TimeIndex() < 12.5) pane.StepTimeIndex(1);
+  EXPECT_NE(pane.ReadoutAtTimeIndex().find("required reliability not reached"), std::string::npos);
+  EXPECT_EQ(pane.ReadoutAtTimeIndex().find("open:"), std::string::npos);
+}
+
 TEST_F(Pane, LeavesOutWhatIsNotPredictedAtAllAndShowsADashForAnHour) {
   ResultsTable result = testing::NewYorkLondonReliability();
   result.frequencies[rows::kMuf50][14] = 0;

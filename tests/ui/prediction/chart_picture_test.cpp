@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <string>
@@ -11,7 +12,6 @@
 #include "common/files.h"
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
-#include "ui/prediction/reliability_table.h"
 #include "ui/prediction/sample_results.h"
 #include "ui/prediction/svg_surface.h"
 #include "ui/prediction/text_width.h"
@@ -21,8 +21,9 @@ namespace {
 
 using testing::DrawingCall;
 
-const PictureTexts kTexts{"SP 24 db 3481 mi  to propagation New York to London on 15-Nov-26",
-                          "VOACAP LUF && MUF", "16.1207W", "105"};
+constexpr const char* kTitle =
+    "FN20 \u2192 IO91 \u00B7 51\u00B0 \u00B7 3480 miles \u00B7 short path \u00B7 1500 W";
+constexpr const char* kProvenance = "VOACAP 16.1207W \u00B7 sunspot number 105";
 
 /// 2 to 52 MHz, the axis on which the low bands come closest together.
 ResultsTable LongAxis() {
@@ -39,47 +40,85 @@ struct Sample {
   const char* name;
   ResultsTable table;
   EngineChoice engine = EngineChoice::kVoaCap;
+  bool open_bands = true;
+  bool curves = true;
+  bool keys = true;
+  bool table_view = false;
+  bool old = false;
+  double time = 12;
   PictureOptions options{};
-  PictureTexts texts = kTexts;
+  std::string title = kTitle;
 };
 
+/// A day of which the first hours do not reach the required reliability.
+ResultsTable PartlyReached() {
+  ResultsTable table = testing::NewYorkLondon();
+  for (std::size_t hour : {0, 1, 2, 24}) table.reached.at(hour) = false;
+  return table;
+}
+
 std::vector<Sample> Samples() {
-  PictureTexts snr_texts = kTexts;
-  snr_texts.engine = "VOACAP SNR && Prob";
-  PictureTexts long_texts = kTexts;
-  long_texts.summary =
-      "LP 24 db 21496 mi  from propagation "
-      "Llanfairpwllgwyngyllgogerychwyrndrobwllllantysiliogogogoch"
-      " <North Wales> & surroundings to Queanbeyan-Palerang, New South Wales on 15-Nov-26 "
-      "(contest weekend with the big antenna settings) and some more words that nobody needs";
-  const PictureOptions small{.width = 100, .height = 100, .time_index = 24};
+  std::string long_title = kTitle;
+  while (long_title.size() < 400) long_title += " <North Wales> & Queanbeyan";
+  const PictureOptions small{.width = 100, .height = 100};
   return {
-      {"luf-muf-open", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.time_index = 13.0833}},
-      {"luf-muf", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_open_bands = false}},
-      {"open-only", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_curves = false}},
-      {"no-keys", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_color_keys = false}},
-      {"reliability", testing::NewYorkLondonReliability(), EngineChoice::kVoaCapSnr, {}, snr_texts},
-      {"table",
-       testing::NewYorkLondonReliability(),
-       EngineChoice::kVoaCapSnr,
-       {.show_table = true, .time_index = 13},
-       snr_texts},
-      {"no-table", testing::NewYorkLondon(), EngineChoice::kVoaCap, {.show_table = true}},
-      {"long-axis", LongAxis(), EngineChoice::kVoaCap, {}},
-      {"long-summary", LowestBands(), EngineChoice::kIcePac, small, long_texts},
-      {"scaled", LongAxis(), EngineChoice::kVoaCap, {.scale = 2, .time_index = 0}},
-      {"nothing", testing::EmptyResult(), EngineChoice::kVoaCap, {}, {}},
+      {.name = "luf-muf-open", .table = testing::NewYorkLondon(), .time = 13.0833},
+      {.name = "luf-muf", .table = testing::NewYorkLondon(), .open_bands = false},
+      {.name = "no-keys", .table = testing::NewYorkLondon(), .keys = false},
+      {.name = "unreached", .table = PartlyReached(), .old = true},
+      {.name = "reliability",
+       .table = testing::NewYorkLondonReliability(),
+       .engine = EngineChoice::kVoaCapSnr},
+      {.name = "table",
+       .table = testing::NewYorkLondonReliability(),
+       .engine = EngineChoice::kVoaCapSnr,
+       .table_view = true,
+       .old = true},
+      {.name = "levels", .table = PartlyReached(), .table_view = true},
+      {.name = "long-axis", .table = LongAxis()},
+      {.name = "small",
+       .table = LowestBands(),
+       .engine = EngineChoice::kIcePac,
+       .time = 24,
+       .options = small,
+       .title = long_title},
+      {.name = "scaled", .table = LongAxis(), .time = 0, .options = {.scale = 2}},
+      {.name = "nothing", .table = testing::EmptyResult(), .title = ""},
   };
 }
 
 class ChartPicture : public ::testing::Test {
  protected:
+  /// Does `draw` with the pane of a sample.
+  template <class Draw>
+  void With(const Sample& s, Draw draw) {
+    ChartPane pane(s.table, log.diagnostics, log.clock);
+    pane.DisplayTable(s.engine);
+    pane.SetOpenBandEnable(s.open_bands);
+    pane.SetPlotEnable(s.curves);
+    pane.ShowColorKeys(s.keys);
+    pane.SetTableView(s.table_view);
+    pane.SetOld(s.old);
+    pane.SetTitle(s.title);
+    pane.SetProvenance(kProvenance);
+    const std::chrono::year_month_day date{std::chrono::year(2026), std::chrono::month(11),
+                                           std::chrono::day(15)};
+    const Position here{{40, 30, 0, -1}, {74, 15, 0, -1}};
+    pane.SetSolarBars({ComputeSunRow(here, date), ComputeSunRow(here, date)});
+    ChartPane picture(s.table, log.diagnostics, log.clock);
+    pane.Resize(900, 500, 12);
+    pane.StepTimeIndex(static_cast<int>(s.time - pane.TimeIndex()));
+    picture.ShowLike(pane);
+    draw(picture);
+  }
   std::string Svg(const Sample& s) {
-    return PictureAsSvg(s.table, s.engine, s.texts, s.options, log.diagnostics, log.clock);
+    std::string svg;
+    With(s, [&](ChartPane& pane) { svg = PictureAsSvg(pane, s.options); });
+    return svg;
   }
   testing::RecordingSurface Record(const Sample& s) {
     testing::RecordingSurface surface;
-    PaintPicture(surface, s.table, s.engine, s.texts, s.options, log.diagnostics, log.clock);
+    With(s, [&](ChartPane& pane) { PaintPicture(surface, pane, s.options); });
     return surface;
   }
 
@@ -144,29 +183,24 @@ TEST_F(ChartPicture, ExplainsJustWhatItShows) {
     std::string text;
     bool expected;
   } cases[] = {
-      {"luf-muf-open", "VOACAP LUF & MUF 16.1207W \u00B7 sunspot number 105", true},
-      {"luf-muf-open", "13:05", true},
+      {"luf-muf-open", kTitle, true},
+      {"luf-muf-open", kProvenance, true},
       {"luf-muf-open", "maximum useable frequency  - 90% confidence", true},
       {"luf-muf-open", "opens or closes in this hour", true},
-      {"luf-muf-open", "(not predicted)", false},
-      {"luf-muf", "lowest useable frequency", true},
-      {"luf-muf", "opens or closes in this hour", false},
-      {"open-only", "lowest useable frequency", false},
-      {"open-only", "open with at least 90% confidence", true},
+      {"luf-muf-open", "twilight", true},
+      {"luf-muf-open", "required reliability not reached", false},
+      {"luf-muf-open", "Previous prediction", false},
+      {"luf-muf-open", "6 m", false},
+      {"unreached", "required reliability not reached", true},
+      {"unreached", "Previous prediction", true},
       {"no-keys", "lowest useable frequency", false},
       {"reliability", "reliability above 80%", true},
-      {"reliability", "(not predicted)", true},
       {"reliability", "MHz", true},
       {"table", "MHz", false},
+      {"table", "Previous prediction", true},
       {"table", "reliability above 80%", false},
-      {"table",
-       "VOACAP SNR & Prob 16.1207W \u00B7 sunspot number 105 \u00B7 " +
-           std::string(kReliabilityCaption),
-       true},
-      {"no-table", "MHz", true},
-      {"nothing", "There is no prediction to show", true},
-      {"nothing", "lowest useable frequency", false},
-      {"luf-muf", "There is no prediction to show", false},
+      {"levels", "\u00D7", true},
+      {"nothing", "The results hold no frequencies", true},
   };
   const std::vector<Sample> samples = Samples();
   for (const auto& c : cases) {
@@ -178,29 +212,20 @@ TEST_F(ChartPicture, ExplainsJustWhatItShows) {
   }
 }
 
-TEST_F(ChartPicture, KeepsBandLinesWhereTheAxisHasThem) {
-  const Sample sample{"", LowestBands()};
-  const testing::RecordingSurface surface = Record(sample);
-  IONCAPModule::PredictionChart chart(sample.table, EvenLayout({80, 100, 864, 450}, 14),
-                                      log.diagnostics, log.clock);
-  chart.ComputeAxis(sample.engine);
-  // The axis labels tell where the picture's plot is.
-  double top = 0;
-  double bottom = 0;
-  for (const DrawingCall& text : surface.Texts()) {
-    if (text.text == chart.YLabels().back()) top = text.from.y;
-    if (text.text == chart.YLabels().front()) bottom = text.from.y;
-  }
-  ASSERT_GT(bottom, top);
-  const auto lines = surface.Lines();
-  for (const float frequency : kBandLineFrequencies) {
-    const double y =
-        bottom - (frequency - chart.FMin()) / (chart.FMax() - chart.FMin()) * (bottom - top);
-    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(), [&](const DrawingCall& line) {
-      return line.from.y == line.to.y && std::abs(line.from.y - y) <= 1.01 &&
-             line.to.x - line.from.x > 500;
-    })) << frequency;
-  }
+TEST_F(ChartPicture, HatchesTheHoursThatAreNotReached) {
+  const ChartPalette& palette = kLightPalette;
+  const auto shaded = [&](const Sample& sample) {
+    double width = 0;
+    for (const DrawingCall& call : Record(sample).Only(DrawingCall::Kind::kRectangle)) {
+      if (call.pen.color == palette.shade) width += call.area.width;
+    }
+    return width;
+  };
+  const std::vector<Sample> samples = Samples();
+  EXPECT_EQ(shaded(samples[0]), 0);
+  // Half an hour on both sides of 0 to 2 and of 24 within the day, and the sample of the key.
+  const double hour = std::floor((1040 - 48 - std::ceil(12 * 4.4) - std::ceil(12 * 4.6)) / 24);
+  EXPECT_NEAR(shaded(samples[3]), 3 * hour + 30, 1.5);
 }
 
 TEST_F(ChartPicture, IsTheApprovedOne) {

@@ -1,6 +1,5 @@
 #include "common/files.h"
 #include "ion_cap_fixture.h"
-#include "ui/prediction/reliability_table.h"
 
 namespace skyhop::testing {
 namespace {
@@ -62,22 +61,27 @@ TEST_F(IonCapRunTest, WithoutADXStationNothingStarts) {
   EXPECT_TRUE(launcher_.starts.empty());
 }
 
-TEST_F(IonCapRunTest, AnInvalidDXStationStartsNothingAndShowsNothing) {
+TEST_F(IonCapRunTest, AnInvalidDXStationStartsNothingAndOpensNoBox) {
   Start();
   const struct {
     TextField field;
     const char* text;
     const char* line;
-  } cases[] = {{TextField::kDXLat, "91 0' 0\" N", "   invalid latitude: 91 0' 0\" N"},
-               {TextField::kDXLon, "200 W", "   invalid longitude: 200 W"}};
-  for (const auto& [field, text, line] : cases) {
+    const char* notice;
+  } cases[] = {
+      {TextField::kDXLat, "91 0' 0\" N", "   invalid latitude: 91 0' 0\" N",
+       "The DX station's latitude \"91 0' 0\" N\" is not valid. Write it like 33 54' 0\" S, "
+       "33.9 S or -33.9"},
+      {TextField::kDXLon, "200 W", "   invalid longitude: 200 W",
+       "The DX station's longitude \"200 W\" is not valid. Write it like 18 25' 0\" E, 18.42 E or "
+       "18.42"}};
+  for (const auto& [field, text, line, notice] : cases) {
     const std::string before = view_.Text(field);
-    const Notice notice = view_.notice;
     view_.SetText(field, text);
     window_.PathsButton_Click();
-    EXPECT_EQ(log_.debug.back(), line);
+    EXPECT_TRUE(Logged(line));
     EXPECT_TRUE(view_.Marked(field));
-    EXPECT_EQ(view_.notice, notice);
+    EXPECT_EQ(view_.notice.text, notice);
     view_.SetText(field, before);
   }
   EXPECT_TRUE(messages_.shown.empty());
@@ -169,8 +173,10 @@ TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
     const char* takeoff;
     std::string note{};
   } cases[] = {
-      {true, 14074, "400", "12", " (as set for 20 m)"},
-      {true, 7030, "90", "3", " (as set for 40 m)"},
+      {true, 14074, "400", "12",
+       " (as set for 20 m, in place of 1500 W) from 12\u00B0 up (as set for 20 m, in place of "
+       "3\u00B0)"},
+      {true, 7030, "90", "3", " (as set for 40 m, in place of 1500 W)"},
       {true, 18100, "1500", "3"},
       {true, 0, "1500", "3"},
       {true, std::nullopt, "1500", "3"},
@@ -188,6 +194,7 @@ TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
     window_.PathsButton_Click();
     EXPECT_EQ(parameters_.Power(), power) << kilohertz.value_or(-1);
     EXPECT_EQ(parameters_.Takeoff(), takeoff) << kilohertz.value_or(-1);
+    EXPECT_EQ(panel_.SettingsName().empty(), note.empty());
     window_.AbortButton_Click();
   }
 }
@@ -255,6 +262,8 @@ TEST_F(IonCapRunTest, CompleteResultsAreShownAtOnceAndTheEngineIsEnded) {
   ExpectIdle();
   EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{kProcess});
   EXPECT_TRUE(chart_.HasResult());
+  EXPECT_TRUE(chart_.Old()) << "the other direction is another prediction";
+  Choose(OptionGroup::kPredictSignals, 1, &IonCap::PredictSignals_Click);
   EXPECT_FALSE(chart_.Old());
   EXPECT_EQ(view_.notice, Notice());
   EXPECT_NE(view_.Shown(Label::kProvenance), "");
@@ -431,7 +440,7 @@ TEST_F(IonCapRunTest, AbortEndsTheEngineAndKeepsTheChartAsOld) {
   PredictToTheEnd();
   Predict();
   window_.AbortButton_Click();
-  EXPECT_EQ(log_.debug.back(), "IonCap.AbortButton_Click");
+  EXPECT_TRUE(Logged("IonCap.AbortButton_Click"));
   ExpectIdle();
   EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{102});
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
@@ -457,14 +466,145 @@ TEST_F(IonCapRunTest, TheChartIsOfferedToOthers) {
   EXPECT_EQ(window_.ResultsAsCsv(), "");
   PredictToTheEnd();
   EXPECT_EQ(window_.ResultsAsCsv().substr(0, 4), "hour");
-  EXPECT_NE(window_.ChartAsSvg().find("propagation to DX"), std::string::npos);
+  EXPECT_NE(window_.ChartAsSvg().find("FN20vm \u2192 IO91wm"), std::string::npos);
   chart_.DisplayTable(EngineChoice::kVoaCapSnr);
   const auto tells_table = [&] {
-    return window_.ChartAsSvg().find(kReliabilityCaption) != std::string::npos;
+    return window_.ChartAsSvg().find("Reliability: percent of the days") != std::string::npos;
   };
   EXPECT_FALSE(tells_table());
   Check(CheckBox::kShowTableCheck, true, &IonCap::ShowTableCheck_Click);
   EXPECT_TRUE(tells_table()) << "what is saved is what is shown";
+}
+
+TEST_F(IonCapRunTest, TheChartIsOldWhileAnInputDiffersFromItsOwn) {
+  Start();
+  PredictToTheEnd();
+  EXPECT_EQ(
+      chart_.Title(),
+      "FN20vm \u2192 IO91wm \u00B7 51\u00B0 \u00B7 3480 miles \u00B7 short path \u00B7 1500 W "
+      "\u00B7 24 dB \u00B7 reliability 10 % \u00B7 15-Nov-26");
+  const struct {
+    const char* what;
+    std::function<void()> change;
+    std::function<void()> back;
+  } cases[] = {
+      {"field", [&] { Type(TextField::kDXLat, "52 N"); },
+       [&] { Type(TextField::kDXLat, "51 30 N"); }},
+      {"reliability", [&] { Type(TextField::kAvail, "90"); },
+       [&] { Type(TextField::kAvail, "10"); }},
+      {"path", [&] { Choose(OptionGroup::kPath, path_option::kLong, &IonCap::Path_Click); },
+       [&] { Choose(OptionGroup::kPath, path_option::kShort, &IonCap::Path_Click); }},
+      {"noise", [&] { Choose(OptionGroup::kDXNoiseLevel, 0, &IonCap::DXNoiseLevel_Click); },
+       [&] { Choose(OptionGroup::kDXNoiseLevel, 2, &IonCap::DXNoiseLevel_Click); }},
+      {"download", [&] { window_.PutDownloaded(TextField::kFlux, "80"); },
+       [&] { window_.PutDownloaded(TextField::kFlux, "150"); }},
+      {"link", [&] { window_.Follow(LinkControl::kSFI, "90"); },
+       [&] { window_.Follow(LinkControl::kSFI, "150"); }},
+      {"engine", [&] { configuration_.SetEngine(2); }, [&] { configuration_.SetEngine(0); }},
+      {"day",
+       [&] {
+         clock_.now += std::chrono::hours{24};
+         window_.ClockTimer_Tick();
+       },
+       [&] {
+         clock_.now -= std::chrono::hours{24};
+         window_.ClockTimer_Tick();
+       }},
+  };
+  view_.SetChecked(CheckBox::kShowCurrentTimeCheck, true);
+  for (const auto& [what, change, back] : cases) {
+    change();
+    EXPECT_TRUE(chart_.Old()) << what;
+    back();
+    EXPECT_FALSE(chart_.Old()) << what;
+  }
+  // IONCAP's deck has no geomagnetic index.
+  Type(TextField::kKindex, "7");
+  EXPECT_FALSE(chart_.Old());
+}
+
+TEST_F(IonCapRunTest, AFailedStartLeavesTheBarsOfTheChart) {
+  Start();
+  PredictToTheEnd();
+  const SolarBars bars = chart_.Sun();
+  Type(TextField::kDXLon, "150 E");
+  Predict();
+  EXPECT_NE(chart_.Sun(), bars);
+  window_.AbortButton_Click();
+  EXPECT_EQ(chart_.Sun(), bars);
+  locker_.held = true;
+  window_.PathsButton_Click();
+  EXPECT_EQ(chart_.Sun(), bars);
+  EXPECT_TRUE(chart_.Old());
+  Type(TextField::kDXLon, "0 7' 0\" W");
+  EXPECT_FALSE(chart_.Old()) << "these inputs did not fail";
+}
+
+TEST_F(IonCapRunTest, ADayWithoutUseableFrequencySaysWhatWouldHelp) {
+  Start();
+  std::string results = Method26();
+  const std::string header = results.substr(0, results.find("HPF  ESMUF"));
+  results = header + "HPF  ESMUF    MUF    LUF\n\n";
+  for (int hour = 1; hour <= 24; ++hour) {
+    results += "      1.0  20.0   8.16  13.19   0.00  11.18 -11.18\n";
+  }
+  results += " *****END OF RUN*****\n";
+  Predict();
+  EngineWrites(results);
+  window_.ExecuteTimer_Tick();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kWarning);
+  EXPECT_NE(view_.notice.text.find("No hour has a frequency that reaches the required reliability"),
+            std::string::npos);
+  window_.Notice_Click();
+  EXPECT_EQ(view_.tab, Tab::kReceiver);
+  EXPECT_EQ(chart_.ReadoutAtTimeIndex().find("open:"), std::string::npos);
+}
+
+TEST_F(IonCapRunTest, AnEstimateInPlaceOfTheSelectedEngineIsAnnounced) {
+  Start();
+  Predict();
+  EngineWrites("SKYHOP ESTIMATE ENGINE VERSION 1.0\n" + Method26().substr(Method26().find('\n')));
+  window_.ExecuteTimer_Tick();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kWarning) << view_.notice.text;
+  EXPECT_EQ(view_.notice.text,
+            "IONCAP is not installed. The built-in estimate made this prediction.");
+  EXPECT_EQ(view_.Shown(Label::kEngineLabel), "IONCAP");
+  EXPECT_EQ(view_.Shown(Label::kComputedBy).substr(0, 24), "Built-in estimate engine");
+}
+
+TEST_F(IonCapRunTest, PredictJudgesRefusedInputsWithItsOwnMessages) {
+  Start();
+  const std::string power = parameters_.Power();
+  const struct {
+    TextField field;
+    const char* text;
+    std::vector<std::string> messages;
+  } cases[] = {
+      {TextField::kFlux, "63", {"Illegal solar flux", "Illegal Solar Flux"}},
+      {TextField::kKindex, "21", {"Illegal geomagnetic K-index", "Illegal Geomagnetic K-index"}},
+      {TextField::kSNR, "150", {"Illegal SNR", "Illegal SNR"}},
+      {TextField::kAvail, "100", {"Illegal Availability", "Illegal Availability"}},
+      {TextField::kLocalPwr,
+       "-1",
+       {"Invalid power specified in the 'Your Stations' panel on the Main window's Parameters "
+        "tab"}},
+      {TextField::kLocalTakeOff,
+       "91",
+       {"Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters "
+        "tab"}},
+  };
+  for (const auto& [field, text, messages] : cases) {
+    const std::string before = view_.Text(field);
+    Type(field, text);
+    messages_.shown.clear();
+    EXPECT_TRUE(window_.FieldsAccepted());
+    window_.PathsButton_Click();
+    EXPECT_EQ(messages_.Texts(), messages) << text;
+    Type(field, before);
+  }
+  EXPECT_EQ(parameters_.Power(), power);
+  EXPECT_EQ(parameters_.Snr(), "24") << "the last valid one";
+  EXPECT_TRUE(launcher_.starts.empty());
 }
 
 TEST_F(IonCapRunTest, AClickIntoTheChartChoosesABand) {

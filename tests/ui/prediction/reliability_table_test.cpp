@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "engine/results_parser.h"
 #include "support/diagnostics_fixture.h"
@@ -20,6 +21,15 @@ ResultsTable Sample() {
                                      table);
   return table;
 }
+
+/// What a table of reliabilities is drawn from; the chart has no part in it.
+struct SampleDay {
+  LoggedDiagnostics log;
+  ResultsTable table = Sample();
+  IONCAPModule::PredictionChart chart{table, EvenLayout({0, 0, 240, 100}, 14), log.diagnostics,
+                                      log.clock};
+  PredictedDay day{table, chart, EngineChoice::kVoaCapSnr};
+};
 
 /// How light a colour is, 0 to 255.
 double Lightness(Color color) {
@@ -38,11 +48,12 @@ TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
 }
 
 TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
-  ResultsTable table = Sample();
+  SampleDay sample;
+  ResultsTable& table = sample.table;
   table.known[5][13] = 0;
   RecordingSurface surface;
   const Rectangle area{50, 20, 720, 300};
-  PaintReliabilityTable(surface, table, area, 12, kLightPalette);
+  PaintBandTable(surface, sample.day, area, 12, kLightPalette);
   const auto texts = surface.Texts();
   for (std::size_t band = 1; band < kBandCount; ++band) {
     for (std::size_t hour = 0; hour < 24; ++hour) {
@@ -55,16 +66,17 @@ TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
       // The results have two decimals.
       const auto percent = std::lround(100.0 * static_cast<double>(table.reliability[band][hour]));
       EXPECT_EQ(found->text, band == 5 && hour == 13 ? "\u2013" : std::to_string(percent));
-      EXPECT_EQ(BandOfRow(area, y), band);
+      EXPECT_EQ(BandOfRow(sample.day, area, y), band);
     }
   }
-  EXPECT_EQ(BandOfRow(area, 19), std::nullopt);
-  EXPECT_EQ(BandOfRow(area, 320), std::nullopt);
+  EXPECT_EQ(BandOfRow(sample.day, area, 19), std::nullopt);
+  EXPECT_EQ(BandOfRow(sample.day, area, 320), std::nullopt);
 }
 
 TEST(ReliabilityTable, NumbersGiveWayWhereThereIsNoRoom) {
   RecordingSurface surface;
-  PaintReliabilityTable(surface, Sample(), {50, 20, 240, 300}, 12, kLightPalette);
+  SampleDay sample;
+  PaintBandTable(surface, sample.day, {50, 20, 240, 300}, 12, kLightPalette);
   EXPECT_EQ(surface.Texts().size(), kBandCount - 1) << "the names of the bands alone";
 }
 
@@ -91,21 +103,21 @@ class TablePane : public ::testing::Test {
   ChartPane pane_{table_, log_.diagnostics, log_.clock};
 };
 
-TEST_F(TablePane, TheTableTakesTheChartsPlaceWhereThereIsReliability) {
+constexpr const char* kReliabilityCaption =
+    "Reliability: percent of the days that reach the required SNR";
+
+TEST_F(TablePane, TheTableTakesTheChartsPlace) {
   pane_.SetTableView(true);
   EXPECT_FALSE(pane_.TableShown()) << "there is no result";
-  pane_.DisplayTable(EngineChoice::kVoaCap);
-  EXPECT_FALSE(pane_.TableShown());
-  EXPECT_TRUE(Paints("Open Bands"));
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
   EXPECT_TRUE(pane_.TableShown());
   EXPECT_FALSE(Paints("MHz"));
   EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart's";
-  EXPECT_TRUE(Paints(std::string(kReliabilityCaption)));
+  EXPECT_TRUE(Paints(kReliabilityCaption));
   EXPECT_FALSE(Paints("Previous prediction"));
   pane_.SetOld(true);
   EXPECT_TRUE(Paints("Previous prediction"));
-  EXPECT_TRUE(Paints(std::string(kReliabilityCaption)));
+  EXPECT_TRUE(Paints(kReliabilityCaption));
   pane_.SetTableView(false);
   EXPECT_TRUE(Paints("MHz"));
 }
@@ -125,6 +137,29 @@ TEST_F(TablePane, PointingReadsOutWhatIsPredictedOfTheBand) {
   const double part = (10.1 - double{chart.FMin()}) / range;
   EXPECT_EQ(pane_.Readout({Cell(4, 1).x, pane_.Plot().Bottom() - part * pane_.Plot().height}),
             expected);
+}
+
+TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
+  for (std::size_t row : {rows::kLuf, rows::kMuf90, rows::kMuf50, rows::kMuf10}) {
+    table_.frequencies[row].fill(row == rows::kLuf ? 2 : row == rows::kMuf90 ? 8 : 20);
+  }
+  table_.reached[3] = false;
+  pane_.DisplayTable(EngineChoice::kIonCap);
+  pane_.SetTableView(true);
+  RecordingSurface surface;
+  pane_.Paint(surface);
+  std::map<std::string, int> texts;
+  for (const DrawingCall& call : surface.Texts()) ++texts[call.text];
+  EXPECT_EQ(texts["\u00D7"], 11) << "every band of the hour that is not reached";
+  EXPECT_EQ(texts["160 m"], 1);
+  const auto at = [&](std::size_t row, int hour) {
+    const Rectangle& plot = pane_.Plot();
+    return pane_.Readout({plot.left + plot.width * (hour + 0.5) / 24,
+                          plot.top + plot.height * (static_cast<double>(row) + 0.5) / 11});
+  };
+  EXPECT_EQ(at(5, 1).substr(0, 45), "01:30 UTC   20 m   open on 50 % of the days o");
+  EXPECT_EQ(at(10, 1).substr(0, 27), "01:30 UTC   160 m   closed ");
+  EXPECT_EQ(at(5, 3).substr(0, 51), "03:30 UTC   20 m   required reliability not reached");
 }
 
 }  // namespace
