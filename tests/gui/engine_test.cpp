@@ -55,7 +55,7 @@ TEST_F(EngineOfWindow, ADyingEngineIsToldWithItsLastWordsAndTheLog) {
   std::filesystem::create_symlink(SKYHOP_ESTIMATE, home_ / "IonCap/ioncap.exe");
   PressPredict();
   EXPECT_TRUE(PumpUntil([&] { return !Running() && !Program().Chart().Old(); })) << Notice();
-  EXPECT_EQ(Notice(), "");
+  EXPECT_EQ(Notice(), "IONCAP is not installed. The built-in estimate made this prediction.");
 }
 
 TEST_F(EngineOfWindow, AbortEndsARunningEngine) {

@@ -22,6 +22,8 @@ constexpr double kTimeLabelReach = 2.2;
 /// A plot smaller than this, as a multiple of the labels' font size, tells little.
 constexpr double kLeastPlotHeight = 15;
 constexpr double kLeastPlotWidth = 20;
+/// Keys below a plot that would be lower than this are left out.
+constexpr double kPlotHeightForKeys = 6;
 
 constexpr std::string_view kNotReached = "required reliability not reached";
 constexpr std::string_view kTimeLineToolTip = "Vertical Time Index (drag to desired time)";
@@ -111,8 +113,11 @@ void ChartPane::Arrange() {
   double width = width_ - left - right;
   double height = height_ - top - below;
   // A low window has more width than height to spare for the keys.
+  keys_fit_ = true;
   keys_beside_ = KeysShown() && height - KeyHeight() < text_size_ * kLeastPlotHeight &&
                  width - KeyWidth() > text_size_ * kLeastPlotWidth;
+  // The smallest windows have room for the chart alone.
+  keys_fit_ = keys_beside_ || height - KeyHeight() >= text_size_ * kPlotHeightForKeys;
   if (KeysShown() && keys_beside_) width -= KeyWidth();
   if (KeysShown() && !keys_beside_) height -= KeyHeight();
   const double hour = std::max(4.0, std::floor(width / 24));

@@ -130,7 +130,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   void Changed();
   [[nodiscard]] bool PredictsReliability() const { return engine_ == EngineChoice::kVoaCapSnr; }
   /// The keys explain the chart.
-  [[nodiscard]] bool KeysShown() const { return color_keys_ && !TableShown(); }
+  [[nodiscard]] bool KeysShown() const { return color_keys_ && keys_fit_ && !TableShown(); }
   [[nodiscard]] std::int16_t BandAt(Point at) const;
   /// Does `move`, which may move the time index, and has what changed by it painted.
   template <class MoveIndex>
@@ -179,6 +179,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   bool plot_enable_ = true;
   bool color_keys_ = true;
   bool table_view_ = false;
+  bool keys_fit_ = true;
   bool keys_beside_ = false;  ///< the keys stand at the right instead of below
   bool old_ = false;
   std::string title_;

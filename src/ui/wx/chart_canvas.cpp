@@ -17,7 +17,7 @@ ChartCanvas::ChartCanvas(wxWindow* parent, ChartPane& pane,
   // The style has to be set before the window exists: nothing is erased, everything is painted.
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS, "Ionprop");
-  SetMinSize(FromDIP(wxSize(520, 260)));
+  SetMinSize(FromDIP(wxSize(520, 300)));
   FollowTheme();
   pane_->SetHost(this);
 

@@ -18,6 +18,7 @@
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/program.h"
+#include "ui/prediction/chart_picture.h"
 #include "ui/wx/nested_loops.h"
 #include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"
@@ -149,7 +150,7 @@ std::string PrintChart(wxWindow* parent, const IonCap& controller) {
 std::string CopyChart(wxWindow* parent, const IonCap& controller) {
   const wxClipboardLocker clipboard;
   try {
-    if (clipboard && wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(controller)))) {
+    if (!!clipboard && wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(controller)))) {
       return "The chart was copied";
     }
     Tell(parent, "The chart could not be copied: another program holds the clipboard.");

@@ -2,12 +2,14 @@
 
 #include <wx/window.h>
 
+#include <string>
+
 #include "ui/prediction/ion_cap.h"
 
 namespace skyhop {
 
-// What can be done with a finished chart. Each tells the user what went wrong, in a message box
-// over `parent`.
+// What can be done with a finished chart. Each reports a failure in a message box over `parent`,
+// and returns words about what was done, empty for nothing.
 
 /// Asks for a file name; the ending chooses between SVG and PNG.
 std::string SaveChart(wxWindow* parent, const IonCap& controller);

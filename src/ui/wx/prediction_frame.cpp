@@ -164,7 +164,7 @@ void PredictionFrame::MakeAllControls() {
 
 /// Room for a large chart, within what the main monitor has.
 wxSize PredictionFrame::DefaultSize() const {
-  wxSize size = FromDIP(wxSize(1180, 800));
+  wxSize size = FromDIP(wxSize(1180, 880));
   const wxRect desktop = wxDisplay(0U).GetClientArea();
   size.DecTo(desktop.GetSize() - FromDIP(wxSize(40, 80)));
   return size;
