@@ -55,8 +55,8 @@ constexpr std::array<Words, kCheckBoxCount> kCheckBoxes = {{
      "when checked, predicts one frequency for the current hour on both paths; follows the "
      "transceiver"},
     {"Show Table",
-     "when checked, shows predictions with SNR and reliability as a table of bands and hours: "
-     "percent of the days"},
+     "when checked, shows predictions as a table of bands and hours: percent of the days, or how "
+     "open each band is"},
 }};
 
 constexpr std::array<Words, kButtonCount> kButtons = {{
