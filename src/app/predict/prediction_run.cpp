@@ -214,7 +214,8 @@ class Runner {
       const SunRow receiver = ComputeSunRow(program_.parameters.GetReceiverLocation(), *date);
       pane.SetSolarBars(to ? SolarBars{transmitter, receiver} : SolarBars{receiver, transmitter});
     }
-    return PictureAsSvg(pane, {});
+    // A picture of a whole day has no present time.
+    return PictureAsSvg(pane, {.time_index = false});
   }
 
   bool WritePicture(const PredictionReport& report) {

@@ -32,7 +32,7 @@ void PaintPicture(Surface& surface, ChartPane& pane, const PictureOptions& optio
   scaled.Clear(palette.background);
   PartSurface inner(scaled, {kPictureMargin, kPictureMargin, width, height});
   pane.Paint(inner);
-  pane.PaintOverlay(inner);
+  if (options.time_index) pane.PaintOverlay(inner);
 }
 
 std::string PictureAsSvg(ChartPane& pane, const PictureOptions& options) {

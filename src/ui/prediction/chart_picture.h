@@ -11,13 +11,14 @@ namespace skyhop {
 inline constexpr double kLeastPictureWidth = 760;
 inline constexpr double kLeastPictureHeight = 480;
 
-/// The size of a picture.
+/// The size of a picture and what it shows.
 struct PictureOptions {
   double width = 1040;  ///< pixels before scaling
   double height = 720;  ///< pixels before scaling
   /// Enlarges everything, line widths and texts included; above 0. The surface has to be
   /// `SurfaceWidth` x `SurfaceHeight` pixels.
   double scale = 1;
+  bool time_index = true;  ///< whether the picture shows the time index
 
   [[nodiscard]] double SurfaceWidth() const;
   [[nodiscard]] double SurfaceHeight() const;
