@@ -108,9 +108,7 @@ std::optional<CircuitRun::Outcome> CircuitRun::Judge(Time now) const {
 void CircuitRun::Cancel() {
   if (!run_) return;
   with_.diagnostics.Trap("CircuitRun.Cancel", [&] {
-    if (run_->process != 0 && with_.launcher.IsRunning(run_->process)) {
-      with_.launcher.End(run_->process);
-    }
+    if (run_->process != 0) with_.launcher.End(run_->process);
     for (const char* name : {kCircuitDeck, kCircuitResults, kCircuitBatch, kCircuitDriver}) {
       std::error_code ignored;
       std::filesystem::remove(run_->results.parent_path() / name, ignored);

@@ -37,7 +37,8 @@ class EngineLauncher {
   /// Waits until the process ended, at most `longest`. Returns whether it has ended.
   virtual bool WaitForEnd(ProcessId process, std::chrono::milliseconds longest) = 0;
 
-  /// Ends a process that this launcher started, with everything that it started itself.
+  /// Ends a process that this launcher started, with everything that it started itself, also when
+  /// only the latter still runs. Returns when all of it has ended, or after some two seconds.
   virtual void End(ProcessId process) = 0;
 
   /// Sees to it that a process, with everything that it started, ends when the user interrupts this

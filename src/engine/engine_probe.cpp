@@ -229,9 +229,7 @@ std::string EngineProbe::MissingParts() const {
 }
 
 void EngineProbe::Finish(bool good) {
-  if (run_->process != 0 && with_.launcher.IsRunning(run_->process)) {
-    with_.launcher.End(run_->process);
-  }
+  if (run_->process != 0) with_.launcher.End(run_->process);
   if (good) {
     for (const char* name : {kDeckName, kResultsName, kBatchName, kDriverName}) {
       std::error_code ignored;

@@ -140,7 +140,7 @@ PointSnr::Path PointSnr::PathOf(std::size_t path) const {
 
 void PointSnr::EndEngine(std::size_t path) {
   const ProcessId process = PathOf(path).process;
-  if (with_.run.IsPidRunning(process)) with_.launcher.End(process);
+  if (process != 0) with_.launcher.End(process);
 }
 
 void PointSnr::Cancel() {

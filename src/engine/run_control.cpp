@@ -247,7 +247,7 @@ void RunControl::Abort() {
   with_.diagnostics.Trap("IONCAPModule.Abort", [&] {
     with_.timer.Stop();
     // An engine that ran on could put its results where the next run waits for its own.
-    if (process_ != 0 && with_.launcher.IsRunning(process_)) with_.launcher.End(process_);
+    if (process_ != 0) with_.launcher.End(process_);
   });
 }
 

@@ -190,20 +190,23 @@ TEST_F(PredictTest, AHangingEngineEndsWithStatusFour) {
 }
 
 TEST_F(PredictTest, AnInterruptedPredictionEndsItsEngineToo) {
-  UseEngine("echo $$ > \"$results.pid\"; sleep 30");
   const std::string pid_file = PathText(folder_ / "IonCap/results.txt.pid");
-  const ProgramResult result =
-      RunProgram("/bin/sh",
-                 {"-c",
-                  "\"$0\" --from FN20 --to IO91 & program=$!\n"
-                  "while ! test -s \"$1\"; do sleep 0.02; done\n"
-                  "kill -TERM $program; wait $program; echo $?\n"
-                  "n=0; while kill -0 $(cat \"$1\") 2>&-; do n=$((n+1)); test $n -gt 100 && "
-                  "exit 9; sleep 0.02; done",
-                  SKYHOP_PREDICT, pid_file},
-                 {{"SKYHOP_HOME", PathText(folder_.Path())}});
-  EXPECT_EQ(result.status, 0) << "the engine is still there";
-  EXPECT_EQ(result.out, "143\n");
+  for (const char* engine : {"", "trap '' TERM; "}) {
+    UseEngine(std::string(engine) + "echo $$ > \"$results.pid\"; sleep 30");
+    std::filesystem::remove(pid_file);
+    const ProgramResult result =
+        RunProgram("/bin/sh",
+                   {"-c",
+                    "\"$0\" --from FN20 --to IO91 --engine ioncap & program=$!\n"
+                    "while ! test -s \"$1\"; do sleep 0.02; done\n"
+                    "kill -TERM $program; wait $program; echo $?\n"
+                    "n=0; while kill -0 $(cat \"$1\") 2>&-; do n=$((n+1)); test $n -gt 100 && "
+                    "exit 9; sleep 0.02; done",
+                    SKYHOP_PREDICT, pid_file},
+                   {{"SKYHOP_HOME", PathText(folder_.Path())}});
+    EXPECT_EQ(result.status, 0) << "the engine is still there: " << engine;
+    EXPECT_EQ(result.out, "143\n");
+  }
 }
 
 TEST_F(PredictTest, CompleteResultsAreTakenAlthoughTheEngineLingers) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <thread>
 
@@ -59,6 +60,44 @@ TEST_F(EngineLauncherTest, AHangingEngineIsEndedWithItsChildren) {
   EXPECT_FALSE(launcher_.IsRunning(started.process));
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
   EXPECT_FALSE(std::filesystem::exists(folder_ / "survived"));
+}
+
+/// Whether the process runs whose number the file holds.
+bool Runs(const std::filesystem::path& pid_file) {
+  std::string process;
+  std::ifstream(pid_file) >> process;
+  std::ifstream stat("/proc/" + process + "/stat");
+  std::string line;
+  std::getline(stat, line);
+  const std::size_t name_end = line.rfind(") ");
+  return name_end != std::string::npos && line[name_end + 2] != 'Z';
+}
+
+TEST_F(EngineLauncherTest, AnEngineThatOutlivesItsShellIsEnded) {
+  const char* const deaf = "sh -c 'trap \"\" TERM; echo $$ > pid; mv pid engine; sleep 300'";
+  const struct {
+    const char* what;
+    std::string batch;
+    bool shell_ends;
+  } cases[] = {
+      {"the shell dies of the signal, the engine does not", std::string(deaf) + "\n", false},
+      {"the shell has ended before", std::string(deaf) + " &\nexit 0\n", true},
+  };
+  for (const auto& [what, batch, shell_ends] : cases) {
+    SCOPED_TRACE(what);
+    const ProcessId process = Start(batch).process;
+    while (!std::filesystem::exists(folder_ / "engine")) {
+      std::this_thread::sleep_for(milliseconds(5));
+    }
+    if (shell_ends) {
+      ASSERT_TRUE(launcher_.WaitForEnd(process, milliseconds(10000)));
+    }
+    ASSERT_TRUE(Runs(folder_ / "engine"));
+    launcher_.End(process);
+    EXPECT_FALSE(Runs(folder_ / "engine"));
+    EXPECT_FALSE(launcher_.IsRunning(process));
+    std::filesystem::remove(folder_ / "engine");
+  }
 }
 
 TEST_F(EngineLauncherTest, ManyStartsLeaveNothingOpen) {

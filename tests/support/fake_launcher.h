@@ -30,8 +30,7 @@ class FakeLauncher : public EngineLauncher {
   [[nodiscard]] bool IsRunning(ProcessId process) override { return running.contains(process); }
   bool WaitForEnd(ProcessId, std::chrono::milliseconds) override { return true; }
   void End(ProcessId process) override {
-    running.erase(process);
-    ended.push_back(process);
+    if (running.erase(process) > 0) ended.push_back(process);
   }
   void EndWithThisProgram(ProcessId) override {}
   [[nodiscard]] std::string Output(ProcessId) override { return output; }

@@ -145,7 +145,7 @@ class Runner {
     }
     program_.run.HandleIonCapTimer();
     // What is still running now has delivered its results and serves nobody any more.
-    if (!ended) launcher.End(process);
+    launcher.End(process);
     launcher.EndWithThisProgram(0);
     if (program_.run.LastRunDisplayed()) return exit_status::kSuccess;
     TellFailure(process);

@@ -6,9 +6,13 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <csignal>
+#include <fstream>
 #include <optional>
+#include <sstream>
+#include <string>
 #include <string_view>
 #include <thread>
 
@@ -85,9 +89,59 @@ class SpawnSettings {
 /// but variables of the whole program.
 volatile sig_atomic_t interrupted_group = 0;
 
+/// Calls only what a signal handler may call. Reaps the shell, which would count as a member of its
+/// group otherwise.
 extern "C" void EndGroupAndSelf(int signal) {
-  if (interrupted_group > 0) ::kill(static_cast<pid_t>(-interrupted_group), SIGTERM);
+  static constexpr int kStep = 10;  // ms
+  const auto group = static_cast<pid_t>(interrupted_group);
+  if (group > 0) {
+    ::kill(-group, SIGTERM);
+    for (int waited = 0; waited < kTimeToEnd.count(); waited += kStep) {
+      (void)::waitpid(group, nullptr, WNOHANG);
+      if (::kill(-group, 0) != 0) break;
+      (void)::poll(nullptr, 0, kStep);
+    }
+    ::kill(-group, SIGKILL);
+  }
   ::raise(signal);
+}
+
+/// State and process group of a process, from a line of /proc/PID/stat. The program's name, in
+/// parentheses before them, may hold anything.
+bool RunsInGroup(const std::string& line, pid_t group) {
+  const std::size_t name_end = line.rfind(')');
+  if (name_end == std::string::npos) return false;
+  std::istringstream fields(line.substr(name_end + 1));
+  char state = 0;
+  pid_t parent = 0;
+  pid_t member_of = 0;
+  fields >> state >> parent >> member_of;
+  return fields && member_of == group && state != 'Z' && state != 'X';
+}
+
+/// Whether a process of the group runs. kill() alone cannot answer: it also counts processes that
+/// have ended while their parents have not asked for their status.
+bool GroupRuns(pid_t group) {
+  if (::kill(-group, 0) != 0 && errno == ESRCH) return false;
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry("/proc", error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (!std::isdigit(static_cast<unsigned char>(entry->path().filename().native().front()))) {
+      continue;
+    }
+    std::ifstream file(entry->path() / "stat");
+    std::string line;
+    std::getline(file, line);
+    if (RunsInGroup(line, group)) return true;
+  }
+  return static_cast<bool>(error);
+}
+
+void WaitForGroup(pid_t group, std::chrono::milliseconds longest) {
+  const auto until = std::chrono::steady_clock::now() + longest;
+  while (GroupRuns(group) && std::chrono::steady_clock::now() < until) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
 }
 
 bool IsPlain(char c) {
@@ -102,19 +156,34 @@ struct PosixEngineLauncher::Child {
   FileDescriptor handle;  ///< becomes readable when the process ends; closed where there is none
   std::optional<OutputTail> output;
   bool ended = false;
+  bool reaped = false;
 
-  /// Asks the system whether the process ended, takes note if so, and tells.
+  /// Asks the system whether the process ended, takes note if so, and tells. An ended process is
+  /// not reaped here: until then the system gives the number of its group to no other process.
   bool Update() {
-    if (ended || ::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) == 0) return ended;
+    if (ended) return true;
+    siginfo_t status{};
+    const auto id = static_cast<id_t>(process);
+    const int failed = ::waitid(P_PID, id, &status, WEXITED | WNOHANG | WNOWAIT);
+    if (failed == 0 && status.si_pid == 0) return false;
     ended = true;
     handle.Close();
     return true;
+  }
+
+  /// Lets go of a process that has ended.
+  void Reap() {
+    if (!Update() || reaped) return;
+    (void)::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG);
+    reaped = true;
   }
 };
 
 PosixEngineLauncher::PosixEngineLauncher() = default;
 
-PosixEngineLauncher::~PosixEngineLauncher() = default;
+PosixEngineLauncher::~PosixEngineLauncher() {
+  for (Child& child : children_) child.Reap();
+}
 
 PosixEngineLauncher::Child* PosixEngineLauncher::Find(ProcessId process) {
   const auto found = std::find_if(children_.begin(), children_.end(),
@@ -130,6 +199,7 @@ void PosixEngineLauncher::ForgetLongEnded() {
       ++child;
       continue;
     }
+    child->Reap();
     child = children_.erase(child);
     --ended;
   }
@@ -221,19 +291,25 @@ void PosixEngineLauncher::EndWithThisProgram(ProcessId process) {
     if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = EndGroupAndSelf;
-    // The second one, sent from inside the handler, does what it does by default.
-    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_NODEFER);
+    // The second one, sent from inside the handler, does what it does by default. It waits for the
+    // handler's end, as others of the user do: the engine has to be gone by then.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (const int held : {SIGINT, SIGTERM, SIGHUP}) ::sigaddset(&action.sa_mask, held);
     ::sigaction(signal, &action, nullptr);
   }
 }
 
 void PosixEngineLauncher::End(ProcessId process) {
-  if (!IsRunning(process)) return;
-  const auto group = static_cast<pid_t>(-process);
-  ::kill(group, SIGTERM);
-  if (WaitForEnd(process, kTimeToEnd)) return;
-  ::kill(group, SIGKILL);
-  (void)WaitForEnd(process, kTimeToEnd);
+  Child* child = Find(process);
+  if (child == nullptr || child->reaped) return;
+  // The shell obeys at once, whatever the engine that it started does.
+  const auto group = static_cast<pid_t>(process);
+  for (const int signal : {SIGTERM, SIGKILL}) {
+    if (!GroupRuns(group)) break;
+    ::kill(-group, signal);
+    WaitForGroup(group, kTimeToEnd);
+  }
+  child->Reap();
 }
 
 std::string PosixEngineLauncher::Output(ProcessId process) {

@@ -73,7 +73,8 @@ WindowsEngineLauncher::Child* WindowsEngineLauncher::Find(ProcessId process) {
 
 void WindowsEngineLauncher::ForgetEnded() {
   for (auto child = children_.begin(); child != children_.end();) {
-    child = IsRunning(child->first) ? std::next(child) : children_.erase(child);
+    const bool runs = IsRunning(child->first) || child->second.group.IsRunning();
+    child = runs ? std::next(child) : children_.erase(child);
   }
 }
 

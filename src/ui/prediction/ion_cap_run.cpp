@@ -120,7 +120,7 @@ PredictionRun IonCap::LeaveRun() {
   with_.view.StopTimer(WindowTimer::kEngineWatch);
   // An engine that has delivered its results and still runs serves nobody any more.
   const ProcessId process = with_.run.EngineProcess();
-  if (process != 0 && with_.launcher.IsRunning(process)) with_.launcher.End(process);
+  if (process != 0) with_.launcher.End(process);
   PredictionRun run;
   if (running_) run = std::move(*running_);
   running_.reset();
