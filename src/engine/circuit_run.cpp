@@ -4,6 +4,7 @@
 
 #include "common/errors.h"
 #include "common/files.h"
+#include "engine/echo_check.h"
 #include "engine/engine_output.h"
 #include "engine/engine_probe.h"
 #include "engine/results.h"
@@ -22,7 +23,9 @@ constexpr std::string_view kEndOfRun = "END OF RUN";
 
 }  // namespace
 
-CircuitRun::Started CircuitRun::Start(EngineChoice engine, const DeckWriter& write_deck, Time now) {
+CircuitRun::Started CircuitRun::Start(EngineChoice engine,
+                                      const IONCAPModule::DeckParameters& asked,
+                                      const DeckWriter& write_deck, Time now) {
   return with_.diagnostics.Trap("CircuitRun.Start", Started::kFailed, [&] {
     problem_ = "the error log has the reason";
     Cancel();
@@ -40,6 +43,8 @@ CircuitRun::Started CircuitRun::Start(EngineChoice engine, const DeckWriter& wri
       problem_ = "the engine could not be started: " + LaunchErrorText(started.code);
       return Started::kFailed;
     }
+    run.engine = engine;
+    run.asked = asked;
     run.process = started.process;
     run.started = now;
     run_ = std::move(run);
@@ -95,6 +100,9 @@ std::optional<CircuitRun::Outcome> CircuitRun::Judge(Time now) const {
   if (there && !working) {
     std::string text = ReadFile(run_->results, IONCAPModule::Results::kLargestFile);
     if (run_->process != 0 || text.find(kEndOfRun) != std::string::npos) {
+      std::string difference =
+          EchoDifference(IONCAPModule::ReadHeading(text), run_->asked, run_->engine);
+      if (!difference.empty()) return Outcome{false, std::move(difference)};
       return Outcome{true, std::move(text)};
     }
   }

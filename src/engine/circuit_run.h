@@ -9,6 +9,7 @@
 
 #include "common/diagnostics.h"
 #include "common/pause.h"
+#include "engine/deck_parameters.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
 #include "engine/results_table.h"
@@ -54,7 +55,9 @@ class CircuitRun {
   CircuitRun& operator=(const CircuitRun&) = delete;
 
   /// Starts the engine, unless another run holds the lock. When it fails, Problem() tells why.
-  [[nodiscard]] Started Start(EngineChoice engine, const DeckWriter& write_deck, Time now);
+  /// `asked` is what the deck asks for: results that repeat another question are no good outcome.
+  [[nodiscard]] Started Start(EngineChoice engine, const IONCAPModule::DeckParameters& asked,
+                              const DeckWriter& write_deck, Time now);
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
   /// What came of the run once it has finished; nothing while it goes on, or when there is none.
@@ -70,6 +73,8 @@ class CircuitRun {
  private:
   struct Run {
     std::unique_ptr<RunLock> lock;
+    EngineChoice engine = EngineChoice::kNone;
+    IONCAPModule::DeckParameters asked;
     ProcessId process = 0;
     Time started;
     std::filesystem::path results;

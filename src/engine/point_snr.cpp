@@ -8,6 +8,7 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "engine/echo_check.h"
 #include "engine/engine_output.h"
 #include "engine/results.h"
 
@@ -104,7 +105,7 @@ void PointSnr::Start(const PointRequest& request) {
   reception_ = {};
   reception_.request = request;
   reception_.hour = UtcHour(with_.clock.UtcNow());
-  DeckParameters deck = Deck(request);
+  deck_ = Deck(request);
   CheckRange(!with_.run.Paths().snr_folder.empty(), "the engines' folders are not known");
   with_.run.FindSnrEngine();
   const EnginePaths& paths = with_.run.Paths();
@@ -116,8 +117,8 @@ void PointSnr::Start(const PointRequest& request) {
     if (!DeleteWithRetries(results, with_.pause)) {
       throw Error(errors::kPathFileAccess, "cannot delete " + PathText(results));
     }
-    deck.short_path = short_path;
-    return with_.script.CreatePointScript(deck, point, script);
+    deck_.short_path = short_path;
+    return with_.script.CreatePointScript(deck_, point, script);
   };
   const bool started =
       write(true, paths.short_path_snr_results, paths.short_path_snr_script) &&
@@ -174,7 +175,7 @@ bool PointSnr::PollPath(std::size_t path, Time now) {
   const std::uintmax_t size = std::filesystem::file_size(results, error);
   if (!error && size > 0) {
     try {
-      ReadResults(results, reception);
+      ReadResults(path, reception);
     } catch (const Error& unreadable) {
       reception.problem = unreadable.what();
     }
@@ -196,9 +197,14 @@ bool PointSnr::PollPath(std::size_t path, Time now) {
   return true;
 }
 
-void PointSnr::ReadResults(const std::filesystem::path& file, PathReception& reception) {
+void PointSnr::ReadResults(std::size_t path, PathReception& reception) {
+  const std::filesystem::path& file = PathOf(path).results;
   const auto hour = static_cast<std::size_t>(HourOfDeck(reception_.hour));
   const std::string text = ReadFile(file, Results::kLargestFile);
+  const ResultsHeading heading = ReadHeading(text);
+  deck_.short_path = path == static_cast<std::size_t>(path_option::kShort);
+  reception.problem = EchoDifference(heading, deck_, EngineChoice::kVoaCapSnr);
+  if (!reception.problem.empty()) return;
   ResultsTable table;
   const Method30Outcome outcome = ParseMethod30Results(text, PathText(file), table);
   const auto known = [&](BandQuantity quantity) {
@@ -216,7 +222,7 @@ void PointSnr::ReadResults(const std::filesystem::path& file, PathReception& rec
     reception.reliability = table.reliability[kBandOfPoint][hour];
     reception.mode = Trim(table.mode[kBandOfPoint][hour]);
     reception.signal_power = table.signal_power[kBandOfPoint][hour];
-    reception_.engine = ReadHeading(text).engine;
+    reception_.engine = heading.engine;
   }
 }
 

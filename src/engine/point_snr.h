@@ -10,6 +10,7 @@
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "common/pause.h"
+#include "engine/deck_parameters.h"
 #include "engine/engine_launcher.h"
 #include "engine/its_script.h"
 #include "engine/parameters.h"
@@ -100,11 +101,12 @@ class PointSnr {
   [[nodiscard]] Path PathOf(std::size_t path) const;
   void EndEngine(std::size_t path);
   bool PollPath(std::size_t path, Time now);
-  void ReadResults(const std::filesystem::path& file, PathReception& reception);
+  void ReadResults(std::size_t path, PathReception& reception);
 
   Collaborators with_;
   bool running_ = false;
   Time started_;
+  DeckParameters deck_;  // of the last request; its path is that of either run
   PointReception reception_;
 };
 

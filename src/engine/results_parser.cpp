@@ -1,11 +1,14 @@
 #include "engine/results_parser.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "common/errors.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "engine/antenna.h"
 #include "engine/results_lines.h"
 
 namespace skyhop::IONCAPModule {
@@ -85,6 +88,101 @@ std::string_view LastWord(std::string_view text) {
   return blank == std::string_view::npos ? text : text.substr(blank + 1);
 }
 
+/// The word behind `label`; empty when the line lacks the label.
+std::string WordBehind(std::string_view line, std::string_view label) {
+  const std::size_t at = line.find(label);
+  return at == std::string_view::npos ? std::string()
+                                      : std::string(FirstWord(line.substr(at + label.size())));
+}
+
+void SetOnce(std::string& value, std::string read) {
+  if (value.empty()) value = std::move(read);
+}
+
+/// Takes a line apart from its start, blanks apart.
+class LineScanner {
+ public:
+  explicit LineScanner(std::string_view line) : rest_(line) {}
+
+  /// Digits and points; empty where there are none.
+  std::string Number() {
+    rest_ = Trim(rest_);
+    const std::size_t end = std::min(rest_.find_first_not_of("0123456789."), rest_.size());
+    const std::string number(rest_.substr(0, end));
+    rest_.remove_prefix(end);
+    return number;
+  }
+
+  /// One of `letters`, 0 where there is none of them.
+  char Letter(std::string_view letters) {
+    rest_ = Trim(rest_);
+    if (rest_.empty() || letters.find(rest_.front()) == std::string_view::npos) return 0;
+    const char letter = rest_.front();
+    rest_.remove_prefix(1);
+    return letter;
+  }
+
+  /// A latitude and a longitude, each a number and a letter.
+  std::optional<HeadingPosition> Position() {
+    std::string parts[2];
+    const std::string_view letters[2] = {"NS", "EW"};
+    for (std::size_t i = 0; i < 2; ++i) {
+      parts[i] = Number();
+      const char letter = Letter(letters[i]);
+      if (parts[i].empty() || letter == 0) return std::nullopt;
+      parts[i] += std::string(" ") + letter;
+    }
+    return HeadingPosition{parts[0], parts[1]};
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+/// "40.50 N 74.25 W - 51.50 N 0.12 W", then two azimuths, nautical miles and kilometers.
+void ReadRoute(std::string_view line, ResultsHeading& heading) {
+  LineScanner scanner(line);
+  const std::optional<HeadingPosition> transmitter = scanner.Position();
+  if (!transmitter || scanner.Letter("-") == 0) return;
+  const std::optional<HeadingPosition> receiver = scanner.Position();
+  if (!receiver) return;
+  heading.transmitter = transmitter;
+  heading.receiver = receiver;
+  for (int number = 0; number < 4; ++number) heading.kilometers = scanner.Number();
+}
+
+/// The antenna's file in brackets. The estimate engine, which knows no files, names the isotropic
+/// antenna that it uses and behind it the file of the deck.
+std::string AntennaFile(std::string_view line) {
+  const std::size_t open = line.find('[');
+  const std::size_t close = line.find(']');
+  if (open != std::string_view::npos && close != std::string_view::npos && open < close) {
+    return std::string(Trim(line.substr(open + 1, close - open - 1)));
+  }
+  const std::string replaced = WordBehind(line, " in place of ");
+  if (!replaced.empty()) return replaced;
+  return line.find(" isotropic ") == std::string_view::npos ? std::string()
+                                                            : std::string(kIsotropicFile);
+}
+
+void ReadQuestion(std::string_view line, ResultsHeading& heading) {
+  if (line.find(" AZIMUTHS ") != std::string_view::npos) {
+    heading.long_path = line.find("<Long>") != std::string_view::npos;
+  }
+  if (!heading.transmitter) ReadRoute(line, heading);
+  SetOnce(heading.takeoff, WordBehind(line, "Minimum Angle="));
+  SetOnce(heading.noise, WordBehind(line, "3 MHz NOISE ="));
+  SetOnce(heading.snr, WordBehind(line, "REQ. SNR ="));
+  const std::string reliability = WordBehind(line, "REQ. REL =");
+  // Without the sign it could be a fraction.
+  if (reliability.ends_with('%')) {
+    SetOnce(heading.reliability, reliability.substr(0, reliability.size() - 1));
+  }
+  const std::string_view first = FirstWord(line);
+  if (first == "XMTR") SetOnce(heading.transmitter_antenna, AntennaFile(line));
+  if (first == "RCVR") SetOnce(heading.receiver_antenna, AntennaFile(line));
+}
+
 void ReadHeadingLine(std::string_view line, ResultsHeading& heading) {
   const std::size_t version = line.find(" VERSION ");
   if (version != std::string_view::npos && heading.engine.empty()) {
@@ -95,7 +193,8 @@ void ReadHeadingLine(std::string_view line, ResultsHeading& heading) {
   if (ssn != std::string_view::npos && heading.sunspot_number.empty()) {
     heading.month = FirstWord(line);
     heading.year = LastWord(line.substr(0, ssn));
-    heading.sunspot_number = NumberText(LeadingNumber(line.substr(ssn + 5)));
+    const std::optional<double> number = WholeNumberText(FirstWord(line.substr(ssn + 5)));
+    if (number) heading.sunspot_number = NumberText(*number);
   }
   const std::size_t power = line.find("kW");
   if (power != std::string_view::npos && heading.power.empty()) {
@@ -114,7 +213,10 @@ ResultsHeading ReadHeading(std::string_view text) {
         line->find("MULTIPATH POWER TOLERANCE") != std::string_view::npos) {
       break;
     }
+    // The names of the stations, which the user may have typed, repeat no question.
+    if (FirstWord(*line) == "LABEL") continue;
     ReadHeadingLine(*line, heading);
+    ReadQuestion(*line, heading);
   }
   return heading;
 }

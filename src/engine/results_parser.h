@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,7 +49,14 @@ struct Method30Outcome {
 Method30Outcome ParseMethod30Results(std::string_view text, const std::string& file_name,
                                      ResultsTable& table);
 
+/// A station as a heading shows it: "40.50 N", "74.25 W".
+struct HeadingPosition {
+  std::string latitude;
+  std::string longitude;
+};
+
 /// What the heading of a results file says about the engine and the run; empty where it is silent.
+/// Numbers are kept as printed.
 struct ResultsHeading {
   std::string engine;   ///< "VOACAP", "SKYHOP ESTIMATE ENGINE"
   std::string version;  ///< "16.1207W"
@@ -56,6 +64,16 @@ struct ResultsHeading {
   std::string year;     ///< "2026"
   std::string sunspot_number;
   std::string power;  ///< kW
+  std::optional<HeadingPosition> transmitter = {};
+  std::optional<HeadingPosition> receiver = {};
+  bool long_path = false;                ///< marked as such
+  std::string kilometers = {};           ///< the length of the path
+  std::string takeoff = {};              ///< minimum angle, degrees
+  std::string noise = {};                ///< at 3 MHz, dBW
+  std::string reliability = {};          ///< required, percent
+  std::string snr = {};                  ///< required, dB
+  std::string transmitter_antenna = {};  ///< file
+  std::string receiver_antenna = {};     ///< file
 };
 
 [[nodiscard]] ResultsHeading ReadHeading(std::string_view text);

@@ -161,6 +161,8 @@ bool RunControl::Start(const std::string& name, const Run& run) {
     // With an old results file or an old script left in place the engine's answer would not belong
     // to these parameters, so the run ends here; the error log has the reason.
     if (!with_.results.InitializeResults(run.results) || !WriteScript(run)) return false;
+    with_.results.Expect(ReadDeckParameters(with_.panel, with_.parameters, with_.diagnostics),
+                         run.engine);
     if (with_.diagnostics.GetDebug()) DebugFile(run.script);
     if (!RunScript(false, executable_, run.batch, run.driver, run.script, run.short_results)) {
       return false;
@@ -198,6 +200,7 @@ void RunControl::HandleIonCapTimer() {
     }
     with_.timer.Stop();
     with_.diagnostics.DebugLog("   " + name + " exists");
+    displayed_ = false;
     HandOn();
     if (with_.diagnostics.GetDebug()) DebugFile(results_file_);
   });

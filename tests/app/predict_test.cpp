@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <nlohmann/json.hpp>
 
@@ -27,7 +28,14 @@ class PredictTest : public ::testing::Test {
 
   ProgramResult Run(Arguments more, bool with_circuit = true) {
     Arguments arguments;
-    if (with_circuit) arguments = {"--from", "FN20", "--to", "IO91wm", "--date", "15-Nov-26"};
+    // What the sample results between New York and London were asked.
+    if (with_circuit) {
+      arguments = {"--from", "40.5,-74.25", "--to",  "51.5,-0.1167",
+                   "--date", "15-Nov-26",   "--sfi", "150"};
+      if (std::find(more.begin(), more.end(), "--engine") == more.end()) {
+        arguments.insert(arguments.end(), {"--engine", "ioncap"});
+      }
+    }
     arguments.insert(arguments.end(), more.begin(), more.end());
     return RunProgram(
         SKYHOP_PREDICT, arguments,
@@ -55,7 +63,7 @@ class PredictTest : public ::testing::Test {
 
 TEST_F(PredictTest, TheEstimateEngineMakesAWholePrediction) {
   const std::string svg = PathText(folder_ / "chart.svg");
-  const ProgramResult result = Run({"--sfi", "150", "--svg", svg});
+  const ProgramResult result = Run({"--svg", svg});
   ASSERT_EQ(result.status, 0) << result.err;
   EXPECT_EQ(result.err, "");
   EXPECT_TRUE(Holds(result.out, "SP 24 db ")) << result.out;
@@ -92,7 +100,11 @@ TEST_F(PredictTest, TableCsvAndJsonTellTheSame) {
 
 TEST_F(PredictTest, HoursWithoutALufAreExplained) {
   UseAnswer(TestData("results/tokyo-saopaulo-long-method26.results.txt"));
-  const ProgramResult result = Run({"--path", "long"});
+  const ProgramResult result =
+      Run({"--from", "35.6833,139.7667", "--to", "-23.55,-46.6333", "--path", "long", "--date",
+           "15-Mar-26", "--ssn", "140", "--power", "100", "--dx-noise", "residential",
+           "--availability", "50", "--engine", "ioncap"},
+          false);
   EXPECT_TRUE(Holds(result.out, " 01  19.37  27.68  34.60  27.68")) << result.out;
   EXPECT_TRUE(Holds(result.out, "Where the LUF equals the MUF"));
 }
@@ -180,6 +192,41 @@ TEST_F(PredictTest, AnOldAnswerIsNeverPassedOffAsNew) {
   EXPECT_TRUE(Holds(result.err, "unable to delete existing")) << result.err;
 }
 
+TEST_F(PredictTest, TheAnswerToAnotherQuestionIsRefused) {
+  UseAnswer(TestData("results/tokyo-saopaulo-long-method26.results.txt"));
+  const ProgramResult other = Run({"--svg", PathText(folder_ / "chart.svg")});
+  EXPECT_EQ(other.status, 3);
+  EXPECT_EQ(other.out, "");
+  EXPECT_TRUE(Holds(other.err,
+                    "Results are for Mar 2026, not Nov 2026; for 35.68 N 139.77 E to "
+                    "23.55 S 46.63 W, not 40.50 N 74.25 W to 51.50 N 0.12 W; "
+                    "for the long path, not the short path; "))
+      << other.err;
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "chart.svg"));
+  UseAnswer(TestData("results/newyork-london-method26.results.txt"));
+  EXPECT_EQ(Run({}).status, 0);
+  EXPECT_EQ(Run({"--power", "100"}).status, 3);
+}
+
+TEST_F(PredictTest, ADeadRunsAnswerIsNotTaken) {
+  // The engine of the first run, which is killed, answers while that of the second one works.
+  WriteFile(folder_ / "answer", TestData("results/newyork-london-method26.results.txt"));
+  UseEngine(
+      "cd \"$(dirname \"$results\")/..\"\n"
+      "if mkdir first; then echo > started; while ! test -e second; do sleep 0.02; done\n"
+      "cp answer \"$results\"; else mkdir second; sleep 20; fi");
+  const std::string first =
+      "\"$0\" --from 40.5,-74.25 --to 51.5,-0.1167 --date 15-Nov-26 --sfi 150 --engine ioncap & "
+      "program=$!; while ! test -e \"$1/started\"; do sleep 0.02; done; kill -KILL $program";
+  const std::map<std::string, std::string> environment = {
+      {"SKYHOP_HOME", PathText(folder_.Path())}};
+  (void)RunProgram("/bin/sh", {"-c", first, SKYHOP_PREDICT, PathText(folder_.Path())}, environment);
+  const ProgramResult second = Run({"--direction", "from", "--dx-power", "1500"});
+  EXPECT_EQ(second.status, 3) << second.out;
+  EXPECT_TRUE(Holds(second.err, "Results are for 40.50 N 74.25 W to 51.50 N 0.12 W, not "))
+      << second.err;
+}
+
 TEST_F(PredictTest, AHangingEngineEndsWithStatusFour) {
   UseEngine("sleep 30");
   const auto start = std::chrono::steady_clock::now();
@@ -238,7 +285,7 @@ TEST_F(PredictTest, EveryEngineChoiceWorksOnAFreshMachineInEveryForm) {
   for (const char* engine : {"ioncap", "icepac", "voacap", "voacap-snr"}) {
     SCOPED_TRACE(engine);
     const std::string svg = PathText(folder_ / engine);
-    const Arguments choice = {"--engine", engine, "--sfi", "150"};
+    const Arguments choice = {"--engine", engine};
     const auto run = [&](const Arguments& more) {
       Arguments all = choice;
       all.insert(all.end(), more.begin(), more.end());

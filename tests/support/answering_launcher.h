@@ -9,6 +9,13 @@
 
 namespace skyhop::testing {
 
+/// Results without the part of their heading that repeats the question: an answer to any circuit.
+inline std::string AnswerToAny(const std::string& results) {
+  const std::size_t table = results.find("      GMT   LMT");
+  return results.substr(table != std::string::npos ? table
+                                                   : results.find("  MULTIPATH POWER TOLERANCE"));
+}
+
 /// Engines that answer at once, or run until the test ends them.
 class AnsweringLauncher : public FakeLauncher {
  public:
@@ -24,7 +31,7 @@ class AnsweringLauncher : public FakeLauncher {
     return path;
   }
 
-  std::string answer = TestData("results/newyork-london-method26.results.txt");
+  std::string answer = AnswerToAny(TestData("results/newyork-london-method26.results.txt"));
   bool slow = false;
   std::vector<std::string> decks;
 };

@@ -127,8 +127,10 @@ void BeaconPredictions::Begin(Time now) {
   busy_.reset();
   if (wanted_->inputs.engine == EngineChoice::kNone) return GiveUp("no engine is selected");
   if (!HandInputs(queue_.back())) return GiveUp(messages_.last);
+  const IONCAPModule::DeckParameters asked =
+      IONCAPModule::ReadDeckParameters(panel_, parameters_, with_.diagnostics);
   switch (run_.Start(
-      wanted_->inputs.engine, [this](const auto& file) { return WriteDeck(file); }, now)) {
+      wanted_->inputs.engine, asked, [this](const auto& file) { return WriteDeck(file); }, now)) {
     case CircuitRun::Started::kRuns:
       return;
     case CircuitRun::Started::kBusy:

@@ -71,12 +71,9 @@ void IonCap::ShowFinished(const PredictionRun& run) {
   with_.chart.SetTitle(run.title);
   // The inputs may have changed since; the line tells what was asked.
   with_.panel.SetText(PanelText::kSummary, run.summary);
-  const Provenance provenance =
-      ProvenanceOf(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
-  provenance_ = provenance.note;
-  with_.view.SetLabel(Label::kProvenance, provenance.difference.empty()
-                                              ? provenance.note
-                                              : provenance.note + "\n" + provenance.difference);
+  provenance_ =
+      Provenance(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
+  with_.view.SetLabel(Label::kProvenance, provenance_);
   const IONCAPModule::ResultsHeading& heading = with_.results.Heading();
   with_.view.SetLabel(Label::kComputedBy, std::string(Trim(EngineName(heading.engine, run.engine) +
                                                            " " + heading.version)));

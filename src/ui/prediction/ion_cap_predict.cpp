@@ -245,12 +245,10 @@ AskedPrediction IonCap::Asked() const {
   const IONCAPModule::DeckParameters deck =
       IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters, with_.diagnostics);
   AskedPrediction asked;
-  asked.date = with_.parameters.Date();
   asked.sunspot_number = deck.sunspot_number;
   asked.solar_flux = with_.view.Text(TextField::kFlux);
   asked.from_flux =
       LeadingNumber(with_.view.Text(TextField::kSSN)) == 0 && !Trim(asked.solar_flux).empty();
-  asked.power = deck.power;
   asked.by_peer = with_.view.Selected(OptionGroup::kDDEOption) == dde_option::kRequestedByPeer;
   return asked;
 }

@@ -85,8 +85,11 @@ void IonCap::FinishRun() {
                 "The results are incomplete: hours are missing" + with_.diagnostics.CaptionHint()});
     return;
   }
-  Fail("The results of " + std::string(NameOf(run.engine, kEngineNames)) +
-       " could not be displayed" + with_.diagnostics.CaptionHint());
+  const std::string results = "The results of " + std::string(NameOf(run.engine, kEngineNames));
+  const std::string& difference = with_.results.Difference();
+  Fail((difference.empty() ? results + " could not be displayed"
+                           : results + " answer another question. " + difference) +
+       with_.diagnostics.CaptionHint());
 }
 
 void IonCap::FailDeadEngine() {

@@ -168,7 +168,7 @@ TEST_F(BeaconPredictionsTest, WhatIsInterruptedIsDoneLater) {
 TEST_F(BeaconPredictionsTest, ReliabilitiesCountWhereTheEnginePredictsThem) {
   inputs_.engine = EngineChoice::kVoaCapSnr;
   frequencies_ = {14100, 1810, 14400};
-  launcher_.answer = TestData("results/newyork-london-method30.results.txt");
+  launcher_.answer = AnswerToAny(TestData("results/newyork-london-method30.results.txt"));
   Want();
   PollAll();
   ASSERT_NE(predictions_.Of("OH2B", 14100), nullptr) << predictions_.Problem();
@@ -211,6 +211,9 @@ TEST_F(BeaconPredictionsTest, ProblemsAreTold) {
             "No prediction for YV5B: the engine ended without results", 2},
            {"damaged results", [this] { launcher_.answer = "no table"; },
             "The results for YV5B cannot be read", 2},
+           {"another circuit's results",
+            [this] { launcher_.answer = TestData("results/newyork-london-method26.results.txt"); },
+            "No prediction for YV5B: Results are for 40.50 N 74.25 W to 51.50 N 0.12 W, not ", 2},
        }) {
     const BeaconInputs good = inputs_;
     launcher_.starts.clear();

@@ -1,4 +1,5 @@
 #include "common/files.h"
+#include "common/text.h"
 #include "ion_cap_fixture.h"
 
 namespace skyhop::testing {
@@ -367,6 +368,30 @@ TEST_F(IonCapRunTest, UnreadableResultsLeaveTheChartMarkedAsOld) {
   EXPECT_EQ(view_.Shown(Label::kEngineLabel), "IONCAP") << "the engine of the chart that is shown";
   PredictToTheEnd();
   EXPECT_FALSE(chart_.Old());
+}
+
+TEST_F(IonCapRunTest, TheAnswerToAnotherQuestionIsRefused) {
+  Start();
+  errors_expected_ = true;
+  PredictToTheEnd();
+  const ResultsTable before = table_;
+  const std::string note = view_.Shown(Label::kProvenance);
+  for (const int engine : {0, 3}) {
+    configuration_.SetEngine(engine);
+    Predict();
+    EngineWrites(ReplaceAll(engine == 0 ? Method26() : Method30(), "40.50 N", "48.50 N"));
+    window_.EngineWatch_Tick();
+    ExpectIdle();
+    EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+    EXPECT_NE(view_.notice.text.find("answer another question. Results are for 48.50 N 74.25 W to "
+                                     "51.50 N 0.12 W, not 40.50 N 74.25 W to 51.50 N 0.12 W"),
+              std::string::npos)
+        << view_.notice.text;
+    EXPECT_TRUE(chart_.Old());
+    EXPECT_EQ(table_.frequencies, before.frequencies);
+    EXPECT_EQ(view_.Shown(Label::kProvenance), note);
+    EXPECT_EQ(view_.Shown(Label::kEngineLabel), "IONCAP");
+  }
 }
 
 TEST_F(IonCapRunTest, ResultsThatEndEarlyAreShownAsIncomplete) {

@@ -7,6 +7,7 @@
 
 #include "common/files.h"
 #include "common/text.h"
+#include "support/answering_launcher.h"
 #include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
@@ -128,11 +129,24 @@ TEST_F(PointSnrServiceTest, WhatIsPredictedIsShownAsItComes) {
   EXPECT_TRUE(answers_.sent.empty()) << "nobody asked";
 }
 
+TEST_F(PointSnrServiceTest, TheAnswerToAnotherQuestionIsRefused) {
+  with_.panel.SetText(PanelText::kLocalPwr, "1500");
+  with_.panel.SetText(PanelText::kSSN, "105");
+  service_.Predict(14.074, "", "24");
+  const std::string results = TestData("results/newyork-london-method30.results.txt");
+  for (const char* file : {"spsnr.txt", "lpsnr.txt"}) {
+    WriteFile(folder_ / "ITSHFBC2/run" / file, results);
+  }
+  service_.SNRExecuteTimer_Tick();
+  EXPECT_EQ(view_.snr.rows[0].problem, "");
+  EXPECT_EQ(view_.snr.rows[1].problem, "Results are for the short path, not the long path");
+}
+
 TEST_F(PointSnrServiceTest, TheEstimateIsToldFromAnInstalledEngine) {
   service_.Predict(14.074, "FT8", "");
   WriteFile(folder_ / "ITSHFBC2/run/spsnr.txt",
-            ReplaceAll(TestData("results/newyork-london-method30.results.txt"), "  VOACAP   ",
-                       "  SKYHOP ESTIMATE ENGINE   "));
+            "  SKYHOP ESTIMATE ENGINE   VERSION 1\n" +
+                AnswerToAny(TestData("results/newyork-london-method30.results.txt")));
   service_.SNRExecuteTimer_Tick();
   EXPECT_EQ(view_.snr.engine, "Built-in estimate engine") << view_.snr.rows[0].problem;
   EXPECT_TRUE(view_.snr.estimate);
