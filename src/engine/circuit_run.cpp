@@ -44,6 +44,7 @@ CircuitRun::Started CircuitRun::Start(EngineChoice engine,
       return Started::kFailed;
     }
     run.engine = engine;
+    run.finding = finding;
     run.asked = asked;
     run.process = started.process;
     run.started = now;
@@ -108,9 +109,9 @@ std::optional<CircuitRun::Outcome> CircuitRun::Judge(Time now) const {
   }
   if (too_long) return Outcome{false, "the engine did not answer in time"};
   if (working || run_->process == 0) return std::nullopt;
-  const auto lines = EngineOutputLines(with_.launcher.Output(run_->process));
-  return Outcome{false, "the engine ended without results" +
-                            (lines.empty() ? std::string() : ": " + lines.back())};
+  const std::string reason =
+      EngineFailureText(run_->engine, run_->finding, with_.launcher.Output(run_->process));
+  return Outcome{false, "the engine ended without results" + (reason.empty() ? "" : "." + reason)};
 }
 
 void CircuitRun::Cancel() {

@@ -74,6 +74,7 @@ class CircuitRun {
   struct Run {
     std::unique_ptr<RunLock> lock;
     EngineChoice engine = EngineChoice::kNone;
+    EngineFinding finding;
     IONCAPModule::DeckParameters asked;
     ProcessId process = 0;
     Time started;

@@ -19,4 +19,40 @@ std::vector<std::string> EngineOutputLines(std::string_view output) {
   return lines;
 }
 
+namespace {
+
+/// Whether a Fortran or C run-time system has printed the line about itself.
+bool IsBacktrace(std::string_view line) {
+  const bool frame = line.size() > 1 && line[0] == '#' && line[1] >= '0' && line[1] <= '9';
+  return line.empty() || frame || line.find("Backtrace for this error") != std::string_view::npos ||
+         line.starts_with("Error termination") || line.starts_with("Could not print backtrace");
+}
+
+/// Whether the line names the place in the engine's source; the error is on the next one.
+bool IsSourcePlace(std::string_view line) {
+  return line.starts_with("At line ") && line.find(" of file ") != std::string_view::npos;
+}
+
+}  // namespace
+
+std::string FirstMeaningfulLine(std::string_view output) {
+  std::string place;
+  for (const std::string& line : EngineOutputLines(output)) {
+    const std::string_view text = Trim(line);
+    if (IsBacktrace(text)) continue;
+    if (!IsSourcePlace(text)) return std::string(text);
+    if (place.empty()) place = text;
+  }
+  return place;
+}
+
+std::string EngineFailureText(EngineChoice engine, const EngineFinding& finding,
+                              std::string_view output) {
+  const std::string missing = MissingParts(engine, finding);
+  const std::string line = FirstMeaningfulLine(output);
+  std::string text = missing.empty() ? "" : " " + missing;
+  if (!line.empty()) text += " It printed: " + line + (line.ends_with('.') ? "" : ".");
+  return text;
+}
+
 }  // namespace skyhop

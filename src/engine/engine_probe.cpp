@@ -1,12 +1,9 @@
 #include "engine/engine_probe.h"
 
-#include <algorithm>
-
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "engine/antenna.h"
 #include "engine/engine_output.h"
 #include "engine/probe_deck.h"
 #include "engine/results.h"
@@ -71,9 +68,11 @@ Outcome JudgeResults(EngineChoice engine, const std::string& text, const std::st
   } catch (const Error& error) {
     return {false, std::string("The results cannot be read: ") + error.what()};
   }
-  return {true, EngineText(IONCAPModule::ReadHeading(text)) + " answered in " +
-                    std::to_string(taken.count()) +
-                    " ms. Its results hold plausible values for all 24 hours."};
+  const IONCAPModule::ResultsHeading heading = IONCAPModule::ReadHeading(text);
+  return {true,
+          EngineText(heading) + " answered in " + std::to_string(taken.count()) +
+              " ms. Its results hold plausible values for all 24 hours.",
+          !IONCAPModule::NamesEstimate(heading.engine)};
 }
 
 }  // namespace
@@ -193,39 +192,12 @@ std::optional<Outcome> EngineProbe::Judge(Time now) {
     return std::nullopt;
   }
   if (known) {
-    const std::string line = LastOutputLine();
     return Outcome{false, "The engine ended without results." +
-                              (line.empty() ? std::string() : " Its last words: " + line + ".") +
-                              MissingParts()};
+                              EngineFailureText(run_->engine, run_->finding,
+                                                with_.launcher.Output(run_->process))};
   }
   if (too_long) return Outcome{false, no_answer + "."};
   return std::nullopt;
-}
-
-std::string EngineProbe::LastOutputLine() const {
-  const std::vector<std::string> lines = EngineOutputLines(with_.launcher.Output(run_->process));
-  return lines.empty() ? std::string() : std::string(Trim(lines.back()));
-}
-
-/// What the engine would have needed and does not find, sentences after a blank; empty when all is
-/// there, and for the engines that need nothing.
-std::string EngineProbe::MissingParts() const {
-  if (IsIonCap(run_->engine) || run_->finding.kind == EngineKind::kEstimate) return {};
-  const std::filesystem::path& data = run_->finding.data;
-  std::string text;
-  std::error_code ignored;
-  if (!std::filesystem::is_directory(data / "coeffs", ignored)) {
-    text += " Its coefficients are missing: there is no folder " + PathText(data / "coeffs") + ".";
-  }
-  const std::vector<std::string> antennas = ListAntennas(data / "antennas");
-  const bool isotrope = std::any_of(antennas.begin(), antennas.end(), [](const std::string& file) {
-    return EqualsIgnoringCase(file, kIsotropicFile);
-  });
-  if (!isotrope) {
-    text += " The antenna file " + std::string(kIsotropicFile) + " is missing in " +
-            PathText(data / "antennas") + ".";
-  }
-  return text;
 }
 
 void EngineProbe::Finish(bool good) {

@@ -31,6 +31,8 @@ class EngineProbe {
     bool good = false;
     /// What the engine is and how long it took, or what is wrong; a sentence.
     std::string text;
+    /// False when the estimate engine has answered in the place of an engine that is not there.
+    bool installed = true;
   };
 
   /// All must outlive the probe.
@@ -80,8 +82,6 @@ class EngineProbe {
   void WriteFiles(const Run& run) const;
   std::optional<Outcome> Launch(EngineChoice engine, const EngineFinding& finding, Time now);
   [[nodiscard]] std::optional<Outcome> Judge(Time now);
-  [[nodiscard]] std::string LastOutputLine() const;
-  [[nodiscard]] std::string MissingParts() const;
   void Finish(bool good);
 
   Collaborators with_;

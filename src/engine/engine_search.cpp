@@ -1,10 +1,14 @@
 #include "engine/engine_search.h"
 
+#include <algorithm>
 #include <array>
 #include <fstream>
+#include <iterator>
+#include <vector>
 
 #include "common/files.h"
 #include "common/text.h"
+#include "engine/antenna.h"
 
 namespace skyhop {
 namespace {
@@ -132,6 +136,48 @@ EngineFinding FindEngine(const EngineHost& host, const std::filesystem::path& pr
   return Found(EngineKind::kOwn, expected, folder, {});
 }
 
+EngineChoice AutomaticEngine(const EngineHost& host, const std::filesystem::path& program_folder) {
+  const EngineFinding voacap = FindEngine(host, program_folder, EngineChoice::kVoaCap);
+  // An engine that the user has put into the program folder may keep its data anywhere.
+  const bool whole =
+      voacap.kind == EngineKind::kOwn || MissingParts(EngineChoice::kVoaCap, voacap).empty();
+  const bool works = voacap.can_run && voacap.kind != EngineKind::kEstimate && whole;
+  return works ? EngineChoice::kVoaCap : EngineChoice::kIonCap;
+}
+
+bool IsEstimate(const EngineFinding& finding, const EngineHost& host) {
+  if (finding.kind == EngineKind::kEstimate) return true;
+  std::error_code error;
+  const std::filesystem::path original = host.EstimateEngine();
+  const std::uintmax_t size = std::filesystem::file_size(finding.executable, error);
+  if (error || size != std::filesystem::file_size(original, error) || error) return false;
+  std::ifstream copy(finding.executable, std::ios::binary);
+  std::ifstream source(original, std::ios::binary);
+  using Bytes = std::istreambuf_iterator<char>;
+  return copy && source && std::equal(Bytes(copy), Bytes(), Bytes(source), Bytes());
+}
+
+std::string MissingParts(EngineChoice engine, const EngineFinding& finding) {
+  const std::filesystem::path& data = finding.data;
+  const bool needs_none =
+      engine == EngineChoice::kIonCap || finding.kind == EngineKind::kEstimate || data.empty();
+  if (needs_none) return {};
+  std::string text;
+  if (!IsFolder(data / "coeffs")) {
+    Say(text,
+        "Its coefficients are missing: there is no folder " + PathText(data / "coeffs") + ".");
+  }
+  const std::vector<std::string> antennas = ListAntennas(data / "antennas");
+  const bool isotrope = std::any_of(antennas.begin(), antennas.end(), [](const std::string& file) {
+    return EqualsIgnoringCase(file, kIsotropicFile);
+  });
+  if (!isotrope) {
+    Say(text, "The antenna file " + std::string(kIsotropicFile) + " is missing in " +
+                  PathText(data / "antennas") + ".");
+  }
+  return text;
+}
+
 std::string FindingText(const EngineFinding& finding) {
   const std::string path = PathText(finding.executable);
   if (!finding.exists) return "Not found; expected at " + path;
@@ -140,7 +186,7 @@ std::string FindingText(const EngineFinding& finding) {
     case EngineKind::kOwn:
       return "Found: " + path;
     case EngineKind::kNative:
-      return "Uses " + path + " with the data of " + PathText(finding.data) + ". " + finding.reason;
+      return "Uses " + path + " with the data of " + PathText(finding.data) + ".";
     case EngineKind::kWine:
       return "Found: " + path + ", run by " + PathText(finding.wine);
     case EngineKind::kEstimate:

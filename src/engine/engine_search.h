@@ -57,6 +57,19 @@ struct EngineFinding {
                                        const std::filesystem::path& program_folder,
                                        EngineChoice engine, EngineUse use = EngineUse::kChart);
 
+/// The engine that predicts where no engine was chosen: VOACAP (LUF and MUF) where an installed one
+/// is found with its data, else the one in IONCAP's place.
+[[nodiscard]] EngineChoice AutomaticEngine(const EngineHost& host,
+                                           const std::filesystem::path& program_folder);
+
+/// Whether the finding is the estimate engine, also as the copy of it that is put in IONCAP's
+/// place.
+[[nodiscard]] bool IsEstimate(const EngineFinding& finding, const EngineHost& host);
+
+/// What an engine needs and does not find, sentences; empty when all is there, and for the engines
+/// that need nothing.
+[[nodiscard]] std::string MissingParts(EngineChoice engine, const EngineFinding& finding);
+
 /// The folder of an engine below the program folder: "IonCap", "ITSHFBC" or "ITSHFBC2".
 [[nodiscard]] std::filesystem::path EngineFolder(EngineChoice engine,
                                                  EngineUse use = EngineUse::kChart);

@@ -204,6 +204,10 @@ void ReadHeadingLine(std::string_view line, ResultsHeading& heading) {
 
 }  // namespace
 
+bool NamesEstimate(std::string_view engine) {
+  return EqualsIgnoringCase(engine, "SKYHOP ESTIMATE ENGINE");
+}
+
 ResultsHeading ReadHeading(std::string_view text) {
   ResultsHeading heading;
   LineReader lines(text);

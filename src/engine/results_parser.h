@@ -78,4 +78,7 @@ struct ResultsHeading {
 
 [[nodiscard]] ResultsHeading ReadHeading(std::string_view text);
 
+/// Whether results that name this engine are the built-in estimate's.
+[[nodiscard]] bool NamesEstimate(std::string_view engine);
+
 }  // namespace skyhop::IONCAPModule

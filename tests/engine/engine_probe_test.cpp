@@ -166,6 +166,20 @@ TEST_F(EngineProbeTest, AGoodRunNamesTheEngineAndItsTimeAndClearsUp) {
   }
 }
 
+TEST_F(EngineProbeTest, TheEstimatesAnswerIsNoInstalledEngines) {
+  const std::string voacap = TestData("results/newyork-london-method26.results.txt");
+  for (const bool estimate : {false, true}) {
+    launcher_.running = true;
+    Start(EngineChoice::kVoaCap);
+    Answer(kItsResults,
+           estimate ? ReplaceAll(voacap, "  VOACAP   V", "  SKYHOP ESTIMATE ENGINE   V") : voacap);
+    launcher_.running = false;
+    const std::optional<EngineProbe::Outcome> outcome = probe_.Poll(begin_ + milliseconds(8));
+    ASSERT_TRUE(outcome && outcome->good);
+    EXPECT_EQ(outcome->installed, !estimate);
+  }
+}
+
 TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
   const std::string good = TestData("results/newyork-london-method26.results.txt");
   const struct {
@@ -181,13 +195,13 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
       {EngineChoice::kVoaCapSnr,
        TestData("results/newyork-london-method30.results.txt").substr(0, 9000),
        "bad: The results hold only "},
-      {EngineChoice::kVoaCap, "", "bad: The engine ended without results. Its last words: Ouch"},
+      {EngineChoice::kVoaCap, "", "bad: The engine ended without results. It printed: Ouch."},
   };
   for (const auto& [engine, results, outcome] : cases) {
     launcher_.running = true;
     Start(engine);
     Answer(kItsResults, results);
-    launcher_.output = "Starting\nOuch\noff\ntest.bat: 4: cls: not found\n";
+    launcher_.output = "Ouch\n#0  0x7f\noff\ntest.bat: 4: cls: not found\n";
     launcher_.running = false;
     const std::string told = OutcomeAfter(milliseconds(50));
     EXPECT_TRUE(told.starts_with(outcome)) << told;
@@ -262,10 +276,10 @@ TEST_F(EngineProbeTest, WhatAnEngineLacksIsToldWhenItGivesNoResults) {
   launcher_.output = "cannot open file\n";
   const std::filesystem::path folder = log_.folder / "ITSHFBC";
   EXPECT_EQ(OutcomeAfter(milliseconds(8)),
-            "bad: The engine ended without results. Its last words: cannot open file. Its "
-            "coefficients are missing: there is no folder " +
+            "bad: The engine ended without results. Its coefficients are missing: there is no "
+            "folder " +
                 PathText(folder / "coeffs") + ". The antenna file default/isotrope is missing in " +
-                PathText(folder / "antennas") + ".");
+                PathText(folder / "antennas") + ". It printed: cannot open file.");
 }
 
 TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {

@@ -96,6 +96,9 @@ TEST_F(EngineSearchTest, TheSystemsVoacapRunsInTheFoldersOfThisProgram) {
             "[/bin/voacapl] -s [--run-dir=/ITSHFBC/run] [/home/itshfbc] deck.txt results.txt");
   EXPECT_EQ(Command(EngineChoice::kVoaCapSnr, EngineUse::kPoint),
             "[/bin/voacapl] -s [--run-dir=/ITSHFBC2/run] [/home/itshfbc] deck.txt results.txt");
+  EXPECT_EQ(FindingText(Find(EngineChoice::kVoaCap)), "Uses " + PathText(folder_ / "bin/voacapl") +
+                                                          " with the data of " +
+                                                          PathText(folder_ / "home/itshfbc") + ".");
   // There is no such ICEPAC.
   EXPECT_EQ(Find(EngineChoice::kIcePac).kind, EngineKind::kEstimate);
 }
@@ -137,6 +140,34 @@ TEST_F(EngineSearchTest, TheEstimateStandsInAndSaysForWhat) {
   EXPECT_EQ(Find(EngineChoice::kVoaCapSnr, EngineUse::kPoint).kind, EngineKind::kEstimate);
   EXPECT_EQ(Command(EngineChoice::kVoaCapSnr, EngineUse::kPoint),
             "[/libexec/skyhop-estimate] -s [/ITSHFBC2] deck.txt results.txt");
+}
+
+TEST_F(EngineSearchTest, VoacapIsAutomaticWhereItIsInstalledWithItsData) {
+  const auto automatic = [&] { return AutomaticEngine(host_, folder_.Path()); };
+  EXPECT_EQ(automatic(), EngineChoice::kIonCap);
+  InstallEstimate();
+  InstallVoacapl(true);
+  EXPECT_EQ(automatic(), EngineChoice::kIonCap);
+  const std::string data = PathText(folder_ / "home/itshfbc");
+  EXPECT_EQ(MissingParts(EngineChoice::kVoaCap, Find(EngineChoice::kVoaCap)),
+            "Its coefficients are missing: there is no folder " + data +
+                "/coeffs. The antenna file default/isotrope is missing in " + data + "/antennas.");
+  std::filesystem::create_directories(folder_ / "home/itshfbc/coeffs");
+  Install("home/itshfbc/antennas/default/isotrope", "antenna");
+  EXPECT_EQ(automatic(), EngineChoice::kVoaCap);
+  host_.voacap.reset();
+  EXPECT_EQ(automatic(), EngineChoice::kIonCap);
+  Install("ITSHFBC/bin_win/voacapw.exe", kScript);
+  EXPECT_EQ(automatic(), EngineChoice::kVoaCap);
+}
+
+TEST_F(EngineSearchTest, TheEstimateIsKnownInIonCapsPlace) {
+  InstallEstimate();
+  EXPECT_TRUE(IsEstimate(Find(EngineChoice::kIcePac), host_));
+  Install("IonCap/ioncap.exe", kBinary);
+  EXPECT_TRUE(IsEstimate(Find(EngineChoice::kIonCap), host_));
+  Install("IonCap/ioncap.exe", std::string(kBinary) + "another");
+  EXPECT_FALSE(IsEstimate(Find(EngineChoice::kIonCap), host_));
 }
 
 TEST_F(EngineSearchTest, WithoutAnyTheExpectedPlaceIsTold) {

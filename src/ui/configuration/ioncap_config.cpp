@@ -25,19 +25,6 @@ std::string SizeText(std::uintmax_t bytes) {
   return FixedText(size / (thousand * thousand), 1) + " MB";
 }
 
-/// Whether a file is a copy of another one; no if either cannot be read.
-bool IsCopy(const std::filesystem::path& file, const std::filesystem::path& original) {
-  constexpr std::size_t longest = 64'000'000;
-  std::error_code failed;
-  const std::uintmax_t size = std::filesystem::file_size(file, failed);
-  if (failed || size != std::filesystem::file_size(original, failed) || failed) return false;
-  try {
-    return ReadFile(file, longest) == ReadFile(original, longest);
-  } catch (const Error&) {
-    return false;
-  }
-}
-
 }  // namespace
 
 std::vector<PeerState> PeerOverview::Peers() const {
@@ -175,7 +162,7 @@ void IoncapConfig::ShowFindings() {
     std::string text = FindingText(finding);
     // The estimate engine stands in IONCAP's place until the user puts the real one there.
     if (choice == EngineChoice::kIonCap && finding.can_run &&
-        IsCopy(finding.executable, with_.machine.EstimateEngine())) {
+        finding.kind != EngineKind::kEstimate && IsEstimate(finding, with_.machine)) {
       text = "Uses the built-in estimate engine: " + PathText(finding.executable);
     }
     if (choice == EngineChoice::kVoaCap || choice == EngineChoice::kVoaCapSnr) {

@@ -80,8 +80,11 @@ void IoncapConfig::TestTimer_Tick(Time now) {
 }
 
 void IoncapConfig::ShowOutcome(const EngineProbe::Outcome& outcome) {
-  with_.view.SetLabel(ConfigLabel::kTestResult,
-                      tested_ + (outcome.good ? " works. " : " does not work. ") + outcome.text);
+  const char* verdict = " does not work. ";
+  if (outcome.good) {
+    verdict = outcome.installed ? " works. " : " is not installed: the estimate would be used. ";
+  }
+  with_.view.SetLabel(ConfigLabel::kTestResult, tested_ + verdict + outcome.text);
 }
 
 // --- Stations, bands, modes ---------------------------------------------------------------------

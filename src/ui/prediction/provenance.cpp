@@ -9,13 +9,12 @@ namespace {
 
 using IONCAPModule::ResultsHeading;
 
-constexpr const char* kEstimateEngine = "SKYHOP ESTIMATE ENGINE";
 constexpr const char* kSeparator = " \xC2\xB7 ";
 
 }  // namespace
 
 bool IsEstimate(const std::string& named) {
-  return EqualsIgnoringCase(named, kEstimateEngine);
+  return IONCAPModule::NamesEstimate(named);
 }
 
 std::string EngineName(const std::string& named, EngineChoice engine) {

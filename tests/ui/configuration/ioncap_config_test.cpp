@@ -18,6 +18,7 @@ using skyhop::testing::FakeEngineHost;
 using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
 using skyhop::testing::PredictionFixture;
+using skyhop::testing::TestData;
 using std::chrono::milliseconds;
 
 /// A prediction runs or does not.
@@ -338,6 +339,22 @@ TEST_F(IoncapConfigTest, TheTestFollowsTheSelectedEngineToItsOutcome) {
   EXPECT_EQ(view_.labels[ConfigLabel::kTestResult].find("ICEPAC LUF & MUF does not work. The "
                                                         "engine is missing"),
             0U);
+}
+
+TEST_F(IoncapConfigTest, AnAnswerOfTheEstimateIsNoInstalledEngine) {
+  InstallEngine("IonCap/ioncap.exe");
+  Load();
+  const IoncapConfig::Time begin{};
+  window_.TestCmd_Click(begin);
+  WriteFile(with_.log.folder / "IonCap/testresults.txt",
+            ReplaceAll(skyhop::testing::TestData("results/newyork-london-method26.results.txt"),
+                       "  VOACAP   V", "  SKYHOP ESTIMATE ENGINE   V"));
+  window_.TestTimer_Tick(begin + milliseconds(50));
+  EXPECT_EQ(view_.labels[ConfigLabel::kTestResult].find(
+                "IONCAP LUF & MUF is not installed: the estimate would be used. SKYHOP ESTIMATE "
+                "ENGINE, version 16.1207W, answered"),
+            0U)
+      << view_.labels[ConfigLabel::kTestResult];
 }
 
 TEST_F(IoncapConfigTest, DefaultAddressesAreThoseOfAFreshInstallation) {
