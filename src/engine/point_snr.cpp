@@ -18,6 +18,9 @@ namespace {
 /// The first band's columns hold the one frequency of the deck.
 constexpr std::size_t kBandOfPoint = 1;
 
+constexpr auto kShortPath = static_cast<std::size_t>(path_option::kShort);
+constexpr auto kLongPath = static_cast<std::size_t>(path_option::kLong);
+
 constexpr double kLowestFrequency = 1.6;
 constexpr double kHighestFrequency = 60;
 
@@ -133,7 +136,7 @@ void PointSnr::Start(const PointRequest& request) {
 
 PointSnr::Path PointSnr::PathOf(std::size_t path) const {
   const EnginePaths& paths = with_.run.Paths();
-  if (path == static_cast<std::size_t>(path_option::kShort)) {
+  if (path == kShortPath) {
     return {paths.short_path_snr_results, with_.run.ShortPathSnrProcess()};
   }
   return {paths.long_path_snr_results, with_.run.LongPathSnrProcess()};
@@ -158,11 +161,27 @@ bool PointSnr::Poll(Time now) {
     bool changed = false;
     for (std::size_t path = 0; path < reception_.paths.size(); ++path) {
       if (reception_.paths.at(path).state != PathReception::State::kWaiting) continue;
+      if (path == kLongPath && with_.run.LongPathSnrWaits()) {
+        if (reception_.paths.at(kShortPath).state == PathReception::State::kWaiting) continue;
+        if (!StartLongPath(now)) {
+          changed = true;
+          continue;
+        }
+      }
       changed = PollPath(path, now) || changed;
     }
     running_ = !reception_.Finished();
     return changed;
   });
+}
+
+bool PointSnr::StartLongPath(Time now) {
+  started_ = now;
+  if (with_.run.StartLongPathSnr()) return true;
+  PathReception& reception = reception_.paths.at(kLongPath);
+  reception.state = PathReception::State::kFailed;
+  reception.problem = "the engine was not started; the error log has the reason";
+  return false;
 }
 
 bool PointSnr::PollPath(std::size_t path, Time now) {
@@ -180,9 +199,9 @@ bool PointSnr::PollPath(std::size_t path, Time now) {
       reception.problem = unreadable.what();
     }
   } else if (ended) {
-    const std::vector<std::string> output = EngineOutputLines(with_.launcher.Output(process));
-    reception.problem = "the engine ended without results";
-    if (!output.empty()) reception.problem += ": " + std::string(Trim(output.back()));
+    const std::string reason = EngineFailureText(EngineChoice::kVoaCapSnr, with_.run.SnrFinding(),
+                                                 with_.launcher.Output(process));
+    reception.problem = "the engine ended without results" + (reason.empty() ? "" : "." + reason);
   } else {
     reception.problem = "no answer within " + std::to_string(kLongest.count()) + " s";
   }
@@ -202,7 +221,7 @@ void PointSnr::ReadResults(std::size_t path, PathReception& reception) {
   const auto hour = static_cast<std::size_t>(HourOfDeck(reception_.hour));
   const std::string text = ReadFile(file, Results::kLargestFile);
   const ResultsHeading heading = ReadHeading(text);
-  deck_.short_path = path == static_cast<std::size_t>(path_option::kShort);
+  deck_.short_path = path == kShortPath;
   reception.problem = EchoDifference(heading, deck_, EngineChoice::kVoaCapSnr);
   if (!reception.problem.empty()) return;
   ResultsTable table;

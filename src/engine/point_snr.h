@@ -50,8 +50,9 @@ struct PointReception {
   [[nodiscard]] bool Finished() const;
 };
 
-/// Predicts how one frequency is received at the current hour, by the short and the long path at
-/// once: a deck, a batch file and an engine of the second folder for each. Nothing here waits.
+/// Predicts how one frequency is received at the current hour, by the short and the long path: a
+/// deck, a batch file and an engine of the second folder for each, one after the other where the
+/// engine cannot be given a run folder for each. Nothing here waits.
 class PointSnr {
  public:
   using Time = std::chrono::steady_clock::time_point;
@@ -77,7 +78,7 @@ class PointSnr {
   PointSnr(const PointSnr&) = delete;
   PointSnr& operator=(const PointSnr&) = delete;
 
-  /// Starts both engines; those of an earlier request are ended. Returns an empty text, or why not.
+  /// Starts the engines; those of an earlier request are ended. Returns an empty text, or why not.
   [[nodiscard]] std::string PredictSNR(const PointRequest& request, Time now);
 
   /// Looks what the engines have done. Returns whether something has changed.
@@ -100,6 +101,7 @@ class PointSnr {
   void Start(const PointRequest& request);
   [[nodiscard]] Path PathOf(std::size_t path) const;
   void EndEngine(std::size_t path);
+  [[nodiscard]] bool StartLongPath(Time now);
   bool PollPath(std::size_t path, Time now);
   void ReadResults(std::size_t path, PathReception& reception);
 

@@ -9,6 +9,7 @@
 #include "common/settings.h"
 #include "common/user_messages.h"
 #include "engine/engine_launcher.h"
+#include "engine/engine_output.h"
 #include "engine/engine_search.h"
 #include "engine/execute_timer.h"
 #include "engine/ioncap_script.h"
@@ -100,14 +101,24 @@ class RunControl {
   /// before their decks are written.
   void FindSnrEngine();
 
-  /// Writes the batch file (and for IONCAP the driver file) and starts it. With `snr` it writes and
-  /// starts both batch files of the second folder, one for each path, with the engine that
-  /// FindSnrEngine() has found; the other arguments then only serve the log.
+  /// The engine of the point SNR runs, as FindSnrEngine() has found it.
+  [[nodiscard]] const EngineFinding& SnrFinding() const { return snr_finding_; }
+
+  /// Writes the batch file (and for IONCAP the driver file) and starts it. With `snr` it writes
+  /// both batch files of the second folder, one for each path, for the engine that FindSnrEngine()
+  /// has found; the other arguments then only serve the log. It starts the short path's and, where
+  /// each run has a folder of its own, the long path's.
   [[nodiscard]] bool RunScript(bool snr, const std::filesystem::path& executable,
                                const std::filesystem::path& batch,
                                const std::filesystem::path& driver,
                                const std::filesystem::path& script,
                                const std::filesystem::path& results);
+
+  /// Starts the long path's point SNR run, which waits for the end of the short path's: two runs in
+  /// one folder would share the engine's scratch files. Returns whether an engine was started.
+  [[nodiscard]] bool StartLongPathSnr();
+  /// Whether the run waits for that.
+  [[nodiscard]] bool LongPathSnrWaits() const { return long_path_snr_waits_; }
 
   /// One tick of the timer: takes the results file as soon as there is something in it.
   void HandleIonCapTimer();
@@ -138,6 +149,10 @@ class RunControl {
   [[nodiscard]] const std::filesystem::path& Executable() const { return executable_; }
   /// The engine that the current run uses, and why it is not another.
   [[nodiscard]] const EngineFinding& Finding() const { return finding_; }
+  /// Why the engine of the current run, which has ended, gave no results: see EngineFailureText.
+  [[nodiscard]] std::string FailureText() const {
+    return EngineFailureText(engine_, finding_, with_.launcher.Output(process_));
+  }
   /// The engine process of the current run.
   [[nodiscard]] ProcessId EngineProcess() const { return process_; }
   /// The processes of the two point SNR runs.
@@ -175,6 +190,10 @@ class RunControl {
   void WriteDriver(const std::filesystem::path& driver, const std::filesystem::path& script,
                    const std::filesystem::path& results);
   [[nodiscard]] bool StartSnrRuns(const Files& files);
+  [[nodiscard]] bool WriteSnrBatch(const std::filesystem::path& batch,
+                                   const std::filesystem::path& script,
+                                   const std::filesystem::path& results);
+  [[nodiscard]] bool StartSnrRun(const Files& files, const char* label, ProcessId& process);
   [[nodiscard]] LaunchResult StartBatch(const Files& files, const std::string& parameter,
                                         const std::filesystem::path& folder);
   void HandOn();
@@ -191,6 +210,7 @@ class RunControl {
   ProcessId process_ = 0;
   ProcessId short_path_snr_process_ = 0;
   ProcessId long_path_snr_process_ = 0;
+  bool long_path_snr_waits_ = false;
   bool refused_ = false;
   bool displayed_ = false;
 };

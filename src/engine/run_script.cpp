@@ -70,24 +70,48 @@ void RunControl::WriteDriver(const std::filesystem::path& driver,
 
 bool RunControl::StartSnrRuns(const Files& files) {
   if (!snr_finding_.reason.empty()) with_.diagnostics.DebugLog("   " + FindingText(snr_finding_));
-  const auto start = [&](const std::filesystem::path& batch, const std::filesystem::path& script,
-                         const std::filesystem::path& results, const char* label,
-                         ProcessId& process) {
-    const std::filesystem::path run = results.parent_path();
-    const std::filesystem::path folder = run.parent_path();
-    const std::string command = ItsCommand(snr_finding_, folder, PathText(script.filename()),
-                                           PathText(results.filename()), with_.launcher);
-    if (!WriteBatch(batch, run, command)) return false;
-    const LaunchResult started =
-        StartBatch({files.executable, batch, files.driver, script, results}, {}, folder);
-    process = started.process;
-    with_.diagnostics.DebugLog(label + std::to_string(process));
-    return started.Succeeded();
-  };
-  return start(paths_.short_path_snr_batch, paths_.short_path_snr_script,
-               paths_.short_path_snr_short_results, "   SP PID = ", short_path_snr_process_) &&
-         start(paths_.long_path_snr_batch, paths_.long_path_snr_script,
-               paths_.long_path_snr_short_results, "   LP PID = ", long_path_snr_process_);
+  short_path_snr_process_ = 0;
+  long_path_snr_process_ = 0;
+  // Only the native engine takes a run folder.
+  long_path_snr_waits_ = snr_finding_.kind != EngineKind::kNative;
+  const std::filesystem::path& batch = paths_.short_path_snr_batch;
+  const std::filesystem::path& script = paths_.short_path_snr_script;
+  const std::filesystem::path& results = paths_.short_path_snr_short_results;
+  return WriteSnrBatch(batch, script, results) &&
+         WriteSnrBatch(paths_.long_path_snr_batch, paths_.long_path_snr_script,
+                       paths_.long_path_snr_short_results) &&
+         StartSnrRun({files.executable, batch, files.driver, script, results},
+                     "   SP PID = ", short_path_snr_process_) &&
+         (long_path_snr_waits_ || StartLongPathSnr());
+}
+
+bool RunControl::StartLongPathSnr() {
+  return with_.diagnostics.Trap("IONCAPModule.RunScript", false, [&] {
+    long_path_snr_waits_ = false;
+    return StartSnrRun({paths_.snr_executable,
+                        paths_.long_path_snr_batch,
+                        {},
+                        paths_.long_path_snr_script,
+                        paths_.long_path_snr_short_results},
+                       "   LP PID = ", long_path_snr_process_);
+  });
+}
+
+bool RunControl::WriteSnrBatch(const std::filesystem::path& batch,
+                               const std::filesystem::path& script,
+                               const std::filesystem::path& results) {
+  const std::filesystem::path run = results.parent_path();
+  const std::string command =
+      ItsCommand(snr_finding_, run.parent_path(), PathText(script.filename()),
+                 PathText(results.filename()), with_.launcher);
+  return WriteBatch(batch, run, command);
+}
+
+bool RunControl::StartSnrRun(const Files& files, const char* label, ProcessId& process) {
+  const LaunchResult started = StartBatch(files, {}, files.results.parent_path().parent_path());
+  process = started.process;
+  with_.diagnostics.DebugLog(label + std::to_string(process));
+  return started.Succeeded();
 }
 
 LaunchResult RunControl::StartBatch(const Files& files, const std::string& parameter,

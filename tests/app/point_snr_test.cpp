@@ -187,7 +187,7 @@ TEST_F(PointSnrTest, AnEngineThatFailsOnOnePathLeavesTheOther) {
   } cases[] = {
       {"test $path = long && exit 1", "the engine ended without results"},
       {"test $path = long && { echo 'no coefficients' >&2; exit 0; }",
-       "the engine ended without results: no coefficients"},
+       "It printed: no coefficients."},
       {"test $path = long && { kill -SEGV $$; }", "the engine ended without results"},
       {"test $path = long && { echo letters > \"$results\"; exit 0; }",
        "results missing expected header"},
@@ -235,7 +235,7 @@ TEST_F(PointSnrTest, AnEngineThatTakesTooLongIsEnded) {
   }
   EXPECT_EQ(Short().state, State::kDone) << "it does not wait for the other";
   EXPECT_EQ(Long().state, State::kWaiting);
-  (void)Await(std::chrono::seconds(30));
+  (void)Await(std::chrono::seconds(29 + 30));
   EXPECT_EQ(Long().problem, "no answer within 30 s");
   EXPECT_FALSE(run_.IsPidRunning(run_.LongPathSnrProcess()));
 }

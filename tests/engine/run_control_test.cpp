@@ -121,9 +121,13 @@ TEST_F(RunControlTest, TheOtherEnginesRunSilentlyInTheirRunFolder) {
   }
 }
 
-TEST_F(RunControlTest, BothSnrRunsStartInTheSecondFolder) {
+TEST_F(RunControlTest, SnrRunsStartInTheSecondFolderOneAfterTheOther) {
   run_.FindSnrEngine();
   ASSERT_TRUE(run_.RunScript(true, run_.Paths().snr_executable, {}, {}, {}, {}));
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_TRUE(run_.LongPathSnrWaits());
+  ASSERT_TRUE(run_.StartLongPathSnr());
+  EXPECT_FALSE(run_.LongPathSnrWaits());
   EXPECT_EQ(Content("~ITSHFBC2/run/lpsnr.bat"),
             "cd [" + Folder("~ITSHFBC2/run") + "]|\n[" + Folder("~ITSHFBC2/bin_win/voacapw.exe") +
                 "] SILENT [" + Folder("~ITSHFBC2") +
@@ -346,6 +350,28 @@ TEST(EngineOutput, TheBatchFilesOwnNoiseIsLeftOut) {
       {"\n cannot read deck\r\nstopped\noff\n", {" cannot read deck", "stopped"}},
   };
   for (const auto& [output, lines] : cases) EXPECT_EQ(EngineOutputLines(output), lines);
+}
+
+TEST(EngineOutput, ABacktraceIsNoReason) {
+  const struct {
+    const char* output;
+    const char* line;
+  } cases[] = {
+      {"", ""},
+      {"OPENing antenna file=/x/antennas/a/b.1\n\nPress Enter\n",
+       "OPENing antenna file=/x/antennas/a/b.1"},
+      {"At line 36 of file reddat.f90 (unit = 11)\n"
+       "Fortran runtime error: Cannot open file '/x/coeffs/coeff11w.txt'\n\n"
+       "Error termination. Backtrace:\n#0  0x7f00 in ???\n#1  0x7f01\n",
+       "Fortran runtime error: Cannot open file '/x/coeffs/coeff11w.txt'"},
+      {"\nProgram received signal SIGSEGV: Segmentation fault - invalid memory reference.\n\n"
+       "Backtrace for this error:\n#0  0x7f00\n",
+       "Program received signal SIGSEGV: Segmentation fault - invalid memory reference."},
+      {"At line 36 of file reddat.f90 (unit = 11)\n#0  0x7f00\n",
+       "At line 36 of file reddat.f90 (unit = 11)"},
+      {"#0  0x7f00\n#1  0x7f01\noff\n", ""},
+  };
+  for (const auto& [output, line] : cases) EXPECT_EQ(FirstMeaningfulLine(output), line);
 }
 
 TEST_F(RunControlTest, AbortStopsThePolling) {

@@ -5,7 +5,6 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "engine/engine_output.h"
 #include "ui/prediction/ion_cap.h"
 
 namespace skyhop {
@@ -93,11 +92,8 @@ void IonCap::FinishRun() {
 }
 
 void IonCap::FailDeadEngine() {
-  std::string reason = PathText(with_.run.Executable()) + " ended without writing " +
-                       PathText(with_.run.ResultsFile());
-  const std::vector<std::string> output =
-      EngineOutputLines(with_.launcher.Output(with_.run.EngineProcess()));
-  if (!output.empty()) reason += ": " + std::string(Trim(output.back()));
+  const std::string reason = PathText(with_.run.Executable()) + " ended without writing " +
+                             PathText(with_.run.ResultsFile()) + "." + with_.run.FailureText();
   with_.diagnostics.ErrorLog("IonCap.ExecuteTimer_Tick: " + reason);
   with_.run.Abort();
   (void)LeaveRun();

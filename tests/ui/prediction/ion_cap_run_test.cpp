@@ -323,7 +323,9 @@ TEST_F(IonCapRunTest, AnEngineThatEndsWithoutResultsFailsTheRun) {
     Predict();
     if (empty_file) EngineWrites("");
     launcher_.running.clear();
-    launcher_.output = "cannot open deck\noff\nioncap.bat: 4: cls: not found\n";
+    launcher_.output =
+        "cannot open deck\nBacktrace for this error:\n#0  0x7f\noff\nioncap.bat: 4: cls: not "
+        "found\n";
     window_.EngineWatch_Tick();
     window_.EngineWatch_Tick();
     window_.ExecuteTimer_Tick();
@@ -331,7 +333,7 @@ TEST_F(IonCapRunTest, AnEngineThatEndsWithoutResultsFailsTheRun) {
     window_.ExecuteTimer_Tick();
     ExpectIdle();
     const std::string reason = PathText(run_.Executable()) + " ended without writing " +
-                               PathText(run_.ResultsFile()) + ": cannot open deck";
+                               PathText(run_.ResultsFile()) + ". It printed: cannot open deck.";
     EXPECT_EQ(log_.errors.back(), "IonCap.ExecuteTimer_Tick: " + reason);
     EXPECT_EQ(view_.notice,
               (Notice{Notice::Kind::kFailed,
