@@ -119,6 +119,7 @@ SkyhopProgram::SkyhopProgram()
                    platform::HelpFile(folder_)}),
       windows_({frame_.get(), configuration_frame_.get(), forecast_frame_.get(),
                 conditions_frame_.get(), beacon_frame_.get()}) {
+  configuration_.SetDefaultEngine(static_cast<int>(AutomaticEngine(*host_, folder_)));
   foreground_locker_.SetYield([this] { beacon_predictions_.Yield(); });
   links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
   diagnostics_.SetPeerCaption([this] { return links_.InteropCaption(); });

@@ -143,8 +143,9 @@ void Configuration::Load() {
   const auto flag = [&](const char* section, const char* key, bool default_value) {
     return settings_->GetBooleanSetting(kProductName, section, key, BooleanText(default_value));
   };
-  engine_ = settings_->GetIntegerSetting(kProductName, kConfiguration, kEngineKey, "0");
-  if (engine_ < 0 || engine_ >= kEngineCount) engine_ = 0;
+  engine_ = settings_->GetIntegerSetting(kProductName, kConfiguration, kEngineKey,
+                                         std::to_string(default_engine_));
+  if (engine_ < 0 || engine_ >= kEngineCount) engine_ = default_engine_;
   for (const Station station : {Station::kLocal, Station::kDX}) {
     antennas_.at(static_cast<std::size_t>(station)) = StoredAntenna(*settings_, station);
   }

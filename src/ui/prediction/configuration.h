@@ -49,6 +49,9 @@ class Configuration {
   /// Both must outlive this object.
   Configuration(const Common::Settings& settings, Diagnostics& diagnostics);
 
+  /// The engine of a fresh installation, an EngineChoice; IONCAP unless set.
+  void SetDefaultEngine(int engine) { default_engine_ = engine; }
+
   /// Restores all values but the addresses of web pages, which the parameter set restores through
   /// RestoreUrl. Listeners are not called.
   void Load();
@@ -103,6 +106,7 @@ class Configuration {
   Diagnostics* diagnostics_;
   std::vector<Listener> listeners_;
 
+  int default_engine_ = 0;
   int engine_ = 0;
   std::array<Antenna, 2> antennas_;
   bool distance_miles_ = true;

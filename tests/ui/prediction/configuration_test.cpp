@@ -45,6 +45,16 @@ TEST_F(ConfigurationTest, OfAFreshInstallationHasItsDefaults) {
   EXPECT_TRUE(told_.empty());
 }
 
+TEST_F(ConfigurationTest, TheDefaultEngineCountsUntilOneIsStored) {
+  configuration_.SetDefaultEngine(2);
+  configuration_.Load();
+  EXPECT_EQ(configuration_.Engine(), 2);
+  EXPECT_TRUE(store_.values.empty());
+  Store("Configuration", "Engine", "0");
+  configuration_.Load();
+  EXPECT_EQ(configuration_.Engine(), 0);
+}
+
 TEST(DefaultModes, NeedWhatTheirUsualBandwidthsSay) {
   const std::vector<ModeSettings> expected = {
       {"CW", "24"},    {"SSB", "45"},    {"AM", "51"},  {"FM", "56"},  {"RTTY", "36"},
