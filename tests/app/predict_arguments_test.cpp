@@ -19,6 +19,8 @@ class PredictArgumentsTest : public ::testing::Test {
   ProgramResult Run(Arguments more, bool with_circuit = true) {
     Arguments arguments;
     if (with_circuit) arguments = {"--from", "FN20", "--to", "IO91wm", "--date", "15-Nov-26"};
+    // Another one may be installed on the machine of the tests.
+    arguments.insert(arguments.end(), {"--engine", "ioncap"});
     arguments.insert(arguments.end(), more.begin(), more.end());
     return RunProgram(
         PathFromText(SKYHOP_PREDICT), arguments,

@@ -65,7 +65,8 @@ TEST_F(PredictTest, TheEstimateEngineMakesAWholePrediction) {
   const std::string svg = PathText(folder_ / "chart.svg");
   const ProgramResult result = Run({"--svg", svg});
   ASSERT_EQ(result.status, 0) << result.err;
-  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.err, "skyhop-predict: the built-in estimate engine is used. " +
+                            PathText(folder_ / "IonCap/ioncap.exe") + " is a copy of it.\n");
   EXPECT_TRUE(Holds(result.out, "SP 24 db ")) << result.out;
   EXPECT_TRUE(Holds(result.out, "\n 00 "));
   EXPECT_TRUE(Holds(result.out, "\n 23 "));
@@ -86,27 +87,40 @@ TEST_F(PredictTest, TableCsvAndJsonTellTheSame) {
   EXPECT_TRUE(Holds(table.out, " 00   8.09  11.08  12.96   2.23"));
   EXPECT_TRUE(Holds(table.out, " 13  21.58  30.82  38.53   6.96"));
   EXPECT_TRUE(Holds(table.out, "Engine: VOACAP, version 16.1207W"));
-  EXPECT_FALSE(Holds(table.out, "Where the LUF equals the MUF"));
+  EXPECT_FALSE(Holds(table.out, "\"!\" no frequency reaches"));
   EXPECT_EQ(Count(csv.out, "\n"), 25);
   EXPECT_TRUE(Holds(csv.out, "hour_utc,fot_mhz,muf_mhz,hpf_mhz,luf_mhz,open_160m,open_80m,"));
-  EXPECT_TRUE(Holds(csv.out, "\n13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0\n"));
+  EXPECT_TRUE(Holds(csv.out, ",open_6m,reached,engine,engine_version\n"));
+  EXPECT_TRUE(
+      Holds(csv.out, "\n13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0,1,VOACAP,16.1207W\n"));
   const auto parsed = nlohmann::json::parse(json.out);
   EXPECT_EQ(parsed["engine"]["name"], "VOACAP");
+  EXPECT_EQ(parsed["engine"]["fallback"], false);
+  EXPECT_EQ(parsed["hours"][13]["reached"], true);
   EXPECT_EQ(parsed["hours"].size(), 24U);
   EXPECT_EQ(parsed["hours"][13]["muf"], 30.82);
   EXPECT_EQ(parsed["hours"][13]["bands"][3]["open"], 3);
   EXPECT_EQ(parsed["hours"][0]["luf"], 2.23);
 }
 
-TEST_F(PredictTest, HoursWithoutALufAreExplained) {
+TEST_F(PredictTest, HoursThatReachNoReliabilityShowNoOpenBand) {
   UseAnswer(TestData("results/tokyo-saopaulo-long-method26.results.txt"));
-  const ProgramResult result =
-      Run({"--from", "35.6833,139.7667", "--to", "-23.55,-46.6333", "--path", "long", "--date",
-           "15-Mar-26", "--ssn", "140", "--power", "100", "--dx-noise", "residential",
-           "--availability", "50", "--engine", "ioncap"},
-          false);
-  EXPECT_TRUE(Holds(result.out, " 01  19.37  27.68  34.60  27.68")) << result.out;
-  EXPECT_TRUE(Holds(result.out, "Where the LUF equals the MUF"));
+  const auto run = [&](const char* form) {
+    return Run({form, "--from", "35.6833,139.7667", "--to", "-23.55,-46.6333", "--path", "long",
+                "--date", "15-Mar-26", "--ssn", "140", "--power", "100", "--dx-noise",
+                "residential", "--availability", "50", "--engine", "ioncap"},
+               false)
+        .out;
+  };
+  const std::string table = run("--timeout=60");
+  EXPECT_TRUE(Holds(
+      table, " 01  19.37  27.68  34.60  27.68!    .   .   .   .   .   .   .   .   .   x   .\n"))
+      << table;
+  EXPECT_TRUE(Holds(table, "\"!\" no frequency reaches the required reliability"));
+  EXPECT_TRUE(Holds(run("--csv"), ",0,VOACAP,16.1207W\n"));
+  const auto json = nlohmann::json::parse(run("--json"));
+  EXPECT_EQ(json["hours"][1]["reached"], false);
+  EXPECT_GT(json["hours"][1]["bands"][9]["open"], 0);
 }
 
 TEST_F(PredictTest, StoredSettingsAreTheStartOnRequest) {
@@ -154,7 +168,7 @@ TEST_F(PredictTest, AFailingEngineEndsWithStatusThreeAndItsReason) {
     std::string reason;
   } cases[] = {
       {"exits at once", "exit 1", "ended without writing " + results},
-      {"complains", "echo 'card SYSTEM is bad' >&2; exit 1", "engine: card SYSTEM is bad"},
+      {"complains", "echo 'card SYSTEM is bad' >&2; exit 1", "It printed: card SYSTEM is bad."},
       {"writes nothing", ": > \"$results\"", "ended without writing " + results},
       {"stops half way", " " + good.substr(0, 2100), "(" + results + ", line 48, columns 30-36)"},
       {"prints letters", " " + ReplaceAll(good, "  25.79 ", "  **.** "),
@@ -291,7 +305,8 @@ TEST_F(PredictTest, EveryEngineChoiceWorksOnAFreshMachineInEveryForm) {
       all.insert(all.end(), more.begin(), more.end());
       const ProgramResult result = Run(all);
       EXPECT_EQ(result.status, 0) << result.err;
-      EXPECT_EQ(result.err, "");
+      EXPECT_TRUE(result.err.starts_with("skyhop-predict: the built-in estimate engine is used. "));
+      EXPECT_EQ(Count(result.err, "\n"), 1) << result.err;
       return result.out;
     };
     const bool snr = std::string(engine) == "voacap-snr";
@@ -302,6 +317,12 @@ TEST_F(PredictTest, EveryEngineChoiceWorksOnAFreshMachineInEveryForm) {
     EXPECT_EQ(Count(run({"--csv"}), "\n"), 25);
     const auto json = nlohmann::json::parse(run({"--json"}));
     EXPECT_EQ(json["engine"]["choice"], engine);
+    EXPECT_EQ(json["engine"]["fallback"], true);
+    EXPECT_NE(json["engine"]["fallback_reason"], "");
+    const ProgramResult refused = Run({"--engine", engine, "--no-fallback"});
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_EQ(refused.out, "");
+    EXPECT_TRUE(Holds(refused.err, "the built-in estimate engine would be used. ")) << refused.err;
     EXPECT_GT(OpenCells(json["hours"]), 60);
     EXPECT_EQ(json["hours"][13]["bands"][5].contains("snr"), snr);
     if (snr) {
@@ -316,9 +337,42 @@ TEST_F(PredictTest, AntennasReachTheDeckAndAreChecked) {
                                   "--dx-antenna", "samples/sample.23", "--dx-azimuth", "45"});
   EXPECT_TRUE(Holds(deck.out, "     5.500[default/isotrope     ]  0.0    1.5000\n")) << deck.out;
   EXPECT_TRUE(Holds(deck.out, "     0.000[samples/sample.23    ] 45.0    0.0000\n"));
+  for (const char* engine : {"ioncap", "voacap"}) {
+    const ProgramResult unused = Run({"--engine", engine, "--dx-antenna", "samples/sample.23"});
+    EXPECT_EQ(unused.status, 0);
+    EXPECT_TRUE(Holds(unused.err,
+                      "\nskyhop-predict: the DX station's antenna samples/sample.23 has "
+                      "no effect: "))
+        << unused.err;
+  }
   const ProgramResult refused = Run({"--engine", "voacap", "--antenna", "99"});
   EXPECT_EQ(refused.status, 2);
   EXPECT_TRUE(Holds(refused.err, "is no number from -30 to 60 dBi")) << refused.err;
+}
+
+TEST_F(PredictTest, EnginesAreListedWithTheAutomaticOne) {
+  const auto list = [&] {
+    const ProgramResult result = RunProgram(SKYHOP_PREDICT, {"--engines", "--json"},
+                                            {{"SKYHOP_HOME", PathText(folder_.Path())},
+                                             {"PATH", "/bin"},
+                                             {"HOME", PathText(folder_.Path())}});
+    EXPECT_EQ(result.status, 0) << result.err;
+    return nlohmann::json::parse(result.out);
+  };
+  const auto fresh = list();
+  EXPECT_EQ(fresh["auto"], "ioncap");
+  EXPECT_EQ(fresh["engines"][2]["choice"], "voacap");
+  EXPECT_EQ(fresh["engines"][2]["kind"], "estimate");
+  UseEngine("exit 1");
+  const std::filesystem::path voacap = folder_ / "ITSHFBC/bin_win/voacapw.exe";
+  std::filesystem::create_directories(voacap.parent_path());
+  std::filesystem::copy_file(folder_ / "IonCap/ioncap.exe", voacap);
+  const auto installed = list();
+  EXPECT_EQ(installed["auto"], "voacap");
+  EXPECT_EQ(installed["engines"][0]["kind"], "own");
+  EXPECT_EQ(installed["engines"][2]["executable"], PathText(voacap));
+  EXPECT_TRUE(Holds(Run({"--engines"}).out, "\nauto        voacap\n"));
+  EXPECT_TRUE(Holds(Run({"--engine", "auto", "--deck"}).out, "[default/isotrope     ]"));
 }
 
 TEST_F(PredictTest, SnrResultsFillTheTableOfBands) {

@@ -7,6 +7,7 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
+#include "engine/engine_search.h"
 #include "ui/prediction/configuration.h"
 
 namespace skyhop {
@@ -17,8 +18,12 @@ constexpr const char* kSection = "Configuration";
 void RestoreConfiguration(PredictionProgram& program) {
   program.parameters.Initialize();
   PlainPanel& panel = program.panel;
+  const auto automatic = static_cast<int>(AutomaticEngine(*program.host, program.folder));
+  program.automatic_engine =
+      Trim(program.settings.GetStringSetting(kProductName, kSection, "Engine", "")).empty();
   panel.SetChoice(PanelChoice::kEngineButton,
-                  program.settings.GetIntegerSetting(kProductName, kSection, "Engine", "0"));
+                  program.settings.GetIntegerSetting(kProductName, kSection, "Engine",
+                                                     std::to_string(automatic)));
   panel.SetChecked(
       PanelCheck::kDistanceMiles,
       program.settings.GetBooleanSetting(kProductName, kSection, "DistanceMiles", "True"));
@@ -58,7 +63,14 @@ void OverrideChoices(const PredictOptions& options, PlainPanel& panel) {
   choose(options.noise, PanelChoice::kLocalNoiseLevel);
   choose(options.dx_noise, PanelChoice::kDXNoiseLevel);
   choose(options.dx_power, PanelChoice::kDXPwr);
-  choose(options.engine, PanelChoice::kEngineButton);
+}
+
+void OverrideEngine(const PredictOptions& options, PredictionProgram& program) {
+  if (!options.engine) return;
+  program.automatic_engine = *options.engine == EngineChoice::kNone;
+  const EngineChoice engine =
+      program.automatic_engine ? AutomaticEngine(*program.host, program.folder) : *options.engine;
+  program.panel.SetChoice(PanelChoice::kEngineButton, static_cast<int>(engine));
 }
 
 void OverrideTexts(const PredictOptions& options, PlainPanel& panel) {
@@ -160,6 +172,7 @@ void HandToEngine(const PredictOptions& options, PredictionProgram& program) {
 std::string HandInputs(const PredictOptions& options, PredictionProgram& program) {
   RestoreConfiguration(program);
   OverrideChoices(options, program.panel);
+  OverrideEngine(options, program);
   OverrideTexts(options, program.panel);
   std::string problem = CheckEngine(program.panel);
   if (problem.empty()) problem = SetAntennas(options, program.panel);

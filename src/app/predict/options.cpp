@@ -17,8 +17,8 @@ constexpr const char* kFooter =
 positive) or degrees, minutes and seconds (51 30 N, 0 7 W).
 
 Exit status: 0 prediction made; 1 output or program folder cannot be written;
-2 invalid parameters; 3 the engine failed or its results cannot be read;
-4 time-out.
+2 invalid parameters; 3 the engine failed, its results cannot be read or answer
+another question, or it is missing and --no-fallback was given; 4 time-out.
 
 Example: skyhop-predict --from FN20 --to IO91wm --sfi 150 --svg prediction.svg)";
 
@@ -126,11 +126,17 @@ void AddConditionOptions(CLI::App& app, PredictOptions& options) {
 
 void AddProgramOptions(CLI::App& app, PredictOptions& options) {
   AddWords<EngineChoice>(app, "--engine", options.engine,
-                         {{"ioncap", EngineChoice::kIonCap},
+                         {{"auto", EngineChoice::kNone},
+                          {"ioncap", EngineChoice::kIonCap},
                           {"icepac", EngineChoice::kIcePac},
                           {"voacap", EngineChoice::kVoaCap},
                           {"voacap-snr", EngineChoice::kVoaCapSnr}},
-                         "Propagation engine (default: ioncap)");
+                         "Propagation engine; auto is voacap where one is installed, else ioncap "
+                         "(default: auto)");
+  app.add_flag("--no-fallback", options.no_fallback,
+               "Fail (status 3) where the built-in estimate would take the engine's place");
+  app.add_flag("--engines", options.list_engines,
+               "List the engines that were found, with --json as JSON, and predict nothing");
   app.add_flag("--settings", options.use_settings,
                "Start from the stored settings instead of the defaults");
   const auto format = [&](const char* name, OutputFormat value, const char* description) {

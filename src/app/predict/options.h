@@ -31,7 +31,9 @@ struct PredictOptions {
   std::optional<int> dx_power;
   std::optional<std::string> snr;
   std::optional<std::string> availability;
-  std::optional<EngineChoice> engine;
+  std::optional<EngineChoice> engine;  ///< kNone for the automatic choice
+  bool no_fallback = false;
+  bool list_engines = false;
   bool use_settings = false;
   OutputFormat format = OutputFormat::kTable;
   std::optional<std::string> svg_file;

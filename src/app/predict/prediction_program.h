@@ -67,6 +67,8 @@ class PredictionProgram {
   PlainPanel panel;
   StreamMessages messages;
   std::filesystem::path folder;
+  /// The engine was not chosen by the user: it is the automatic one.
+  bool automatic_engine = false;
   /// Error lines since the last look.
   std::vector<std::string> error_lines;
 

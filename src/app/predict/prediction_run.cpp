@@ -5,6 +5,7 @@
 #include <ostream>
 #include <random>
 
+#include "app/predict/engine_list.h"
 #include "app/predict/exit_status.h"
 #include "app/predict/inputs.h"
 #include "app/predict/prediction_program.h"
@@ -59,6 +60,10 @@ class Runner {
       : options_(options), out_(out), err_(err), program_(options, err) {}
 
   int Run() {
+    if (options_.list_engines) {
+      out_ << EngineList(*program_.host, program_.folder, options_.format == OutputFormat::kJson);
+      return Finish();
+    }
     const std::string problem = HandInputs(options_, program_);
     if (!problem.empty()) {
       Say(problem);
@@ -89,9 +94,12 @@ class Runner {
     return Finish();
   }
 
+  [[nodiscard]] EngineChoice Engine() const {
+    return static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
+  }
+
   bool WriteDeck(const std::filesystem::path& script) {
-    const auto engine =
-        static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
+    const EngineChoice engine = Engine();
     if (engine == EngineChoice::kIonCap) {
       return program_.ioncap_script.CreateIONCAPScript(26, script);
     }
@@ -114,6 +122,7 @@ class Runner {
       SayErrors();
       return exit_status::kEngineFailed;
     }
+    if (!EngineAccepted()) return exit_status::kEngineFailed;
     const int messages = program_.messages.Count();
     if (!program_.run.ForecastPaths()) {
       SayErrors();
@@ -122,6 +131,42 @@ class Runner {
     }
     const int status = WaitForResults(until);
     return status == exit_status::kSuccess ? Report() : status;
+  }
+
+  /// Tells when the estimate takes an engine's place and which antennas do not count. Returns false
+  /// when the user does not want the estimate.
+  bool EngineAccepted() {
+    const EngineFinding finding = FindEngine(*program_.host, program_.folder, Engine());
+    const bool estimate = IsEstimate(finding, *program_.host);
+    if (estimate) {
+      fallback_reason_ = FallbackReason(finding);
+      Say("the built-in estimate engine " +
+          std::string(options_.no_fallback ? "would be used. " : "is used. ") + fallback_reason_);
+    }
+    if (estimate && options_.no_fallback) return false;
+    NoteAntennas(finding, estimate);
+    return true;
+  }
+
+  std::string FallbackReason(const EngineFinding& finding) {
+    if (program_.automatic_engine) {
+      const EngineFinding voacap =
+          FindEngine(*program_.host, program_.folder, EngineChoice::kVoaCap);
+      const std::string missing = MissingParts(EngineChoice::kVoaCap, voacap);
+      return missing.empty() ? voacap.reason : PathText(voacap.executable) + ": " + missing;
+    }
+    if (!finding.reason.empty()) return finding.reason;
+    return PathText(finding.executable) + " is a copy of it.";
+  }
+
+  void NoteAntennas(const EngineFinding& finding, bool estimate) {
+    for (const Station station : {Station::kLocal, Station::kDX}) {
+      const std::string problem =
+          AntennaNote(program_.panel.AntennaOf(station), Engine(), finding, estimate);
+      const char* whose =
+          station == Station::kLocal ? "your antenna " : "the DX station's antenna ";
+      if (!problem.empty()) Say(whose + problem);
+    }
   }
 
   static milliseconds Left(steady_clock::time_point until) {
@@ -148,19 +193,23 @@ class Runner {
     launcher.End(process);
     launcher.EndWithThisProgram(0);
     if (program_.run.LastRunDisplayed()) return exit_status::kSuccess;
-    TellFailure(process);
+    TellFailure();
     return exit_status::kEngineFailed;
   }
 
-  void TellFailure(ProcessId process) {
+  void TellFailure() {
     SayErrors();
+    const std::string reason = program_.run.FailureText();
+    const std::string engine = "the engine " + PathText(program_.run.Executable());
     if (program_.timer.Running()) {
       program_.run.Abort();
-      Say("the engine " + PathText(program_.run.Executable()) + " ended without writing " +
-          PathText(program_.run.ResultsFile()));
+      Say(engine + " ended without writing " + PathText(program_.run.ResultsFile()) + "." + reason);
+    } else if (!reason.empty()) {
+      Say(engine + " gave no usable results." + reason);
     }
-    for (const std::string& line : EngineOutputLines(program_.launcher->Output(process))) {
-      Say("engine: " + line);
+    const std::string output = program_.launcher->Output(program_.run.EngineProcess());
+    for (const std::string& line : EngineOutputLines(output)) {
+      program_.diagnostics.DebugLog("   engine: " + line);
     }
   }
 
@@ -168,15 +217,15 @@ class Runner {
     const std::string given = program_.panel.Text(PanelText::kSSN);
     const IONCAPModule::DeckParameters deck =
         IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters, program_.diagnostics);
-    const auto engine =
-        static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
-    return {{program_.table, program_.chart, engine},
+    return {{program_.table, program_.chart, Engine()},
             program_.results.Heading(),
             program_.panel.Text(PanelText::kSummary),
             program_.parameters.Date(),
             program_.panel.Text(PanelText::kFlux),
             NumberText(deck.sunspot_number),
-            LeadingNumber(given) == 0 && !Trim(program_.panel.Text(PanelText::kFlux)).empty()};
+            LeadingNumber(given) == 0 && !Trim(program_.panel.Text(PanelText::kFlux)).empty(),
+            IONCAPModule::NamesEstimate(program_.results.Heading().engine),
+            fallback_reason_};
   }
 
   int Report() {
@@ -187,7 +236,7 @@ class Runner {
         out_ << TableReport(report);
         break;
       case OutputFormat::kCsv:
-        out_ << CsvReport(report.day);
+        out_ << CsvReport(report.day, report.heading);
         break;
       case OutputFormat::kJson:
         out_ << JsonReport(report);
@@ -206,7 +255,7 @@ class Runner {
     asked.from_flux = report.sunspot_number_derived;
     asked.solar_flux = report.solar_flux;
     pane.SetProvenance(
-        ProvenanceOf(report.heading, report.day.engine, asked, program_.GetClock().UtcNow()).note);
+        Provenance(report.heading, report.day.engine, asked, program_.GetClock().UtcNow()));
     if (const auto date = ParseDate(report.date)) {
       const bool to =
           program_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
@@ -250,6 +299,7 @@ class Runner {
   std::ostream& out_;
   std::ostream& err_;
   PredictionProgram program_;
+  std::string fallback_reason_;
 };
 
 }  // namespace

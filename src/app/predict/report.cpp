@@ -14,7 +14,9 @@ std::string RightAligned(const std::string& text, std::size_t width) {
   return text.size() < width ? std::string(width - text.size(), ' ') + text : text;
 }
 
-const char* EngineName(EngineChoice engine) {
+}  // namespace
+
+const char* EngineWord(EngineChoice engine) {
   switch (engine) {
     case EngineChoice::kIonCap:
       return "ioncap";
@@ -30,21 +32,22 @@ const char* EngineName(EngineChoice engine) {
   return "";
 }
 
+namespace {
+
 constexpr std::size_t kFrequencyWidth = 7;
 constexpr std::size_t kBandWidth = 4;
 
-/// Engines print minus the MUF where no frequency reaches the required reliability.
-bool LufIsMissing(const PredictionReport& report) {
+bool AllHoursReached(const PredictionReport& report) {
   for (std::size_t hour = 0; hour < kReportHours; ++hour) {
-    const float luf = report.day.table.Luf(hour);
-    if (luf > 0 && luf == report.day.table.Muf50(hour)) return true;
+    if (!Reached(report.day, hour).value_or(true)) return false;
   }
-  return false;
+  return true;
 }
 
-std::string LevelText(std::optional<int> level) {
+std::string LevelText(std::optional<int> level, bool reached) {
   if (!level) return "-";
-  return *level > 0 ? std::to_string(*level) : ".";
+  if (*level <= 0) return ".";
+  return reached ? std::to_string(*level) : "x";
 }
 
 std::string Legend(const PredictionReport& report) {
@@ -55,10 +58,10 @@ std::string Legend(const PredictionReport& report) {
   std::string legend =
       "Frequencies in MHz. Bands: 3 open on 90 % of the days or more, 2 on half of them or "
       "more,\n1 on 10 % or more; \".\" closed.\n";
-  if (LufIsMissing(report)) {
+  if (!AllHoursReached(report)) {
     legend +=
-        "Where the LUF equals the MUF, no frequency reaches the required reliability at that "
-        "hour.\n";
+        "\"!\" no frequency reaches the required reliability; \"x\" is a band that would be open\n"
+        "otherwise.\n";
   }
   return legend;
 }
@@ -90,9 +93,10 @@ std::string TableReport(const PredictionReport& report) {
       const std::optional<float> value = ReportFrequency(report.day, column, hour);
       text += RightAligned(value ? FixedText(*value, 2) : "-", kFrequencyWidth);
     }
-    text += "  ";
+    const bool reached = Reached(report.day, hour).value_or(true);
+    text += reached ? "  " : "! ";
     for (std::size_t band = 0; band < kBandCount; ++band) {
-      text += RightAligned(LevelText(OpenLevel(report.day, band, hour)), kBandWidth);
+      text += RightAligned(LevelText(OpenLevel(report.day, band, hour), reached), kBandWidth);
     }
     text += "\n";
   }
@@ -106,9 +110,11 @@ std::string JsonReport(const PredictionReport& report) {
   Json json;
   json["summary"] = report.summary;
   json["date"] = report.date;
-  json["engine"] = {{"choice", EngineName(report.day.engine)},
+  json["engine"] = {{"choice", EngineWord(report.day.engine)},
                     {"name", report.heading.engine},
-                    {"version", report.heading.version}};
+                    {"version", report.heading.version},
+                    {"fallback", report.fallback}};
+  if (report.fallback) json["engine"]["fallback_reason"] = report.fallback_reason;
   json["ssn"] = LeadingNumber(report.sunspot_number);
   json["hours"] = Json::array();
   for (std::size_t hour = 0; hour < kReportHours; ++hour) {
@@ -118,6 +124,8 @@ std::string JsonReport(const PredictionReport& report) {
       const std::optional<float> value = ReportFrequency(report.day, column, hour);
       entry[column.name] = value ? Json(number(*value)) : Json(nullptr);
     }
+    const std::optional<bool> reached = Reached(report.day, hour);
+    entry["reached"] = reached ? Json(*reached) : Json(nullptr);
     entry["bands"] = Json::array();
     for (std::size_t band = 0; band < kBandCount; ++band) {
       const std::optional<int> level = OpenLevel(report.day, band, hour);

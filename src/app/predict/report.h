@@ -16,7 +16,12 @@ struct PredictionReport {
   std::string solar_flux;      ///< as given, may be empty
   std::string sunspot_number;  ///< as used
   bool sunspot_number_derived = false;
+  bool fallback = false;        ///< the estimate has answered in an engine's place
+  std::string fallback_reason;  ///< sentences
 };
+
+/// The engine as `--engine` has it; empty for none.
+[[nodiscard]] const char* EngineWord(EngineChoice engine);
 
 /// A table for people: hour, FOT, MUF, HPF, LUF and how open each band is.
 [[nodiscard]] std::string TableReport(const PredictionReport& report);

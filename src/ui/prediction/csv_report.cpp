@@ -20,6 +20,11 @@ std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band, std::siz
   return day.chart.FreqOpen(kBandLineFrequencies.at(band), static_cast<std::int16_t>(hour));
 }
 
+std::optional<bool> Reached(const PredictedDay& day, std::size_t hour) {
+  if (day.HasSnr()) return std::nullopt;
+  return day.table.reached.at(hour);
+}
+
 std::string BandNumber(std::size_t band) {
   const std::string_view name = kBandNames.at(band);
   return std::string(name.substr(0, name.size() - 1));
@@ -55,6 +60,12 @@ constexpr std::array<BandColumn, 4> kBandColumns = {{
 /// 160 m is not predicted with these.
 constexpr std::size_t kFirstBand = 1;
 
+/// A text from a results file as a field.
+std::string Quoted(const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+  return '"' + ReplaceAll(text, "\"", "\"\"") + '"';
+}
+
 /// `cell` of each of these columns and bands, with a comma before each.
 template <class Cell>
 std::string BandCells(const PredictedDay& day, const Cell& cell) {
@@ -70,7 +81,8 @@ std::string BandCells(const PredictedDay& day, const Cell& cell) {
 
 }  // namespace
 
-std::string CsvReport(const PredictedDay& day) {
+std::string CsvReport(const PredictedDay& day, const IONCAPModule::ResultsHeading& heading) {
+  const std::string engine = "," + Quoted(heading.engine) + "," + Quoted(heading.version) + "\n";
   std::string text = "hour_utc";
   for (const ReportColumn& column : kReportColumns) {
     text += std::string(",") + column.name + "_mhz";
@@ -81,7 +93,7 @@ std::string CsvReport(const PredictedDay& day) {
   text += BandCells(day, [](const BandColumn& column, std::size_t band) {
     return std::string(column.name) + "_" + BandNumber(band) + "m";
   });
-  text += "\n";
+  text += ",reached,engine,engine_version\n";
   for (std::size_t hour = 0; hour < kReportHours; ++hour) {
     text += std::to_string(hour);
     for (const ReportColumn& column : kReportColumns) {
@@ -96,7 +108,8 @@ std::string CsvReport(const PredictedDay& day) {
       const bool known = day.table.Known(column.quantity, band, hour);
       return known ? column.text(day.table, band, hour) : std::string();
     });
-    text += "\n";
+    const std::optional<bool> reached = Reached(day, hour);
+    text += std::string(",") + (reached ? (*reached ? "1" : "0") : "") + engine;
   }
   return text;
 }

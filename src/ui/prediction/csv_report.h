@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "engine/results_parser.h"
 #include "engine/results_table.h"
 #include "ui/prediction/prediction_chart.h"
 
@@ -46,13 +47,19 @@ inline constexpr std::array<ReportColumn, 4> kReportColumns = {{
 [[nodiscard]] std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band,
                                            std::size_t hour);
 
+/// Whether a frequency reaches the required reliability; nothing when the results with SNR and
+/// reliability by band do not say so.
+[[nodiscard]] std::optional<bool> Reached(const PredictedDay& day, std::size_t hour);
+
 /// The band's wavelength in metres: "20" of "20M".
 [[nodiscard]] std::string BandNumber(std::size_t band);
 
 /// Comma-separated values with a header line: hour, FOT, MUF, HPF and LUF in MHz, and how open each
 /// band is; where the results tell them, also each band's reliability in percent, SNR in dB, mode
 /// and signal power in dBW. A value that the engine does not predict, or its results do not tell,
-/// is empty.
-[[nodiscard]] std::string CsvReport(const PredictedDay& day);
+/// is empty. The last columns are whether a frequency reaches the required reliability (1 or 0,
+/// empty where the engine does not predict it), and the engine's name and version.
+[[nodiscard]] std::string CsvReport(const PredictedDay& day,
+                                    const IONCAPModule::ResultsHeading& heading);
 
 }  // namespace skyhop

@@ -71,8 +71,7 @@ void IonCap::ShowFinished(const PredictionRun& run) {
   with_.chart.SetTitle(run.title);
   // The inputs may have changed since; the line tells what was asked.
   with_.panel.SetText(PanelText::kSummary, run.summary);
-  provenance_ =
-      Provenance(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
+  provenance_ = Provenance(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
   with_.view.SetLabel(Label::kProvenance, provenance_);
   const IONCAPModule::ResultsHeading& heading = with_.results.Heading();
   with_.view.SetLabel(Label::kComputedBy, std::string(Trim(EngineName(heading.engine, run.engine) +
@@ -134,7 +133,8 @@ void IonCap::UpdateSolarBars() {
 std::string IonCap::ResultsAsCsv() const {
   return with_.diagnostics.Trap("IonCap.ResultsAsCsv", std::string(), [&] {
     if (!with_.chart.HasResult()) return std::string();
-    return CsvReport({with_.chart.Table(), with_.chart.Chart(), with_.chart.Engine()});
+    return CsvReport({with_.chart.Table(), with_.chart.Chart(), with_.chart.Engine()},
+                     with_.results.Heading());
   });
 }
 

@@ -19,7 +19,10 @@ std::string Csv(const ResultsTable& table, EngineChoice engine) {
   IONCAPModule::PredictionChart chart(table, EvenLayout({0, 0, 480, 400}, 15), log.diagnostics,
                                       log.clock);
   chart.DisplayResult(engine, {}, surface);
-  return CsvReport({table, chart, engine});
+  IONCAPModule::ResultsHeading heading;
+  heading.engine = "AN ENGINE, \"NEW\"";
+  heading.version = "1.2";
+  return CsvReport({table, chart, engine}, heading);
 }
 
 std::string Line(const std::string& text, int number) {
@@ -33,10 +36,13 @@ constexpr const char* kHeader =
     "open_20m,open_17m,open_15m,open_12m,open_10m,open_6m";
 
 TEST(CsvReports, TellFrequenciesAndOpenBandsByHour) {
-  const std::string csv = Csv(NewYorkLondon(), EngineChoice::kVoaCap);
-  EXPECT_EQ(Line(csv, 0), kHeader);
-  EXPECT_EQ(Line(csv, 1), "0,8.09,11.08,12.96,2.23,0,3,3,3,2,0,0,0,0,0,0");
-  EXPECT_EQ(Line(csv, 14), "13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0");
+  ResultsTable table = NewYorkLondon();
+  table.reached[13] = false;
+  const std::string csv = Csv(table, EngineChoice::kVoaCap);
+  const std::string engine = ",\"AN ENGINE, \"\"NEW\"\"\",1.2";
+  EXPECT_EQ(Line(csv, 0), std::string(kHeader) + ",reached,engine,engine_version");
+  EXPECT_EQ(Line(csv, 1), "0,8.09,11.08,12.96,2.23,0,3,3,3,2,0,0,0,0,0,0,1" + engine);
+  EXPECT_EQ(Line(csv, 14), "13,21.58,30.82,38.53,6.96,0,0,0,3,3,3,3,3,2,2,0,0" + engine);
   EXPECT_EQ(Line(csv, 24).substr(0, 3), "23,");
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 25);
   EXPECT_TRUE(csv.ends_with('\n'));
@@ -63,13 +69,14 @@ TEST(CsvReports, TellWhatIsPredictedOfTheBands) {
   const std::string header = Line(csv, 0);
   EXPECT_EQ(header.substr(0, std::string(kHeader).size()), kHeader);
   EXPECT_NE(header.find(",reliability_80m,reliability_60m,"), std::string::npos);
-  EXPECT_TRUE(header.ends_with(",signal_dbw_10m,signal_dbw_6m"));
+  EXPECT_TRUE(header.ends_with(",signal_dbw_10m,signal_dbw_6m,reached,engine,engine_version"));
   const std::string line = Line(csv, 2);
   EXPECT_NE(line.find(",64,,89,85,1,0,0,0,0,0,28,,44,45,-28,"), std::string::npos) << line;
   EXPECT_NE(line.find(",2F2,,2F2,"), std::string::npos);
-  EXPECT_TRUE(line.ends_with(",-414,-415,-419")) << line;
+  EXPECT_NE(line.find(",-414,-415,-419,,\"AN ENGINE,"), std::string::npos) << line;
   EXPECT_EQ(std::count(line.begin(), line.end(), ','),
-            std::count(header.begin(), header.end(), ','));
+            std::count(header.begin(), header.end(), ',') + 1)
+      << "one in the engine's name";
 }
 
 }  // namespace
