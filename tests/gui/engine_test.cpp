@@ -19,6 +19,9 @@ bool Runs(int process) {
   return name_end != std::string::npos && text[name_end + 2] != 'Z';
 }
 
+/// An engine that does not answer and ignores the first request to end.
+constexpr const char* kDeafEngine = "trap '' TERM\necho $$ > ../engine.pid\nexec sleep 600\n";
+
 class EngineOfWindow : public GuiTest {
  protected:
   void PressPredict() { Click(*Frame().Controls().ButtonOf(Button::kPathsButton)); }
@@ -32,19 +35,21 @@ class EngineOfWindow : public GuiTest {
   [[nodiscard]] std::string Caption() { return Frame().GetTitle().utf8_string(); }
 };
 
-TEST_F(EngineOfWindow, ADyingEngineIsToldWithItsLastWordsAndTheLog) {
+TEST_F(EngineOfWindow, ADyingEngineIsToldWithItsReasonAndTheLog) {
   Start();
   EnterStations();
   Predict();
   EXPECT_FALSE(Program().Chart().Old());
   const std::string engine = PathText(home_ / "IonCap/ioncap.exe");
-  ReplaceEngine("echo some words >&2\necho 'no coefficients found' >&2\nexit 3\n");
+  ReplaceEngine(
+      "echo 'no coefficients found' >&2\necho 'Backtrace for this error:' >&2\n"
+      "echo '#0  0x7f00' >&2\nexit 3\n");
   PressPredict();
   ASSERT_TRUE(PumpUntil([&] {
     return Notice().find("ended without writing") != std::string::npos;
   })) << Notice();
   EXPECT_EQ(Notice().find(engine), 0U) << Notice();
-  EXPECT_NE(Notice().find("no coefficients found"), std::string::npos) << Notice();
+  EXPECT_NE(Notice().find("It printed: no coefficients found."), std::string::npos) << Notice();
   EXPECT_NE(Notice().find("ErrorLog.txt"), std::string::npos) << Notice();
   EXPECT_NE(Caption().find("ErrorLog.txt"), std::string::npos) << Caption();
   EXPECT_NE(ReadFile(home_ / "ErrorLog.txt", 1U << 20U).find("ended without writing"),
@@ -62,7 +67,7 @@ TEST_F(EngineOfWindow, AbortEndsARunningEngine) {
   Start();
   EnterStations();
   Predict();
-  ReplaceEngine("echo $$ > ../engine.pid\nexec sleep 600\n");
+  ReplaceEngine(kDeafEngine);
   ControlSet& controls = Frame().Controls();
   EXPECT_FALSE(controls.Enabled(Button::kAbortButton));
   PressPredict();
@@ -89,7 +94,7 @@ TEST_F(EngineOfWindow, AbortEndsARunningEngine) {
 TEST_F(EngineOfWindow, ClosingTheWindowEndsARunningEngine) {
   Start();
   EnterStations();
-  ReplaceEngine("echo $$ > ../engine.pid\nexec sleep 600\n");
+  ReplaceEngine(kDeafEngine);
   PressPredict();
   const auto pid = [&] { return std::atoi(ReadFile(home_ / "engine.pid", 100).c_str()); };
   ASSERT_TRUE(
@@ -97,6 +102,19 @@ TEST_F(EngineOfWindow, ClosingTheWindowEndsARunningEngine) {
   const int process = pid();
   CloseWindow();
   EXPECT_TRUE(PumpUntil([&] { return !Runs(process); })) << "the engine still runs";
+}
+
+TEST_F(EngineOfWindow, TheAnswerToAnotherQuestionIsRefused) {
+  Start();
+  EnterStations();
+  Predict();
+  ReplaceEngine("read deck\nread results\nprintf '%s\\n' \"$deck\" \"$results\" | '" SKYHOP_ESTIMATE
+                "'\nsed -i 's/REQ. SNR = [0-9.]*/REQ. SNR = 77.0/' \"$results\"\n");
+  PressPredict();
+  ASSERT_TRUE(PumpUntil([&] {
+    return Notice().find("a required SNR of 77 dB, not ") != std::string::npos;
+  })) << Notice();
+  EXPECT_TRUE(ShowsOldChart());
 }
 
 TEST_F(EngineOfWindow, AnEngineThatCannotBeStartedIsNoDisaster) {

@@ -97,6 +97,19 @@ TEST_F(WindowsEngineLauncherTest, AnEngineOutlivesItsLauncherUnlessItIsToldOther
   }
 }
 
+TEST_F(WindowsEngineLauncherTest, AnEngineThatOutlivesItsShellIsEnded) {
+  const LaunchResult started = Start("start \"\" /b \"" SKYHOP_IDLE "\" 60000\r\n");
+  ASSERT_TRUE(launcher_.WaitForEnd(started.process, milliseconds(30000)));
+  // The next start forgets only what has ended as a whole.
+  (void)launcher_.WaitForEnd(Start("exit\r\n").process, milliseconds(30000));
+  launcher_.End(started.process);
+  // While the engine runs nobody can take its working folder away.
+  std::error_code error;
+  std::filesystem::rename(folder_.Path(), folder_.Path().parent_path() / "moved", error);
+  EXPECT_FALSE(error) << error.message();
+  std::filesystem::rename(folder_.Path().parent_path() / "moved", folder_.Path(), error);
+}
+
 TEST_F(WindowsEngineLauncherTest, ManyStartsLeaveNothingOpen) {
   (void)launcher_.WaitForEnd(Start("exit\r\n").process, milliseconds(30000));
   const DWORD before = HandleCount();
