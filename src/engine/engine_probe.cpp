@@ -4,6 +4,7 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "engine/echo_check.h"
 #include "engine/engine_output.h"
 #include "engine/probe_deck.h"
 #include "engine/results.h"
@@ -69,6 +70,8 @@ Outcome JudgeResults(EngineChoice engine, const std::string& text, const std::st
     return {false, std::string("The results cannot be read: ") + error.what()};
   }
   const IONCAPModule::ResultsHeading heading = IONCAPModule::ReadHeading(text);
+  const std::string difference = IONCAPModule::EchoDifference(heading, ProbeQuestion(), engine);
+  if (!difference.empty()) return {false, "It answers another question. " + difference + "."};
   return {true,
           EngineText(heading) + " answered in " + std::to_string(taken.count()) +
               " ms. Its results hold plausible values for all 24 hours.",

@@ -60,6 +60,21 @@ std::string Deck(EngineChoice engine) {
 
 }  // namespace
 
+IONCAPModule::DeckParameters ProbeQuestion() {
+  IONCAPModule::DeckParameters question;
+  question.transmitter = {{40, 30, 0, -1}, {74, 15, 0, -1}};
+  question.receiver = {{51, 30, 0, -1}, {0, 7, 0, -1}};
+  question.power = 1500;
+  question.takeoff = 3;
+  question.availability = 10;
+  question.snr = 24;
+  question.noise = 2;
+  question.year = 2026;
+  question.month = 11;
+  question.sunspot_number = 105;
+  return question;
+}
+
 std::string ProbeDeck(EngineChoice engine) {
   return ReplaceAll(Deck(engine), "\n", "\r\n");
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engine/deck_parameters.h"
 #include "engine/results_table.h"
 
 namespace skyhop {
@@ -10,5 +11,8 @@ namespace skyhop {
 /// November 2026 at a sunspot number of 105. Lines end with CR LF.
 /// Throws Error 5 for kNone.
 [[nodiscard]] std::string ProbeDeck(EngineChoice engine);
+
+/// What these decks ask for.
+[[nodiscard]] IONCAPModule::DeckParameters ProbeQuestion();
 
 }  // namespace skyhop

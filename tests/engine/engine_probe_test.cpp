@@ -190,6 +190,8 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
       {EngineChoice::kVoaCap, "not a table\n", "bad: The results cannot be read: Input past end"},
       {EngineChoice::kVoaCap, ReplaceAll(good, "10.33", " 0.00"),
        "bad: The results are not plausible: a MUF of 0 MHz in hour 5."},
+      {EngineChoice::kVoaCap, ReplaceAll(good, "40.50 N", "48.50 N"),
+       "bad: It answers another question. Results are for 48.50 N 74.25 W to 51.50 N 0.12 W, not "},
       {EngineChoice::kVoaCapSnr, "not a table\n",
        "bad: The results have no table of signal-to-noise ratios."},
       {EngineChoice::kVoaCapSnr,
