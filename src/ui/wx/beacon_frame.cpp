@@ -75,7 +75,6 @@ void BeaconFrame::MakeControls() {
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
-  SetMinClientSize(margin->GetMinSize());
   PutToolTips(true);
 }
 

@@ -8,9 +8,7 @@
 namespace skyhop {
 
 ConditionsFrame::ConditionsFrame(wxWindow* parent)
-    : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)) {
-  SetMinSize(FromDIP(wxSize(320, 160)));
-}
+    : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)) {}
 
 void ConditionsFrame::MakeControls() {
   // The panel gives the margin its colour.
@@ -19,6 +17,7 @@ void ConditionsFrame::MakeControls() {
                          wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
   text_->SetFont(wxFontInfo(GetFont().GetFractionalPointSize()).Family(wxFONTFAMILY_TELETYPE));
   text_->SetName("Current conditions bulletin");
+  text_->SetMinSize(FromDIP(wxSize(320, 160)));
   auto* margin = new wxBoxSizer(wxVERTICAL);
   margin->Add(text_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(6)));
   base->SetSizer(margin);

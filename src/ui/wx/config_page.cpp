@@ -7,6 +7,9 @@
 namespace skyhop {
 namespace {
 
+/// The least width of a text, in DIP.
+constexpr int kLeastWidth = 240;
+
 /// `text` with line ends where it would be wider than `width`: at blanks and, since they may be
 /// long, within paths and addresses.
 wxString WithLineEnds(const wxWindow& window, const wxString& text, int width) {
@@ -53,6 +56,8 @@ ConfigPage::ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEv
 
 wxStaticText* ConfigPage::AddWrapped(const wxString& text, int indent) {
   auto* label = new wxStaticText(this, wxID_ANY, "");
+  // The page decides how wide the text is, not the text how wide the page is.
+  label->SetMinSize(wxSize(FromDIP(kLeastWidth), -1));
   wrapped_.push_back({label, text, indent});
   label->Show(!text.empty());
   return label;

@@ -23,8 +23,6 @@ namespace skyhop {
 ConfigurationFrame::ConfigurationFrame(wxWindow* parent)
     : SideFrame(parent, "Skyhop Configuration", "IoncapConfig", wxSize(800, 560)),
       test_timer_(this) {
-  SetMinSize(FromDIP(wxSize(600, 400)));
-
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     events_.Send(&IoncapConfig::TestTimer_Tick, std::chrono::steady_clock::now());
   });

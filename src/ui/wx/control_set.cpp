@@ -16,6 +16,9 @@ constexpr unsigned long kLongestText = 60;
 
 constexpr const char* kNoMode = "(none)";
 
+/// The least width of a label, in DIP.
+constexpr int kLeastLabel = 60;
+
 wxColour RefusedBackground() {
   const bool dark = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW).GetLuminance() < 0.5;
   return dark ? wxColour(110, 34, 34) : wxColour(255, 214, 210);
@@ -58,6 +61,9 @@ void ControlSet::ShowToolTips(bool show) {
     } else {
       control->UnsetToolTip();
     }
+  }
+  for (const auto& labels : labels_) {
+    for (wxStaticText* label : labels) ShowWhole(*label);
   }
 }
 
@@ -158,6 +164,12 @@ wxButton* ControlSet::MakeButton(wxWindow* parent, Button button) {
 wxStaticText* ControlSet::MakeLabel(wxWindow* parent, Label label, long style) {
   auto* text = new wxStaticText(parent, wxID_ANY, wxString(), wxDefaultPosition, wxDefaultSize,
                                 style | wxST_NO_AUTORESIZE);
+  // The text must not decide how wide the window is.
+  text->SetMinSize(wxSize(parent->FromDIP(kLeastLabel), -1));
+  text->Bind(wxEVT_SIZE, [this, text](wxSizeEvent& event) {
+    ShowWhole(*text);
+    event.Skip();
+  });
   labels_.at(Index(label)).push_back(text);
   return text;
 }
@@ -296,6 +308,18 @@ void ControlSet::ShowLabel(Label label) {
     shown->SetLabel(text);
     shown->InvalidateBestSize();
     shown->GetParent()->Layout();
+    ShowWhole(*shown);
+  }
+}
+
+/// Gives a label whose text is cut off a tool tip with the whole text.
+void ControlSet::ShowWhole(wxStaticText& label) const {
+  const bool cut = label.HasFlag(wxST_ELLIPSIZE_END) &&
+                   label.GetTextExtent(label.GetLabelText()).x > label.GetSize().x;
+  if (cut && show_tool_tips_) {
+    label.SetToolTip(label.GetLabelText());
+  } else {
+    label.UnsetToolTip();
   }
 }
 

@@ -119,6 +119,7 @@ class ControlSet {
   void Leave(TextField field);
   void SelectMode(int index);
   void ShowLabel(Label label);
+  void ShowWhole(wxStaticText& label) const;
   void SetToolTip(wxWindow* control, std::string_view text);
   void RefreshToolTip(TextField field);
 

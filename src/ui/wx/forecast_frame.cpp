@@ -32,7 +32,6 @@ void ForecastFrame::MakeControls() {
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
-  SetMinClientSize(margin->GetMinSize());
 }
 
 wxSizer* ForecastFrame::MakeChecks(wxWindow* parent) {

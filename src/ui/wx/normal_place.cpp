@@ -19,6 +19,7 @@ void NormalPlace::Remember() {
   // A hidden window is told of sizes that nobody has chosen.
   if (window_->IsShown() && !window_->IsIconized() && !window_->IsMaximized()) {
     place_ = window_->GetRect();
+    frame_ = window_->GetSize() - window_->GetClientSize();
   }
 }
 
@@ -33,7 +34,14 @@ WindowPlacement NormalPlace::Placement() const {
 
 void NormalPlace::Put(const wxRect& place) {
   place_ = place;
-  window_->SetSize(place);
+  if (window_->IsShown() || frame_ == wxSize()) {
+    window_->SetSize(place);
+    return;
+  }
+  // The window manager takes its frame off a hidden window and adds it when the window comes back,
+  // so only the size of the client area means the same before and after.
+  window_->Move(place.GetPosition());
+  window_->SetClientSize(place.GetSize() - frame_);
 }
 
 void NormalPlace::Put(const WindowPlacement& placement) {

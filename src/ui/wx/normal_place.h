@@ -27,6 +27,8 @@ class NormalPlace {
   wxTopLevelWindow* window_;
   /// Empty until the window has been shown or put somewhere.
   wxRect place_;
+  /// What the window is larger than its client area; empty until it has been shown.
+  wxSize frame_;
 };
 
 /// The monitors of the desktop, the main one first.

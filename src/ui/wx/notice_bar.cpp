@@ -73,10 +73,10 @@ void NoticeBar::Update_() {
     if (has_button) margin += button_->GetBestSize().x + 2 * FromDIP(4);
     // Long reasons, with the paths of files in them, go over several lines.
     text_->Wrap(std::max(FromDIP(200), GetParent()->GetClientSize().x - margin));
-    InvalidateBestSize();
     Layout();
   }
   Show(shown);
+  InvalidateBestSize();
   GetParent()->Layout();
 }
 

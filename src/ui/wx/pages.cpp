@@ -19,6 +19,18 @@ constexpr std::array<OptionText, 2> kRequesters = {
     {{dde_option::kRequestedByPeer, "Requested by a peer"},
      {dde_option::kRequestedHere, "Requested here"}}};
 
+/// A box that needs the room of its title. The toolkit's own asks for the room that its controls
+/// have now, so a window would never become smaller again.
+class GroupBox : public wxStaticBox {
+ public:
+  GroupBox(wxWindow* parent, const wxString& title) : wxStaticBox(parent, wxID_ANY, title) {}
+
+ protected:
+  [[nodiscard]] wxSize DoGetBestSize() const override {
+    return GetTextExtent(GetLabelText()) + FromDIP(wxSize(24, 0));
+  }
+};
+
 /// A page: panel with a row of groups side by side.
 class Page {
  public:
@@ -31,9 +43,7 @@ class Page {
 
   /// A group with its title; `proportion` is its share of the spare width.
   wxStaticBoxSizer* Group(const wxString& title, int orientation, int proportion = 0) {
-    auto* group = new wxStaticBoxSizer(orientation, panel_, title);
-    // The toolkit does not count the title into the box's size.
-    group->SetMinSize(panel_->GetTextExtent(title).x + Px(24), -1);
+    auto* group = new wxStaticBoxSizer(new GroupBox(panel_, title), orientation);
     row_->Add(group, wxSizerFlags(proportion).Expand().Border(wxRIGHT, Px(8)));
     return group;
   }
@@ -104,6 +114,7 @@ constexpr int kCoordinate = 11;
 constexpr int kDate = 9;
 constexpr int kSquare = 7;
 constexpr int kNumber = 6;
+constexpr int kCountry = 8;
 
 }  // namespace
 
@@ -121,22 +132,26 @@ void FillParametersPage(wxPanel& panel, ControlSet& controls) {
   page.Field(local, grid, TextField::kLocalTakeOff, kDate);
   page.Field(local, grid, TextField::kTheDate, kDate);
 
-  wxStaticBoxSizer* const dx = page.Group("DX Station", wxVERTICAL);
+  // What room is left belongs to the name of the country.
+  wxStaticBoxSizer* const dx = page.Group("DX Station", wxVERTICAL, 1);
   wxWindow* const box = dx->GetStaticBox();
   grid = page.Grid(dx, 2);
+  dx->GetItem(grid)->SetFlag(wxALL | wxEXPAND);
   page.Field(dx, grid, TextField::kDXLat, kCoordinate);
   page.Field(dx, grid, TextField::kDXLon, kCoordinate);
   auto* square = new wxBoxSizer(wxHORIZONTAL);
   grid->Add(controls.MakeCaption(box, TextField::kDXGrid), wxSizerFlags().CenterVertical());
   square->Add(controls.MakeText(box, TextField::kDXGrid, kSquare),
               wxSizerFlags().CenterVertical().Border(wxRIGHT, page.Px(6)));
-  square->Add(controls.MakeLabel(box, Label::kPrefix, wxST_ELLIPSIZE_END),
-              wxSizerFlags(1).CenterVertical());
+  auto* country = controls.MakeLabel(box, Label::kPrefix, wxST_ELLIPSIZE_END);
+  country->SetMinSize(country->GetTextExtent(wxString('0', kCountry)));
+  square->Add(country, wxSizerFlags(1).CenterVertical());
   grid->Add(square, wxSizerFlags().Expand());
+  grid->AddGrowableCol(1);
   dx->Add(controls.MakeCheckBox(box, CheckBox::kDXTracksTesseraLocation),
           wxSizerFlags().Border(wxLEFT | wxRIGHT | wxBOTTOM, page.Px(6)));
 
-  wxStaticBoxSizer* const path = page.Group("Path", wxVERTICAL, 1);
+  wxStaticBoxSizer* const path = page.Group("Path", wxVERTICAL);
   page.Options(path, OptionGroup::kPath, kPathOptions, wxHORIZONTAL);
   page.Options(path, OptionGroup::kPredictSignals, kDirections, wxVERTICAL);
 }

@@ -5,7 +5,6 @@
 #include <wx/statusbr.h>
 #include <wx/wrapsizer.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 
@@ -45,7 +44,8 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
           std::make_unique<ControlSet>(static_cast<ControlEvents&>(*this), std::move(tie_label))),
       view_(std::make_unique<WindowView>(*this, *controls_)),
       pane_(&pane),
-      place_(*this) {
+      place_(*this),
+      least_size_(*this) {
   for (std::size_t i = 0; i < timers_.size(); ++i) {
     timers_.at(i) = std::make_unique<wxTimer>(this);
     Bind(
@@ -59,6 +59,8 @@ PredictionFrame::PredictionFrame(ChartPane& pane, ControlSet::TieLabel tie_label
   const wxString widest = "00:00:00 UTC";
   const int widths[] = {-1, GetStatusBar()->GetTextExtent(widest).x + FromDIP(44)};
   GetStatusBar()->SetStatusWidths(2, widths);
+  SetClientSize(DefaultSize());
+  least_size_.Update();
 
   Bind(wxEVT_CLOSE_WINDOW, &PredictionFrame::OnClose, this);
 }
@@ -110,8 +112,6 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
-  SetMinClientSize(margin->GetMinSize());
-  SetClientSize(DefaultSize());
 }
 
 /// The tabs, of which the first has its controls: it is the largest and all that is seen at first.
@@ -134,16 +134,11 @@ wxNotebook* PredictionFrame::MakeTabs() {
 void PredictionFrame::Furnish(std::size_t page) {
   auto* const panel = dynamic_cast<wxPanel*>(tabs_->GetPage(page));
   if (panel == nullptr || panel->GetSizer() != nullptr) return;
-  const wxSize before = tabs_->GetBestSize();
   kPages.at(page).fill(*panel, *controls_);
   panel->SendSizeEvent();
+  // In some fonts a later page is a little higher than the first.
   tabs_->InvalidateBestSize();
-  const wxSize more = tabs_->GetBestSize() - before;
-  if (more.x > 0 || more.y > 0) {
-    // In some fonts a later page is a little higher than the first.
-    SetMinClientSize(GetMinClientSize() + wxSize(std::max(more.x, 0), std::max(more.y, 0)));
-    base_->Layout();
-  }
+  base_->Layout();
   controls_->ShowLabels();
 }
 

@@ -13,6 +13,7 @@
 #include "ui/prediction/prediction_view.h"
 #include "ui/wx/chart_canvas.h"
 #include "ui/wx/control_set.h"
+#include "ui/wx/least_size.h"
 #include "ui/wx/normal_place.h"
 #include "ui/wx/notice_bar.h"
 #include "ui/wx/snr_panel.h"
@@ -113,6 +114,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   std::string status_;
   std::string readout_;
   NormalPlace place_;
+  LeastSize least_size_;
 };
 
 }  // namespace skyhop

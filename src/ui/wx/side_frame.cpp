@@ -1,12 +1,21 @@
 #include "ui/wx/side_frame.h"
 
+#include <algorithm>
+
 namespace skyhop {
+namespace {
+
+/// Height of a line of text of the usual size, in DIP.
+constexpr int kUsualLine = 17;
+
+}  // namespace
 
 SideFrame::SideFrame(wxWindow* parent, const wxString& title, const wxString& name, wxSize size)
     : wxFrame(parent, wxID_ANY, title, wxDefaultPosition, wxDefaultSize, wxDEFAULT_FRAME_STYLE,
               name),
       default_size_(size),
-      place_(*this) {
+      place_(*this),
+      least_size_(*this) {
   PutToDefaultPlace();
   Bind(wxEVT_CLOSE_WINDOW, &SideFrame::OnClose, this);
   Bind(wxEVT_CHAR_HOOK, &SideFrame::OnKey, this);
@@ -15,9 +24,17 @@ SideFrame::SideFrame(wxWindow* parent, const wxString& title, const wxString& na
 void SideFrame::PutToDefaultPlace() {
   if (IsIconized()) Iconize(false);
   if (IsMaximized()) Maximize(false);
-  SetSize(FromDIP(default_size_));
-  CentreOnScreen();
-  place_.Put(GetRect());
+  wxSize size = DefaultSize();
+  size.IncTo(GetMinSize());
+  place_.Put(wxRect(size).CentreIn(MonitorArea(*this)));
+}
+
+/// Larger for larger text, within the monitor.
+wxSize SideFrame::DefaultSize() const {
+  const double text = std::max(1.0, double{1} * GetCharHeight() / FromDIP(kUsualLine));
+  wxSize size = FromDIP(default_size_) * text;
+  size.DecTo(MonitorArea(*this).GetSize() - FromDIP(wxSize(40, 80)));
+  return size;
 }
 
 void SideFrame::Furnish() {
@@ -25,6 +42,7 @@ void SideFrame::Furnish() {
   furnished_ = true;
   MakeControls();
   for (const auto& change : std::exchange(changes_, {})) change();
+  least_size_.Update();
   // The window has its size already.
   SendSizeEvent();
 }
@@ -53,7 +71,7 @@ void SideFrame::BringUp() {
   if (!IsShown()) {
     // Some window managers place a window anew when it comes back.
     const bool maximized = IsMaximized();
-    if (!maximized) SetSize(place_.Place());
+    if (!maximized) place_.Put(place_.Place());
     Show();
     if (!maximized) Move(place_.Place().GetPosition());
   }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "ui/wx/least_size.h"
 #include "ui/wx/normal_place.h"
 
 namespace skyhop {
@@ -14,10 +15,12 @@ namespace skyhop {
 /// leaves it to the controller to hide it.
 ///
 /// Its controls are made when it is first shown, or before by Furnish(), so that a window that
-/// nobody looks at costs no time when the program starts. What is set until then is kept.
+/// nobody looks at costs no time when the program starts. What is set until then is kept. The
+/// window cannot be made smaller than its controls need.
 class SideFrame : public wxFrame {
  public:
-  /// `parent` may be null; `size` is that of a fresh installation, in DIP. The window is not shown.
+  /// `parent` may be null; `size` is that of a fresh installation, in DIP and for text of the usual
+  /// size. The window is not shown.
   SideFrame(wxWindow* parent, const wxString& title, const wxString& name, wxSize size);
 
   /// The size and place of a fresh installation.
@@ -51,9 +54,11 @@ class SideFrame : public wxFrame {
  private:
   void OnClose(wxCloseEvent& event);
   void OnKey(wxKeyEvent& event);
+  [[nodiscard]] wxSize DefaultSize() const;
 
   wxSize default_size_;
   NormalPlace place_;
+  LeastSize least_size_;
   bool furnished_ = false;
   std::vector<std::function<void()>> changes_;  ///< for controls that are not there yet
 };
