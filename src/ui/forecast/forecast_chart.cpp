@@ -33,6 +33,7 @@ constexpr double kMargin = 1.0;
 constexpr double kTitleRoom = 2.0;
 constexpr double kDateRoom = 3.4;
 constexpr double kLinesApart = 2.2;  ///< least distance of two labels of an axis
+constexpr double kDaysApart = 0.25;  ///< the same between two days
 
 constexpr double kBarShare = 0.7;  ///< of a column
 constexpr double kCurveWidth = 2;
@@ -269,7 +270,8 @@ void ForecastChart::PaintTodayKey(Surface& surface) const {
 void ForecastChart::PaintDates(Surface& surface) const {
   const Rectangle& plot = graphs_.back().plot;
   const double room = plot.width / double{kFirstDaySlot};
-  const double needed = TextWidth("30 ", Text(), FontWeight::kBold);
+  const double needed =
+      surface.TextExtent("30", {.size = Text(), .weight = FontWeight::kBold}) + Text() * kDaysApart;
   const auto apart = static_cast<std::size_t>(std::max(1.0, std::ceil(needed / room)));
   std::optional<std::chrono::month> month;
   for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {

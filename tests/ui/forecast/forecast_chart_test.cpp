@@ -51,6 +51,19 @@ bool HasText(const RecordingSurface& surface, const std::string& text) {
                      [&](const DrawingCall& call) { return call.text == text; });
 }
 
+TEST(ForecastChart, NamesEveryDayInTheWindowsFirstSize) {
+  ForecastTable table;
+  for (std::size_t slot = 1; slot <= 31; ++slot) {
+    table.at(slot) = {.valid = true, .day = static_cast<int>(slot), .date = "01Dec26"};
+  }
+  ForecastChartOptions options = Options();
+  options.width = 884;
+  options.height = 530;
+  options.text_size = 15;
+  const RecordingSurface surface = Painted(table, options);
+  for (int day = 1; day <= 31; ++day) EXPECT_TRUE(HasText(surface, std::to_string(day))) << day;
+}
+
 TEST(ForecastChart, ShowsAGraphForEachTickedBox) {
   const ForecastTable table = SampleTable();
   for (int boxes = 0; boxes < 8; ++boxes) {
