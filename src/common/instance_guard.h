@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace skyhop {
 
 /// Keeps a second start of the program from running beside the first.
@@ -8,6 +10,11 @@ class InstanceGuard {
   virtual ~InstanceGuard() = default;
   /// Whether another instance is running already.
   [[nodiscard]] virtual bool AnotherIsRunning() = 0;
+  /// Asks the other instance to bring its window up and waits until it has, two seconds at most.
+  virtual void ShowOther() = 0;
+  /// For the instance that runs: calls `show` when another start has asked since the last call.
+  /// Asking ends when `show` returns.
+  virtual void AnswerShow(const std::function<void()>& show) = 0;
 };
 
 }  // namespace skyhop

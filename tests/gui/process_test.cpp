@@ -50,6 +50,15 @@ TEST_F(ProgramAsProcess, ASecondInstanceIsRefusedAndTheFirstGoesOn) {
   EXPECT_EQ(dialogs_.messages.size(), 1U) << "the first one has gone";
 }
 
+TEST_F(ProgramAsProcess, ASecondStartBringsTheFirstWindowUp) {
+  const auto first = StartProcess();
+  first->Minimise();
+  ASSERT_TRUE(PumpUntil([&] { return first->Windows() == 0; }));
+  const StartedProgram second(SKYHOP_PROGRAM);
+  EXPECT_TRUE(PumpUntil([&] { return first->HasWindow("Skyhop"); }));
+  EXPECT_TRUE(PumpUntil([&] { return second.HasWindow("Skyhop"); })) << "no message";
+}
+
 TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     WriteSettings("");

@@ -48,6 +48,11 @@ std::vector<std::string> StartedProgram::Find(const std::string& title) const {
   return windows;
 }
 
+void StartedProgram::Minimise() const {
+  const std::vector<std::string> windows = Find(".");
+  if (!windows.empty()) (void)RunProgram("xdotool", {"windowminimize", windows.back()}, {});
+}
+
 void StartedProgram::PressKey(const std::string& key) const {
   const std::vector<std::string> windows = Find(".");
   if (windows.empty()) return;

@@ -25,6 +25,8 @@ class StartedProgram {
   [[nodiscard]] bool HasWindow(const std::string& title) const {
     return !Find("^" + title).empty();
   }
+  /// Minimises its newest window.
+  void Minimise() const;
   /// Strikes a key in its newest window.
   void PressKey(const std::string& key) const;
 

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
+#include <thread>
 
 #include "common/errors.h"
 #include "platform/platform.h"
@@ -42,9 +44,34 @@ TEST(InstanceGuards, LetTheFirstInstanceRunOnly) {
   EXPECT_FALSE(second->AnotherIsRunning());
 }
 
+TEST(InstanceGuards, AskTheFirstInstanceForItsWindow) {
+  const TemporaryFolder folder;
+  const auto first = platform::MakeInstanceGuard(folder.Path());
+  ASSERT_FALSE(first->AnotherIsRunning());
+  int shown = 0;
+  first->AnswerShow([&] { ++shown; });
+  EXPECT_EQ(shown, 0) << "nobody has asked";
+  for (int start = 1; start <= 2; ++start) {
+    std::atomic<bool> answered = false;
+    std::thread second([&] {
+      platform::MakeInstanceGuard(folder.Path())->ShowOther();
+      answered = true;
+    });
+    while (!answered) {
+      first->AnswerShow([&] { ++shown; });
+      std::this_thread::sleep_for(milliseconds(1));
+    }
+    second.join();
+    EXPECT_EQ(shown, start);
+  }
+}
+
 TEST(InstanceGuards, NeverForbidWhatTheyCannotTell) {
   const TemporaryFolder folder;
-  EXPECT_FALSE(platform::MakeInstanceGuard(folder / "none")->AnotherIsRunning());
+  const auto guard = platform::MakeInstanceGuard(folder / "none");
+  EXPECT_FALSE(guard->AnotherIsRunning());
+  guard->ShowOther();
+  guard->AnswerShow([] { FAIL(); });
 }
 
 }  // namespace

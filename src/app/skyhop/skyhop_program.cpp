@@ -19,6 +19,9 @@ namespace {
 /// The start belongs to what is seen first; the rest follows, one piece at a time.
 constexpr int kFurnishInterval = 300;  // ms
 
+/// How often another start may have asked for the window.
+constexpr int kShowInterval = 200;  // ms
+
 /// What the platform knows about the machine and the toolkit about its monitors.
 class FactsWithMonitors : public MachineFacts {
  public:
@@ -178,6 +181,10 @@ bool SkyhopProgram::Start() {
     for (const std::string& problem : platform::FillProgramFolder(folder_)) {
       diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
     }
+    show_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+      instance_->AnswerShow([this] { windows_.Main().Activate(); });
+    });
+    show_timer_.Start(kShowInterval);
   }
   if (!controller_.Form_Load()) return false;
   ShowToolTips();

@@ -112,6 +112,7 @@ class SkyhopProgram : private ConfigurationHost {
   IonCap controller_;
   ProgramWindows windows_;
   wxTimer furnish_timer_;
+  wxTimer show_timer_;
 };
 
 }  // namespace skyhop

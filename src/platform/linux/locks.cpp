@@ -1,7 +1,15 @@
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
+#include <optional>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -35,6 +43,34 @@ class FolderRunLocker : public RunLocker {
   std::filesystem::path folder_;
 };
 
+/// The address at which the instance that holds `lock` is asked for its window: a name of the
+/// system that needs no file, one for each lock file.
+class ShowAddress {
+ public:
+  explicit ShowAddress(const FileDescriptor& lock) {
+    struct stat facts {};
+    if (!lock.IsOpen() || ::fstat(lock.Get(), &facts) != 0) return;
+    // The leading zero byte keeps the name out of the file system.
+    const std::string name = std::string(1, '\0') + "skyhop-show-" + std::to_string(facts.st_dev) +
+                             "-" + std::to_string(facts.st_ino);
+    address_.sun_family = AF_UNIX;
+    std::memcpy(address_.sun_path, name.data(), name.size());
+    size_ = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size());
+  }
+
+  [[nodiscard]] bool IsKnown() const { return size_ > 0; }
+  [[nodiscard]] const sockaddr* Get() const { return reinterpret_cast<const sockaddr*>(&address_); }
+  [[nodiscard]] socklen_t Size() const { return size_; }
+
+ private:
+  sockaddr_un address_{};
+  socklen_t size_ = 0;
+};
+
+FileDescriptor Socket() {
+  return FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+}
+
 class FileInstanceGuard : public InstanceGuard {
  public:
   explicit FileInstanceGuard(const std::filesystem::path& file)
@@ -45,7 +81,47 @@ class FileInstanceGuard : public InstanceGuard {
 
   [[nodiscard]] bool AnotherIsRunning() override { return !TryLock(); }
 
+  void ShowOther() override {
+    constexpr int longest = 2000;  // ms
+    const ShowAddress address(file_);
+    const FileDescriptor asking = Socket();
+    if (!address.IsKnown() || !asking.IsOpen()) return;
+    if (::connect(asking.Get(), address.Get(), address.Size()) != 0) return;
+    pollfd answer{asking.Get(), POLLIN, 0};
+    (void)::poll(&answer, 1, longest);
+  }
+
+  void AnswerShow(const std::function<void()>& show) override {
+    if (!Listen()) return;
+    for (;;) {
+      // Closing it is the answer.
+      const FileDescriptor asking(
+          ::accept4(requests_->Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+      if (!asking.IsOpen()) return;
+      ucred peer{};
+      socklen_t size = sizeof(peer);
+      // Nobody else has the desktop that the window is on.
+      if (::getsockopt(asking.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
+          peer.uid == ::getuid()) {
+        show();
+      }
+    }
+  }
+
  private:
+  /// Whether requests can come in. What fails once is not tried again.
+  [[nodiscard]] bool Listen() {
+    if (!requests_) {
+      requests_ = Socket();
+      const ShowAddress address(file_);
+      if (!address.IsKnown() || ::bind(requests_->Get(), address.Get(), address.Size()) != 0 ||
+          ::listen(requests_->Get(), SOMAXCONN) != 0) {
+        requests_ = FileDescriptor(-1);
+      }
+    }
+    return requests_->IsOpen();
+  }
+
   /// False when another instance has the lock. Locking what is locked already succeeds.
   [[nodiscard]] bool TryLock() const {
     if (!file_.IsOpen()) return true;
@@ -57,6 +133,7 @@ class FileInstanceGuard : public InstanceGuard {
   }
 
   FileDescriptor file_;
+  std::optional<FileDescriptor> requests_;
 };
 
 }  // namespace

@@ -15,6 +15,9 @@ namespace {
 // system closes what a program that ends, in whatever way, leaves open. Child processes do not
 // inherit it.
 
+/// How long a start waits until the instance that runs has brought its window up.
+constexpr std::chrono::milliseconds kLongestShow{2000};
+
 /// A name that a folder has for everybody, however its path is spelled.
 /// Throws the Errors of FileError when the folder cannot be opened.
 std::wstring LockName(const wchar_t* kind, const std::filesystem::path& folder) {
@@ -67,6 +70,8 @@ class ObjectInstanceGuard : public InstanceGuard {
     try {
       name_ = LockName(L"program", folder);
       object_ = Take(name_);
+      // Set while a start waits for the window of the instance that runs.
+      show_ = Handle(::CreateEventW(nullptr, TRUE, FALSE, (name_ + L"-show").c_str()));
     } catch (const Error&) {
       // A folder that cannot be opened cannot tell; the program says what is wrong with it later.
     }
@@ -78,9 +83,30 @@ class ObjectInstanceGuard : public InstanceGuard {
     return !object_.IsOpen();
   }
 
+  void ShowOther() override {
+    if (!show_.IsOpen()) return;
+    // The system lets only the program that the user works with bring up windows.
+    ::AllowSetForegroundWindow(ASFW_ANY);
+    ::SetEvent(show_.Get());
+    const auto until = std::chrono::steady_clock::now() + kLongestShow;
+    while (IsAsked() && std::chrono::steady_clock::now() < until) ::Sleep(10);
+    ::ResetEvent(show_.Get());
+  }
+
+  void AnswerShow(const std::function<void()>& show) override {
+    if (!show_.IsOpen() || !IsAsked()) return;
+    show();
+    ::ResetEvent(show_.Get());
+  }
+
  private:
+  [[nodiscard]] bool IsAsked() const {
+    return ::WaitForSingleObject(show_.Get(), 0) == WAIT_OBJECT_0;
+  }
+
   std::wstring name_;
   Handle object_;
+  Handle show_;
 };
 
 }  // namespace

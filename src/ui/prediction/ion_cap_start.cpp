@@ -20,6 +20,7 @@ bool IonCap::Form_Load() {
   const bool another = diagnostics.Trap("IonCap.Form_Load", false,
                                         [&] { return with_.instance.AnotherIsRunning(); });
   if (another) {
+    diagnostics.Trap("IonCap.Form_Load", [&] { with_.instance.ShowOther(); });
     with_.messages.Show(std::string(kProductName) + " is already running on this PC", kProductName);
     return false;
   }

@@ -43,7 +43,10 @@ class Part {
 class FakeInstance : public InstanceGuard {
  public:
   [[nodiscard]] bool AnotherIsRunning() override { return another; }
+  void ShowOther() override { ++shown; }
+  void AnswerShow(const std::function<void()>& /*show*/) override {}
   bool another = false;
+  int shown = 0;
 };
 
 class FakeLocker : public RunLocker {

@@ -13,6 +13,7 @@ TEST_F(IonCapTest, ASecondStartEndsAfterItsMessageAndLeavesNoTrace) {
   window_.Form_Unload();
   EXPECT_EQ(messages_.shown,
             (decltype(messages_.shown){{"Skyhop is already running on this PC", "Skyhop"}}));
+  EXPECT_EQ(instance_.shown, 1) << "the window that the user looks for";
   EXPECT_EQ(events_, Events());
   EXPECT_TRUE(store_.values.empty());
 }
