@@ -151,6 +151,39 @@ TEST_F(KeyboardAlone, ShortcutsPredictAbortAndChangeTheChart) {
   EXPECT_TRUE(PumpUntil([] { return wxWindow::FindWindowByName("IonCap") == nullptr; }));
 }
 
+TEST_F(KeyboardAlone, TheKeyboardStaysWithTheCommandsWhileTheirButtonsAreDisabled) {
+  Start();
+  EnterStations();
+  ReplaceEngine("exec sleep 600\n");
+  ControlSet& controls = Frame().Controls();
+  wxButton* const abort = controls.ButtonOf(Button::kAbortButton);
+  for (const Button button : {Button::kPathsButton, Button::kPredictLPToCmd}) {
+    wxButton* const predict = controls.ButtonOf(button);
+    predict->SetFocus();
+    ASSERT_TRUE(PumpUntil([&] { return Focused(Frame()) == predict; }));
+    Press(WXK_SPACE);
+    ASSERT_TRUE(PumpUntil([&] { return Running(); }));
+    EXPECT_TRUE(PumpUntil([&] { return Focused(Frame()) == abort; })) << NameOf(predict);
+    Press(WXK_SPACE);
+    ASSERT_TRUE(PumpUntil([&] { return !Running(); })) << "the key reaches Abort";
+    EXPECT_TRUE(PumpUntil([&] { return Focused(Frame()) == predict; })) << NameOf(predict);
+  }
+  wxButton* const update = controls.ButtonOf(Button::kUpdateSSNCmd);
+  ShowPageOf(*update);
+  update->SetFocus();
+  ASSERT_TRUE(PumpUntil([&] { return Focused(Frame()) == update; }));
+  ServeSunspotNumber("96");
+  Press(WXK_SPACE);
+  ASSERT_TRUE(PumpUntil([&] { return Text(TextField::kSSN) == "96"; }));
+  EXPECT_TRUE(PumpUntil([&] { return Focused(Frame()) == update; }));
+
+  // A field that goes away with its panel.
+  Press('R', wxMOD_CONTROL);
+  ASSERT_TRUE(PumpUntil([&] { return Focused(Frame()) == &Field(TextField::kSNRFrequency); }));
+  Press('R', wxMOD_CONTROL);
+  EXPECT_TRUE(PumpUntil([&] { return Focused(Frame()) == &Frame().Canvas(); }));
+}
+
 TEST_F(KeyboardAlone, AFieldBeingEditedCountsForAPredictionByKey) {
   Start();
   EnterStations();

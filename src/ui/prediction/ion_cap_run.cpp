@@ -154,12 +154,14 @@ void IonCap::ShowProgress() {
 }
 
 void IonCap::EnablePredicting(bool enable) {
+  // In this order there is always a command that the keyboard can go to.
+  if (!enable) with_.view.Enable(Button::kAbortButton, true);
   for (const Button button :
        {Button::kPathsButton, Button::kPredictSPToCmd, Button::kPredictLPToCmd,
         Button::kPredictSPFromCmd, Button::kPredictLPFromCmd}) {
     with_.view.Enable(button, enable);
   }
-  with_.view.Enable(Button::kAbortButton, !enable);
+  if (enable) with_.view.Enable(Button::kAbortButton, false);
 }
 
 void IonCap::ShowEngine(EngineChoice engine) {

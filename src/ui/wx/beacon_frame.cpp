@@ -6,6 +6,7 @@
 #include <wx/settings.h>
 #include <wx/sizer.h>
 
+#include "ui/wx/focus.h"
 #include "ui/wx/nested_loops.h"
 #include "ui/wx/wx_text.h"
 
@@ -266,8 +267,9 @@ void BeaconFrame::SetChecked(BeaconCheck check, bool checked) {
 }
 
 void BeaconFrame::Enable(BeaconButton button, bool enable) {
-  WithControls(
-      [this, button, enable] { buttons_.at(static_cast<std::size_t>(button))->Enable(enable); });
+  WithControls([this, button, enable] {
+    EnableKeepingFocus(*buttons_.at(static_cast<std::size_t>(button)), enable);
+  });
 }
 
 std::string BeaconFrame::Note() const {

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "ui/wx/config_page.h"
+#include "ui/wx/focus.h"
 
 namespace skyhop {
 
@@ -17,7 +18,7 @@ class ConfigEnginePage : public ConfigPage {
   void Select(int engine);
   void SetFinding(int engine, const std::string& text);
   void SetTestResult(const std::string& text) { SetText(result_, text); }
-  void EnableTest(bool enabled) { test_->Enable(enabled); }
+  void EnableTest(bool enabled) { EnableKeepingFocus(*test_, enabled); }
 
  private:
   struct Choice {

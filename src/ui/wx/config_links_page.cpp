@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ui/wx/focus.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -52,7 +53,7 @@ void ConfigLinksPage::Fill(const Row& row, const PeerState& peer) {
   row.state->SetLabelText(peer.connected ? "connected" : "not connected");
   row.purpose->SetLabelText(ToWx(peer.purpose));
   row.connect->SetName(ToWx("Connect " + peer.name));
-  row.connect->Enable(peer.can_connect);
+  EnableKeepingFocus(*row.connect, peer.can_connect);
 }
 
 }  // namespace skyhop

@@ -7,6 +7,7 @@
 
 #include "ui/wx/commit_field.h"
 #include "ui/wx/config_page.h"
+#include "ui/wx/focus.h"
 
 namespace skyhop {
 
@@ -18,7 +19,7 @@ class ConfigModePage : public ConfigPage {
 
   void SetModes(std::span<const ModeSettings> modes, int selected);
   void SetMode(std::size_t row, const ModeSettings& settings);
-  void EnableRemove(bool enabled) { remove_->Enable(enabled); }
+  void EnableRemove(bool enabled) { EnableKeepingFocus(*remove_, enabled); }
 
  private:
   void AddTable();

@@ -4,6 +4,7 @@
 #include <wx/checkbox.h>
 
 #include "ui/wx/config_page.h"
+#include "ui/wx/focus.h"
 
 namespace skyhop {
 
@@ -15,7 +16,7 @@ class ConfigDiagnosticsPage : public ConfigPage {
   void SetDiagMode(bool on) { diag_mode_->SetValue(on); }
   void SetErrorLog(const std::string& text) { SetText(log_, text); }
   void SetProgramFolder(const std::string& text) { SetText(folder_, text); }
-  void EnableOpenLog(bool enabled) { open_log_->Enable(enabled); }
+  void EnableOpenLog(bool enabled) { EnableKeepingFocus(*open_log_, enabled); }
 
  private:
   wxCheckBox* diag_mode_;

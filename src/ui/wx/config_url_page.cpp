@@ -1,5 +1,6 @@
 #include "ui/wx/config_url_page.h"
 
+#include "ui/wx/focus.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -59,7 +60,7 @@ void ConfigUrlPage::SetUrl(PanelText url, const std::string& text) {
 }
 
 void ConfigUrlPage::EnableOpen(PanelText url, bool enabled) {
-  Find(url).open->Enable(enabled);
+  EnableKeepingFocus(*Find(url).open, enabled);
 }
 
 void ConfigUrlPage::SetNote(PanelText url, const std::string& text) {

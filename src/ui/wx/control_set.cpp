@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/wx/focus.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -332,9 +333,26 @@ void ControlSet::ShowLabels() {
 void ControlSet::Enable(Button button, bool enabled) {
   wxButton* const made = buttons_.at(Index(button));
   if (made != nullptr) {
-    made->Enable(enabled);
+    EnableKeepingFocus(*made, enabled, NextOf(button));
   } else {
     unmade_.disabled.at(Index(button)) = !enabled;
+  }
+}
+
+/// Where the keyboard goes while `button` is disabled: from starting a prediction to ending it and
+/// back. Null leaves it to the order of the window.
+wxWindow* ControlSet::NextOf(Button button) const {
+  switch (button) {
+    case Button::kPathsButton:
+    case Button::kPredictSPToCmd:
+    case Button::kPredictLPToCmd:
+    case Button::kPredictSPFromCmd:
+    case Button::kPredictLPFromCmd:
+      return buttons_.at(Index(Button::kAbortButton));
+    case Button::kAbortButton:
+      return buttons_.at(Index(Button::kPathsButton));
+    default:
+      return nullptr;
   }
 }
 

@@ -118,6 +118,7 @@ class ControlSet {
   void OnChar(TextField field, wxKeyEvent& event);
   void Leave(TextField field);
   void SelectMode(int index);
+  [[nodiscard]] wxWindow* NextOf(Button button) const;
   void ShowLabel(Label label);
   void ShowWhole(wxStaticText& label) const;
   void SetToolTip(wxWindow* control, std::string_view text);

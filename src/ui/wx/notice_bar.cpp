@@ -69,12 +69,14 @@ void NoticeBar::Update_() {
     int margin = 2 * FromDIP(7);
     const bool has_button = notice_.action != NoticeAction::kNone;
     button_->SetLabel(ToWx(Caption(notice_.action)));
+    if (!has_button && button_->HasFocus()) button_->Navigate();
     button_->Show(has_button);
     if (has_button) margin += button_->GetBestSize().x + 2 * FromDIP(4);
     // Long reasons, with the paths of files in them, go over several lines.
     text_->Wrap(std::max(FromDIP(200), GetParent()->GetClientSize().x - margin));
     Layout();
   }
+  if (!shown && button_->HasFocus()) button_->Navigate();
   Show(shown);
   InvalidateBestSize();
   GetParent()->Layout();

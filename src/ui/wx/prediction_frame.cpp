@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 
+#include "ui/wx/focus.h"
 #include "ui/wx/nested_loops.h"
 #include "ui/wx/pages.h"
 #include "ui/wx/window_view.h"
@@ -332,6 +333,7 @@ void PredictionFrame::ShowTab(Tab tab) {
 }
 
 void PredictionFrame::ShowSnr(const SnrDisplay& display) {
+  if (!display.active) LeaveFocus(*snr_, *canvas_);
   snr_->Show_(display);
 }
 
