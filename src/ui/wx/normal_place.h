@@ -21,9 +21,11 @@ class NormalPlace {
   void Put(const wxRect& place);
   [[nodiscard]] wxRect Place() const { return place_.IsEmpty() ? window_->GetRect() : place_; }
 
- private:
+  /// Remembers where the window is now, as happens by itself when it is moved or sized. To be
+  /// called before it is hidden: the window manager's frame may have come without an event.
   void Remember();
 
+ private:
   wxTopLevelWindow* window_;
   /// Empty until the window has been shown or put somewhere.
   wxRect place_;

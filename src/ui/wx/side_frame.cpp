@@ -21,6 +21,11 @@ SideFrame::SideFrame(wxWindow* parent, const wxString& title, const wxString& na
   Bind(wxEVT_CHAR_HOOK, &SideFrame::OnKey, this);
 }
 
+bool SideFrame::Show(bool show) {
+  if (!show) place_.Remember();
+  return wxFrame::Show(show);
+}
+
 void SideFrame::PutToDefaultPlace() {
   if (IsIconized()) Iconize(false);
   if (IsMaximized()) Maximize(false);

@@ -23,6 +23,8 @@ class SideFrame : public wxFrame {
   /// size. The window is not shown.
   SideFrame(wxWindow* parent, const wxString& title, const wxString& name, wxSize size);
 
+  bool Show(bool show = true) override;
+
   /// The size and place of a fresh installation.
   void PutToDefaultPlace();
 
