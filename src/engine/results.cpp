@@ -1,7 +1,6 @@
 #include "engine/results.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "common/errors.h"
 #include "common/files.h"
@@ -10,7 +9,7 @@
 #include "common/text.h"
 #include "engine/echo_check.h"
 #include "engine/panel_stations.h"
-#include "geo/great_circle.h"
+#include "geo/path_services.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
@@ -101,26 +100,12 @@ void Results::ShowTable(EngineChoice engine, const std::string& text) {
   chart_->DisplayTable(engine);
 }
 
-/// The great-circle distance on the chosen path, in the configured unit; 0 when a station is
-/// unknown.
-float Results::Distance() const {
-  const PanelStations stations(*panel_);
-  const Position dx{LatLonModule::ParseAngle(stations.DXLat(), *diagnostics_),
-                    LatLonModule::ParseAngle(stations.DXLon(), *diagnostics_)};
-  if (LatLonModule::IsUndefined(dx)) return 0;
-  // The whole-number distance of the window is rounded down; a line of text rounds to the nearest.
-  return LatLonModule::ComputeVector(stations.LocalLat(), stations.LocalLon(), dx,
-                                     stations.ShortPath() ? "S" : "L", stations.DistanceMiles(),
-                                     *diagnostics_)
-      .distance;
-}
-
 std::string Results::SummaryLine() const {
   std::string line;
   if (EqualsIgnoringCase(parameters_->Path(), "SHORT PATH")) line = "SP ";
   if (EqualsIgnoringCase(parameters_->Path(), "LONG PATH")) line = "LP ";
   line += std::string(Trim(parameters_->Snr())) + " db ";
-  line += FixedText(std::round(static_cast<double>(Distance())), 0);
+  line += FixedText(ComputeDistance(PanelStations(*panel_), *diagnostics_), 0);
   line += panel_->Checked(PanelCheck::kDistanceMiles) ? " mi  " : " km  ";
   const bool to = panel_->Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
   line += std::string("propagation ") + (to ? "to" : "from") + " DX ";

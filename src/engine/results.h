@@ -80,7 +80,6 @@ class Results {
                              const std::string& text);
   void LogFaults(const std::vector<std::string>& faults);
   void ShowTable(EngineChoice engine, const std::string& text);
-  [[nodiscard]] float Distance() const;
 
   ResultsTable* table_;
   PredictionPanel* panel_;

@@ -219,7 +219,7 @@ TEST_F(RunControlTest, TicksWaitForAResultsFileWithContent) {
   EXPECT_TRUE(run_.LastRunDisplayed());
   EXPECT_EQ(chart_.displayed, std::vector<EngineChoice>{EngineChoice::kIonCap});
   EXPECT_EQ(with_.panel.Text(PanelText::kSummary),
-            "SP 24 db 3481 mi  propagation to DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26");
+            "SP 24 db 3480 mi  propagation to DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26");
   EXPECT_EQ(results_.Heading().engine, "VOACAP");
 }
 
@@ -306,7 +306,7 @@ TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {
   with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
   with_.panel.settings_name = "contest";
   EXPECT_EQ(results_.SummaryLine(),
-            "LP 24 db 34428 km  propagation from DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26 "
+            "LP 24 db 34473 km  propagation from DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26 "
             "(contest settings)");
   with_.parameters.SetPath("sideways");
   EXPECT_EQ(results_.SummaryLine().substr(0, 6), "24 db ");
