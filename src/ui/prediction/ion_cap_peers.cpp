@@ -172,7 +172,11 @@ void IonCap::UseTesseraLocation() {
   if (!with_.view.Checked(CheckBox::kDXTracksTesseraLocation)) return;
   UsePeersText(TextField::kDXLat, tessera_.latitude);
   UsePeersText(TextField::kDXLon, tessera_.longitude);
-  with_.parameters.SetLastPrefix(IsPlain(tessera_.prefix) ? tessera_.prefix : "");
+  // A country belongs to the coordinates that came with it. Coordinates that were refused leave the
+  // station where it was.
+  const bool used = with_.view.Text(TextField::kDXLat) == Trim(tessera_.latitude) &&
+                    with_.view.Text(TextField::kDXLon) == Trim(tessera_.longitude);
+  with_.parameters.SetLastPrefix(used && IsPlain(tessera_.prefix) ? tessera_.prefix : "");
 }
 
 void IonCap::UsePeersMode(const std::string& text) {

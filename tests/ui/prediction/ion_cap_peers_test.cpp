@@ -185,6 +185,8 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
   EXPECT_EQ(view_.Shown(Label::kPrefix), "Chad");
   select("", "200 W", "");
   EXPECT_EQ(view_.Text(TextField::kDXLon), "20 0' 0\" E");
+  select("3 0' 0\" N", "200 W", "Nowhere");
+  EXPECT_EQ(view_.Shown(Label::kPrefix), "") << "not the country of the coordinates beside it";
   select("1 0' 0\" S", "0 0' 0\" E", "Gabon & sea");
   EXPECT_EQ(view_.Text(TextField::kDXLat), "1 0' 0\" S");
   EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon && sea");
