@@ -71,7 +71,10 @@ TEST_F(WindowOverTime, PagesThatGetTheirControlsLaterShowTheStoredValues) {
   }));
   EXPECT_TRUE(FindControl<wxRadioButton>(Frame(), "500 W")->GetValue());
   EXPECT_TRUE(FindControl<wxRadioButton>(Frame(), "Industrial")->GetValue()) << "at this station";
-  EXPECT_TRUE(FindControl<wxRadioButton>(*Tabs().GetPage(4), "Requested here")->GetValue());
+  const wxRadioButton* const here =
+      FindControl<wxRadioButton>(*Tabs().GetPage(4), "Requested here");
+  EXPECT_TRUE(here->GetValue());
+  EXPECT_FALSE(here->IsEnabled()) << "it shows something and is not to be chosen";
   EXPECT_EQ(Field(TextField::kKindex).GetValue(), "4");
   EXPECT_TRUE(Shows("Your station transmits"));
   EXPECT_EQ(Frame().Controls().Selected(OptionGroup::kModeSNRCombo), 0);

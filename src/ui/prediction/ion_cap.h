@@ -161,7 +161,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void Path_Click();
   void PredictSignals_Click();
   void ModeSNRCombo_Click();
-  void DDEOption_Click();
   void DXTracksTesseraLocation_Click();
   void PlotEnable_Click();
   void OpenBandEnable_Click();

@@ -88,10 +88,6 @@ void IonCap::ChooseAsRequested(const PeerRequest& request) {
   }
 }
 
-void IonCap::DDEOption_Click() {
-  // It tells about the last prediction; choosing another button changes nothing of it.
-}
-
 // Values.
 
 void IonCap::ServerRetryTimer_Tick() {

@@ -196,6 +196,16 @@ wxSizer* ControlSet::MakeOptions(wxWindow* parent, OptionGroup group,
   return sizer;
 }
 
+void ControlSet::MakeIndicator(OptionGroup group) {
+  for (wxRadioButton* option : options_.at(Index(group))) {
+    if (option == nullptr) continue;
+    option->Disable();
+    // It is to be read all the same.
+    option->SetForegroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOWTEXT));
+  }
+  indicators_.insert(group);
+}
+
 wxChoice* ControlSet::MakeModeList(wxWindow* parent) {
   modes_ = new wxChoice(parent, wxID_ANY);
   const int selected = unmade_.selected.at(Index(OptionGroup::kModeSNRCombo));
@@ -235,6 +245,7 @@ void ControlSet::FollowTheme() {
   for (std::size_t i = 0; i < texts_.size(); ++i) {
     if (texts_.at(i) != nullptr && refused_.at(i)) MarkRefused(static_cast<TextField>(i), true);
   }
+  for (const OptionGroup group : indicators_) MakeIndicator(group);
 }
 
 int ControlSet::Selected(OptionGroup group) const {

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <functional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -67,6 +68,8 @@ class ControlSet {
   /// The options of a group, side by side or one below the other, in the order given.
   wxSizer* MakeOptions(wxWindow* parent, OptionGroup group, std::span<const OptionText> options,
                        int orientation);
+  /// The options show something and cannot be chosen.
+  void MakeIndicator(OptionGroup group);
   wxChoice* MakeModeList(wxWindow* parent);
 
   // Values.
@@ -85,7 +88,7 @@ class ControlSet {
   void Enable(Button button, bool enabled);
   [[nodiscard]] bool Enabled(Button button) const;
   void ShowToolTips(bool show);
-  /// Gives refused fields a colour that fits the desktop's present theme.
+  /// Gives refused fields and indicators colours that fit the desktop's present theme.
   void FollowTheme();
 
   /// Tells that the field which has the focus was left, and whether its text was accepted. True
@@ -137,6 +140,7 @@ class ControlSet {
   std::array<wxButton*, kButtonCount> buttons_{};
   std::array<std::vector<wxStaticText*>, kLabelCount> labels_{};
   std::array<std::string, kLabelCount> label_texts_{};
+  std::set<OptionGroup> indicators_;
   wxChoice* modes_ = nullptr;
   std::vector<std::pair<wxWindow*, std::string>> tool_tips_;
   bool show_tool_tips_ = true;

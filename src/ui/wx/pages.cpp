@@ -209,6 +209,7 @@ void FillPredictionPage(wxPanel& panel, ControlSet& controls) {
   page.CaptionedLabel(last, grid, "Computed by:", Label::kComputedBy);
   page.CaptionedLines(last, grid, "Path:", Label::kSummary);
   page.Options(last, OptionGroup::kDDEOption, kRequesters, wxHORIZONTAL);
+  controls.MakeIndicator(OptionGroup::kDDEOption);
 
   wxStaticBoxSizer* const geometry = page.Group("Between the stations", wxVERTICAL, 2);
   grid = page.Grid(geometry, 2);

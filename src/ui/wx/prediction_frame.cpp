@@ -250,7 +250,7 @@ void PredictionFrame::Chosen(OptionGroup group) {
     case OptionGroup::kModeSNRCombo:
       return controller_->ModeSNRCombo_Click();
     case OptionGroup::kDDEOption:
-      return controller_->DDEOption_Click();
+      return;
   }
 }
 
