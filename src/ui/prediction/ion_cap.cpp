@@ -17,10 +17,7 @@ IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.panel.SetTextListener([this](TextField field) { TextWritten(field); });
   with_.chart.SetTimeIndexListener(
       [this] { with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false); });
-  with_.chart.SetBandListener([this](std::int16_t band) {
-    prediction_band_ = band;
-    with_.chart.SetBandIndicator(band);
-  });
+  with_.chart.SetBandListener([this](std::int16_t band) { ChooseBand(band); });
   with_.configuration.AddListener([this, alive = std::weak_ptr(alive_)](Configuration::Item item) {
     if (!alive.expired()) ConfigurationChanged(item);
   });

@@ -311,6 +311,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void UpdateGrid(Station station);
   void UpdateLatLon(Station station);
   [[nodiscard]] std::optional<Position> PositionOf(Station station);
+  void ChooseBand(std::int16_t band);
+  [[nodiscard]] std::string UsualFrequency(std::int16_t band) const;
   [[nodiscard]] std::optional<Position>& InStep(Station station);
   void RestoreStations();
   void SaveStations();

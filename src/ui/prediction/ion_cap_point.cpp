@@ -1,6 +1,8 @@
 // The point prediction as the window offers it: for a frequency that is typed in, the transceiver's
 // or a peer's.
 
+#include <cmath>
+
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
@@ -41,7 +43,11 @@ void IonCap::SNRDisplayCheck_Click() {
 void IonCap::SNRPredictCmd_Click() {
   with_.diagnostics.Trap("IonCap.SNRPredictCmd_Click", [&] {
     with_.diagnostics.DebugLog("IonCap.SNRPredictCmd_Click");
-    const std::string text(Trim(with_.view.Text(TextField::kSNRFrequency)));
+    std::string text(Trim(with_.view.Text(TextField::kSNRFrequency)));
+    if (text.empty() && prediction_band_ >= 0) {
+      text = UsualFrequency(prediction_band_);
+      Put(TextField::kSNRFrequency, text);
+    }
     if (text.empty()) {
       with_.messages.Show("Enter a frequency, in MHz or in kHz", kProductName);
       return;
@@ -62,6 +68,26 @@ std::string IonCap::SelectedMode() const {
   const int selected = with_.view.Selected(OptionGroup::kModeSNRCombo);
   if (selected < 0 || selected >= static_cast<int>(modes_.size())) return {};
   return modes_[static_cast<std::size_t>(selected)].mode;
+}
+
+/// The user clicked a band of the chart; -1 for none.
+void IonCap::ChooseBand(std::int16_t band) {
+  with_.diagnostics.Trap("IonCap.ChooseBand", [&] {
+    prediction_band_ = band;
+    with_.chart.SetBandIndicator(band);
+    if (band >= 0 && snr_display_active_) Put(TextField::kSNRFrequency, UsualFrequency(band));
+  });
+}
+
+/// The frequency in MHz that stands for a band: its middle, as the band file has its edges, since a
+/// prediction hardly differs within a band. Without them, the frequency of the chart's line.
+std::string IonCap::UsualFrequency(std::int16_t band) const {
+  for (const FreqDependentModule::BandTable::Band& known : with_.bands.Bands()) {
+    if (with_.bands.GetbandIndex(known.name) != band) continue;
+    return NumberText(std::round((known.lower + known.upper) * 500) / 1000);
+  }
+  return NumberText(
+      std::round(double{kBandLineFrequencies.at(static_cast<std::size_t>(band))} * 1000) / 1000);
 }
 
 void IonCap::FollowTransceiver() {

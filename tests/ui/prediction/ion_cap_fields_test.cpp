@@ -406,5 +406,32 @@ TEST_F(IonCapTest, ADownloadedValueTakesThePlaceOfARefusedOne) {
   EXPECT_TRUE(window_.Field_Leave(TextField::kKindex));
 }
 
+TEST_F(IonCapTest, AClickedBandGivesThePointPredictionItsFrequency) {
+  Start();
+  window_.PathsButton_Click();
+  launcher_.running = {100 + static_cast<ProcessId>(launcher_.starts.size())};
+  WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
+  window_.EngineWatch_Tick();
+  const auto click = [&](std::int16_t band) {
+    for (double y = 0; y < 600; ++y) {
+      chart_.Press({400, y});
+      chart_.Release();
+      if (window_.GetPredictionBand() == band) return;
+    }
+    ADD_FAILURE() << "no place for band " << band;
+  };
+  click(5);
+  EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "") << "nobody looks at the point prediction";
+  window_.SNRPredictCmd_Click();
+  EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "14.175") << "the middle of the clicked band";
+  EXPECT_DOUBLE_EQ(point_prediction_.predicted, 14.175);
+  window_.SetSNRDisplayActive(true);
+  click(3);
+  EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "7.15");
+  click(4);
+  EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "10.1") << "no edges in the band file";
+  EXPECT_TRUE(messages_.shown.empty());
+}
+
 }  // namespace
 }  // namespace skyhop::testing
