@@ -75,9 +75,12 @@ SkyhopProgram::SkyhopProgram()
       run_({parameters_, panel_, ioncap_script_, its_script_, results_, timer_, *launcher_, *host_,
             pause_, messages_, settings_, diagnostics_}),
       forecast_frame_(new ForecastFrame(nullptr)),
-      conditions_frame_(new ConditionsFrame(nullptr)),
+      conditions_frame_(new ConditionsFrame(nullptr, {})),
       space_weather_({frame_->View(), *forecast_frame_, *conditions_frame_, configuration_,
                       messages_, settings_, diagnostics_, *clock_, pause_, folder_}),
+      files_frame_(new ConditionsFrame(nullptr, {"Skyhop Deck and Results", "DeckAndResults",
+                                                 "Deck and results", wxSize(860, 600)})),
+      files_window_({*files_frame_, settings_, diagnostics_, "DeckAndResults"}),
       transport_(platform::MakeLinkTransport(kProductName)),
       links_(*transport_, frame_->View(), diagnostics_),
       point_({run_, its_script_, panel_, parameters_, *launcher_, pause_, diagnostics_, *clock_}),
@@ -101,6 +104,7 @@ SkyhopProgram::SkyhopProgram()
                    pane_,
                    configuration_,
                    configuration_window_,
+                   files_window_,
                    bands_,
                    parameters_,
                    results_,
@@ -121,7 +125,7 @@ SkyhopProgram::SkyhopProgram()
                    folder_,
                    platform::HelpFile(folder_)}),
       windows_({frame_.get(), configuration_frame_.get(), forecast_frame_.get(),
-                conditions_frame_.get(), beacon_frame_.get()}) {
+                conditions_frame_.get(), files_frame_.get(), beacon_frame_.get()}) {
   configuration_.SetDefaultEngine(static_cast<int>(AutomaticEngine(*host_, folder_)));
   foreground_locker_.SetYield([this] { beacon_predictions_.Yield(); });
   links_.Attach(controller_, point_prediction_, windows_, windows_.Main());
@@ -144,6 +148,7 @@ std::vector<SideFrame*> SkyhopProgram::SideFrames() const {
   for (SideFrame* frame : {static_cast<SideFrame*>(configuration_frame_.get()),
                            static_cast<SideFrame*>(forecast_frame_.get()),
                            static_cast<SideFrame*>(conditions_frame_.get()),
+                           static_cast<SideFrame*>(files_frame_.get()),
                            static_cast<SideFrame*>(beacon_frame_.get())}) {
     if (frame != nullptr) frames.push_back(frame);
   }
@@ -159,6 +164,7 @@ void SkyhopProgram::AttachWindows() {
   configuration_frame_->Attach(configuration_window_);
   forecast_frame_->Attach(space_weather_.forecast_window);
   conditions_frame_->Attach(space_weather_.conditions_window);
+  files_frame_->Attach(files_window_);
   beacon_frame_->Attach(beacons_);
   frame_->Attach(&controller_);
   frame_->SetBusyQuery([this] { return space_weather_.procedure.Busy(); });

@@ -95,6 +95,8 @@ class SkyhopProgram : private ConfigurationHost {
   wxWeakRef<ForecastFrame> forecast_frame_;
   wxWeakRef<ConditionsFrame> conditions_frame_;
   SpaceWeatherParts space_weather_;
+  wxWeakRef<ConditionsFrame> files_frame_;
+  CurrentConditions files_window_;
   std::unique_ptr<LinkTransport> transport_;
   ProgramLinks links_;
   IONCAPModule::PointSnr point_;

@@ -1,29 +1,29 @@
 #include "ui/conditions/current_conditions_window.h"
 
 namespace skyhop {
-namespace {
-
-constexpr const char* kWindowName = "CurrentConditions";
-
-}  // namespace
 
 void CurrentConditions::Form_Load() {
-  with_.diagnostics.Trap("CurrentConditions.Form_Load", [&] {
+  with_.diagnostics.Trap(with_.name + ".Form_Load", [&] {
     loaded_ = true;
-    with_.view.SetPlacement(RestoreWindowPosition(kWindowName, with_.view.Placement(),
+    with_.view.SetPlacement(RestoreWindowPosition(with_.name, with_.view.Placement(),
                                                   with_.view.Monitors(), with_.settings));
   });
 }
 
 void CurrentConditions::Show() {
-  with_.diagnostics.Trap("CurrentConditions.Show", [&] {
+  with_.diagnostics.Trap(with_.name + ".Show", [&] {
     if (!loaded_) Form_Load();
     with_.view.ShowWindow();
   });
 }
 
+void CurrentConditions::ShowText(const std::string& text) {
+  Show();
+  SetBulletin(text);
+}
+
 void CurrentConditions::Form_QueryUnload() {
-  with_.diagnostics.Trap("CurrentConditions.Form_QueryUnload", [&] {
+  with_.diagnostics.Trap(with_.name + ".Form_QueryUnload", [&] {
     SavePosition();
     with_.view.HideWindow();
   });
@@ -32,11 +32,11 @@ void CurrentConditions::Form_QueryUnload() {
 void CurrentConditions::Form_Unload() {
   // A window that was never shown has no place of its own.
   if (!loaded_) return;
-  with_.diagnostics.Trap("CurrentConditions.Form_Unload", [&] { SavePosition(); });
+  with_.diagnostics.Trap(with_.name + ".Form_Unload", [&] { SavePosition(); });
 }
 
 void CurrentConditions::SavePosition() {
-  SaveWindowPosition(kWindowName, with_.view.Placement(), with_.settings, with_.diagnostics);
+  SaveWindowPosition(with_.name, with_.view.Placement(), with_.settings, with_.diagnostics);
 }
 
 }  // namespace skyhop

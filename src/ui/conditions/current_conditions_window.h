@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "common/diagnostics.h"
 #include "common/settings.h"
@@ -9,22 +10,25 @@
 
 namespace skyhop {
 
-/// The rules of the current conditions window. Closing hides it.
-class CurrentConditions : public ConditionsWindow {
+/// The rules of a window that shows a text, such as the current conditions. Closing hides it.
+class CurrentConditions : public ConditionsWindow, public TextWindow {
  public:
   /// All must outlive the controller.
   struct Collaborators {
     ConditionsView& view;
     const Common::Settings& settings;
     Diagnostics& diagnostics;
+    /// What the window is called in the log and in the settings.
+    std::string name = "CurrentConditions";
   };
 
-  explicit CurrentConditions(Collaborators collaborators) : with_(collaborators) {}
+  explicit CurrentConditions(Collaborators collaborators) : with_(std::move(collaborators)) {}
 
   /// Loads the window when it is shown for the first time.
   void Show() override;
   [[nodiscard]] bool Visible() const override { return with_.view.Visible(); }
   void SetBulletin(const std::string& text) override { with_.view.SetText(text); }
+  void ShowText(const std::string& text) override;
   void Form_Unload() override;
 
   void Form_Load();

@@ -75,6 +75,7 @@ constexpr std::array<Words, kButtonCount> kButtons = {{
     {"Confi&guration...", "show the Configuration window"},
     {"Help", "show the help pages in your browser"},
     {"Predict SNR", "predict the signal-to-noise ratio at this frequency now"},
+    {"Show Deck and Results", "show the files that the last prediction gave its engine and got"},
 }};
 
 template <std::size_t count, class Control>

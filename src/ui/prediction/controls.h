@@ -69,8 +69,9 @@ enum class Button {
   kConfigCmd,
   kHelpCmd,
   kSNRPredictCmd,
+  kShowFilesCmd,  ///< in the menu only
 };
-inline constexpr int kButtonCount = 15;
+inline constexpr int kButtonCount = 16;
 
 enum class Label {
   kEngineLabel,     ///< the engine that was selected for the last prediction

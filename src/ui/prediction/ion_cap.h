@@ -69,6 +69,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
     ChartPane& chart;
     Configuration& configuration;
     ConfigurationWindow& configuration_window;
+    TextWindow& files_window;
     FreqDependentModule::BandTable& bands;
     IONCAPModule::Parameters& parameters;
     IONCAPModule::Results& results;
@@ -117,6 +118,9 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void ConfigCmd_Click();
   void HelpCmd_Click();
   void SNRPredictCmd_Click();
+  /// Shows the deck and the results of the last run: in the viewer that the user has set, else in a
+  /// window of the program.
+  void ShowFilesCmd_Click();
   /// The button of the notice was clicked.
   void Notice_Click();
 
@@ -278,6 +282,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
 
   // Fields.
   [[nodiscard]] FieldState& StateOf(TextField field);
+  void ShowInViewer(const std::string& viewer, const std::filesystem::path& file);
   [[nodiscard]] bool Commit(TextField field);
   bool Accept(TextField field, const std::string& text);
   [[nodiscard]] std::string Understood(TextField field);

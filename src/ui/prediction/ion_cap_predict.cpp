@@ -234,6 +234,7 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
   run.title = TitleOfRun();
   SaveStations();
   EnablePredicting(false);
+  with_.view.Enable(Button::kShowFilesCmd, true);
   if (with_.run.EngineProcess() != 0) {
     with_.view.StartTimer(WindowTimer::kEngineWatch, kWatchInterval);
   }

@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "common/errors.h"
 #include "common/files.h"
 #include "common/numbers.h"
+#include "common/program.h"
 #include "common/text.h"
 #include "ui/prediction/ion_cap.h"
 
@@ -14,6 +16,17 @@ namespace {
 constexpr std::array<const char*, 4> kEngineLabels = {"IONCAP", "ICEPAC", "VOACAP LUF && MUF",
                                                       "VOACAP SNR && Prob"};
 constexpr std::array<const char*, 4> kEngineNames = {"IONCAP", "ICEPAC", "VOACAP", "VOACAP"};
+
+/// A file's path and below it what is in the file, or why that cannot be read.
+std::string FileText(const std::filesystem::path& file) {
+  constexpr std::size_t longest = std::size_t{8} << 20U;
+  const std::string heading = PathText(file) + "\n\n";
+  try {
+    return heading + ReadFile(file, longest);
+  } catch (const Error& error) {
+    return heading + "This file cannot be shown: " + error.what() + "\n";
+  }
+}
 
 const char* NameOf(EngineChoice engine, const std::array<const char*, 4>& names) {
   return engine == EngineChoice::kNone ? "" : names.at(static_cast<std::size_t>(engine));
@@ -162,6 +175,36 @@ void IonCap::EnablePredicting(bool enable) {
     with_.view.Enable(button, enable);
   }
   if (enable) with_.view.Enable(Button::kAbortButton, false);
+}
+
+void IonCap::ShowFilesCmd_Click() {
+  with_.diagnostics.Trap("IonCap.ShowFilesCmd_Click", [&] {
+    with_.diagnostics.DebugLog("IonCap.ShowFilesCmd_Click");
+    const std::filesystem::path results = with_.run.ResultsFile();
+    if (results.empty()) return;
+    const std::filesystem::path deck = results.parent_path() / "script.txt";
+    const std::string viewer =
+        with_.settings.GetStringSetting(kProductName, "IonCap", "Viewer", "");
+    if (Trim(viewer).empty()) {
+      with_.files_window.ShowText("Deck " + FileText(deck) + "\n\nResults " + FileText(results));
+      return;
+    }
+    ShowInViewer(viewer, deck);
+    ShowInViewer(viewer, results);
+  });
+}
+
+void IonCap::ShowInViewer(const std::string& viewer, const std::filesystem::path& file) {
+  std::error_code ignored;
+  if (!std::filesystem::exists(file, ignored)) {
+    with_.messages.Show("There is no file " + PathText(file), kProductName);
+    return;
+  }
+  const LaunchResult opened = with_.launcher.OpenInViewer(viewer, file);
+  if (opened.Succeeded()) return;
+  with_.messages.Show(
+      PathText(file) + " cannot be opened with " + viewer + ": " + LaunchErrorText(opened.code),
+      kProductName);
 }
 
 void IonCap::ShowEngine(EngineChoice engine) {

@@ -36,6 +36,7 @@ bool IonCap::Form_Load() {
     EnablePeerCommands();
     with_.view.Enable(Button::kSNRPredictCmd, true);
     with_.view.Enable(Button::kBeaconCmd, with_.beacons.Available());
+    with_.view.Enable(Button::kShowFilesCmd, false);
     with_.view.ShowToolTips(with_.configuration.ShowToolTips());
     diagnostics.DebugLog("IonCap.Form_Load: start");
   });
@@ -215,6 +216,7 @@ void IonCap::Form_Unload() {
       with_.view.StopTimer(static_cast<WindowTimer>(timer));
     }
   });
+  step([&] { with_.files_window.Form_Unload(); });
 }
 
 }  // namespace skyhop

@@ -113,6 +113,15 @@ class BeaconMonitor {
 
 /// The configuration window `IoncapConfig`.
 class ConfigurationWindow {
+/// A window that shows a text as it is.
+class TextWindow {
+ public:
+  virtual ~TextWindow() = default;
+  virtual void ShowText(const std::string& /*text*/) {}
+  /// The program ends.
+  virtual void Form_Unload() {}
+};
+
  public:
   virtual ~ConfigurationWindow() = default;
   /// Restores the configuration; once, at start-up, before the window is ever shown.

@@ -7,8 +7,8 @@
 
 namespace skyhop {
 
-ConditionsFrame::ConditionsFrame(wxWindow* parent)
-    : SideFrame(parent, "Skyhop Current Conditions", "CurrentConditions", wxSize(680, 440)) {}
+ConditionsFrame::ConditionsFrame(wxWindow* parent, const Words& words)
+    : SideFrame(parent, words.title, words.name, words.size), words_(words) {}
 
 void ConditionsFrame::MakeControls() {
   // The panel gives the margin its colour.
@@ -16,7 +16,7 @@ void ConditionsFrame::MakeControls() {
   text_ = new wxTextCtrl(base, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                          wxTE_MULTILINE | wxTE_READONLY | wxTE_DONTWRAP);
   text_->SetFont(wxFontInfo(GetFont().GetFractionalPointSize()).Family(wxFONTFAMILY_TELETYPE));
-  text_->SetName("Current conditions bulletin");
+  text_->SetName(words_.text);
   text_->SetMinSize(FromDIP(wxSize(320, 160)));
   auto* margin = new wxBoxSizer(wxVERTICAL);
   margin->Add(text_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(6)));

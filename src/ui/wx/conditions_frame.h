@@ -10,8 +10,16 @@ namespace skyhop {
 /// The current conditions window: the bulletin, to be read and copied.
 class ConditionsFrame : public SideFrame, public ConditionsView {
  public:
+  /// What a window shows, as its title and by its name.
+  struct Words {
+    const char* title = "Skyhop Current Conditions";
+    const char* name = "CurrentConditions";
+    const char* text = "Current conditions bulletin";  ///< for screen readers
+    wxSize size{680, 440};                             ///< of a fresh installation, in DIP
+  };
+
   /// `parent` may be null. The window is not shown.
-  explicit ConditionsFrame(wxWindow* parent);
+  ConditionsFrame(wxWindow* parent, const Words& words);
 
   /// The window's events go to `controller` from now on; it must outlive the window.
   void Attach(CurrentConditions& controller) { controller_ = &controller; }
@@ -29,6 +37,7 @@ class ConditionsFrame : public SideFrame, public ConditionsView {
   void UserCloses() override;
 
   CurrentConditions* controller_ = nullptr;
+  Words words_;
   wxTextCtrl* text_ = nullptr;
 };
 

@@ -231,6 +231,8 @@ void PredictionFrame::Clicked(Button button) {
       return controller_->HelpCmd_Click();
     case Button::kSNRPredictCmd:
       return controller_->SNRPredictCmd_Click();
+    case Button::kShowFilesCmd:
+      return controller_->ShowFilesCmd_Click();
   }
 }
 

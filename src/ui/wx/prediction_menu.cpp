@@ -143,6 +143,8 @@ void PredictionFrame::MakeMenu() {
   MenuMaker tools(*this);
   tools.Of(Button::kBeaconCmd, "");
   bar->Append(tools.Menu(), "T&ools");
+  tools.Separator();
+  tools.Of(Button::kShowFilesCmd, "");
 
   MenuMaker help(*this);
   help.Of(Button::kHelpCmd, "\tF1");

@@ -104,6 +104,13 @@ class FakeSpaceWeather : public SpaceWeather, public Part {
 
   bool available = true;
 };
+  bool offline = false;
+};
+
+class FakeTextWindow : public TextWindow {
+ public:
+  void ShowText(const std::string& shown) override { text = shown; }
+  std::string text;
 
 class FakePointPrediction : public PointPrediction, public Part {
  public:
@@ -245,11 +252,13 @@ class IonCapTest : public ::testing::Test {
   FakeBeacons beacons_{events_};
   FakeConfigurationWindow configuration_window_{events_, configuration_};
   IonCap window_{{view_,
+  FakeTextWindow files_window_;
                   panel_,
                   chart_,
                   configuration_,
                   configuration_window_,
                   bands_,
+                  files_window_,
                   parameters_,
                   results_,
                   run_,

@@ -645,5 +645,54 @@ TEST_F(IonCapRunTest, AClickIntoTheChartChoosesABand) {
   EXPECT_EQ(chart_.BandIndicator(), 5);
 }
 
+TEST_F(IonCapTest, DeckAndResultsOfTheLastRunAreShownForSupport) {
+  Start();
+  EXPECT_FALSE(view_.Enabled(Button::kShowFilesCmd)) << "nothing ran yet";
+  window_.ShowFilesCmd_Click();
+  EXPECT_EQ(files_window_.text, "");
+  window_.PathsButton_Click();
+  EXPECT_TRUE(view_.Enabled(Button::kShowFilesCmd));
+  const std::filesystem::path deck = folder_ / "IonCap/script.txt";
+  WriteFile(deck, "the deck\n");
+  window_.ShowFilesCmd_Click();
+  const std::string& text = files_window_.text;
+  EXPECT_NE(text.find(PathText(deck) + "\n\nthe deck\n"), std::string::npos) << text;
+  EXPECT_NE(text.find(PathText(run_.ResultsFile()) + "\n\nThis file cannot be shown: "),
+            std::string::npos)
+      << text;
+  WriteFile(run_.ResultsFile(), "the results\n");
+  window_.ShowFilesCmd_Click();
+  EXPECT_NE(text.find("\n\nthe results\n"), std::string::npos) << text;
+  EXPECT_TRUE(launcher_.viewed.empty());
+
+  Store("Viewer", "see", "IonCap");
+  window_.ShowFilesCmd_Click();
+  EXPECT_EQ(launcher_.viewed, (std::vector<std::string>{"see " + PathText(deck),
+                                                        "see " + PathText(run_.ResultsFile())}));
+  std::filesystem::remove(deck);
+  launcher_.code = 2;
+  window_.ShowFilesCmd_Click();
+  ASSERT_EQ(messages_.shown.size(), 2U);
+  EXPECT_EQ(messages_.shown[0].first, "There is no file " + PathText(deck));
+  EXPECT_EQ(messages_.shown[1].first, PathText(run_.ResultsFile()) +
+                                          " cannot be opened with see: The specified file was not "
+                                          "found.");
+}
+
+TEST_F(IonCapTest, ThePathHasOneDistance) {
+  Start();
+  for (const bool miles : {true, false}) {
+    configuration_.SetDistanceMiles(miles);
+    for (const int path : {path_option::kShort, path_option::kLong}) {
+      Choose(OptionGroup::kPath, path, &IonCap::Path_Click);
+      const std::string label = view_.Shown(Label::kDistance);
+      const std::string number = label.substr(0, label.find(' '));
+      const std::string summary = results_.SummaryLine();
+      EXPECT_NE(summary.find(" " + number + (miles ? " mi  " : " km  ")), std::string::npos)
+          << label << " and " << summary;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace skyhop::testing

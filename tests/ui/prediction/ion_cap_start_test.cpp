@@ -264,5 +264,61 @@ TEST_F(IonCapTest, FollowsTheConfigurationAtOnce) {
   EXPECT_TRUE(std::filesystem::exists(log_.diagnostics.LogPath()));
 }
 
+TEST_F(IonCapTest, AMissingSunspotNumberIsOfferedAgainBehindWhatPredictionsTell) {
+  space_weather_.offline = true;
+  Start();
+  const Notice offer = view_.notice;
+  EXPECT_EQ(offer.kind, Notice::Kind::kWarning);
+  EXPECT_EQ(offer.action, NoticeAction::kRetryDownload);
+  EXPECT_NE(view_.empty_text, "") << "the empty chart keeps its words";
+
+  window_.PathsButton_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kRunning);
+  window_.UpdateSSNCmd_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kRunning);
+  window_.AbortButton_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+  window_.UpdateSSNCmd_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
+  window_.PathsButton_Click();
+  launcher_.running = {100 + static_cast<ProcessId>(launcher_.starts.size())};
+  WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
+  window_.EngineWatch_Tick();
+  EXPECT_EQ(view_.notice, offer) << "the prediction has no more to tell";
+
+  events_.clear();
+  window_.Notice_Click();
+  EXPECT_EQ(events_, Events{"download ssn"});
+  EXPECT_EQ(view_.notice, offer);
+  space_weather_.offline = false;
+  window_.Notice_Click();
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kNone);
+}
+
+TEST_F(IonCapTest, TheStartDownloadsNothingWhenTheUserWantsItSo) {
+  Store("DownloadSSNAtStart", "False");
+  space_weather_.offline = true;
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(std::count(events_.begin(), events_.end(), "download ssn"), 0);
+  EXPECT_EQ(view_.notice.kind, Notice::Kind::kEmpty);
+}
+
+TEST_F(IonCapTest, TheMenuOffersThePagesThatHaveAnAddress) {
+  Store("URL0", "https://www.swpc.noaa.gov/communities/radio-communications");
+  Store("URL1", " ");
+  Store("URL2", "http://example.org:8080/");
+  Store("URL3", "");
+  ASSERT_TRUE(window_.Form_Load());
+  EXPECT_EQ(view_.web_pages,
+            (std::vector<WebPage>{{0, "Radio communications (swpc.noaa.gov)",
+                                   "https://www.swpc.noaa.gov/communities/radio-communications"},
+                                  {2, "example.org", "http://example.org:8080/"}}));
+  configuration_.SetUrl(PanelText::kURL0, "");
+  configuration_.SetUrl(PanelText::kURL3, "https://example.org/images/planetary_k%20index.gif?x=1");
+  ASSERT_EQ(view_.web_pages.size(), 2U);
+  EXPECT_EQ(view_.web_pages.back().title, "Planetary k index (example.org)");
+  EXPECT_EQ(view_.web_pages.back().number, 3);
+}
+
 }  // namespace
 }  // namespace skyhop::testing
