@@ -7,8 +7,12 @@
 #include <wx/uiaction.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <set>
+#include <sstream>
 
+#include "common/files.h"
+#include "common/text.h"
 #include "gui_fixture.h"
 #include "ui/wx/wx_text.h"
 
@@ -216,6 +220,84 @@ TEST_F(KeyboardAlone, NoTwoShortcutsOfAPageAreTheSame) {
       if (window->IsShownOnScreen()) add(window->GetLabel());
     }
   }
+}
+
+/// The keys that a table of the guide lists, such as "Ctrl+S".
+std::set<std::string> GuideKeys(const std::string& table) {
+  std::set<std::string> keys;
+  const std::string guide = ReadFile(SKYHOP_GUIDE, std::size_t{1} << 20U);
+  const std::size_t begin = guide.find("<table id=\"" + table + "\">");
+  EXPECT_NE(begin, std::string::npos) << table;
+  if (begin == std::string::npos) return keys;
+  std::istringstream lines(guide.substr(begin, guide.find("</table>", begin) - begin));
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("<tr><td>")) continue;
+    line = line.substr(8, line.find("</td>") - 8);
+    for (const char* tag : {"<kbd>", "</kbd>"}) line = ReplaceAll(line, tag, "");
+    EXPECT_TRUE(keys.insert(line).second) << line << " twice in " << table;
+  }
+  return keys;
+}
+
+/// "Alt+P" for "&Predict"; empty for words without a marked letter.
+std::string LetterKey(const wxString& words) {
+  const wxString plain = wxString(words).Mid(0).BeforeFirst('\t');
+  const int mark = plain.Find('&');
+  if (mark == wxNOT_FOUND || plain.Mid(static_cast<std::size_t>(mark), 2) == "&&") return {};
+  return "Alt+" + FromWx(plain.Mid(static_cast<std::size_t>(mark) + 1, 1).Upper());
+}
+
+TEST_F(KeyboardAlone, TheGuideListsTheKeysOfTheMenus) {
+  Start();
+  std::set<std::string> keys;
+  const wxMenuBar& bar = *Frame().GetMenuBar();
+  for (std::size_t menu = 0; menu < bar.GetMenuCount(); ++menu) {
+    for (const wxMenuItem* item : bar.GetMenu(menu)->GetMenuItems()) {
+      const wxString label = item->GetItemLabel();
+      EXPECT_FALSE(label.Contains("....")) << label;
+      if (label.Contains("\t")) keys.insert(FromWx(label.AfterFirst('\t')));
+    }
+  }
+  EXPECT_EQ(GuideKeys("keys-menu"), keys);
+}
+
+TEST_F(KeyboardAlone, TheGuideListsTheLettersOfEachWindow) {
+  Start();
+  (void)Field(TextField::kSNRFrequency);
+  for (const char* name : {"IonCap", "SolarForecast", "BeaconMonitor", "IoncapConfig"}) {
+    auto& window = *dynamic_cast<wxFrame*>(wxWindow::FindWindowByName(name));
+    if (auto* const side = dynamic_cast<SideFrame*>(&window)) side->Furnish();
+    std::set<std::string> keys;
+    for (const wxWindow* control : Descendants(window)) {
+      if (dynamic_cast<const wxControl*>(control) == nullptr) continue;
+      keys.insert(LetterKey(control->GetLabel()));
+    }
+    const wxMenuBar* const bar = window.GetMenuBar();
+    for (std::size_t menu = 0; bar != nullptr && menu < bar->GetMenuCount(); ++menu) {
+      keys.insert(LetterKey(bar->GetMenuLabel(menu)));
+    }
+    keys.erase("");
+    EXPECT_EQ(GuideKeys(std::string("keys-") + name), keys) << name;
+  }
+}
+
+TEST_F(KeyboardAlone, APageThatNoBrowserOpensIsToldAboutOnce) {
+  WriteSettings("[Configuration]\nURL0=https://example.org/a-page\nURL1=\nURL2=\nURL3=\n");
+  Start();
+  const std::string path = std::getenv("PATH");
+  ::setenv("PATH", home_.Path().c_str(), 1);
+  wxMenu& weather = *Frame().GetMenuBar()->GetMenu(4);
+  const int page = weather.FindItem("A page (example.org)");
+  ASSERT_NE(page, wxNOT_FOUND);
+  EXPECT_EQ(weather.GetHelpString(page), "https://example.org/a-page");
+  wxCommandEvent click(wxEVT_MENU, page);
+  Frame().ProcessWindowEvent(click);
+  ::setenv("PATH", path.c_str(), 1);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+  PumpUntil([end] { return std::chrono::steady_clock::now() > end; });
+  ASSERT_EQ(dialogs_.messages.size(), 1U);
+  EXPECT_EQ(dialogs_.messages[0].second,
+            "https://example.org/a-page cannot be opened in a browser");
 }
 
 }  // namespace

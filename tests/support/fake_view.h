@@ -49,6 +49,9 @@ class FakeView : public PredictionView {
   void SetStatus(const std::string& text) override { status = text; }
   void ShowToolTips(bool show) override { tool_tips = show; }
 
+  void SetWebPages(std::span<const WebPage> pages) override {
+    web_pages.assign(pages.begin(), pages.end());
+  }
   [[nodiscard]] WindowPlacement Placement() const override { return placement; }
   void SetPlacement(const WindowPlacement& now) override { placement = now; }
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return {{0, 0, 1920, 1080}}; }
@@ -73,6 +76,7 @@ class FakeView : public PredictionView {
   Notice notice;
   Tab tab = Tab::kParameters;
   SnrDisplay snr;
+  std::vector<WebPage> web_pages;
   std::string caption;
   std::string status;
   WindowPlacement placement{10, 20, 1000, 700, WindowPlacement::State::kNormal};

@@ -11,6 +11,12 @@
 #include "ui/prediction/web_address.h"
 
 namespace skyhop {
+namespace {
+
+constexpr std::array<PanelText, 4> kWebPages = {PanelText::kURL0, PanelText::kURL1,
+                                                PanelText::kURL2, PanelText::kURL3};
+
+}  // namespace
 
 IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
   with_.panel.SetStationsListener([this] { StationsChanged(); });
@@ -65,8 +71,14 @@ void IonCap::UpdateSFICmd_Click() {
 void IonCap::UpdateSSNCmd_Click() {
   with_.diagnostics.Trap("IonCap.UpdateSSNCmd_Click", [&] {
     with_.diagnostics.DebugLog("IonCap.UpdateSSNCmd_Click");
-    with_.space_weather.DownloadSSN();
+    DownloadSunspotNumber();
   });
+}
+
+void IonCap::DownloadSunspotNumber() {
+  with_.space_weather.DownloadSSN();
+  sunspot_missing_ = with_.space_weather.SunspotNumberFailed();
+  UpdateNotice();
 }
 
 void IonCap::BeaconCmd_Click() {
@@ -114,9 +126,8 @@ void IonCap::Notice_Click() {
 
 void IonCap::WebPage_Click(int page) {
   with_.diagnostics.Trap("IonCap.WebPage_Click", [&] {
-    constexpr std::array<PanelText, 4> pages = {PanelText::kURL0, PanelText::kURL1,
-                                                PanelText::kURL2, PanelText::kURL3};
-    const std::string url(Trim(with_.configuration.Url(pages.at(static_cast<std::size_t>(page)))));
+    const std::string url(
+        Trim(with_.configuration.Url(kWebPages.at(static_cast<std::size_t>(page)))));
     if (url.empty()) {
       with_.messages.Show("Web page " + std::to_string(page + 1) +
                               " has no address; enter one in the Configuration window's "
@@ -125,6 +136,16 @@ void IonCap::WebPage_Click(int page) {
     } else if (!IsWebAddress(url)) {
       with_.messages.Show("Web page " + std::to_string(page + 1) +
                               " cannot be opened: its address does not begin with http:// or "
+/// Offers the pages that have an address.
+void IonCap::ShowWebPages() {
+  std::vector<WebPage> pages;
+  for (std::size_t page = 0; page < kWebPages.size(); ++page) {
+    const std::string url(Trim(with_.configuration.Url(kWebPages.at(page))));
+    if (!url.empty()) pages.push_back({static_cast<int>(page), WebPageTitle(url), url});
+  }
+  with_.view.SetWebPages(pages);
+}
+
                               "https://",
                           kProductName);
     } else if (!with_.view.OpenInBrowser(url)) {

@@ -256,6 +256,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void UseMode();
   void ConfigurationChanged(Configuration::Item item);
   void EnablePeerCommands();
+  void ShowWebPages();
 
   // Running.
   [[nodiscard]] bool RefuseSecondRun();

@@ -48,7 +48,9 @@ bool IonCap::Form_Load() {
   // A slow network must not keep the window from the user.
   step([&] { with_.view.ShowWindow(); });
   step([&] {
-    if (with_.space_weather.Available()) with_.space_weather.DownloadSSN();
+    if (with_.space_weather.Available() && with_.configuration.DownloadSsnAtStart()) {
+      DownloadSunspotNumber();
+    }
   });
   step([&] {
     FollowClock();
@@ -97,6 +99,7 @@ void IonCap::InitializeParameters() {
   StationsChanged();
   UpdateConditions();
   RememberTexts();
+  ShowWebPages();
 }
 
 void IonCap::RestoreChartOptions() {
@@ -178,6 +181,8 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         InputsChanged();
         break;
       case Configuration::Item::kUrls:
+        ShowWebPages();
+        break;
       case Configuration::Item::kDualMonitor:
         // Asked for when they are needed.
         break;

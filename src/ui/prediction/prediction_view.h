@@ -42,6 +42,15 @@ struct Notice {
   friend bool operator==(const Notice&, const Notice&) = default;
 };
 
+/// A web page that the menu offers.
+struct WebPage {
+  int number = 0;     ///< 0 to 3
+  std::string title;  ///< as the menu shows it
+  std::string url;
+
+  friend bool operator==(const WebPage&, const WebPage&) = default;
+};
+
 /// The prediction window without its rules: holds values, shows texts, passes on events. The
 /// controller decides everything.
 ///
@@ -78,6 +87,8 @@ class PredictionView {
   virtual void SetCaption(const std::string& caption) = 0;
   virtual void ShowNotice(const Notice& notice) = 0;
   virtual void ShowTab(Tab tab) = 0;
+  /// The web pages that the menu offers from now on.
+  virtual void SetWebPages(std::span<const WebPage> pages) = 0;
   /// The left field of the status bar.
   virtual void SetStatus(const std::string& text) = 0;
   virtual void ShowToolTips(bool show) = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "common/text.h"
@@ -12,5 +13,13 @@ namespace skyhop {
   const std::string lower = LowerCase(text);
   return lower.starts_with("http://") || lower.starts_with("https://");
 }
+
+/// The host of a web address, without "www." and port: "swpc.noaa.gov".
+[[nodiscard]] std::string WebHost(std::string_view url);
+
+/// A title for a page, made from the end of its address: "Radio communications (swpc.noaa.gov)" for
+/// https://www.swpc.noaa.gov/communities/radio-communications. The host alone where the address has
+/// no more.
+[[nodiscard]] std::string WebPageTitle(std::string_view url);
 
 }  // namespace skyhop

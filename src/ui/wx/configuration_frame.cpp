@@ -1,5 +1,6 @@
 #include "ui/wx/configuration_frame.h"
 
+#include <wx/log.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
 #include <wx/statline.h>
@@ -217,9 +218,11 @@ void ConfigurationFrame::StopTestTimer() {
 bool ConfigurationFrame::OpenInBrowser(const std::string& url) {
   return wxLaunchDefaultBrowser(ToWx(url));
 }
+  const wxLogNull quiet;  // the controller has a message of its own
 
 bool ConfigurationFrame::OpenFile(const std::filesystem::path& path) {
   return wxLaunchDefaultApplication(ToWx(PathText(path)));
 }
+  const wxLogNull quiet;
 
 }  // namespace skyhop

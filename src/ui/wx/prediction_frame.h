@@ -7,6 +7,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "ui/prediction/ion_cap.h"
@@ -63,6 +64,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void ShowNotice(const Notice& notice);
   void ShowTab(Tab tab);
   void SetStatus(const std::string& text);
+  void SetWebPages(std::span<const WebPage> pages);
   void SetClock(const std::string& text);
   void ShowSnr(const SnrDisplay& display);
   [[nodiscard]] wxTimer& TimerOf(WindowTimer timer) {
@@ -73,6 +75,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
  private:
   class MenuMaker;
 
+  static constexpr int kMostWebPages = 4;
   void Clicked(Button button) override;
   void Chosen(OptionGroup group) override;
   void Toggled(CheckBox box) override;
@@ -112,6 +115,9 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   ChartCanvas* canvas_ = nullptr;
   ChartPane* pane_;
   std::string status_;
+  wxMenu* weather_menu_ = nullptr;  ///< the pages of the web are below its commands
+  std::vector<wxMenuItem*> web_items_;
+  int first_web_id_ = wxWindow::NewControlId(kMostWebPages);
   std::string readout_;
   NormalPlace place_;
   LeastSize least_size_;

@@ -103,7 +103,7 @@ void PredictionFrame::MakeMenu() {
   MenuMaker edit(*this);
   edit.OnChart("&Copy Chart\tCtrl+Shift+C", &CopyChart);
   edit.Separator();
-  edit.Of(Button::kConfigCmd, "...\tCtrl+,");
+  edit.Of(Button::kConfigCmd, "\tCtrl+,");
   bar->Append(edit.Menu(), "&Edit");
 
   MenuMaker prediction(*this);
@@ -132,19 +132,20 @@ void PredictionFrame::MakeMenu() {
   weather.Separator();
   weather.Of(Button::kUpdateSFICmd, "");
   weather.Of(Button::kUpdateSSNCmd, "");
-  weather.Separator();
-  for (int page = 0; page < 4; ++page) {
-    weather.Command(wxString::Format("Web Page &%d", page + 1), [this, page] {
-      if (controller_ != nullptr) controller_->WebPage_Click(page);
-    });
-  }
+  weather_menu_ = weather.Menu();
+  Bind(
+      wxEVT_MENU,
+      [this](wxCommandEvent& event) {
+        if (controller_ != nullptr) controller_->WebPage_Click(event.GetId() - first_web_id_);
+      },
+      first_web_id_, first_web_id_ + kMostWebPages - 1);
   bar->Append(weather.Menu(), "Space &Weather");
 
   MenuMaker tools(*this);
   tools.Of(Button::kBeaconCmd, "");
-  bar->Append(tools.Menu(), "T&ools");
   tools.Separator();
   tools.Of(Button::kShowFilesCmd, "");
+  bar->Append(tools.Menu(), "T&ools");
 
   MenuMaker help(*this);
   help.Of(Button::kHelpCmd, "\tF1");
@@ -153,6 +154,16 @@ void PredictionFrame::MakeMenu() {
       "&About Skyhop", [this] { ShowAboutBox(this); }, wxID_ABOUT);
   bar->Append(help.Menu(), "&Help");
   SetMenuBar(bar);
+}
+
+void PredictionFrame::SetWebPages(std::span<const WebPage> pages) {
+  for (wxMenuItem* item : web_items_) weather_menu_->Destroy(item);
+  web_items_.clear();
+  if (!pages.empty()) web_items_.push_back(weather_menu_->AppendSeparator());
+  for (const WebPage& page : pages) {
+    web_items_.push_back(weather_menu_->Append(
+        first_web_id_ + page.number, wxControl::EscapeMnemonics(ToWx(page.title)), ToWx(page.url)));
+  }
 }
 
 }  // namespace skyhop

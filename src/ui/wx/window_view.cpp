@@ -1,5 +1,6 @@
 #include "ui/wx/window_view.h"
 
+#include <wx/log.h>
 #include <wx/utils.h>
 
 #include "ui/wx/prediction_frame.h"
@@ -43,6 +44,10 @@ void WindowView::ShowTab(Tab tab) {
   frame_->ShowTab(tab);
 }
 
+void WindowView::SetWebPages(std::span<const WebPage> pages) {
+  frame_->SetWebPages(pages);
+}
+
 void WindowView::SetStatus(const std::string& text) {
   frame_->SetStatus(text);
 }
@@ -77,6 +82,7 @@ void WindowView::RestoreWindow() {
 }
 
 bool WindowView::OpenInBrowser(const std::string& url) {
+  const wxLogNull quiet;  // the controller has a message of its own
   return wxLaunchDefaultBrowser(ToWx(url));
 }
 

@@ -39,6 +39,7 @@ class WindowView : public PredictionView {
   void SetCaption(const std::string& caption) override;
   void ShowNotice(const Notice& notice) override;
   void ShowTab(Tab tab) override;
+  void SetWebPages(std::span<const WebPage> pages) override;
   void SetStatus(const std::string& text) override;
   void ShowToolTips(bool show) override;
 
