@@ -44,14 +44,17 @@ class FakeView : public PredictionView {
   void ShowSnr(const SnrDisplay& display) override { snr = display; }
 
   void SetCaption(const std::string& text) override { caption = text; }
-  void ShowNotice(const Notice& shown) override { notice = shown; }
+  void ShowNotice(const Notice& shown) override {
+    notice = shown;
+    if (shown.kind == Notice::Kind::kEmpty) empty_text = shown.text;
+  }
   void ShowTab(Tab shown) override { tab = shown; }
-  void SetStatus(const std::string& text) override { status = text; }
-  void ShowToolTips(bool show) override { tool_tips = show; }
-
   void SetWebPages(std::span<const WebPage> pages) override {
     web_pages.assign(pages.begin(), pages.end());
   }
+  void SetStatus(const std::string& text) override { status = text; }
+  void ShowToolTips(bool show) override { tool_tips = show; }
+
   [[nodiscard]] WindowPlacement Placement() const override { return placement; }
   void SetPlacement(const WindowPlacement& now) override { placement = now; }
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return {{0, 0, 1920, 1080}}; }
@@ -73,10 +76,11 @@ class FakeView : public PredictionView {
 
   std::vector<std::string> modes;
   std::vector<std::string> opened;
+  std::vector<WebPage> web_pages;
   Notice notice;
+  std::string empty_text;
   Tab tab = Tab::kParameters;
   SnrDisplay snr;
-  std::vector<WebPage> web_pages;
   std::string caption;
   std::string status;
   WindowPlacement placement{10, 20, 1000, 700, WindowPlacement::State::kNormal};

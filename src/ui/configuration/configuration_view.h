@@ -31,6 +31,7 @@ enum class ConfigCheck {
   kDiagMode,
   kShowToolTips,
   kDualMonitor,
+  kDownloadSsnAtStart,
 };
 
 enum class ConfigButton {

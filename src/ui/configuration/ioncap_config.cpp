@@ -116,6 +116,7 @@ void IoncapConfig::Fill() {
   with_.view.SetChecked(ConfigCheck::kShowToolTips, configuration.ShowToolTips());
   with_.view.ShowToolTips(configuration.ShowToolTips());
   with_.view.SetChecked(ConfigCheck::kDualMonitor, configuration.DualMonitor());
+  with_.view.SetChecked(ConfigCheck::kDownloadSsnAtStart, configuration.DownloadSsnAtStart());
   with_.view.SetLabel(ConfigLabel::kTestResult, "");
   with_.view.SetLabel(ConfigLabel::kProgramFolder, PathText(with_.program_folder));
   // What lies in the folders is looked up when the window opens, which the start need not wait for.
@@ -271,6 +272,7 @@ void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
     case Configuration::Item::kFreqDependent:
     case Configuration::Item::kModes:
     case Configuration::Item::kDualMonitor:
+    case Configuration::Item::kDownloadSsnAtStart:
       break;
   }
 }

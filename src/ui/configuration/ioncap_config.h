@@ -105,6 +105,7 @@ class IoncapConfig : public ConfigurationWindow {
   void OpenFolderCmd_Click();
   void ShowToolTips_Click(bool checked);
   void DualMonitor_Click(bool checked);
+  void DownloadSsnAtStart_Click(bool checked);
   void ResetWindowsCmd_Click();
 
  private:

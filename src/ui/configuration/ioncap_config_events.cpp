@@ -251,6 +251,11 @@ void IoncapConfig::ShowToolTips_Click(bool checked) {
   });
 }
 
+void IoncapConfig::DownloadSsnAtStart_Click(bool checked) {
+  with_.diagnostics.Trap("IoncapConfig.DownloadSsnAtStart_Click",
+                         [&] { Check(with_.configuration.SetDownloadSsnAtStart(checked)); });
+}
+
 void IoncapConfig::DualMonitor_Click(bool checked) {
   with_.diagnostics.Trap("IoncapConfig.DualMonitor_Click",
                          [&] { Check(with_.configuration.SetDualMonitor(checked)); });

@@ -31,6 +31,7 @@ constexpr const char* kModesKey = "Modes";
 constexpr const char* kModeKey = "SNR ";
 constexpr const char* kShowToolTipsKey = "ShowToolTips";
 constexpr const char* kDualMonitorKey = "DualMonitor";
+constexpr const char* kDownloadSsnKey = "DownloadSSNAtStart";
 
 constexpr int kEngineCount = 4;
 
@@ -151,6 +152,7 @@ void Configuration::Load() {
   }
   distance_miles_ = flag(kConfiguration, kDistanceMilesKey, true);
   diag_mode_ = flag(kConfiguration, kDiagModeKey, false);
+  download_ssn_at_start_ = flag(kConfiguration, kDownloadSsnKey, true);
   for (std::size_t url = kFirstDownload; url < kUrls.size(); ++url) {
     urls_.at(url) = text(kConfiguration, kUrls.at(url).key, kUrls.at(url).default_text);
   }
@@ -230,6 +232,11 @@ bool Configuration::SetShowToolTips(bool show) {
 bool Configuration::SetDualMonitor(bool dual) {
   return Change(Item::kDualMonitor, dual_monitor_, dual,
                 {{kWindows, kDualMonitorKey, BooleanText(dual)}});
+}
+
+bool Configuration::SetDownloadSsnAtStart(bool download) {
+  return Change(Item::kDownloadSsnAtStart, download_ssn_at_start_, download,
+                {{kConfiguration, kDownloadSsnKey, BooleanText(download)}});
 }
 
 void Configuration::RestoreUrl(PanelText url, const std::string& text) {

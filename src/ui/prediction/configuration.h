@@ -43,6 +43,7 @@ class Configuration {
     kDiagMode,
     kShowToolTips,
     kDualMonitor,
+    kDownloadSsnAtStart,
   };
   using Listener = std::function<void(Item)>;
 
@@ -75,6 +76,8 @@ class Configuration {
   [[nodiscard]] bool DiagMode() const { return diag_mode_; }
   [[nodiscard]] bool ShowToolTips() const { return show_tool_tips_; }
   [[nodiscard]] bool DualMonitor() const { return dual_monitor_; }
+  /// Whether the start of the program downloads the sunspot number.
+  [[nodiscard]] bool DownloadSsnAtStart() const { return download_ssn_at_start_; }
 
   // Each returns whether the value is saved; the value holds for this run in any case. Setting what
   // is set already saves nothing, tells nobody and returns true.
@@ -93,6 +96,7 @@ class Configuration {
   bool SetDiagMode(bool on);
   bool SetShowToolTips(bool show);
   bool SetDualMonitor(bool dual);
+  bool SetDownloadSsnAtStart(bool download);
 
   /// Sets an address without saving it: the parameter set saves them when the program ends.
   void RestoreUrl(PanelText url, const std::string& text);
@@ -117,6 +121,7 @@ class Configuration {
   bool diag_mode_ = false;
   bool show_tool_tips_ = true;
   bool dual_monitor_ = false;
+  bool download_ssn_at_start_ = true;
 };
 
 /// The stored antenna of a station; one without a file where the stored one cannot be used.

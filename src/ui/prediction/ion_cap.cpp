@@ -105,8 +105,21 @@ void IonCap::HelpCmd_Click() {
 }
 
 void IonCap::ShowNotice(const Notice& notice) {
-  notice_action_ = notice.action;
-  with_.view.ShowNotice(notice);
+  notice_ = notice;
+  UpdateNotice();
+}
+
+/// A notice about a prediction goes before the one about a download, which waits behind it.
+void IonCap::UpdateNotice() {
+  const bool free = notice_.kind == Notice::Kind::kNone || notice_.kind == Notice::Kind::kEmpty;
+  const Notice shown = free && sunspot_missing_
+                           ? Notice{Notice::Kind::kWarning,
+                                    "This month's sunspot number was not downloaded. Predictions "
+                                    "use the values of the Conditions tab.",
+                                    NoticeAction::kRetryDownload}
+                           : notice_;
+  notice_action_ = shown.action;
+  with_.view.ShowNotice(shown);
 }
 
 void IonCap::Notice_Click() {
@@ -124,6 +137,16 @@ void IonCap::Notice_Click() {
   });
 }
 
+/// Offers the pages that have an address.
+void IonCap::ShowWebPages() {
+  std::vector<WebPage> pages;
+  for (std::size_t page = 0; page < kWebPages.size(); ++page) {
+    const std::string url(Trim(with_.configuration.Url(kWebPages.at(page))));
+    if (!url.empty()) pages.push_back({static_cast<int>(page), WebPageTitle(url), url});
+  }
+  with_.view.SetWebPages(pages);
+}
+
 void IonCap::WebPage_Click(int page) {
   with_.diagnostics.Trap("IonCap.WebPage_Click", [&] {
     const std::string url(
@@ -136,16 +159,6 @@ void IonCap::WebPage_Click(int page) {
     } else if (!IsWebAddress(url)) {
       with_.messages.Show("Web page " + std::to_string(page + 1) +
                               " cannot be opened: its address does not begin with http:// or "
-/// Offers the pages that have an address.
-void IonCap::ShowWebPages() {
-  std::vector<WebPage> pages;
-  for (std::size_t page = 0; page < kWebPages.size(); ++page) {
-    const std::string url(Trim(with_.configuration.Url(kWebPages.at(page))));
-    if (!url.empty()) pages.push_back({static_cast<int>(page), WebPageTitle(url), url});
-  }
-  with_.view.SetWebPages(pages);
-}
-
                               "https://",
                           kProductName);
     } else if (!with_.view.OpenInBrowser(url)) {

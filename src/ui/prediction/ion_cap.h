@@ -277,13 +277,15 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] PredictionRun LeaveRun();
   void Fail(const std::string& reason);
   void ShowNotice(const Notice& notice);
+  void UpdateNotice();
+  void DownloadSunspotNumber();
   void ShowProgress();
   void EnablePredicting(bool enable);
   void ShowEngine(EngineChoice engine);
+  void ShowInViewer(const std::string& viewer, const std::filesystem::path& file);
 
   // Fields.
   [[nodiscard]] FieldState& StateOf(TextField field);
-  void ShowInViewer(const std::string& viewer, const std::filesystem::path& file);
   [[nodiscard]] bool Commit(TextField field);
   bool Accept(TextField field, const std::string& text);
   [[nodiscard]] std::string Understood(TextField field);
@@ -310,6 +312,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   // Point prediction.
   [[nodiscard]] std::string SelectedMode() const;
   void FollowTransceiver();
+  void ChooseBand(std::int16_t band);
+  [[nodiscard]] std::string UsualFrequency(std::int16_t band) const;
   void FollowPoint(double frequency);
 
   // Stations.
@@ -317,8 +321,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void UpdateGrid(Station station);
   void UpdateLatLon(Station station);
   [[nodiscard]] std::optional<Position> PositionOf(Station station);
-  void ChooseBand(std::int16_t band);
-  [[nodiscard]] std::string UsualFrequency(std::int16_t band) const;
   [[nodiscard]] std::optional<Position>& InStep(Station station);
   void RestoreStations();
   void SaveStations();
@@ -337,9 +339,11 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   std::string caption_hint_;
   std::optional<ChartInputs> chart_inputs_;  ///< that the chart was computed for
   std::optional<ChartInputs> failed_inputs_;
-  bool failed_ = false;     ///< the last prediction that was asked for, with failed_inputs_
-  SolarBars chart_bars_;    ///< of the chart's prediction
-  std::string provenance_;  ///< of the chart's numbers
+  bool failed_ = false;           ///< the last prediction that was asked for, with failed_inputs_
+  SolarBars chart_bars_;          ///< of the chart's prediction
+  std::string provenance_;        ///< of the chart's numbers
+  Notice notice_;                 ///< about predictions
+  bool sunspot_missing_ = false;  ///< the last download of the sunspot number failed
   NoticeAction notice_action_ = NoticeAction::kNone;  ///< of the notice that the window shows
   std::int16_t prediction_band_ = -1;
   int hour_ = -1;                   ///< UTC, as the clock showed it last

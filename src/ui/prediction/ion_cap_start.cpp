@@ -184,6 +184,7 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         ShowWebPages();
         break;
       case Configuration::Item::kDualMonitor:
+      case Configuration::Item::kDownloadSsnAtStart:
         // Asked for when they are needed.
         break;
     }
@@ -215,13 +216,13 @@ void IonCap::Form_Unload() {
   step([&] { with_.server.Terminate(); });
   step([&] { with_.space_weather.Terminate(); });
   step([&] { with_.beacons.Form_Unload(); });
+  step([&] { with_.files_window.Form_Unload(); });
   step([&] { with_.configuration_window.Form_Unload(); });
   step([&] {
     for (int timer = 0; timer < kWindowTimerCount; ++timer) {
       with_.view.StopTimer(static_cast<WindowTimer>(timer));
     }
   });
-  step([&] { with_.files_window.Form_Unload(); });
 }
 
 }  // namespace skyhop

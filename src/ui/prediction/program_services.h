@@ -65,6 +65,8 @@ class SpaceWeather {
   /// The program ends: the windows save their places.
   virtual void Terminate() {}
   virtual void DownloadSSN() {}
+  /// Whether the last download of the sunspot number failed.
+  [[nodiscard]] virtual bool SunspotNumberFailed() const { return false; }
   /// Shows the forecast window and has the forecast refreshed at the next tick of its timer.
   virtual void ShowForecast() {}
   /// One tick of the forecast's timer.
@@ -111,8 +113,6 @@ class BeaconMonitor {
   virtual void Form_Unload() {}
 };
 
-/// The configuration window `IoncapConfig`.
-class ConfigurationWindow {
 /// A window that shows a text as it is.
 class TextWindow {
  public:
@@ -122,6 +122,8 @@ class TextWindow {
   virtual void Form_Unload() {}
 };
 
+/// The configuration window `IoncapConfig`.
+class ConfigurationWindow {
  public:
   virtual ~ConfigurationWindow() = default;
   /// Restores the configuration; once, at start-up, before the window is ever shown.

@@ -60,6 +60,9 @@ class SpaceWeatherService : public SpaceWeather {
   void Attach(DownloadWindow* window) override;
   void Terminate() override;
   void DownloadSSN() override;
+  [[nodiscard]] bool SunspotNumberFailed() const override {
+    return !with_.origins.LastFailure(SolarValue::kSunspotNumber).empty();
+  }
   void ShowForecast() override;
   void SolarForecastTimer_Tick() override;
   void UpdateCurrentConditions() override;

@@ -7,7 +7,7 @@
 
 namespace skyhop {
 
-/// The current conditions window: the bulletin, to be read and copied.
+/// A window with a text to be read and copied: the bulletin of the current conditions, or files.
 class ConditionsFrame : public SideFrame, public ConditionsView {
  public:
   /// What a window shows, as its title and by its name.

@@ -17,6 +17,12 @@ ConfigUrlPage::ConfigUrlPage(wxWindow* parent, const ConfigEvents& events)
       "Where solar and geomagnetic data are downloaded from, and the web pages that the "
       "prediction window offers.");
   for (std::size_t i = 0; i < rows_.size(); ++i) AddRow(i);
+  at_start_ = new wxCheckBox(this, wxID_ANY, "Download the sunspot number at &start");
+  at_start_->SetToolTip("Fetch this month's predicted sunspot number whenever the program starts");
+  at_start_->Bind(wxEVT_CHECKBOX, [this](wxCommandEvent& event) {
+    Events().Send(&IoncapConfig::DownloadSsnAtStart_Click, event.IsChecked());
+  });
+  AddNarrow(at_start_);
   auto* restore = new wxButton(this, wxID_ANY, "Restore &defaults");
   restore->SetToolTip("Replace all addresses by those of a new installation");
   restore->Bind(wxEVT_BUTTON,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <wx/button.h>
+#include <wx/checkbox.h>
 
 #include <array>
 
@@ -16,6 +17,7 @@ class ConfigUrlPage : public ConfigPage {
 
   void SetUrl(PanelText url, const std::string& text);
   void EnableOpen(PanelText url, bool enabled);
+  void SetDownloadSsnAtStart(bool on) { at_start_->SetValue(on); }
   void SetNote(PanelText url, const std::string& text);
 
  private:
@@ -28,6 +30,7 @@ class ConfigUrlPage : public ConfigPage {
   [[nodiscard]] Row& Find(PanelText url);
 
   std::array<Row, kConfigUrls.size()> rows_{};
+  wxCheckBox* at_start_ = nullptr;
 };
 
 }  // namespace skyhop

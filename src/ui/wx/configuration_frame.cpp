@@ -102,6 +102,8 @@ void ConfigurationFrame::SetChecked(ConfigCheck check, bool checked) {
         return windows_->SetShowToolTips(checked);
       case ConfigCheck::kDualMonitor:
         return windows_->SetDualMonitor(checked);
+      case ConfigCheck::kDownloadSsnAtStart:
+        return urls_->SetDownloadSsnAtStart(checked);
     }
   });
 }
@@ -216,13 +218,13 @@ void ConfigurationFrame::StopTestTimer() {
 }
 
 bool ConfigurationFrame::OpenInBrowser(const std::string& url) {
+  const wxLogNull quiet;  // the controller has a message of its own
   return wxLaunchDefaultBrowser(ToWx(url));
 }
-  const wxLogNull quiet;  // the controller has a message of its own
 
 bool ConfigurationFrame::OpenFile(const std::filesystem::path& path) {
+  const wxLogNull quiet;
   return wxLaunchDefaultApplication(ToWx(PathText(path)));
 }
-  const wxLogNull quiet;
 
 }  // namespace skyhop

@@ -9,6 +9,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "ui/prediction/ion_cap.h"
 #include "ui/prediction/prediction_view.h"
@@ -63,8 +64,8 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   // For the view.
   void ShowNotice(const Notice& notice);
   void ShowTab(Tab tab);
-  void SetStatus(const std::string& text);
   void SetWebPages(std::span<const WebPage> pages);
+  void SetStatus(const std::string& text);
   void SetClock(const std::string& text);
   void ShowSnr(const SnrDisplay& display);
   [[nodiscard]] wxTimer& TimerOf(WindowTimer timer) {
@@ -74,8 +75,8 @@ class PredictionFrame : public wxFrame, private ControlEvents {
 
  private:
   class MenuMaker;
-
   static constexpr int kMostWebPages = 4;
+
   void Clicked(Button button) override;
   void Chosen(OptionGroup group) override;
   void Toggled(CheckBox box) override;
@@ -114,10 +115,10 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   SnrPanel* snr_ = nullptr;
   ChartCanvas* canvas_ = nullptr;
   ChartPane* pane_;
-  std::string status_;
   wxMenu* weather_menu_ = nullptr;  ///< the pages of the web are below its commands
   std::vector<wxMenuItem*> web_items_;
   int first_web_id_ = wxWindow::NewControlId(kMostWebPages);
+  std::string status_;
   std::string readout_;
   NormalPlace place_;
   LeastSize least_size_;

@@ -484,6 +484,9 @@ TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
   EXPECT_EQ(view_.peers[1], (PeerState{"Tessera", "locations and antenna rotation", false}));
   window_.ShowToolTips_Click(false);
   EXPECT_FALSE(view_.tool_tips);
+  EXPECT_TRUE(view_.checked[ConfigCheck::kDownloadSsnAtStart]);
+  window_.DownloadSsnAtStart_Click(false);
+  EXPECT_FALSE(configuration_.DownloadSsnAtStart());
   window_.DualMonitor_Click(true);
   EXPECT_TRUE(configuration_.DualMonitor());
   window_.ResetWindowsCmd_Click();

@@ -101,6 +101,8 @@ TEST_F(ConfigurationTest, SavesEachChangeAtOnceAndTellsIt) {
        "Configuration", "SFIURL", ""},
       {"tool tips", [](Configuration& c) { return c.SetShowToolTips(false); }, Item::kShowToolTips,
        "General", "ShowToolTips", "False"},
+      {"start", [](Configuration& c) { return c.SetDownloadSsnAtStart(false); },
+       Item::kDownloadSsnAtStart, "Configuration", "DownloadSSNAtStart", "False"},
       {"monitors", [](Configuration& c) { return c.SetDualMonitor(true); }, Item::kDualMonitor,
        "Windows", "DualMonitor", "True"},
       {"modes",

@@ -97,13 +97,13 @@ class FakeSpaceWeather : public SpaceWeather, public Part {
   using Part::Part;
   [[nodiscard]] bool Available() const override { return available; }
   void DownloadSSN() override { Happened("download ssn"); }
+  [[nodiscard]] bool SunspotNumberFailed() const override { return offline; }
   void ShowForecast() override { Happened("forecast"); }
   void SolarForecastTimer_Tick() override { Happened("forecast tick"); }
   void UpdateCurrentConditions() override { Happened("update"); }
   void ShowCurrentConditions() override { Happened("current"); }
 
   bool available = true;
-};
   bool offline = false;
 };
 
@@ -111,6 +111,7 @@ class FakeTextWindow : public TextWindow {
  public:
   void ShowText(const std::string& shown) override { text = shown; }
   std::string text;
+};
 
 class FakePointPrediction : public PointPrediction, public Part {
  public:
@@ -251,14 +252,14 @@ class IonCapTest : public ::testing::Test {
   FakePointPrediction point_prediction_{events_};
   FakeBeacons beacons_{events_};
   FakeConfigurationWindow configuration_window_{events_, configuration_};
-  IonCap window_{{view_,
   FakeTextWindow files_window_;
+  IonCap window_{{view_,
                   panel_,
                   chart_,
                   configuration_,
                   configuration_window_,
-                  bands_,
                   files_window_,
+                  bands_,
                   parameters_,
                   results_,
                   run_,
