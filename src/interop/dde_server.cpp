@@ -12,18 +12,12 @@ constexpr std::size_t kSenderDigits = 3;
 }  // namespace
 
 const DDEServer::Command DDEServer::kCommands[] = {
-    {"test", &DDEServer::Test},
-    {"shutdown", &DDEServer::Shutdown},
-    {"iconify", &DDEServer::Iconify},
-    {"activate", &DDEServer::Activate},
-    {"resetwindows", &DDEServer::ResetWindows},
-    {"newwwv", &DDEServer::NewWwv},
-    {"setpower", &DDEServer::SetPower},
-    {"predict", &DDEServer::Predict},
-    {"predsp", &DDEServer::PredictShortPath},
-    {"predlp", &DDEServer::PredictLongPath},
-    {"predfmp", &DDEServer::PredictFrequency},
-    {"reqsnr", &DDEServer::RequestSnr},
+    {"test", &DDEServer::Test, true},           {"shutdown", &DDEServer::Shutdown, true},
+    {"iconify", &DDEServer::Iconify, true},     {"activate", &DDEServer::Activate, true},
+    {"resetwindows", &DDEServer::ResetWindows}, {"newwwv", &DDEServer::NewWwv},
+    {"setpower", &DDEServer::SetPower},         {"predict", &DDEServer::Predict},
+    {"predsp", &DDEServer::PredictShortPath},   {"predlp", &DDEServer::PredictLongPath},
+    {"predfmp", &DDEServer::PredictFrequency},  {"reqsnr", &DDEServer::RequestSnr},
 };
 
 void DDEServer::Form_LinkExecute(const std::string& command) {
@@ -31,7 +25,12 @@ void DDEServer::Form_LinkExecute(const std::string& command) {
     with_.diagnostics.DebugLog(std::string(kName) + ": " + command);
   }
   if (busy_) {
-    Postpone(command);
+    const Command* const known = Find(command);
+    if (known != nullptr && known->at_once) {
+      CarryOut(command);
+    } else {
+      Postpone(command);
+    }
     return;
   }
   busy_ = true;
@@ -42,6 +41,17 @@ void DDEServer::Form_LinkExecute(const std::string& command) {
     CarryOut(next);
   }
   busy_ = false;
+}
+
+/// The command that a text with its sender begins with; null when there is none.
+const DDEServer::Command* DDEServer::Find(std::string_view text) {
+  if (text.size() < kSenderDigits) return nullptr;
+  text.remove_prefix(kSenderDigits);
+  for (const Command& known : kCommands) {
+    const std::string_view word = known.word;
+    if (EqualsIgnoringCase(text.substr(0, word.size()), word)) return &known;
+  }
+  return nullptr;
 }
 
 void DDEServer::Postpone(const std::string& command) {
@@ -58,17 +68,14 @@ void DDEServer::Postpone(const std::string& command) {
 
 void DDEServer::CarryOut(const std::string& command) {
   with_.diagnostics.Trap(kName, [&] {
-    sender_ = ToInteger(std::string_view(command).substr(0, kSenderDigits));
+    const std::int16_t sender = ToInteger(std::string_view(command).substr(0, kSenderDigits));
     if (command.size() < kSenderDigits) {
       throw Error(errors::kTypeMismatch, "the command has no role of three digits");
     }
-    const std::string_view text = std::string_view(command).substr(kSenderDigits);
-    for (const Command& known : kCommands) {
-      const std::string_view word = known.word;
-      if (!EqualsIgnoringCase(text.substr(0, word.size()), word)) continue;
-      (this->*known.action)(std::string(text.substr(word.size())));
-      return;
-    }
+    const Command* const known = Find(command);
+    if (known == nullptr) return;
+    sender_ = sender;
+    (this->*known->action)(command.substr(kSenderDigits + std::string_view(known->word).size()));
   });
 }
 

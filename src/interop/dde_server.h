@@ -17,9 +17,10 @@ namespace skyhop {
 /// command's word in any case, its argument. The first known word that the text begins with counts;
 /// an unknown one does nothing. A text without role is reported and not carried out.
 ///
-/// One command runs to its end before the next. Those that arrive while one waits for the user (a
-/// message is shown) are carried out after it, up to kMostWaiting of them; beyond that and where
-/// the same command waits already they are dropped.
+/// One command runs to its end before the next. Commands that arrive while one waits for the user
+/// (a message is shown) are carried out after it, up to kMostWaiting of them; beyond that and where
+/// the same command waits already they are dropped. "test", "shutdown", "iconify" and "activate"
+/// change no input and never wait.
 class DDEServer : public LinkTopic {
  public:
   static constexpr std::size_t kMostWaiting = 100;
@@ -47,9 +48,11 @@ class DDEServer : public LinkTopic {
   struct Command {
     const char* word;
     void (DDEServer::*action)(const std::string& argument);
+    bool at_once = false;  ///< carried out while another command waits for the user
   };
   static const Command kCommands[];
 
+  [[nodiscard]] static const Command* Find(std::string_view text);
   void Postpone(const std::string& command);
   void CarryOut(const std::string& command);
 

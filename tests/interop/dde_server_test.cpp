@@ -143,6 +143,19 @@ TEST_F(DDEServerTest, CommandsThatArriveWithinAnotherWaitForItsEnd) {
       << "what follows its own like is dropped, what sets something anew is not";
 }
 
+TEST_F(DDEServerTest, CommandsThatChangeNoInputAreCarriedOutWithinAnother) {
+  program_.during_prediction = [this] {
+    for (const char* command :
+         {"004setpower5", "004test", "004Activate", "004iconify", "004shutdown", "x", "004"}) {
+      server_.Execute(command);
+    }
+    EXPECT_EQ(program_.done, (Lines{"marked, any path, argument 1", "activate", "minimise",
+                                    "minimise", "shutdown"}));
+  };
+  EXPECT_EQ(Execute("000predict1").back(), "power 5");
+  EXPECT_EQ(log_.errors.size(), 1U) << "the text without a role";
+}
+
 TEST_F(DDEServerTest, NoMoreCommandsWaitThanAreGoodForTheUser) {
   program_.during_prediction = [this] {
     for (int i = 0; i < 10000; ++i) server_.Execute("000predict" + std::to_string(i));
