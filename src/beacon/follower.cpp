@@ -27,8 +27,11 @@ void Follower::Tune(const Transmission& target, double frequency) {
   if (!options_.retune || connection == 0) return;
   const Tuning tuning{connection, target};
   if (std::exchange(done_.tuned, tuning) == tuning) return;
-  peers_->Qsy(NumberText(frequency));
+  // The VFO and the mode first: each of them may move the frequency.
+  peers_->SetVfoA();
+  peers_->SetSplit(false);
   peers_->SetTransceiverMode("CW");
+  peers_->Qsy(NumberText(frequency));
 }
 
 void Follower::Point(const std::string& call, const Beacon* beacon,

@@ -23,6 +23,9 @@ class BeaconPeers {
   /// it is connected anew, knowing nothing of what was sent before.
   [[nodiscard]] virtual int Connection(BeaconPeer peer) const = 0;
   [[nodiscard]] bool HasTransceiver() const { return Connection(BeaconPeer::kTransceiver) != 0; }
+  /// Selects the transceiver's VFO A.
+  virtual void SetVfoA() = 0;
+  virtual void SetSplit(bool on) = 0;
   /// Tunes the transceiver; `frequency` is in kHz.
   virtual void Qsy(const std::string& frequency) = 0;
   virtual void SetTransceiverMode(const std::string& mode) = 0;

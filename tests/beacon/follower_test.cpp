@@ -138,32 +138,33 @@ TEST_F(Following, AnOctantHasTheBeaconOnTheMostOpenFrequency) {
 
 TEST_F(Following, TheTransceiverIsTunedOnceForEachTransmission) {
   follower_.SetOptions({.retune = true});
-  EXPECT_EQ(FollowAfter(0), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(FollowAfter(0), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
   EXPECT_EQ(FollowAfter(1), Texts{});
   EXPECT_EQ(FollowAfter(9), Texts{});
-  EXPECT_EQ(FollowAfter(10), (Texts{"qsy 14100", "mode CW"})) << "the user may have tuned away";
+  EXPECT_EQ(FollowAfter(10), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}))
+      << "the user may have tuned away";
   // The clock is set back.
-  EXPECT_EQ(FollowAfter(5), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(FollowAfter(5), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
   // The machine wakes up much later.
-  EXPECT_EQ(FollowAfter(7200 + 31), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(FollowAfter(7200 + 31), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
 }
 
 TEST_F(Following, AntennaAndMapMoveWhenTheBeaconChanges) {
   selection_.by = Selection::By::kCall;
   selection_.call = "4U1UN";
   follower_.SetOptions({.retune = true, .rotate = true, .look_up = true, .select_bearing = true});
-  EXPECT_EQ(FollowAfter(0),
-            (Texts{"qsy 14100", "mode CW", "rotate 33", "lookup 4U1UN New York", "bearing 33"}));
-  EXPECT_EQ(FollowAfter(10), (Texts{"qsy 18110", "mode CW"}));
+  EXPECT_EQ(FollowAfter(0), (Texts{"vfo a", "split off", "mode CW", "qsy 14100", "rotate 33",
+                                   "lookup 4U1UN New York", "bearing 33"}));
+  EXPECT_EQ(FollowAfter(10), (Texts{"vfo a", "split off", "mode CW", "qsy 18110"}));
   EXPECT_EQ(FollowAfter(50), Texts{}) << "a beacon that is silent";
   selection_.call = "VE8AT";
-  EXPECT_EQ(FollowAfter(50),
-            (Texts{"qsy 28200", "mode CW", "rotate 33", "lookup VE8AT Inuvik", "bearing 33"}));
+  EXPECT_EQ(FollowAfter(50), (Texts{"vfo a", "split off", "mode CW", "qsy 28200", "rotate 33",
+                                    "lookup VE8AT Inuvik", "bearing 33"}));
 }
 
 TEST_F(Following, WhoIsConnectedLaterIsToldAtOnce) {
   follower_.SetOptions({.retune = true, .rotate = true, .look_up = true, .select_bearing = true});
-  const Texts tuned = {"qsy 14100", "mode CW"};
+  const Texts tuned = {"vfo a", "split off", "mode CW", "qsy 14100"};
   const Texts shown = {"rotate 33", "lookup 4U1UN New York", "bearing 33"};
   peers_.transceiver = peers_.map = 0;
   EXPECT_EQ(FollowAfter(0), Texts{});

@@ -14,6 +14,8 @@ class FakeBeaconPeers : public BeaconModule::BeaconPeers {
   [[nodiscard]] int Connection(BeaconModule::BeaconPeer peer) const override {
     return peer == BeaconModule::BeaconPeer::kMap ? map : transceiver;
   }
+  void SetVfoA() override { commands.emplace_back("vfo a"); }
+  void SetSplit(bool on) override { commands.emplace_back(on ? "split on" : "split off"); }
   void Qsy(const std::string& frequency) override { commands.push_back("qsy " + frequency); }
   void SetTransceiverMode(const std::string& mode) override { commands.push_back("mode " + mode); }
   void RotateShortPath(std::int16_t bearing) override {

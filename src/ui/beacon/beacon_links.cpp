@@ -11,6 +11,14 @@ int BeaconLinks::Connection(BeaconModule::BeaconPeer peer) const {
   return links->Connection(map ? role::kTessera : role::kTransceiverControl);
 }
 
+void BeaconLinks::SetVfoA() {
+  if (auto* const links = links_()) links->SetVfoA();
+}
+
+void BeaconLinks::SetSplit(bool on) {
+  if (auto* const links = links_()) links->SetSplit(on);
+}
+
 void BeaconLinks::Qsy(const std::string& frequency) {
   if (auto* const links = links_()) links->Qsy(frequency);
 }

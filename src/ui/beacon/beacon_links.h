@@ -15,6 +15,8 @@ class BeaconLinks : public BeaconModule::BeaconPeers {
   explicit BeaconLinks(std::function<DDEClientModule::Links*()> links) : links_(std::move(links)) {}
 
   [[nodiscard]] int Connection(BeaconModule::BeaconPeer peer) const override;
+  void SetVfoA() override;
+  void SetSplit(bool on) override;
   void Qsy(const std::string& frequency) override;
   void SetTransceiverMode(const std::string& mode) override;
   void RotateShortPath(std::int16_t bearing) override;

@@ -83,18 +83,21 @@ class BeaconLinksTest : public ::testing::Test {
 TEST_F(BeaconLinksTest, PeersGetTheirCommandsSlotBySlot) {
   EXPECT_TRUE(peers_.HasTransceiver());
   EXPECT_EQ(SentAfter(159), Lines{});
-  EXPECT_EQ(SentAfter(160),
-            (Lines{"TunewardClassic|DDEServer 005qsy14100",
-                   "TunewardClassic|DDEServer 005xcvrsetmodecmd<xcvrsetmodearg:2>CW",
-                   "Tessera|DDEServer 005rotatesp183",
-                   "Tessera|DDEServer 005beaconlookup<call:4>OA4B<prefix:2>OA<lat:7>12 4' S"
-                   "<lon:8>76 57' W<qth:4>Lima<country:4>Peru<cont:2>SA<cq:2>10<itu:2>12"
-                   "<timezone:2>-5",
-                   "Tessera|DDEServer 005selectbearing183"}));
+  EXPECT_EQ(
+      SentAfter(160),
+      (Lines{"TunewardClassic|DDEServer 005setvfoa", "TunewardClassic|DDEServer 005setsplitoff",
+             "TunewardClassic|DDEServer 005xcvrsetmodecmd<xcvrsetmodearg:2>CW",
+             "TunewardClassic|DDEServer 005qsy14100", "Tessera|DDEServer 005rotatesp183",
+             "Tessera|DDEServer 005beaconlookup<call:4>OA4B<prefix:2>OA<lat:7>12 4' S"
+             "<lon:8>76 57' W<qth:4>Lima<country:4>Peru<cont:2>SA<cq:2>10<itu:2>12"
+             "<timezone:2>-5",
+             "Tessera|DDEServer 005selectbearing183"}));
   EXPECT_EQ(SentAfter(165), Lines{});
-  EXPECT_EQ(SentAfter(170),
-            (Lines{"TunewardClassic|DDEServer 005qsy18110",
-                   "TunewardClassic|DDEServer 005xcvrsetmodecmd<xcvrsetmodearg:2>CW"}));
+  EXPECT_EQ(
+      SentAfter(170),
+      (Lines{"TunewardClassic|DDEServer 005setvfoa", "TunewardClassic|DDEServer 005setsplitoff",
+             "TunewardClassic|DDEServer 005xcvrsetmodecmd<xcvrsetmodearg:2>CW",
+             "TunewardClassic|DDEServer 005qsy18110"}));
   tuneward_.reset();
   bus_.Run();
   EXPECT_FALSE(peers_.HasTransceiver());
@@ -116,6 +119,8 @@ TEST_F(BeaconLinksTest, WithoutLinksNothingHappens) {
   EXPECT_FALSE(none.HasTransceiver());
   none.Qsy("14100");
   none.SetTransceiverMode("CW");
+  none.SetVfoA();
+  none.SetSplit(false);
   none.RotateShortPath(1);
   none.SelectBearing(1);
   none.LookUp(files_.locations.beacons.front());

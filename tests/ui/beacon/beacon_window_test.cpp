@@ -142,18 +142,20 @@ TEST_F(BeaconWindowTest, FollowingTunesSlotBySlot) {
   Pass(minutes(3));
   EXPECT_EQ(peers_.Take(), Texts{}) << "nobody has asked for it";
   window_.Check_Click(BeaconCheck::kFollow, true);
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 18110", "mode CW"})) << "a beacon that is on already";
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 18110"}))
+      << "a beacon that is on already";
   Pass(seconds(10));
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 21150", "mode CW"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 21150"}));
   Pass(seconds(29));
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 24930", "mode CW", "qsy 28200", "mode CW"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 24930", "vfo a",
+                                  "split off", "mode CW", "qsy 28200"}));
   EXPECT_EQ(view_.target.substr(0, 31), "Following YV5B on 28200 kHz: Ca");
   Pass(seconds(1));
   EXPECT_EQ(view_.target, "Nothing to listen for: YV5B is next on 14100 kHz in 2 min 10 s");
   Pass(seconds(129));
   EXPECT_EQ(peers_.Take(), Texts{});
   Pass(seconds(1));
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
 
   // Closing the window ends it, for good.
   window_.Form_QueryUnload();
@@ -170,7 +172,7 @@ TEST_F(BeaconWindowTest, FollowingMovesAntennaAndMapWhereWanted) {
   window_.Show();
   Select(kByBand, "21150 kHz");
   window_.Check_Click(BeaconCheck::kFollow, true);
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 21150", "mode CW", "rotate 183"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 21150", "rotate 183"}));
   window_.Check_Click(BeaconCheck::kLookUp, true);
   window_.Check_Click(BeaconCheck::kSelectBearing, true);
   EXPECT_EQ(peers_.Take(), (Texts{"lookup OA4B Lima", "bearing 183"}));
@@ -410,7 +412,7 @@ TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirectionForAWholeSlot) {
   window_.Show();
   Select(kByOctant, "S");
   window_.Check_Click(BeaconCheck::kFollow, true);
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 18110", "mode CW"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 18110"}));
   // Nothing becomes known of YV5B, which comes last.
   while (predictions_.Of("OA4B", 21150) == nullptr) Pass(milliseconds(100));
   launcher_.answer = "no table";
@@ -459,12 +461,12 @@ TEST_F(BeaconWindowTest, SleepAndANewDayLeaveNothingBehind) {
   Pass(milliseconds(1));
   EXPECT_EQ(Column(1)[0], "4U1UN");
   EXPECT_EQ(view_.clock, "00:00:00 UTC, slot 1 of 18, next in 10 s");
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
   // The machine sleeps for hours; the timer only comes when it wakes up.
   timekeeping_.Pass(fixture_.log.clock, hours(7) + seconds(25));
   window_.Timer_Tick();
   EXPECT_EQ(Column(1)[0], "W6WX");
-  EXPECT_EQ(peers_.Take(), (Texts{"qsy 14100", "mode CW"}));
+  EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
   EXPECT_EQ(view_.warning, "");
 }
 
