@@ -239,6 +239,12 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
     std::string prefix;
   };
 
+  /// A peer's command to predict, with what followed it.
+  struct WaitingRequest {
+    PeerRequest request;
+    std::string argument;
+  };
+
   /// What was typed into a field last.
   struct FieldState {
     std::optional<std::string> committed;
@@ -303,6 +309,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void ForgetPrefix();
 
   // Peers.
+  void PredictForWaitingPeer();
   void UsePeersText(TextField field, const std::string& text);
   void UsePeersMode(const std::string& text);
   void UseTesseraLocation();
@@ -349,6 +356,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   int hour_ = -1;                   ///< UTC, as the clock showed it last
   bool starting_ = false;           ///< between the command and the start of its engine
   bool requested_by_peer_ = false;  ///< while a peer's prediction is being started
+  /// A peer's prediction that begins when the one that is in progress has ended.
+  std::optional<WaitingRequest> waiting_request_;
   TesseraLocation tessera_;
   std::optional<PredictionRun> running_;
   std::vector<ModeSettings> modes_;  ///< as `ModeSNRCombo` offers them

@@ -1,6 +1,8 @@
 // What peers' commands do to the window, and how it follows what peers publish.
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -56,7 +58,11 @@ void IonCap::SetTransmitterPower(const std::string& watts) {
 void IonCap::PredictForPeer(const PeerRequest& request, const std::string& argument) {
   with_.diagnostics.Trap("IonCap.PredictForPeer", [&] {
     with_.diagnostics.DebugLog("IonCap.PredictForPeer, theValue = " + argument);
-    if (RefuseSecondRun()) return;
+    // While the results raise a message the run has ended but is not left yet.
+    if (running_ || RefuseSecondRun()) {
+      waiting_request_ = {request, argument};
+      return;
+    }
     ChooseAsRequested(request);
     const Raised raised(requested_by_peer_);
     PathsButton_Click();
@@ -67,6 +73,14 @@ void IonCap::FreqPredictForPeer(const PeerRequest& request, const std::string& f
                                 const std::string& mode, const std::string& snr) {
   with_.diagnostics.Trap("IonCap.FreqPredictForPeer", [&] {
     const double given = ToDouble(frequency);
+/// Starts the prediction that a peer asked for while another one was in progress. Path and inputs
+/// are those of now, so that the chart shows one circuit at a time.
+void IonCap::PredictForWaitingPeer() {
+  if (!waiting_request_ || running_ || Running() || starting_) return;
+  const WaitingRequest next = *std::exchange(waiting_request_, std::nullopt);
+  PredictForPeer(next.request, next.argument);
+}
+
     // A point is predicted beside a run of the chart, whose inputs stay as they are.
     if (!RefuseSecondRun()) {
       ChooseAsRequested(request);

@@ -49,6 +49,7 @@ void IonCap::PathsButton_Click() {
     InitiateForecast();
     if (snr_refused) with_.parameters.SetPredictionSNR(snr);
   });
+  PredictForWaitingPeer();
 }
 
 void IonCap::PredictSPToCmd_Click() {

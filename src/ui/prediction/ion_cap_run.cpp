@@ -61,6 +61,7 @@ void IonCap::ExecuteTimer_Tick() {
       running_->overdue = true;
     }
   });
+  PredictForWaitingPeer();
 }
 
 void IonCap::EngineWatch_Tick() {
@@ -75,6 +76,7 @@ void IonCap::EngineWatch_Tick() {
     PollResults();
     if (running_) running_->engine_ended = ended;
   });
+  PredictForWaitingPeer();
 }
 
 void IonCap::PollResults() {
@@ -117,6 +119,7 @@ void IonCap::AbortButton_Click() {
   with_.diagnostics.Trap("IonCap.AbortButton_Click", [&] {
     with_.diagnostics.DebugLog("IonCap.AbortButton_Click");
     const bool running = Running();
+    waiting_request_.reset();
     with_.run.Abort();
     UpdateCaption(GetPropFormCaption());
     if (!running) return;

@@ -198,6 +198,7 @@ void IonCap::EnablePeerCommands() {
 void IonCap::Form_Unload() {
   if (!loaded_) return;
   loaded_ = false;
+  waiting_request_.reset();
   const auto step = [&](auto&& body) { with_.diagnostics.Trap("IonCap.Form_Unload", body); };
   step([&] {
     // A run counts even when its timer has stopped already.

@@ -53,6 +53,49 @@ TEST_F(IonCapPeersTest, TheProvenanceTellsWhoAsked) {
   }
 }
 
+TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
+  Start();
+  const auto end_run = [&] {
+    launcher_.running.clear();
+    WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
+    window_.EngineWatch_Tick();
+  };
+  window_.PathsButton_Click();
+  const std::string summary = results_.SummaryLine();
+  window_.PredictForPeer({true, std::nullopt}, "1");
+  window_.FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"});
+  window_.PredictForPeer({true, false}, "2");
+  window_.PathsButton_Click();
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort) << "of the one that runs";
+  end_run();
+  ASSERT_EQ(launcher_.starts.size(), 2U);
+  EXPECT_TRUE(Logged("IonCap.PredictForPeer, theValue = 2"));
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kLong);
+  EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
+  EXPECT_EQ(panel_.Text(PanelText::kSummary), summary) << "the chart is that of the first circuit";
+  const std::string second = results_.SummaryLine();
+  EXPECT_NE(second, summary);
+  end_run();
+  EXPECT_EQ(launcher_.starts.size(), 2U) << "of two requests the last one only";
+  EXPECT_EQ(panel_.Text(PanelText::kSummary), second);
+
+  // A run that fails makes way, too; one that the user ends does not.
+  window_.PathsButton_Click();
+  window_.PredictForPeer({true, true}, "3");
+  launcher_.running.clear();
+  for (int tick = 0; tick < 3; ++tick) window_.ExecuteTimer_Tick();
+  EXPECT_EQ(launcher_.starts.size(), 4U);
+  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
+  window_.PredictForPeer({true, false}, "4");
+  window_.AbortButton_Click();
+  EXPECT_FALSE(window_.Running());
+  window_.PathsButton_Click();
+  end_run();
+  EXPECT_EQ(launcher_.starts.size(), 5U);
+  errors_expected_ = true;
+}
+
 TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   Start();
   window_.PathsButton_Click();
@@ -73,6 +116,7 @@ TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
   window_.PathsButton_Click();
   EXPECT_FALSE(messages_.shown.empty());
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
+  EXPECT_EQ(messages_.shown.size(), 4U) << "the peer's attempt fails after the user's";
   EXPECT_EQ(Requester(), dde_option::kRequestedHere);
   EXPECT_TRUE(launcher_.starts.empty());
   view_.SetText(TextField::kFlux, "150");
