@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -13,12 +14,17 @@
 namespace skyhop {
 
 /// The form `DDEClient`: holds the values that peers publish and hands changes on to the window.
-/// Its topic of the same name takes the announcements of peers that start.
+/// Changes are collected until the next tick of their timer, and of one item the last value counts:
+/// a peer that publishes faster than the window can follow does not hold it up, and the parts of a
+/// place arrive together. Its topic of the same name takes the announcements of peers that start.
 class DDEClient : public LinkTopic {
  public:
-  /// Both must outlive this object.
-  DDEClient(PeerWindow& window, Diagnostics& diagnostics)
-      : window_(&window), diagnostics_(&diagnostics) {}
+  /// How long a change waits for others; short enough that nobody sees it.
+  static constexpr std::chrono::milliseconds kValueDelay{20};
+
+  /// All must outlive this object.
+  DDEClient(PeerWindow& window, LinkTimer& timer, Diagnostics& diagnostics)
+      : window_(&window), timer_(&timer), diagnostics_(&diagnostics) {}
 
   /// Called with the role of a peer that announced its start.
   void SetStartListener(std::function<void(std::int16_t role)> listener) {
@@ -28,11 +34,15 @@ class DDEClient : public LinkTopic {
   /// A peer's text: its role in three digits and a word. "start" announces it; another word does
   /// nothing.
   void Form_LinkExecute(const std::string& command);
-  /// A linked value changed. Errors are reported under "DDEClient.<control>_Change".
+  /// A linked value changed.
   void Change(LinkControl control, const std::string& text);
+  /// Hands the changes since the last tick on. Errors are reported under
+  /// "DDEClient.<control>_Change".
+  void PeerValuesTimer_Tick();
   /// The peer that published a value is gone.
   void Forget(LinkControl control);
 
+  /// What was handed on last.
   [[nodiscard]] const std::string& Text(LinkControl control) const;
   /// The transceiver's frequency in kHz; nothing while it is unknown.
   [[nodiscard]] std::optional<double> Frequency() const { return frequency_; }
@@ -43,12 +53,18 @@ class DDEClient : public LinkTopic {
   }
 
  private:
+  using Values = std::array<std::optional<std::string>, kLinkControlCount>;
+
+  void HandOn(LinkControl control, const std::string& text);
   void Freq_Change(const std::string& text);
 
   PeerWindow* window_;
+  LinkTimer* timer_;
   Diagnostics* diagnostics_;
   std::function<void(std::int16_t role)> on_start_;
   std::array<std::string, kLinkControlCount> texts_;
+  Values waiting_;
+  bool unreadable_frequency_ = false;  ///< was reported
   std::optional<double> frequency_;
 };
 

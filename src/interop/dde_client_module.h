@@ -52,7 +52,7 @@ class Links {
     LinkTransport& transport;
     DDEClient& client;
     PeerWindow& window;
-    RetryTimer& timer;
+    LinkTimer& timer;
     DDECommon::Records& records;
     Diagnostics& diagnostics;
   };

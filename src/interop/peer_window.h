@@ -21,6 +21,13 @@ enum class LinkControl {
 };
 inline constexpr int kLinkControlCount = 10;
 
+/// A place as a peer publishes it; what the peer has not published is empty.
+struct PeerPlace {
+  std::string latitude;
+  std::string longitude;
+  std::string country;
+};
+
 /// The prediction window, as far as it follows peers. What a peer publishes may be anything: the
 /// window takes what it can use and leaves the rest.
 class PeerWindow {
@@ -34,18 +41,23 @@ class PeerWindow {
 
   /// The transceiver is on a frequency in MHz now.
   virtual FollowedBand FollowFrequency(double frequency) = 0;
-  /// A value other than the frequency changed.
+  /// A value that is neither the frequency nor part of a place changed.
   virtual void Follow(LinkControl control, const std::string& text) = 0;
+  /// The location that is selected in Tessera changed.
+  virtual void FollowSelection(const PeerPlace& place) = 0;
+  /// The user's own location changed; it has no country.
+  virtual void FollowStation(const PeerPlace& place) = 0;
   /// A value is not known any more: its peer has gone or publishes nothing that can be read.
   virtual void Forget(LinkControl control) = 0;
   /// The state of a link changed.
   virtual void LinksChanged() = 0;
 };
 
-/// The timer `ServerRetryTimer`, whose ticks go to DDEClientModule::Links.
-class RetryTimer {
+/// A timer of the links: `ServerRetryTimer`, whose ticks go to DDEClientModule::Links, or
+/// `PeerValuesTimer`, whose ticks go to DDEClient.
+class LinkTimer {
  public:
-  virtual ~RetryTimer() = default;
+  virtual ~LinkTimer() = default;
   /// Ticks again and again; a running timer starts anew.
   virtual void Start(std::chrono::milliseconds interval) = 0;
   virtual void Stop() = 0;

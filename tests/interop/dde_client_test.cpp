@@ -27,6 +27,12 @@ class Window : public PeerWindow {
     followed.push_back(std::to_string(static_cast<int>(control)) + " " + text);
     if (failing) throw Error(errors::kTypeMismatch, "unusable");
   }
+  void FollowSelection(const PeerPlace& place) override {
+    followed.push_back("selection " + place.latitude + "/" + place.longitude + "/" + place.country);
+  }
+  void FollowStation(const PeerPlace& place) override {
+    followed.push_back("station " + place.latitude + "/" + place.longitude + "/" + place.country);
+  }
   void Forget(LinkControl control) override { forgotten.push_back(control); }
   void LinksChanged() override { ++changes; }
 
@@ -36,7 +42,7 @@ class Window : public PeerWindow {
   bool failing = false;
 };
 
-class Timer : public RetryTimer {
+class Timer : public LinkTimer {
  public:
   void Start(milliseconds every) override { interval = every; }
   void Stop() override { interval.reset(); }
@@ -73,7 +79,12 @@ class LinksTest : public ::testing::Test {
   }
   void Initialize() {
     links_.Initialize();
+    Run();
+  }
+  /// Delivers what was published and lets the timer of the values tick.
+  void Run() {
     bus_.Run();
+    if (values_timer_.interval) client_.PeerValuesTimer_Tick();
   }
   std::string Connected() {
     std::string roles;
@@ -95,7 +106,8 @@ class LinksTest : public ::testing::Test {
   Window window_;
   Timer timer_;
   DDECommon::Records records_{log_.diagnostics};
-  DDEClient client_{window_, log_.diagnostics};
+  Timer values_timer_;
+  DDEClient client_{window_, values_timer_, log_.diagnostics};
   Links links_{{transport_, client_, window_, timer_, records_, log_.diagnostics}};
 };
 
@@ -106,8 +118,8 @@ TEST_F(LinksTest, EveryPeersTopicsAndItemsAreLinked) {
             (Lines{"Gleaner|DDEServer", "Gleaner|SpotDatabaseUI", "Tessera|DDEServer",
                    "Tessera|TesseraMain", "Tessera|TesseraConfig", "TunewardClassic|DDEServer",
                    "TunewardClassic|CIV_TunewardUI"}));
-  EXPECT_EQ(window_.followed, (Lines{"0 150", "1 5", "2 2", "3 51", "4 0", "5 England", "6 40",
-                                     "7 -74", "frequency 14.074500", "9 USB"}));
+  EXPECT_EQ(window_.followed, (Lines{"0 150", "1 5", "2 2", "selection 51/0/England",
+                                     "station 40/-74/", "frequency 14.074500", "9 USB"}));
   EXPECT_EQ(Connected(), "034");
   EXPECT_FALSE(timer_.interval) << "nobody is missing";
   EXPECT_TRUE(Logged("DDEClientModule.ConnectToServer, theServer = 4"));
@@ -118,8 +130,8 @@ TEST_F(LinksTest, EveryPeersTopicsAndItemsAreLinked) {
   EXPECT_EQ(client_.Frequency(), 14074.5);
   window_.followed.clear();
   tessera_->links.Publish("TesseraMain", "Country", "Malta");
-  bus_.Run();
-  EXPECT_EQ(window_.followed, Lines{"5 Malta"});
+  Run();
+  EXPECT_EQ(window_.followed, Lines{"selection 51/0/Malta"});
   EXPECT_EQ(client_.Text(LinkControl::kDXPrefix), "Malta");
 }
 
@@ -152,7 +164,7 @@ TEST_F(LinksTest, APeerThatDiesIsForgottenAndFoundAgain) {
   Initialize();
   const int changes = window_.changes;
   tuneward_.reset();
-  bus_.Run();
+  Run();
   EXPECT_EQ(Connected(), "34");
   EXPECT_GT(window_.changes, changes);
   EXPECT_EQ(
@@ -163,7 +175,7 @@ TEST_F(LinksTest, APeerThatDiesIsForgottenAndFoundAgain) {
   EXPECT_EQ(timer_.interval, milliseconds(30000));
   StartTuneward();
   links_.ServerRetryTimer_Tick();
-  bus_.Run();
+  Run();
   EXPECT_TRUE(Logged("XcvrControlServer reconnected"));
   EXPECT_EQ(client_.Frequency(), 14074.5);
   EXPECT_FALSE(timer_.interval);
@@ -184,7 +196,7 @@ TEST_F(LinksTest, APeerWithAMissingTopicOrThatHangsIsNotConnected) {
             0)
       << "the first failure is enough waiting";
   gleaner_.reset();
-  bus_.Run();
+  Run();
   EXPECT_FALSE(Logged("SpotServer died; initiating retry")) << "the half-open links were given up";
 }
 
@@ -232,14 +244,73 @@ TEST_F(LinksTest, UnusableValuesAreReportedUnderTheirHandler) {
   window_.failing = true;
   tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", "fourteen");
   gleaner_->links.Publish("SpotDatabaseUI", "K", "?");
-  bus_.Run();
-  EXPECT_EQ(log_.errors.at(0).find("program error 13 in module DDEClient.Freq_Change"), 0U);
-  EXPECT_EQ(log_.errors.at(1).find("program error 13 in module DDEClient.K_Change"), 0U);
+  Run();
+  EXPECT_EQ(log_.errors.at(1).find("program error 13 in module DDEClient.Freq_Change"), 0U);
+  EXPECT_EQ(log_.errors.at(0).find("program error 13 in module DDEClient.K_Change"), 0U);
   EXPECT_EQ(client_.Frequency(), std::nullopt);
   log_.errors.clear();
   tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", " ");
-  bus_.Run();
+  Run();
   EXPECT_TRUE(log_.errors.empty());
+}
+
+TEST_F(LinksTest, OfValuesThatComeTogetherTheLastOneCounts) {
+  StartAll();
+  Initialize();
+  window_.followed.clear();
+  for (int i = 0; i < 10'000; ++i) {
+    tessera_->links.Publish("TesseraMain", "SelectedLatitude", std::to_string(i));
+    tessera_->links.Publish("TesseraConfig", "Longitude", std::to_string(i));
+    gleaner_->links.Publish("SpotDatabaseUI", "K", std::to_string(i));
+  }
+  tessera_->links.Publish("TesseraMain", "SelectedLongitude", "7");
+  Run();
+  EXPECT_EQ(window_.followed, (Lines{"2 9999", "selection 9999/7/England", "station 40/9999/"}));
+  EXPECT_FALSE(values_timer_.interval);
+  // What a peer published last does not outlive its link.
+  tuneward_->links.Publish("CIV_TunewardUI", "Mode", "CW");
+  bus_.Run();
+  tuneward_.reset();
+  window_.followed.clear();
+  Run();
+  EXPECT_EQ(window_.followed, Lines());
+}
+
+TEST_F(LinksTest, FrequenciesAreReadWhereTheyCanBeReadInOneWay) {
+  StartAll();
+  Initialize();
+  const std::pair<const char*, std::optional<double>> cases[] = {
+      {"14025", 14025},
+      {" 14025.5 ", 14025.5},
+      {"7.030.25", 7030.25},
+      {"14.025.500", 14025.5},
+      {"14,025.50", 14025.5},
+      {"14.025,50", 14025.5},
+      {"14025,5", 14025.5},
+      {"1,296,000.5", 1296000.5},
+      {"7,030,25", 7030.25},
+      {"3,5", 3.5},
+      {"14,025", std::nullopt},
+      {"7.03.25", std::nullopt},
+      {"7.030.2.5", std::nullopt},
+      {"14025,", std::nullopt},
+      {",", std::nullopt},
+      {"1234,567.8", std::nullopt},
+      {"1e999", std::nullopt},
+      {"-14025", std::nullopt},
+      {"14.025 MHz", std::nullopt},
+      {"---", std::nullopt},
+      {"", std::nullopt},
+  };
+  for (const auto& [text, kilohertz] : cases) {
+    tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", text);
+    Run();
+    EXPECT_EQ(client_.Frequency(), kilohertz) << text;
+  }
+  EXPECT_EQ(log_.errors,
+            Lines{"program error 13 in module DDEClient.Freq_Change: the transceiver's frequency "
+                  "\"14,025\" cannot be read as a number of kHz"})
+      << "not one for each step of the dial";
 }
 
 TEST_F(LinksTest, CommandsGoToConnectedPeersInTheirFormat) {
@@ -269,7 +340,7 @@ TEST_F(LinksTest, CommandsGoToConnectedPeersInTheirFormat) {
              "Gleaner|DDEServer 005displaysolarhistory"}));
   transport_.sent.clear();
   for (auto* application : {&gleaner_, &tessera_, &tuneward_}) application->reset();
-  bus_.Run();
+  Run();
   send_all();
   EXPECT_TRUE(transport_.sent.empty());
   EXPECT_TRUE(log_.errors.empty());
@@ -283,7 +354,7 @@ TEST_F(LinksTest, WhatHappensWhileALinkIsOpenedDoesNotConfuseIt) {
     transport_.connects.clear();
     transport_.while_connecting = std::move(happening);
     links_.ConnectToServer(role::kTessera);
-    bus_.Run();
+    Run();
   };
   connect_while([&] { links_.ConnectToServer(role::kTessera); });
   EXPECT_EQ(transport_.connects.size(), 3U) << "one attempt at a time";
@@ -296,15 +367,15 @@ TEST_F(LinksTest, WhatHappensWhileALinkIsOpenedDoesNotConfuseIt) {
 TEST_F(LinksTest, WithItsPeerAValueIsForgotten) {
   StartAll();
   Initialize();
-  bus_.Run();
+  Run();
   window_.forgotten.clear();
   tuneward_->links.Publish("CIV_TunewardUI", "FreqDisplay", "---");
-  bus_.Run();
+  Run();
   EXPECT_EQ(window_.forgotten, std::vector{LinkControl::kFreq});
   log_.errors.clear();
   window_.forgotten.clear();
   tessera_.reset();
-  bus_.Run();
+  Run();
   for (const LinkControl control :
        {LinkControl::kDXLatitude, LinkControl::kDXLongitude, LinkControl::kDXPrefix}) {
     EXPECT_EQ(std::count(window_.forgotten.begin(), window_.forgotten.end(), control), 1);
@@ -319,7 +390,7 @@ TEST_F(LinksTest, AfterTheEndNothingIsRetried) {
   EXPECT_EQ(Connected(), "");
   transport_.connects.clear();
   gleaner_.reset();
-  bus_.Run();
+  Run();
   client_.Execute("003start");
   links_.ServerRetryTimer_Tick();
   links_.ConnectToServer(role::kTessera);

@@ -25,7 +25,7 @@ class Program : public CommandTarget,
                 public DDECommon::Window,
                 public DDECommon::OpenWindows,
                 public PeerWindow,
-                public RetryTimer {
+                public LinkTimer {
  public:
   void SetShutdownTrigger() override { done.emplace_back("shutdown"); }
   void ResetWindows(std::int32_t) override { done.emplace_back("reset"); }
@@ -47,6 +47,8 @@ class Program : public CommandTarget,
   [[nodiscard]] std::vector<Window*> All() override { return {this}; }
   FollowedBand FollowFrequency(double) override { return {}; }
   void Follow(LinkControl, const std::string& text) override { followed.push_back(text); }
+  void FollowSelection(const PeerPlace& place) override { followed.push_back(place.latitude); }
+  void FollowStation(const PeerPlace&) override {}
   void Forget(LinkControl) override {}
   void LinksChanged() override {}
   void Start(milliseconds every) override { interval = every; }
@@ -90,7 +92,12 @@ class SuiteLinksTest : public ::testing::Test {
       return links_.ServerConnected(role);
     });
   }
+  std::optional<double> Frequency() {
+    client_.PeerValuesTimer_Tick();
+    return client_.Frequency();
+  }
   bool Followed(const std::string& text) {
+    client_.PeerValuesTimer_Tick();
     return std::find(program_.followed.begin(), program_.followed.end(), text) !=
            program_.followed.end();
   }
@@ -102,7 +109,14 @@ class SuiteLinksTest : public ::testing::Test {
   DDECommon::Records records_{log_.diagnostics};
   DDEServer server_{{program_, program_, program_, program_, records_, log_.diagnostics}};
   DDEServerModule::Announcer announcer_{*transport_, server_, log_.diagnostics};
-  DDEClient client_{program_, log_.diagnostics};
+  /// Stands in for the timer, whose tick each look at the values is.
+  class ValuesTimer : public LinkTimer {
+   public:
+    void Start(milliseconds) override {}
+    void Stop() override {}
+  };
+  ValuesTimer values_timer_;
+  DDEClient client_{program_, values_timer_, log_.diagnostics};
   DDEClientModule::Links links_{
       {*transport_, client_, program_, program_, records_, log_.diagnostics}};
 };
@@ -129,10 +143,10 @@ TEST_F(SuiteLinksTest, PeersAreLinkedWhetherTheyStartBeforeOrAfter) {
 
   const auto tuneward = Tuneward();
   EXPECT_TRUE(Connects(role::kTransceiverControl));
-  EXPECT_TRUE(world_->RunUntil([&] { return client_.Frequency() == 14074.5; }));
+  EXPECT_TRUE(world_->RunUntil([&] { return Frequency() == 14074.5; }));
   EXPECT_FALSE(program_.interval) << "all are connected";
   tuneward->Publish("CIV_TunewardUI", "FreqDisplay", "7030");
-  EXPECT_TRUE(world_->RunUntil([&] { return client_.Frequency() == 7030; }));
+  EXPECT_TRUE(world_->RunUntil([&] { return Frequency() == 7030; }));
   links_.SetSplit(true);
   links_.RotateShortPath(45);
   EXPECT_TRUE(world_->RunUntil([&] { return !tuneward->Executed().empty(); }));

@@ -9,7 +9,7 @@ ProgramLinks::Parts::Parts(ProgramLinks& program, IonCap& controller, SNRService
     : server({controller, point_prediction, windows, main_window, program.records_,
               *program.diagnostics_}),
       announcer(*program.transport_, server, *program.diagnostics_),
-      client(controller, *program.diagnostics_),
+      client(controller, program.values_timer_, *program.diagnostics_),
       links({*program.transport_, client, controller, program.timer_, program.records_,
              *program.diagnostics_}) {}
 
@@ -56,6 +56,10 @@ void ProgramLinks::PeersPart::DisplaySolarHistory() {
 
 void ProgramLinks::PeersPart::ServerRetryTimer_Tick() {
   if (links_->parts_) links_->parts_->links.ServerRetryTimer_Tick();
+}
+
+void ProgramLinks::PeersPart::PeerValuesTimer_Tick() {
+  if (links_->parts_) links_->parts_->client.PeerValuesTimer_Tick();
 }
 
 std::vector<PeerState> ProgramLinks::OverviewPart::Peers() const {

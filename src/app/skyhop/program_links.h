@@ -21,7 +21,11 @@ class ProgramLinks {
  public:
   /// All must outlive this object.
   ProgramLinks(LinkTransport& transport, PredictionView& view, Diagnostics& diagnostics)
-      : transport_(&transport), timer_(view), records_(diagnostics), diagnostics_(&diagnostics) {}
+      : transport_(&transport),
+        timer_(view, WindowTimer::kServerRetryTimer),
+        values_timer_(view, WindowTimer::kPeerValuesTimer),
+        records_(diagnostics),
+        diagnostics_(&diagnostics) {}
 
   /// The controller and the windows must outlive the last event that comes through the links.
   void Attach(IonCap& controller, SNRService& point_prediction, DDECommon::OpenWindows& windows,
@@ -66,6 +70,7 @@ class ProgramLinks {
     [[nodiscard]] bool HasSolarHistory() override;
     void DisplaySolarHistory() override;
     void ServerRetryTimer_Tick() override;
+    void PeerValuesTimer_Tick() override;
 
    private:
     ProgramLinks* links_;
@@ -82,7 +87,8 @@ class ProgramLinks {
   };
 
   LinkTransport* transport_;
-  ViewRetryTimer timer_;
+  ViewLinkTimer timer_;
+  ViewLinkTimer values_timer_;
   DDECommon::Records records_;
   Diagnostics* diagnostics_;
   ServerPart server_{*this};

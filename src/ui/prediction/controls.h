@@ -95,8 +95,9 @@ enum class WindowTimer {
   kClockTimer,          ///< moves the time index with the clock
   kShutDownTimer,       ///< closes the program after a peer's command
   kServerRetryTimer,    ///< tries peers again that are not connected
+  kPeerValuesTimer,     ///< hands on what peers have published
 };
-inline constexpr int kWindowTimerCount = 7;
+inline constexpr int kWindowTimerCount = 8;
 
 /// The words on a control: "&" stands before the letter of its shortcut. Text fields, option groups
 /// and labels yield the caption that stands beside them.

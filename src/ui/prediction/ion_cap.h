@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -181,6 +182,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void ClockTimer_Tick();
   void ShutDownTimer_Tick();
   void ServerRetryTimer_Tick();
+  void PeerValuesTimer_Tick();
 
   // Downloads.
   void EnableDownloads(bool enable) override;
@@ -199,6 +201,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   // What peers publish.
   FollowedBand FollowFrequency(double frequency) override;
   void Follow(LinkControl control, const std::string& text) override;
+  void FollowSelection(const PeerPlace& place) override;
+  void FollowStation(const PeerPlace& place) override;
   void Forget(LinkControl control) override;
   void LinksChanged() override;
 
@@ -231,13 +235,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
 
   /// How often the engine's process is looked at.
   static constexpr std::chrono::milliseconds kWatchInterval{100};
-
-  /// The location that is selected in Tessera.
-  struct TesseraLocation {
-    std::string latitude;
-    std::string longitude;
-    std::string prefix;
-  };
 
   /// A peer's command to predict, with what followed it.
   struct WaitingRequest {
@@ -311,7 +308,9 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   // Peers.
   void PredictForWaitingPeer();
   void UsePeersText(TextField field, const std::string& text);
+  [[nodiscard]] bool UsePeersPlace(TextField latitude, TextField longitude, const PeerPlace& place);
   void UsePeersMode(const std::string& text);
+  void ReportUnknownMode(const std::string& text);
   void UseTesseraLocation();
   void ChooseAsRequested(const PeerRequest& request);
   [[nodiscard]] bool FromPeerAcceptable(TextField field, const std::string& text);
@@ -358,7 +357,8 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   bool requested_by_peer_ = false;  ///< while a peer's prediction is being started
   /// A peer's prediction that begins when the one that is in progress has ended.
   std::optional<WaitingRequest> waiting_request_;
-  TesseraLocation tessera_;
+  PeerPlace tessera_;  ///< the location that is selected there
+  std::set<std::string> unknown_modes_;
   std::optional<PredictionRun> running_;
   std::vector<ModeSettings> modes_;  ///< as `ModeSNRCombo` offers them
   std::array<FieldState, kTextFieldCount> fields_;

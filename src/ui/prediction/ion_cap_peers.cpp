@@ -6,6 +6,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
 #include "ui/prediction/mode_names.h"
 #include "ui/prediction/raised.h"
@@ -18,6 +19,9 @@ constexpr std::chrono::milliseconds kShutDownDelay{100};
 
 /// More than any value needs.
 constexpr std::size_t kLongestText = 100;
+
+/// More than any transceiver has.
+constexpr std::size_t kMostUnknownModes = 20;
 
 /// A text of one line, not too long to be shown.
 bool IsPlain(const std::string& text) {
@@ -69,10 +73,6 @@ void IonCap::PredictForPeer(const PeerRequest& request, const std::string& argum
   });
 }
 
-void IonCap::FreqPredictForPeer(const PeerRequest& request, const std::string& frequency,
-                                const std::string& mode, const std::string& snr) {
-  with_.diagnostics.Trap("IonCap.FreqPredictForPeer", [&] {
-    const double given = ToDouble(frequency);
 /// Starts the prediction that a peer asked for while another one was in progress. Path and inputs
 /// are those of now, so that the chart shows one circuit at a time.
 void IonCap::PredictForWaitingPeer() {
@@ -81,6 +81,10 @@ void IonCap::PredictForWaitingPeer() {
   PredictForPeer(next.request, next.argument);
 }
 
+void IonCap::FreqPredictForPeer(const PeerRequest& request, const std::string& frequency,
+                                const std::string& mode, const std::string& snr) {
+  with_.diagnostics.Trap("IonCap.FreqPredictForPeer", [&] {
+    const double given = ToDouble(frequency);
     // A point is predicted beside a run of the chart, whose inputs stay as they are.
     if (!RefuseSecondRun()) {
       ChooseAsRequested(request);
@@ -107,6 +111,11 @@ void IonCap::ChooseAsRequested(const PeerRequest& request) {
 void IonCap::ServerRetryTimer_Tick() {
   with_.diagnostics.Trap("IonCap.ServerRetryTimer_Tick",
                          [&] { with_.peers.ServerRetryTimer_Tick(); });
+}
+
+void IonCap::PeerValuesTimer_Tick() {
+  with_.diagnostics.Trap("IonCap.PeerValuesTimer_Tick",
+                         [&] { with_.peers.PeerValuesTimer_Tick(); });
 }
 
 void IonCap::LinksChanged() {
@@ -137,11 +146,10 @@ void IonCap::Forget(LinkControl control) {
         MarkOldChart();
         return with_.chart.SetBandIndicator(prediction_band_);
       case LinkControl::kDXLatitude:
-        return tessera_.latitude.clear();
       case LinkControl::kDXLongitude:
-        return tessera_.longitude.clear();
       case LinkControl::kDXPrefix:
-        return tessera_.prefix.clear();
+        tessera_ = {};
+        return;
       default:
         // The field keeps the last value.
         return;
@@ -155,60 +163,76 @@ void IonCap::Follow(LinkControl control, const std::string& text) {
       return UsePeersText(TextField::kFlux, text);
     case LinkControl::kK:
       return UsePeersText(TextField::kKindex, text);
-    case LinkControl::kDXLatitude:
-      tessera_.latitude = text;
-      return UseTesseraLocation();
-    case LinkControl::kDXLongitude:
-      tessera_.longitude = text;
-      return UseTesseraLocation();
-    case LinkControl::kDXPrefix:
-      tessera_.prefix = text;
-      return UseTesseraLocation();
-    case LinkControl::kLocalLatitude:
-      return UsePeersText(TextField::kLocalLat, text);
-    case LinkControl::kLocalLongitude:
-      return UsePeersText(TextField::kLocalLon, text);
     case LinkControl::kMode:
       return UsePeersMode(text);
-    case LinkControl::kA:
-    case LinkControl::kFreq:
-      // No input takes the one; the other comes as a number.
+    default:
+      // No input takes the A index; the frequency and places have operations of their own.
       return;
   }
 }
 
-/// The DX station follows the location that is selected in Tessera while the user wants it so.
+void IonCap::FollowSelection(const PeerPlace& place) {
+  tessera_ = place;
+  UseTesseraLocation();
+}
+
+void IonCap::FollowStation(const PeerPlace& place) {
+  (void)UsePeersPlace(TextField::kLocalLat, TextField::kLocalLon, place);
+}
+
+/// The DX station follows the location that is selected in Tessera while the user wants it so. The
+/// country belongs to the coordinates: where those are refused, the one before stays.
 void IonCap::UseTesseraLocation() {
   if (!with_.view.Checked(CheckBox::kDXTracksTesseraLocation)) return;
-  UsePeersText(TextField::kDXLat, tessera_.latitude);
-  UsePeersText(TextField::kDXLon, tessera_.longitude);
-  // A country belongs to the coordinates that came with it. Coordinates that were refused leave the
-  // station where it was.
-  const bool used = with_.view.Text(TextField::kDXLat) == Trim(tessera_.latitude) &&
-                    with_.view.Text(TextField::kDXLon) == Trim(tessera_.longitude);
-  with_.parameters.SetLastPrefix(used && IsPlain(tessera_.prefix) ? tessera_.prefix : "");
+  if (!UsePeersPlace(TextField::kDXLat, TextField::kDXLon, tessera_)) return;
+  with_.parameters.SetLastPrefix(IsPlain(tessera_.country) ? tessera_.country : "");
+}
+
+/// Puts a peer's coordinates into a station's fields, both or none: one of them would move the
+/// station to a place that is neither the old nor the new one. Returns whether they are there.
+bool IonCap::UsePeersPlace(TextField latitude, TextField longitude, const PeerPlace& place) {
+  for (const auto& [field, text] :
+       {std::pair(latitude, Trim(place.latitude)), std::pair(longitude, Trim(place.longitude))}) {
+    if (text.empty() || !FromPeerAcceptable(field, std::string(text))) return false;
+  }
+  UsePeersText(latitude, place.latitude);
+  UsePeersText(longitude, place.longitude);
+  return true;
 }
 
 void IonCap::UsePeersMode(const std::string& text) {
-  const std::string mode = ListedMode(text);
-  for (std::size_t index = 0; index < modes_.size(); ++index) {
-    if (!EqualsIgnoringCase(modes_[index].mode, mode)) continue;
-    if (with_.view.Selected(OptionGroup::kModeSNRCombo) == static_cast<int>(index)) return;
-    with_.view.Select(OptionGroup::kModeSNRCombo, static_cast<int>(index));
-    UseMode();
-    FollowTransceiver();
-    return;
-  }
+  if (Trim(text).empty()) return;
+  const std::optional<std::size_t> mode = NearestMode(text, modes_, SelectedMode());
+  if (!mode) return ReportUnknownMode(text.substr(0, kLongestText));
+  if (with_.view.Selected(OptionGroup::kModeSNRCombo) == static_cast<int>(*mode)) return;
+  with_.view.Select(OptionGroup::kModeSNRCombo, static_cast<int>(*mode));
+  UseMode();
+  FollowTransceiver();
 }
 
-/// Stricter than for the user, who sees what is in the field: a number and nothing behind it.
+/// Logs a mode the first time that it occurs. The number of such modes is limited, since a peer may
+/// send anything.
+void IonCap::ReportUnknownMode(const std::string& text) {
+  if (unknown_modes_.size() >= kMostUnknownModes || !unknown_modes_.insert(text).second) return;
+  with_.diagnostics.ErrorLog("the transceiver's mode \"" + text +
+                             "\" is none of the configured modes; the mode stays as it is");
+}
+
+/// Stricter than for the user, who sees what is in the field: a finite number and nothing behind
+/// it, or a coordinate with its hemisphere letter, which the "e" of a number is not.
 bool IonCap::FromPeerAcceptable(TextField field, const std::string& text) {
-  const bool number = field != TextField::kLocalLat && field != TextField::kLocalLon &&
-                      field != TextField::kDXLat && field != TextField::kDXLon;
-  if (text.size() <= kLongestText && (!number || WholeNumberText(text).has_value()) &&
-      Problem(field, text) == nullptr) {
-    return true;
+  const bool latitude = field == TextField::kLocalLat || field == TextField::kDXLat;
+  const bool longitude = field == TextField::kLocalLon || field == TextField::kDXLon;
+  const std::optional<double> number = WholeNumberText(text);
+  bool readable = text.size() <= kLongestText;
+  if (latitude || longitude) {
+    // Checked first: the check of the field logs what it cannot read as a fault.
+    readable = readable && !number &&
+               (latitude ? LatLonModule::LatitudeIn(text) : LatLonModule::LongitudeIn(text));
+  } else {
+    readable = readable && number && std::isfinite(*number);
   }
+  if (readable && Problem(field, text) == nullptr) return true;
   with_.diagnostics.DebugLog("   a peer's value is refused: " + text.substr(0, kLongestText));
   return false;
 }

@@ -179,10 +179,8 @@ IONCAPModule::PointRequest PointSnrService::RequestFor(const Wanted& wanted) {
 
 /// What the mode needs; for a mode that is not in the list, what the window says.
 std::string PointSnrService::RequiredSnr(const std::string& mode) const {
-  const std::string name = ListedMode(mode);
-  for (const ModeSettings& known : with_.configuration.Modes()) {
-    if (EqualsIgnoringCase(known.mode, name)) return known.snr;
-  }
+  const std::vector<ModeSettings>& modes = with_.configuration.Modes();
+  if (const auto nearest = NearestMode(mode, modes)) return modes[*nearest].snr;
   return with_.panel.Text(PanelText::kSNR);
 }
 

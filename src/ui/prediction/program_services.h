@@ -40,6 +40,8 @@ class PeerLinks {
   virtual void DisplaySolarHistory() {}
   /// Tries peers that are not connected again.
   virtual void ServerRetryTimer_Tick() {}
+  /// Hands the values on that peers have published since the last tick.
+  virtual void PeerValuesTimer_Tick() {}
 };
 
 /// What downloads do to the prediction window.

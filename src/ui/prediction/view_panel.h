@@ -71,17 +71,16 @@ class ViewTimer : public ExecuteTimer {
   PredictionView* view_;
 };
 
-/// The timer that tries absent peers again, as one of the view's timers.
-class ViewRetryTimer : public RetryTimer {
+/// A timer of the links as one of the view's timers.
+class ViewLinkTimer : public LinkTimer {
  public:
-  explicit ViewRetryTimer(PredictionView& view) : view_(&view) {}
-  void Start(std::chrono::milliseconds interval) override {
-    view_->StartTimer(WindowTimer::kServerRetryTimer, interval);
-  }
-  void Stop() override { view_->StopTimer(WindowTimer::kServerRetryTimer); }
+  ViewLinkTimer(PredictionView& view, WindowTimer timer) : view_(&view), timer_(timer) {}
+  void Start(std::chrono::milliseconds interval) override { view_->StartTimer(timer_, interval); }
+  void Stop() override { view_->StopTimer(timer_); }
 
  private:
   PredictionView* view_;
+  WindowTimer timer_;
 };
 
 }  // namespace skyhop

@@ -320,6 +320,8 @@ void PredictionFrame::Ticked(WindowTimer timer) {
       return controller_->ShutDownTimer_Tick();
     case WindowTimer::kServerRetryTimer:
       return controller_->ServerRetryTimer_Tick();
+    case WindowTimer::kPeerValuesTimer:
+      return controller_->PeerValuesTimer_Tick();
   }
 }
 

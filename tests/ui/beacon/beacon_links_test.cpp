@@ -18,11 +18,13 @@ class NoWindow : public PeerWindow {
  public:
   FollowedBand FollowFrequency(double) override { return {}; }
   void Follow(LinkControl, const std::string&) override {}
+  void FollowSelection(const PeerPlace&) override {}
+  void FollowStation(const PeerPlace&) override {}
   void Forget(LinkControl) override {}
   void LinksChanged() override {}
 };
 
-class NoTimer : public RetryTimer {
+class NoTimer : public LinkTimer {
  public:
   void Start(std::chrono::milliseconds) override {}
   void Stop() override {}
@@ -71,7 +73,7 @@ class BeaconLinksTest : public ::testing::Test {
   NoWindow window_;
   NoTimer timer_;
   DDECommon::Records records_{log_.diagnostics};
-  DDEClient client_{window_, log_.diagnostics};
+  DDEClient client_{window_, timer_, log_.diagnostics};
   DDEClientModule::Links links_{{transport_, client_, window_, timer_, records_, log_.diagnostics}};
   BeaconLinks peers_{[this] { return &links_; }};
   BeaconModule::Follower follower_{peers_};
@@ -117,10 +119,10 @@ TEST_F(BeaconLinksTest, PeersGetTheirCommandsSlotBySlot) {
 TEST_F(BeaconLinksTest, WithoutLinksNothingHappens) {
   BeaconLinks none([] { return nullptr; });
   EXPECT_FALSE(none.HasTransceiver());
-  none.Qsy("14100");
-  none.SetTransceiverMode("CW");
   none.SetVfoA();
   none.SetSplit(false);
+  none.Qsy("14100");
+  none.SetTransceiverMode("CW");
   none.RotateShortPath(1);
   none.SelectBearing(1);
   none.LookUp(files_.locations.beacons.front());

@@ -87,6 +87,7 @@ class FakePeers : public PeerLinks, public Part {
   [[nodiscard]] bool HasSolarHistory() override { return history; }
   void DisplaySolarHistory() override { Happened("history"); }
   void ServerRetryTimer_Tick() override { Happened("retry"); }
+  void PeerValuesTimer_Tick() override { Happened("values"); }
 
   std::optional<double> kilohertz;
   bool history = false;

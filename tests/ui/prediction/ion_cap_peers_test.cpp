@@ -115,10 +115,8 @@ TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
   messages_.while_shown = [&] { window_.PredictForPeer({true, false}, "0"); };
   window_.PathsButton_Click();
   EXPECT_FALSE(messages_.shown.empty());
-  EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
-  EXPECT_EQ(messages_.shown.size(), 4U) << "the peer's attempt fails after the user's";
-  EXPECT_EQ(Requester(), dde_option::kRequestedHere);
   EXPECT_TRUE(launcher_.starts.empty());
+  EXPECT_EQ(messages_.shown.size(), 4U) << "the peer's attempt fails after the user's";
   view_.SetText(TextField::kFlux, "150");
   window_.PredictForPeer({true, false}, "0");
   EXPECT_EQ(launcher_.starts.size(), 1U) << "after it another one may come";
@@ -136,7 +134,7 @@ TEST_F(IonCapPeersTest, TheBarsUnderAChartAreThoseOfItsStations) {
   window_.EngineWatch_Tick();
   ASSERT_TRUE(chart_.HasResult());
   const std::string predicted = tip();
-  window_.Follow(LinkControl::kLocalLatitude, "70 0' 0\" N");
+  window_.FollowStation({"70 0' 0\" N", "20 0' 0\" E", ""});
   EXPECT_EQ(tip(), predicted);
 }
 
@@ -188,14 +186,18 @@ TEST_F(IonCapPeersTest, ValuesThatAUserCouldNotEnterAreRefusedWithoutAMessage) {
        TextField::kKindex,
        "1",
        {"?"}},
-      {[&](const auto& text) { window_.Follow(LinkControl::kLocalLatitude, text); },
+      {[&](const auto& text) {
+         window_.FollowStation({text, "20 0' 0\" E", ""});
+       },
        TextField::kLocalLat,
        "10 30' 0\" N",
-       {"91 N", "10 E", "north"}},
-      {[&](const auto& text) { window_.Follow(LinkControl::kLocalLongitude, text); },
+       {"91 N", "10 E", "north", "", "1e999"}},
+      {[&](const auto& text) {
+         window_.FollowStation({"10 30' 0\" N", text, ""});
+       },
        TextField::kLocalLon,
        "20 0' 0\" E",
-       {"181 E", "10 N"}},
+       {"181 E", "10 N", "", "1e999", "1e9", "1 999' E"}},
   };
   for (const auto& [send, field, good, bad] : cases) {
     send(std::string(" ") + good + " ");
@@ -215,9 +217,7 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
   view_.SetChecked(CheckBox::kDXTracksTesseraLocation, false);
   const std::string before = view_.Text(TextField::kDXLat);
   const auto select = [&](const char* latitude, const char* longitude, const char* country) {
-    window_.Follow(LinkControl::kDXLatitude, latitude);
-    window_.Follow(LinkControl::kDXLongitude, longitude);
-    window_.Follow(LinkControl::kDXPrefix, country);
+    window_.FollowSelection({latitude, longitude, country});
   };
   select("10 30' 0\" N", "20 0' 0\" E", "Chad");
   EXPECT_EQ(view_.Text(TextField::kDXLat), before);
@@ -227,16 +227,21 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
   EXPECT_EQ(view_.Text(TextField::kDXLat), "10 30' 0\" N");
   EXPECT_EQ(view_.Text(TextField::kDXGrid), "KK00am");
   EXPECT_EQ(view_.Shown(Label::kPrefix), "Chad");
-  select("", "200 W", "");
-  EXPECT_EQ(view_.Text(TextField::kDXLon), "20 0' 0\" E");
-  select("3 0' 0\" N", "200 W", "Nowhere");
-  EXPECT_EQ(view_.Shown(Label::kPrefix), "") << "not the country of the coordinates beside it";
+  // Coordinates that are refused, or of which one is missing, take their country along.
+  for (const auto& [latitude, longitude] :
+       {std::pair("1 0' 0\" S", "200 W"), std::pair("1 0' 0\" S", "1e999"),
+        std::pair("1 0' 0\" S", ""), std::pair("", "0 E")}) {
+    select(latitude, longitude, "Gabon");
+    EXPECT_EQ(view_.Text(TextField::kDXLat), "10 30' 0\" N") << longitude;
+    EXPECT_EQ(view_.Text(TextField::kDXLon), "20 0' 0\" E");
+    EXPECT_EQ(view_.Shown(Label::kPrefix), "Chad");
+  }
   select("1 0' 0\" S", "0 0' 0\" E", "Gabon & sea");
   EXPECT_EQ(view_.Text(TextField::kDXLat), "1 0' 0\" S");
   EXPECT_EQ(view_.Shown(Label::kPrefix), "Gabon && sea");
   for (const std::string& country : {std::string("Chad\nSYSTEM"), std::string(200, 'x')}) {
-    window_.Follow(LinkControl::kDXPrefix, "Gabon");
-    window_.Follow(LinkControl::kDXPrefix, country);
+    select("1 0' 0\" S", "0 0' 0\" E", "Gabon");
+    select("1 0' 0\" S", "0 0' 0\" E", country.c_str());
     EXPECT_EQ(view_.Shown(Label::kPrefix), "") << "no country is better than another place's";
   }
   // What is being typed elsewhere is neither taken nor taken back by that.
@@ -270,7 +275,10 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
   window_.Forget(LinkControl::kFreq);
   EXPECT_EQ(chart_.BandIndicator(), -1) << "the transceiver has gone";
   const std::pair<const char*, const char*> modes[] = {
-      {"CW", "CW"}, {"usb", "SSB"}, {"LSB ", "SSB"}, {"psk", "PSK31"}, {"HELL", "PSK31"}};
+      {"CW", "CW"},       {"usb", "SSB"},     {"LSB ", "SSB"},   {"CW-R", "CW"},
+      {"DATA-U", "FT8"},  {"psk", "PSK31"},   {"HELL", "PSK31"}, {"DATA-L", "PSK31"},
+      {"RTTY-R", "RTTY"}, {"PKTUSB", "RTTY"}, {"FT4", "FT4"},    {"AM-N", "AM"},
+      {"HELL", "AM"},     {"", "AM"},         {"PKT-L", "FT8"}};
   for (const auto& [told, selected] : modes) {
     window_.Follow(LinkControl::kMode, told);
     const int index = view_.Selected(OptionGroup::kModeSNRCombo);
@@ -279,6 +287,11 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
     EXPECT_EQ(view_.Text(TextField::kSNR),
               configuration_.Modes().at(static_cast<std::size_t>(index)).snr);
   }
+  EXPECT_EQ(log_.errors, Events{"the transceiver's mode \"HELL\" is none of the configured modes; "
+                                "the mode stays as it is"});
+  for (int i = 0; i < 1000; ++i) window_.Follow(LinkControl::kMode, "X" + std::to_string(i));
+  EXPECT_LT(log_.errors.size(), 50U);
+  errors_expected_ = true;
 }
 
 TEST_F(IonCapPeersTest, TheTransceiverDrivesThePointPredictionWhileItIsShown) {
@@ -338,8 +351,9 @@ TEST_F(IonCapPeersTest, LinksAndTimersReachTheirParts) {
   window_.LinksChanged();
   EXPECT_TRUE(view_.Enabled(Button::kHistoryCmd));
   window_.ServerRetryTimer_Tick();
+  window_.PeerValuesTimer_Tick();
   window_.ResetWindows(0);
-  EXPECT_EQ(events_, (Events{"peers change", "retry", "reset windows"}));
+  EXPECT_EQ(events_, (Events{"peers change", "retry", "values", "reset windows"}));
 }
 
 }  // namespace
