@@ -55,6 +55,10 @@ void KeepEndRequests();
 /// Whether such a request has come.
 [[nodiscard]] bool EndRequested();
 
+/// Whether the user has struck Esc in a window of the program while its events were held back. The
+/// key is taken, so that it does nothing else; the other events stay.
+bool TakeEscapeKey();
+
 /// Cancels the native dialogs that are open. Returns whether there were any.
 bool CancelNativeDialogs();
 

@@ -1,30 +1,47 @@
 #include "spaceweather/background_fetcher.h"
 
-#include <future>
+#include <thread>
 
 namespace skyhop {
+
+BackgroundFetcher::~BackgroundFetcher() {
+  if (Working()) (void)result_.wait_for(kLongestEnd);
+}
 
 std::int32_t BackgroundFetcher::RemoveFromCache(const std::string& url) noexcept {
   return fetcher_->RemoveFromCache(url);
 }
 
-std::int32_t BackgroundFetcher::Fetch(const std::string& url,
-                                      const std::filesystem::path& file) noexcept {
-  std::future<std::int32_t> result;
+std::int32_t BackgroundFetcher::Fetch(const std::string& url, const std::filesystem::path& file,
+                                      const std::stop_token& stop) noexcept {
+  Await(stop);
+  if (Working()) return fetch_codes::kAborted;
   try {
-    result = std::async(std::launch::async, [&] { return fetcher_->Fetch(url, file); });
+    std::packaged_task<std::int32_t()> task(
+        [fetcher = fetcher_, url, file, stop] { return fetcher->Fetch(url, file, stop); });
+    result_ = task.get_future();
+    std::thread(std::move(task)).detach();
   } catch (...) {
     // A system without a thread to spare can still wait for the network.
-    return fetcher_->Fetch(url, file);
+    result_ = {};
+    return fetcher_->Fetch(url, file, stop);
   }
+  Await(stop);
+  return Working() ? fetch_codes::kAborted : result_.get();
+}
+
+/// Pauses until the other thread has ended or the fetch is stopped.
+void BackgroundFetcher::Await(const std::stop_token& stop) {
   try {
-    while (result.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-      pause_->Wait(kPause);
-    }
+    while (Working() && !stop.stop_requested()) pause_->Wait(kPause);
   } catch (...) {
     // A pause that fails costs the repainting only; the result is still to be waited for.
+    if (result_.valid()) result_.wait();
   }
-  return result.get();
+}
+
+bool BackgroundFetcher::Working() const {
+  return result_.valid() && result_.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
 }
 
 }  // namespace skyhop

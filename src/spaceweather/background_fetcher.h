@@ -1,6 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <future>
+#include <memory>
+#include <utility>
 
 #include "common/pause.h"
 #include "spaceweather/url_fetcher.h"
@@ -10,20 +13,34 @@ namespace skyhop {
 /// Lets another fetcher work on a thread of its own while the caller waits in short pauses: a pause
 /// that repaints the windows keeps them from looking dead during a slow download. To the caller a
 /// fetch is synchronous all the same, and nothing of the program runs on the other thread.
+///
+/// A fetch that is stopped returns at the next pause, even while its server or the system's name
+/// service does not answer. The other thread ends by itself later; the next fetch waits for that.
 class BackgroundFetcher : public UrlFetcher {
  public:
   static constexpr std::chrono::milliseconds kPause{20};
+  /// How long the end of the program waits for a stopped fetch.
+  static constexpr std::chrono::seconds kLongestEnd{2};
 
-  /// Both must outlive this object. `pause` must hold back what the user does meanwhile.
-  BackgroundFetcher(UrlFetcher& fetcher, Pause& pause) : fetcher_(&fetcher), pause_(&pause) {}
+  /// `pause` must outlive this object and hold back what the user does meanwhile.
+  BackgroundFetcher(std::shared_ptr<UrlFetcher> fetcher, Pause& pause)
+      : fetcher_(std::move(fetcher)), pause_(&pause) {}
+  ~BackgroundFetcher() override;
+  BackgroundFetcher(const BackgroundFetcher&) = delete;
+  BackgroundFetcher& operator=(const BackgroundFetcher&) = delete;
 
   std::int32_t RemoveFromCache(const std::string& url) noexcept override;
-  [[nodiscard]] std::int32_t Fetch(const std::string& url,
-                                   const std::filesystem::path& file) noexcept override;
+  [[nodiscard]] std::int32_t Fetch(const std::string& url, const std::filesystem::path& file,
+                                   const std::stop_token& stop) noexcept override;
 
  private:
-  UrlFetcher* fetcher_;
+  void Await(const std::stop_token& stop);
+  [[nodiscard]] bool Working() const;
+
+  /// Shared with the other thread, which may outlive this object.
+  std::shared_ptr<UrlFetcher> fetcher_;
   Pause* pause_;
+  std::future<std::int32_t> result_;  ///< of the other thread, valid until it was taken
 };
 
 }  // namespace skyhop

@@ -13,6 +13,7 @@ void DownloadProcedure::Run(const DownloadTask& task) {
     return;
   }
   busy_ = true;
+  stop_ = std::stop_source();
   bool complete = false;
   try {
     host_->EnableDownloads(false);
@@ -47,7 +48,12 @@ bool DownloadProcedure::Download(const DownloadTask& task) {
     return false;
   }
   task.before_fetch();
-  const std::string problem = files_->GetFileFromURL(url, file);
+  const std::string problem = files_->GetFileFromURL(url, file, stop_.get_token());
+  if (stop_.stop_requested()) {
+    diagnostics_->DebugLog(std::string("   ") + task.status + ": cancelled");
+    task.on_cancel();
+    return false;
+  }
   if (!problem.empty()) return fail(task.failed + url + " - " + problem);
 
   std::error_code error;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <stop_token>
 #include <string>
 
 #include "common/diagnostics.h"
@@ -30,6 +31,8 @@ struct DownloadTask {
   std::function<void(const std::string& message)> on_failure;
   /// Called before anything is fetched, once there is an address.
   std::function<void()> before_fetch;
+  /// Called instead of both when the download was cancelled.
+  std::function<void()> on_cancel = [] {};
   /// Takes what was downloaded. Returns false after it has reported that nothing can be made of it.
   std::function<bool(const std::string& content, const std::string& url)> parse;
 };
@@ -58,6 +61,10 @@ class DownloadProcedure {
 
   [[nodiscard]] bool Busy() const { return busy_; }
 
+  /// Ends the download that is running: no message is shown and all values stay as they are. Does
+  /// nothing when none is running or when its file has come in already.
+  void Cancel() { stop_.request_stop(); }
+
  private:
   [[nodiscard]] bool Download(const DownloadTask& task);
   void Finish();
@@ -68,6 +75,7 @@ class DownloadProcedure {
   Diagnostics* diagnostics_;
   std::filesystem::path program_folder_;
   bool busy_ = false;
+  std::stop_source stop_;  ///< of the download that is running, or of the last one
 };
 
 }  // namespace skyhop

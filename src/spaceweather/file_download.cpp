@@ -49,8 +49,8 @@ std::string GetFileErrorDescription(std::int32_t code) {
   return "unknown error " + std::to_string(code);
 }
 
-std::string FileDownload::GetFileFromURL(const std::string& url,
-                                         const std::filesystem::path& file) {
+std::string FileDownload::GetFileFromURL(const std::string& url, const std::filesystem::path& file,
+                                         const std::stop_token& stop) {
   return diagnostics_->Trap("Common.GetFileFromURL", std::string("Program Error"), [&] {
     diagnostics_->DebugLog("Common.GetFileFromURL: starting");
     diagnostics_->DebugLog("   theURL = " + url);
@@ -62,7 +62,7 @@ std::string FileDownload::GetFileFromURL(const std::string& url,
     diagnostics_->DebugLog("   CachedURL = " + cached_url);
     diagnostics_->DebugLog("   Deletion Result = " + std::to_string(removed));
 
-    const std::int32_t code = fetcher_->Fetch(url, file);
+    const std::int32_t code = fetcher_->Fetch(url, file, stop);
     if (code == fetch_codes::kOk) {
       diagnostics_->DebugLog("Common.GetFileFromURL: complete");
       return std::string();

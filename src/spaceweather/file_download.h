@@ -23,9 +23,10 @@ class FileDownload {
 
   /// Fetches the newest version of `url` into `file`, a full path; an existing file is overwritten.
   /// Returns an empty text on success, else a short description of the failure; "Program Error"
-  /// when the attempt itself went wrong. Never throws.
+  /// when the attempt itself went wrong. Never throws. Ends early once `stop` is requested.
   [[nodiscard]] std::string GetFileFromURL(const std::string& url,
-                                           const std::filesystem::path& file);
+                                           const std::filesystem::path& file,
+                                           const std::stop_token& stop = {});
 
  private:
   UrlFetcher* fetcher_;

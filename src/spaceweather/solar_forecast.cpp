@@ -1,5 +1,8 @@
 #include "spaceweather/solar_forecast.h"
 
+#include <tuple>
+#include <utility>
+
 #include "common/dates.h"
 #include "spaceweather/forecast_parser.h"
 #include "spaceweather/line_text.h"
@@ -9,6 +12,7 @@ namespace skyhop::SolarForecastModule {
 void Forecast::DownloadSolarForecast() {
   diagnostics_->Trap("SolarForecastModule.DownloadSolarForecast", [&] {
     int today = 0;
+    const auto before = std::pair(table_, filled_at_);
     procedure_->Run({
         .kind = DownloadKind::kForecast,
         .file_name = "SolarForecast.txt",
@@ -28,6 +32,7 @@ void Forecast::DownloadSolarForecast() {
               today = static_cast<int>(static_cast<unsigned>(UtcDate(clock_->UtcNow()).day()));
               ClearValidity();
             },
+        .on_cancel = [&] { std::tie(table_, filled_at_) = before; },
         .parse = [&](const std::string& content,
                      const std::string& url) { return LoadSolarHistory(content, url, today); },
     });

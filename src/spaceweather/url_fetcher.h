@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <stop_token>
 #include <string>
 
 namespace skyhop {
@@ -17,7 +18,7 @@ namespace fetch_codes {
 
 inline constexpr std::int32_t kOk = 0;
 inline constexpr std::int32_t kAccessDenied = Code(0x80070005);  ///< the file cannot be written
-inline constexpr std::int32_t kAborted = Code(0x80004004);
+inline constexpr std::int32_t kAborted = Code(0x80004004);       ///< cancelled, or a read-only file
 inline constexpr std::int32_t kOutOfMemory = Code(0x8007000E);
 inline constexpr std::int32_t kInvalidUrl = Code(0x800C0002);
 inline constexpr std::int32_t kNoSession = Code(0x800C0003);
@@ -56,13 +57,15 @@ class UrlFetcher {
 
   /// Fetches `url` (UTF-8, as the user typed it, blanks and all) in its newest version into `file`
   /// (an absolute path), replacing an existing one, and waits until that is done or has failed.
-  /// Redirects are followed.
+  /// Redirects are followed, from an https address to https addresses only. Once `stop` is
+  /// requested, from whatever thread, the fetch ends soon with kAborted and writes no file.
   ///
   /// Returns 0 on success, also when the content is empty; then the file exists and holds the
   /// content byte by byte. Any other result is a failure, one of `fetch_codes` where one fits; the
   /// file may then be absent, be the old one or hold a part of the content.
   [[nodiscard]] virtual std::int32_t Fetch(const std::string& url,
-                                           const std::filesystem::path& file) noexcept = 0;
+                                           const std::filesystem::path& file,
+                                           const std::stop_token& stop) noexcept = 0;
 };
 
 }  // namespace skyhop

@@ -31,9 +31,9 @@ class PassedOn : public UrlFetcher {
   std::int32_t RemoveFromCache(const std::string& url) noexcept override {
     return fetcher_->RemoveFromCache(url);
   }
-  [[nodiscard]] std::int32_t Fetch(const std::string& url,
-                                   const std::filesystem::path& file) noexcept override {
-    return fetcher_->Fetch(url, file);
+  [[nodiscard]] std::int32_t Fetch(const std::string& url, const std::filesystem::path& file,
+                                   const std::stop_token& stop) noexcept override {
+    return fetcher_->Fetch(url, file, stop);
   }
 
  private:

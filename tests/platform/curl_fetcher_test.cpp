@@ -32,7 +32,7 @@ class CurlFetcherTest : public ::testing::Test {
   }
 
   [[nodiscard]] std::int32_t Fetch(const std::string& url, const FetchLimits& limits = {}) {
-    return CurlFetcher(limits).Fetch(url, file_);
+    return CurlFetcher(limits).Fetch(url, file_, stop_.get_token());
   }
   [[nodiscard]] std::int32_t FetchReply(const HttpReply& reply, const FetchLimits& limits = {}) {
     server_.Serve("/file", reply);
@@ -47,6 +47,7 @@ class CurlFetcherTest : public ::testing::Test {
   HttpServer server_;
   TemporaryFolder folder_;
   std::filesystem::path file_ = folder_ / "got.txt";
+  std::stop_source stop_;
 };
 
 TEST_F(CurlFetcherTest, WritesTheContentByteByByte) {
@@ -139,6 +140,21 @@ TEST_F(CurlFetcherTest, EndsAfterTheTimeAllowed) {
   }
 }
 
+TEST_F(CurlFetcherTest, AStoppedFetchEndsAndKeepsTheOldFile) {
+  HttpReply trickle = {.pieces = {"HTTP/1.1 200 OK\r\nContent-Length: 3000\r\n\r\n"},
+                       .pause = milliseconds(40)};
+  trickle.pieces.resize(3001, ".");
+  std::thread user([&] {
+    while (server_.Requests().empty()) std::this_thread::sleep_for(milliseconds(1));
+    stop_.request_stop();
+  });
+  // The fetch would take two minutes, beyond its limit of time.
+  EXPECT_EQ(FetchReply(trickle), fetch_codes::kAborted);
+  user.join();
+  EXPECT_EQ(FetchReply(Reply("200 OK", "new")), fetch_codes::kAborted) << "stopped before";
+  EXPECT_EQ(Content(), kOldContent);
+}
+
 TEST_F(CurlFetcherTest, RefusesContentBeyondTheLimit) {
   FetchLimits limits;
   limits.size = 1000;
@@ -158,7 +174,7 @@ TEST_F(CurlFetcherTest, RefusesContentBeyondTheLimit) {
 TEST_F(CurlFetcherTest, SaysWhyTheFileCannotBeWritten) {
   server_.Serve("/file", Reply("200 OK", "new"));
   const auto fetch_into = [&](const std::filesystem::path& file) {
-    return CurlFetcher().Fetch(server_.Url("/file"), file);
+    return CurlFetcher().Fetch(server_.Url("/file"), file, {});
   };
   EXPECT_EQ(fetch_into(folder_.Path()), fetch_codes::kAccessDenied);
   EXPECT_EQ(fetch_into(folder_ / "no such folder" / "got.txt"), fetch_codes::kAccessDenied);
@@ -175,33 +191,61 @@ TEST_F(CurlFetcherTest, UsesTheProxyOfTheEnvironment) {
   EXPECT_EQ(Content(), "through the proxy");
 }
 
-TEST_F(CurlFetcherTest, TrustsNoCertificateThatNobodyVouchesFor) {
-  const std::filesystem::path openssl = "/usr/bin/openssl";
-  ASSERT_TRUE(std::filesystem::exists(openssl)) << "there is no openssl";
-  const std::string key = PathText(folder_ / "key.pem");
-  const std::string certificate = PathText(folder_ / "certificate.pem");
-  ASSERT_EQ(RunProgram(openssl,
-                       {"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=localhost",
-                        "-addext", "subjectAltName=DNS:localhost,IP:127.0.0.1", "-keyout", key,
-                        "-out", certificate},
-                       {})
-                .status,
-            0);
-  const std::string port = std::to_string(UnusedPort());
-  std::thread server([&] {
-    (void)RunProgram("/usr/bin/timeout",
-                     {"20", openssl.string(), "s_server", "-quiet", "-www", "-naccept", "1",
-                      "-accept", "127.0.0.1:" + port, "-key", key, "-cert", certificate},
-                     {});
-  });
-  std::int32_t code = fetch_codes::kCannotConnect;
-  for (int attempt = 0; attempt < 100 && code == fetch_codes::kCannotConnect; ++attempt) {
-    std::this_thread::sleep_for(milliseconds(50));
-    code = Fetch("https://127.0.0.1:" + port + "/");
+/// A server with a certificate that no authority of the system vouches for.
+class SecureServerTest : public CurlFetcherTest {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(std::filesystem::exists(kOpenssl)) << "there is no openssl";
+    ASSERT_EQ(RunProgram(kOpenssl,
+                         {"req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=localhost",
+                          "-addext", "subjectAltName=DNS:localhost,IP:127.0.0.1", "-keyout", key_,
+                          "-out", certificate_},
+                         {})
+                  .status,
+              0);
   }
-  server.join();
-  EXPECT_EQ(code, fetch_codes::kSecurityProblem);
+
+  /// Fetches from a server that answers one request, with the content of `folder_`/`name`.
+  [[nodiscard]] std::int32_t FetchSecurely(const std::string& name, const FetchLimits& limits) {
+    const std::string port = std::to_string(UnusedPort());
+    std::thread server([&] {
+      (void)RunProgram(
+          "/usr/bin/env",
+          {"-C", PathText(folder_.Path()), "timeout", "20", kOpenssl, "s_server", "-quiet", "-HTTP",
+           "-naccept", "1", "-accept", "127.0.0.1:" + port, "-key", key_, "-cert", certificate_},
+          {});
+    });
+    std::int32_t code = fetch_codes::kCannotConnect;
+    for (int attempt = 0; attempt < 100 && code == fetch_codes::kCannotConnect; ++attempt) {
+      std::this_thread::sleep_for(milliseconds(50));
+      code = Fetch("https://127.0.0.1:" + port + "/" + name, limits);
+    }
+    server.join();
+    return code;
+  }
+
+  static constexpr const char* kOpenssl = "/usr/bin/openssl";
+  std::string key_ = PathText(folder_ / "key.pem");
+  std::string certificate_ = PathText(folder_ / "certificate.pem");
+};
+
+TEST_F(SecureServerTest, TrustsNoCertificateThatNobodyVouchesFor) {
+  WriteFile(folder_ / "page", Reply("200 OK", "new").pieces[0]);
+  EXPECT_EQ(FetchSecurely("page", {}), fetch_codes::kSecurityProblem);
   EXPECT_EQ(Content(), kOldContent);
+}
+
+TEST_F(SecureServerTest, AfterHttpsOnlyHttpsIsFollowed) {
+  FetchLimits limits;
+  limits.authorities = certificate_;
+  server_.Serve("/plain", Reply("200 OK", "in clear text"));
+  WriteFile(folder_ / "page", Reply("200 OK", "in secret").pieces[0]);
+  WriteFile(folder_ / "moved", RedirectTo(server_.Url("/plain")).pieces[0]);
+  EXPECT_EQ(FetchSecurely("moved", limits), fetch_codes::kRedirectFailed);
+  EXPECT_EQ(Content(), kOldContent);
+  EXPECT_TRUE(server_.Requests().empty());
+  EXPECT_EQ(FetchSecurely("page", limits), fetch_codes::kOk);
+  EXPECT_EQ(Content(), "in secret");
 }
 
 }  // namespace

@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <memory>
+#include <stop_token>
 #include <thread>
 
 #include "spaceweather/background_fetcher.h"
+#include "spaceweather/solar_forecast.h"
+#include "spaceweather/sunspot_number.h"
 #include "support/fake_downloads.h"
 
 namespace skyhop::testing {
@@ -66,21 +71,74 @@ TEST(FileDownload, LogsAFailureWithItsCode) {
             "Common.GetFileFromURL failed: cannot connect, error code = -2146697212");
 }
 
-TEST(BackgroundFetcher, PausesTheCallerUntilTheResultIsThere) {
-  FakeFetcher slow;
+/// A fetcher whose server answers when the test lets it.
+struct SlowFetch {
+  std::shared_ptr<FakeFetcher> slow = std::make_shared<FakeFetcher>();
   FakePause pause;
   std::atomic<bool> go = false;
   std::thread::id worker;
-  slow.code = 7;
-  slow.during = [&] {
-    worker = std::this_thread::get_id();
-    while (!go) std::this_thread::yield();
-  };
-  pause.during = [&] { go = pause.waits.size() >= 3; };
-  BackgroundFetcher fetcher(slow, pause);
-  EXPECT_EQ(fetcher.Fetch("https://host/", "x"), 7);
-  EXPECT_GE(pause.waits.size(), 3U);
-  EXPECT_NE(worker, std::this_thread::get_id());
+  std::stop_source stop;
+
+  SlowFetch() {
+    slow->code = 7;
+    slow->during = [this] {
+      worker = std::this_thread::get_id();
+      while (!go) std::this_thread::yield();
+    };
+  }
+};
+
+TEST(BackgroundFetcher, PausesTheCallerUntilTheResultIsThere) {
+  SlowFetch with;
+  with.pause.during = [&] { with.go = with.pause.waits.size() >= 3; };
+  BackgroundFetcher fetcher(with.slow, with.pause);
+  EXPECT_EQ(fetcher.Fetch("https://host/", "x", {}), 7);
+  EXPECT_GE(with.pause.waits.size(), 3U);
+  EXPECT_NE(with.worker, std::this_thread::get_id());
+}
+
+TEST(BackgroundFetcher, AStoppedFetchReturnsWhileItsServerIsSilent) {
+  SlowFetch with;
+  BackgroundFetcher fetcher(with.slow, with.pause);
+  with.pause.during = [&] { with.stop.request_stop(); };
+  EXPECT_EQ(fetcher.Fetch("https://host/", "x", with.stop.get_token()), fetch_codes::kAborted);
+  EXPECT_FALSE(with.go);
+  // The next fetch waits for the end of that one, so that both never write at once.
+  with.pause.during = [&] { with.go = true; };
+  EXPECT_EQ(fetcher.Fetch("https://host/next", "x", {}), 7);
+  EXPECT_EQ(with.slow->fetched, (Lines{"https://host/", "https://host/next"}));
+}
+
+TEST(DownloadProcedure, ACancelledDownloadLeavesEverythingAsItWas) {
+  DownloadFixture with;
+  SolarForecastModule::SunspotNumber number{
+      with.procedure, with.host, with.origins, with.messages, with.log.diagnostics, with.log.clock};
+  SolarForecastModule::Forecast forecast(with.procedure, with.messages, with.log.diagnostics,
+                                         with.log.clock);
+  with.fetcher.content = TestData("spaceweather/forecast.txt");
+  forecast.DownloadSolarForecast();
+  const auto filled = forecast.FilledAt();
+  with.host.events.clear();
+  with.fetcher.during = [&] { with.procedure.Cancel(); };
+  for (const std::int32_t code : {fetch_codes::kAborted, fetch_codes::kOk}) {
+    with.fetcher.code = code;
+    forecast.DownloadSolarForecast();
+    number.DownloadSSN();
+  }
+  EXPECT_TRUE(forecast.Table()[31].valid);
+  EXPECT_EQ(forecast.FilledAt(), filled);
+  EXPECT_EQ(forecast.Failure(), "");
+  EXPECT_EQ(with.host.values[SolarValue::kSunspotNumber], "50");
+  EXPECT_EQ(with.origins.LastFailure(SolarValue::kSunspotNumber), "");
+  EXPECT_EQ(with.messages.Texts(), Lines());
+  EXPECT_EQ(Lines(with.host.events.end() - 2, with.host.events.end()),
+            (Lines{"enable", "caption "}));
+  EXPECT_EQ(with.Debug().back(), "   downloading SSN: cancelled");
+  // A cancellation holds for its own download.
+  with.fetcher.during = {};
+  with.fetcher.content = TestData("spaceweather/predicted-solar-cycle.json");
+  number.DownloadSSN();
+  EXPECT_EQ(with.host.values[SolarValue::kSunspotNumber], "96.4");
 }
 
 }  // namespace

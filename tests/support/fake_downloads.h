@@ -22,8 +22,8 @@ class FakeFetcher : public UrlFetcher {
     removed.push_back(url);
     return 1;
   }
-  [[nodiscard]] std::int32_t Fetch(const std::string& url,
-                                   const std::filesystem::path& file) noexcept override {
+  [[nodiscard]] std::int32_t Fetch(const std::string& url, const std::filesystem::path& file,
+                                   const std::stop_token& /*stop*/) noexcept override {
     fetched.push_back(url);
     if (during) during();
     if (content) WriteFile(file, *content);

@@ -50,6 +50,11 @@ wxIconBundle ProgramIcons() {
 
 }  // namespace
 
+void DownloadPause::Wait(std::chrono::milliseconds duration) {
+  pause_->Wait(duration);
+  if (on_escape_ && platform::TakeEscapeKey()) on_escape_();
+}
+
 SkyhopProgram::SkyhopProgram()
     : folder_(platform::ProgramFolder()),
       clock_(platform::MakeClock()),
@@ -77,7 +82,7 @@ SkyhopProgram::SkyhopProgram()
       forecast_frame_(new ForecastFrame(nullptr)),
       conditions_frame_(new ConditionsFrame(nullptr, {})),
       space_weather_({frame_->View(), *forecast_frame_, *conditions_frame_, configuration_,
-                      messages_, settings_, diagnostics_, *clock_, pause_, folder_}),
+                      messages_, settings_, diagnostics_, *clock_, download_pause_, folder_}),
       files_frame_(new ConditionsFrame(nullptr, {"Skyhop Deck and Results", "DeckAndResults",
                                                  "Deck and results", wxSize(860, 600)})),
       files_window_({*files_frame_, settings_, diagnostics_, "DeckAndResults"}),
@@ -168,6 +173,8 @@ void SkyhopProgram::AttachWindows() {
   beacon_frame_->Attach(beacons_);
   frame_->Attach(&controller_);
   frame_->SetBusyQuery([this] { return space_weather_.procedure.Busy(); });
+  frame_->SetBusyCancel([this] { space_weather_.procedure.Cancel(); });
+  download_pause_.SetEscapeListener([this] { space_weather_.procedure.Cancel(); });
   frame_->SetShowPreparation(platform::LayOutHidden);
   // The first download may end with a message that stays open: the rest is ready all the same.
   furnish_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FurnishNext(); });

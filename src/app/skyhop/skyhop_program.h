@@ -5,6 +5,7 @@
 #include <wx/timer.h>
 #include <wx/weakref.h>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -13,6 +14,7 @@
 #include "app/skyhop/program_windows.h"
 #include "app/skyhop/space_weather_parts.h"
 #include "common/instance_guard.h"
+#include "common/pause.h"
 #include "common/settings.h"
 #include "engine/circuit_run.h"
 #include "engine/ioncap_script.h"
@@ -33,6 +35,20 @@
 #include "ui/wx/wx_messages.h"
 
 namespace skyhop {
+
+/// Waits while a download runs. The Esc key cancels the download.
+class DownloadPause : public Pause {
+ public:
+  /// `pause` must outlive this object.
+  explicit DownloadPause(Pause& pause) : pause_(&pause) {}
+
+  void SetEscapeListener(std::function<void()> listener) { on_escape_ = std::move(listener); }
+  void Wait(std::chrono::milliseconds duration) override;
+
+ private:
+  Pause* pause_;
+  std::function<void()> on_escape_;
+};
 
 /// All parts of the program with its windows, made and wired in the order in which they need each
 /// other. Lives as long as the event loop runs.
@@ -75,6 +91,7 @@ class SkyhopProgram : private ConfigurationHost {
   std::unique_ptr<InstanceGuard> instance_;
   std::unique_ptr<RunLocker> locker_;
   WxPause pause_;
+  DownloadPause download_pause_{pause_};
   WxMessages messages_;
   Diagnostics diagnostics_;
   Common::Settings settings_;

@@ -33,7 +33,7 @@ struct SpaceWeatherParts {
   explicit SpaceWeatherParts(const Collaborators& with,
                              std::unique_ptr<UrlFetcher> url_fetcher = platform::MakeUrlFetcher())
       : fetcher(std::move(url_fetcher)),
-        background(*fetcher, with.pause),
+        background(fetcher, with.pause),
         files(background, with.diagnostics),
         host(with.configuration),
         procedure(host, files, with.messages, with.diagnostics, with.program_folder),
@@ -48,7 +48,7 @@ struct SpaceWeatherParts {
         service({host, forecast, sunspot_number, conditions, origins, forecast_window,
                  conditions_window, timer, with.view, with.diagnostics, with.clock}) {}
 
-  std::unique_ptr<UrlFetcher> fetcher;
+  std::shared_ptr<UrlFetcher> fetcher;
   BackgroundFetcher background;
   Common::FileDownload files;
   WindowDownloadHost host;

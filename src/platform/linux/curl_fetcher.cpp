@@ -3,6 +3,8 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "common/errors.h"
 #include "common/files.h"
@@ -17,6 +19,7 @@ namespace {
 
 constexpr long kMostRedirects = 10;
 constexpr const char* kSchemes = "http,https";
+constexpr const char* kSecureScheme = "https";
 
 using Handle = std::unique_ptr<CURL, decltype(CurlLibrary::easy_cleanup)>;
 using List = std::unique_ptr<curl_slist, decltype(CurlLibrary::slist_free_all)>;
@@ -40,18 +43,30 @@ extern "C" std::size_t SkyhopTakeBytes(char* bytes, std::size_t size, std::size_
   return length;
 }
 
+extern "C" int SkyhopFollowProgress(void* stop, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+  return static_cast<const std::stop_token*>(stop)->stop_requested() ? 1 : 0;
+}
+
+/// Whether an address is fetched in clear text: it names the scheme, HTTPS is the usual one.
+bool IsPlainHttp(std::string_view url) {
+  constexpr std::string_view scheme = "http:";
+  return EqualsIgnoringCase(url.substr(0, scheme.size()), scheme);
+}
+
 /// The request as a whole. Returns the first refusal of the library.
 class Request {
  public:
   Request(const CurlLibrary& curl, CURL* handle, const FetchLimits& limits)
       : curl_(curl), handle_(handle), limits_(limits) {}
 
-  [[nodiscard]] CURLcode Prepare(const std::string& url, curl_slist* headers, Body& body) {
+  [[nodiscard]] CURLcode Prepare(const std::string& url, curl_slist* headers, Body& body,
+                                 const std::stop_token& stop) {
     // Blanks are no part of an address; as the user typed it they may well be.
-    Set(CURLOPT_URL, ReplaceAll(Trim(url), " ", "%20").c_str());
+    const std::string address = ReplaceAll(Trim(url), " ", "%20");
+    Set(CURLOPT_URL, address.c_str());
     Set(CURLOPT_DEFAULT_PROTOCOL, "https");
     Set(CURLOPT_PROTOCOLS_STR, kSchemes);
-    Set(CURLOPT_REDIR_PROTOCOLS_STR, kSchemes);
+    Set(CURLOPT_REDIR_PROTOCOLS_STR, IsPlainHttp(address) ? kSchemes : kSecureScheme);
     Set(CURLOPT_FOLLOWLOCATION, 1L);
     Set(CURLOPT_MAXREDIRS, kMostRedirects);
     Set(CURLOPT_FAILONERROR, 1L);
@@ -66,6 +81,12 @@ class Request {
     Set(CURLOPT_HTTPHEADER, headers);
     Set(CURLOPT_WRITEFUNCTION, &SkyhopTakeBytes);
     Set(CURLOPT_WRITEDATA, static_cast<void*>(&body));
+    Set(CURLOPT_NOPROGRESS, 0L);
+    Set(CURLOPT_XFERINFOFUNCTION, &SkyhopFollowProgress);
+    Set(CURLOPT_XFERINFODATA, const_cast<std::stop_token*>(&stop));
+    if (!limits_.authorities.empty()) Set(CURLOPT_CAINFO, limits_.authorities.c_str());
+    // A stopped fetch need not wait for a name that is being looked up. Older libraries do.
+    curl_.easy_setopt(handle_, CURLOPT_QUICK_EXIT, 1L);
     return refusal_;
   }
 
@@ -93,14 +114,14 @@ TransferEnd EndOf(const CurlLibrary& curl, CURL* handle, CURLcode code) {
 }
 
 std::int32_t Transfer(const CurlLibrary& curl, const std::string& url, const FetchLimits& limits,
-                      Body& body) {
+                      Body& body, const std::stop_token& stop) {
   const Handle handle(curl.easy_init(), curl.easy_cleanup);
   const List headers(curl.slist_append(nullptr, "Cache-Control: no-cache"), curl.slist_free_all);
   if (!handle || !headers) return fetch_codes::kOutOfMemory;
   if (curl.slist_append(headers.get(), "Pragma: no-cache") == nullptr) {
     return fetch_codes::kOutOfMemory;
   }
-  CURLcode code = Request(curl, handle.get(), limits).Prepare(url, headers.get(), body);
+  CURLcode code = Request(curl, handle.get(), limits).Prepare(url, headers.get(), body, stop);
   if (code == CURLE_OK) code = curl.easy_perform(handle.get());
   return FetchCode(EndOf(curl, handle.get(), code));
 }
@@ -127,20 +148,21 @@ std::int32_t Write(const std::filesystem::path& file, const std::string& content
 
 }  // namespace
 
-CurlFetcher::CurlFetcher(FetchLimits limits) : limits_(limits) {}
+CurlFetcher::CurlFetcher(FetchLimits limits) : limits_(std::move(limits)) {}
 
 std::int32_t CurlFetcher::RemoveFromCache(const std::string& /*url*/) noexcept {
   return 0;
 }
 
-std::int32_t CurlFetcher::Fetch(const std::string& url,
-                                const std::filesystem::path& file) noexcept {
+std::int32_t CurlFetcher::Fetch(const std::string& url, const std::filesystem::path& file,
+                                const std::stop_token& stop) noexcept {
   try {
     if (IsReadOnly(file)) return fetch_codes::kAborted;
     const CurlLibrary* const curl = CurlLibrary::Get();
     if (curl == nullptr) return fetch_codes::kNoSession;
     Body body{.content = {}, .limit = limits_.size};
-    const std::int32_t code = Transfer(*curl, url, limits_, body);
+    const std::int32_t code = Transfer(*curl, url, limits_, body, stop);
+    if (stop.stop_requested()) return fetch_codes::kAborted;
     return code == fetch_codes::kOk ? Write(file, body.content) : code;
   } catch (...) {
     // Nothing but memory can run out here.

@@ -4,6 +4,7 @@
 #include <pango/pangocairo.h>
 
 #include <cstdlib>
+#include <vector>
 
 namespace skyhop::platform {
 namespace {
@@ -41,6 +42,26 @@ void LayOutHidden(void* window, int width, int height) {
   gtk_widget_get_preferred_size(widget, nullptr, nullptr);
   GtkAllocation area{0, 0, width, height};
   gtk_widget_size_allocate(widget, &area);
+}
+
+bool TakeEscapeKey() {
+  bool struck = false;
+  std::vector<GdkEvent*> others;
+  while (GdkEvent* const event = gdk_event_get()) {
+    guint key = 0;
+    if (gdk_event_get_event_type(event) == GDK_KEY_PRESS && gdk_event_get_keyval(event, &key) &&
+        key == GDK_KEY_Escape) {
+      struck = true;
+      gdk_event_free(event);
+    } else {
+      others.push_back(event);
+    }
+  }
+  for (GdkEvent* const event : others) {
+    gdk_event_put(event);
+    gdk_event_free(event);
+  }
+  return struck;
 }
 
 bool CancelNativeDialogs() {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace skyhop::platform {
 
@@ -35,6 +36,23 @@ void TieLabel(void* label, void* field) {
   services->SetHwndPropStr(field_window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
                            PROPID_ACC_NAME, text.c_str());
   services->Release();
+}
+
+bool TakeEscapeKey() {
+  bool struck = false;
+  std::vector<MSG> others;
+  MSG message{};
+  while (::PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE) != 0) {
+    if (message.wParam == VK_ESCAPE) {
+      struck = true;
+    } else {
+      others.push_back(message);
+    }
+  }
+  for (const MSG& other : others) {
+    ::PostMessageW(other.hwnd, other.message, other.wParam, other.lParam);
+  }
+  return struck;
 }
 
 void LayOutHidden(void* /*window*/, int /*width*/, int /*height*/) {

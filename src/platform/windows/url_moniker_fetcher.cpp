@@ -6,6 +6,10 @@
 #include <urlmon.h>
 #include <wininet.h>
 
+#include <atomic>
+#include <string_view>
+#include <utility>
+
 #include "platform/windows/system_error.h"
 
 namespace skyhop::platform {
@@ -29,6 +33,69 @@ class ComponentModel {
   HRESULT result_;
 };
 
+bool IsHttps(std::wstring_view url) {
+  constexpr std::wstring_view scheme = L"https:";
+  return url.size() >= scheme.size() &&
+         ::CompareStringOrdinal(url.data(), static_cast<int>(scheme.size()), scheme.data(),
+                                static_cast<int>(scheme.size()), TRUE) == CSTR_EQUAL;
+}
+
+/// Gets the progress of one download from the system, which may keep it for longer than the
+/// download, and ends the download when it was stopped or leaves HTTPS.
+class ProgressWatch final : public IBindStatusCallback {
+ public:
+  ProgressWatch(const std::wstring& url, std::stop_token stop)
+      : stop_(std::move(stop)), secure_(IsHttps(url)) {}
+  ProgressWatch(const ProgressWatch&) = delete;
+  ProgressWatch& operator=(const ProgressWatch&) = delete;
+
+  /// Whether the download was ended by a redirect.
+  [[nodiscard]] bool Insecure() const { return insecure_; }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+    const bool known =
+        ::IsEqualIID(id, IID_IUnknown) != 0 || ::IsEqualIID(id, IID_IBindStatusCallback) != 0;
+    *object = known ? this : nullptr;
+    if (!known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+  HRESULT STDMETHODCALLTYPE OnProgress(ULONG, ULONG, ULONG status, LPCWSTR text) override {
+    if (status == BINDSTATUS_REDIRECTING && text != nullptr) {
+      if (secure_ && !IsHttps(text)) insecure_ = true;
+      secure_ = secure_ || IsHttps(text);
+    }
+    return GoOn();
+  }
+  HRESULT STDMETHODCALLTYPE OnStartBinding(DWORD, IBinding*) override { return GoOn(); }
+  HRESULT STDMETHODCALLTYPE OnStopBinding(HRESULT, LPCWSTR) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE OnLowResource(DWORD) override { return S_OK; }
+  HRESULT STDMETHODCALLTYPE GetPriority(LONG*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE GetBindInfo(DWORD*, BINDINFO*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE OnDataAvailable(DWORD, DWORD, FORMATETC*, STGMEDIUM*) override {
+    return GoOn();
+  }
+  HRESULT STDMETHODCALLTYPE OnObjectAvailable(REFIID, IUnknown*) override { return S_OK; }
+
+ private:
+  ~ProgressWatch() = default;
+  [[nodiscard]] HRESULT GoOn() const {
+    return insecure_ || stop_.stop_requested() ? E_ABORT : S_OK;
+  }
+
+  std::atomic<ULONG> references_ = 1;
+  std::stop_token stop_;
+  bool secure_;
+  std::atomic<bool> insecure_ = false;
+};
+
 /// How long a server may take to answer the call and to send something, for all of this program's
 /// downloads. The system's own limits are minutes, for which the window would wait.
 void LimitWaiting() noexcept {
@@ -50,13 +117,18 @@ std::int32_t UrlMonikerFetcher::RemoveFromCache(const std::string& url) noexcept
   }
 }
 
-std::int32_t UrlMonikerFetcher::Fetch(const std::string& url,
-                                      const std::filesystem::path& file) noexcept {
+std::int32_t UrlMonikerFetcher::Fetch(const std::string& url, const std::filesystem::path& file,
+                                      const std::stop_token& stop) noexcept {
   try {
     LimitWaiting();
     const ComponentModel model;
-    return static_cast<std::int32_t>(
-        ::URLDownloadToFileW(nullptr, Wide(url).c_str(), file.c_str(), kNewestVersion, nullptr));
+    const std::wstring address = Wide(url);
+    ProgressWatch* const watch = new ProgressWatch(address, stop);
+    const HRESULT result =
+        ::URLDownloadToFileW(nullptr, address.c_str(), file.c_str(), kNewestVersion, watch);
+    const bool insecure = watch->Insecure();
+    watch->Release();
+    return insecure ? fetch_codes::kRedirectFailed : static_cast<std::int32_t>(result);
   } catch (const std::exception&) {
     return fetch_codes::kOutOfMemory;
   }

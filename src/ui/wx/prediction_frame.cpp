@@ -387,6 +387,7 @@ void PredictionFrame::OnClose(wxCloseEvent& event) {
   if (event.CanVeto() && (NestedLoops::Any() || (busy_ && busy_()))) {
     // What goes on in the middle of a command needs the window to its end.
     event.Veto();
+    if (cancel_busy_) cancel_busy_();
     close_timer_.StartOnce(kCloseInterval);
     return;
   }

@@ -36,6 +36,9 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   void Attach(IonCap* controller) { controller_ = controller; }
   /// Asked before the window closes: as long as it returns true, closing waits.
   void SetBusyQuery(std::function<bool()> query) { busy_ = std::move(query); }
+  /// Called when the window is to close but has to wait: ends what it waits for where that can be
+  /// ended.
+  void SetBusyCancel(std::function<void()> cancel) { cancel_busy_ = std::move(cancel); }
   /// What the system needs before the window is shown for the first time: gets the window's native
   /// handle and size.
   void SetShowPreparation(std::function<void(void*, int, int)> prepare) {
@@ -101,6 +104,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
 
   IonCap* controller_ = nullptr;
   std::function<bool()> busy_;
+  std::function<void()> cancel_busy_;
   std::function<void()> on_closed_;
   std::function<void()> on_painted_;
   std::function<void()> on_end_request_;

@@ -84,26 +84,34 @@ TEST_F(UrlMonikerFetcherTest, WritesTheContentByteByByte) {
   {
     const OneAnswerServer server(Answer("200 OK", content));
     (void)fetcher_.RemoveFromCache(server.Url("/a%20b"));
-    ASSERT_EQ(fetcher_.Fetch(server.Url("/a b"), file_), fetch_codes::kOk);
+    ASSERT_EQ(fetcher_.Fetch(server.Url("/a b"), file_, {}), fetch_codes::kOk);
     EXPECT_EQ(ReadFile(file_, 1000), content);
   }
   const OneAnswerServer newer(Answer("200 OK", "newer"));
-  ASSERT_EQ(fetcher_.Fetch(newer.Url("/a b"), file_), fetch_codes::kOk);
+  ASSERT_EQ(fetcher_.Fetch(newer.Url("/a b"), file_, {}), fetch_codes::kOk);
   EXPECT_EQ(ReadFile(file_, 1000), "newer") << "an existing file is replaced";
+}
+
+TEST_F(UrlMonikerFetcherTest, AStoppedFetchWritesNoFile) {
+  const OneAnswerServer server(Answer("200 OK", "found"));
+  std::stop_source stop;
+  stop.request_stop();
+  EXPECT_EQ(fetcher_.Fetch(server.Url("/"), file_, stop.get_token()), fetch_codes::kAborted);
+  EXPECT_FALSE(std::filesystem::exists(file_));
 }
 
 TEST_F(UrlMonikerFetcherTest, FailuresComeBackAsCodes) {
   // Not every edition of the system takes a page about an error for a failure, so that is not
   // asked.
-  EXPECT_NE(fetcher_.Fetch("http://127.0.0.1:1/", file_), fetch_codes::kOk);
-  EXPECT_NE(fetcher_.Fetch("nonsense:", file_), fetch_codes::kOk);
-  EXPECT_NE(fetcher_.Fetch("", file_), fetch_codes::kOk);
+  EXPECT_NE(fetcher_.Fetch("http://127.0.0.1:1/", file_, {}), fetch_codes::kOk);
+  EXPECT_NE(fetcher_.Fetch("nonsense:", file_, {}), fetch_codes::kOk);
+  EXPECT_NE(fetcher_.Fetch("", file_, {}), fetch_codes::kOk);
 }
 
 TEST_F(UrlMonikerFetcherTest, WorksOnAnyThread) {
   const OneAnswerServer server(Answer("200 OK", "found"));
   std::int32_t result = -1;
-  std::thread([&] { result = fetcher_.Fetch(server.Url("/"), file_); }).join();
+  std::thread([&] { result = fetcher_.Fetch(server.Url("/"), file_, {}); }).join();
   EXPECT_EQ(result, fetch_codes::kOk);
   EXPECT_EQ(ReadFile(file_, 100), "found");
 }
