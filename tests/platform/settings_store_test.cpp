@@ -1,4 +1,7 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <iterator>
@@ -7,6 +10,7 @@
 #include "common/files.h"
 #include "contract/settings_store_contract.h"
 #include "platform/linux/ini_settings_store.h"
+#include "support/error_number.h"
 #include "support/fakes.h"
 #include "support/temporary_folder.h"
 
@@ -78,6 +82,25 @@ TEST_F(IniSettingsStoreTest, AFileIsWrittenOnlyWhenAValueChanges) {
   store_.Save("App", entries);
   EXPECT_EQ(Read("Missing"), "");
   EXPECT_NE(ReadFile(file_, 10000), untidy);
+}
+
+TEST_F(IniSettingsStoreTest, AForeignLockMakesSavingFailSoon) {
+  using std::chrono::steady_clock;
+  store_.SaveSetting("App", "Section", "Key", "1");
+  const int folder = ::open(folder_.Path().c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+  const auto save = [&] {
+    return ErrorNumber([&] { store_.SaveSetting("App", "Section", "Key", "2"); });
+  };
+  const auto start = steady_clock::now();
+  EXPECT_EQ(save(), errors::kPermissionDenied);
+  // A program that ends saves many settings: they do not each wait.
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(save(), errors::kPermissionDenied);
+  EXPECT_LT(steady_clock::now() - start, 4 * IniSettingsStore::kLongestWait);
+  EXPECT_EQ(Read("Key"), "1");
+  ::close(folder);
+  EXPECT_EQ(save(), 0);
+  EXPECT_EQ(Read("Key"), "2");
 }
 
 TEST_F(IniSettingsStoreTest, AFileCutInTheMiddleKeepsWhatIsLeft) {

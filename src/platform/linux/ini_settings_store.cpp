@@ -8,19 +8,20 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <thread>
 #include <tuple>
 
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/text.h"
 #include "platform/linux/atomic_file.h"
-#include "platform/linux/file_descriptor.h"
 
 namespace skyhop::platform {
 namespace {
 
 constexpr std::size_t kLargestIni = std::size_t{256} << 20U;
 constexpr mode_t kPrivate = 0600;
+constexpr std::chrono::milliseconds kLockInterval{10};
 
 /// Tells whether a file is still the one that was read.
 using Fingerprint = std::tuple<bool, dev_t, ino_t, off_t, std::int64_t, long>;
@@ -98,6 +99,24 @@ std::string IniSettingsStore::Read(const std::string& application, const std::st
   return value == nullptr ? default_text : std::string(Trim(value));
 }
 
+FileDescriptor IniSettingsStore::LockFolder() {
+  FileDescriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder.IsOpen()) return folder;
+  const auto until = std::chrono::steady_clock::now() + kLongestWait;
+  while (::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) {
+    // File systems without locks are used without.
+    if (errno != EWOULDBLOCK && errno != EINTR) break;
+    if (held_ || std::chrono::steady_clock::now() >= until) {
+      held_ = true;
+      throw Error(errors::kPermissionDenied,
+                  "cannot save settings: another program has locked " + PathText(folder_));
+    }
+    std::this_thread::sleep_for(kLockInterval);
+  }
+  held_ = false;
+  return folder;
+}
+
 void IniSettingsStore::Save(const std::string& application, std::span<const SettingEntry> entries) {
   for (const SettingEntry& entry : entries) CheckEntry(entry);
   std::error_code error;
@@ -105,8 +124,7 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
   if (error) throw FileError(error, "cannot create " + PathText(folder_));
 
   // Two programs that save at once would each write the other one's old values back.
-  const FileDescriptor lock(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (lock.IsOpen()) (void)::flock(lock.Get(), LOCK_EX);
+  const FileDescriptor lock = LockFolder();
 
   const std::filesystem::path path = FileOf(application);
   File& file = Load(application);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
 
 #include "common/settings_store.h"
+#include "platform/linux/file_descriptor.h"
 
 namespace skyhop::platform {
 
@@ -13,12 +15,16 @@ namespace skyhop::platform {
 /// somebody else changed them. Comments and keys that this program does not know stay.
 class IniSettingsStore : public SettingsStore {
  public:
+  static constexpr std::chrono::milliseconds kLongestWait{500};
+
   explicit IniSettingsStore(std::filesystem::path folder);
   ~IniSettingsStore() override;
 
   [[nodiscard]] std::string Read(const std::string& application, const std::string& section,
                                  const std::string& key, const std::string& default_text) override;
 
+  /// Waits at most kLongestWait for another program that saves; then throws Error
+  /// kPermissionDenied. While that program goes on holding the folder, later calls do not wait.
   /// A file that is damaged beyond what a settings file can hold is kept beside the new one, with
   /// ".damaged" appended to its name.
   void Save(const std::string& application, std::span<const SettingEntry> entries) override;
@@ -29,9 +35,11 @@ class IniSettingsStore : public SettingsStore {
   struct File;
 
   [[nodiscard]] File& Load(const std::string& application);
+  [[nodiscard]] FileDescriptor LockFolder();
 
   std::filesystem::path folder_;
   std::map<std::string, std::unique_ptr<File>> files_;
+  bool held_ = false;  ///< by another program, for all of kLongestWait
 };
 
 }  // namespace skyhop::platform
