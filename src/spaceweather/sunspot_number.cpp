@@ -1,5 +1,7 @@
 #include "spaceweather/sunspot_number.h"
 
+#include <cmath>
+
 #include "common/dates.h"
 #include "common/numbers.h"
 #include "common/text.h"
@@ -33,12 +35,13 @@ SunspotNumberReading FindSunspotNumber(std::string_view text, std::chrono::year_
   const std::size_t name = text.find(kPredictedSsn, found + object.size());
   if (name == std::string_view::npos) return reading;
   const std::size_t start = name + kPredictedSsn.size();
-  // The last member of an object is ended by its brace.
-  const std::size_t end = text.find_first_of(",}", start);
-  reading.ended = end != std::string_view::npos;
+  // Without a comma the file is cut off. The last member of an object is ended by its brace.
+  reading.ended = text.find(',', start) != std::string_view::npos;
   if (!reading.ended) return reading;
+  const std::size_t end = text.find_first_of(",}", start);
   std::string value = Trimmed(text.substr(start, end - start));
-  if (!WholeNumberText(value)) return reading;
+  const std::optional<double> number = WholeNumberText(value);
+  if (!number || !std::isfinite(*number)) return reading;
   if (LeadingNumber(value) < 0) value = "0";
   reading.value = std::move(value);
   return reading;

@@ -14,7 +14,7 @@ namespace skyhop::SolarForecastModule {
 /// What a file of predicted sunspot numbers says about a month.
 struct SunspotNumberReading {
   bool month_found = false;
-  bool ended = false;  ///< whether what stands for the number has an end
+  bool ended = false;  ///< whether a comma follows the number, in its object or later
   /// As the file writes it, "0" for a negative one; nothing when there is no number.
   std::optional<std::string> value;
 };

@@ -45,8 +45,8 @@ TEST_F(SunspotNumberTest, IsReadAsTheFileWritesIt) {
   const std::vector<std::pair<std::string, std::string>> cases = {
       {object + " 115.3, \"low\": 1}]", "115.3"},
       {object + "7,", "7"},
-      {object + " 80}]", "80"},
-      {object + " 80\n}]", "80"},
+      {object + " 80}, {}]", "80"},
+      {object + " 80\n},\n{}]", "80"},
       {object + " -0.4, ", "0"},
       {"[\n" + object.substr(1) + " 3,", "3"},
   };
@@ -78,6 +78,8 @@ TEST_F(SunspotNumberTest, IsZeroWhereTheFileHasNone) {
        late, month},
       {"<html>", late, month},
       {R"([{"time-tag": "2026-11", "predicted_ssn": 5)", incorrect, open},
+      {R"([{"time-tag": "2026-11", "predicted_ssn": 5}])", incorrect, open},
+      {R"([{"time-tag": "2026-11", "predicted_ssn": 1e999, )", incorrect, "   not a number"},
       {R"([{"time-tag": "2026-11", "predicted_ssn" : 5, )", incorrect, open},
       {R"([{"time-tag": "2026-11", "predicted_ssn": null, )", incorrect, "   not a number"},
       {R"([{"time-tag": "2026-11"}])", incorrect, open},
