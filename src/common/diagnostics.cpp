@@ -1,5 +1,6 @@
 #include "common/diagnostics.h"
 
+#include <algorithm>
 #include <fstream>
 #include <new>
 
@@ -28,6 +29,17 @@ Diagnostics::Diagnostics(std::filesystem::path program_folder, const Clock& cloc
       clock_(&clock),
       facts_(&facts) {}
 
+Diagnostics::~Diagnostics() {
+  for (RecentError& error : recent_errors_) WriteRepetitions(error);
+}
+
+void Diagnostics::SetFullLogAside() {
+  if (!DebugLogIsFull()) return;
+  std::error_code error;
+  std::filesystem::rename(path_, program_folder_ / "ErrorLog.old.txt", error);
+  if (error) ErrorLog("cannot set the full error log aside: " + error.message());
+}
+
 void Diagnostics::DebugLog(std::string_view text) {
   if (debug_listener_) debug_listener_(text);
   if (!debug_) return;
@@ -42,7 +54,33 @@ void Diagnostics::ErrorLog(std::string_view text) {
   if (error_listener_) error_listener_(text);
   // A runaway debug log stops itself, but errors are never held back.
   if (debug_ && DebugLogIsFull()) debug_ = false;
-  Append(text);
+  if (!Counted(text)) Append(text);
+}
+
+/// Counts a line that was written a short while ago. Returns false for a new one, which is to be
+/// written.
+bool Diagnostics::Counted(std::string_view text) {
+  const auto known = std::find_if(recent_errors_.begin(), recent_errors_.end(),
+                                  [&](const RecentError& error) { return error.text == text; });
+  if (known != recent_errors_.end()) {
+    if (++known->repetitions >= kLongestCount) WriteRepetitions(*known);
+    return true;
+  }
+  for (RecentError& error : recent_errors_) WriteRepetitions(error);
+  recent_errors_.push_back({std::string(text), 0});
+  if (recent_errors_.size() > kRecentErrors) recent_errors_.pop_front();
+  return false;
+}
+
+void Diagnostics::WriteRepetitions(RecentError& error) noexcept {
+  const int repetitions = std::exchange(error.repetitions, 0);
+  if (repetitions == 0) return;
+  try {
+    Append("repeated " + std::to_string(repetitions) + (repetitions == 1 ? " time: " : " times: ") +
+           error.text);
+  } catch (const std::bad_alloc&) {
+    // As for any line that cannot be written.
+  }
 }
 
 void Diagnostics::ProgramError(std::string_view module, const Error& error) {

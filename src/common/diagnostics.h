@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -20,14 +22,27 @@ namespace skyhop {
 /// opened and closed for every line, so it is complete up to the last line whatever happens next.
 /// Control characters in a line become blanks: whatever a peer or a file brings in, one line stays
 /// one line.
-/// Nothing here throws: a log that cannot be written is not worth stopping the program for.
+/// An error line that equals one of the last kRecentErrors error lines is counted instead of being
+/// written: a peer that repeats itself must not fill the disk. How often a line was repeated
+/// follows with the next new error line, after kLongestCount repetitions, and at the end of the
+/// run. Nothing here throws: a log that cannot be written is not worth stopping the program for.
 class Diagnostics {
  public:
   /// Size in bytes beyond which debug logging switches itself off.
   static constexpr std::uintmax_t kDebugLimit = 100'000'000;
 
+  static constexpr std::size_t kRecentErrors = 8;
+  static constexpr int kLongestCount = 10'000;
+
   /// `program_folder` is where the log lies. The clock and the facts must outlive this object.
   Diagnostics(std::filesystem::path program_folder, const Clock& clock, const MachineFacts& facts);
+  ~Diagnostics();
+  Diagnostics(const Diagnostics&) = delete;
+  Diagnostics& operator=(const Diagnostics&) = delete;
+
+  /// Renames a log beyond kDebugLimit to "ErrorLog.old.txt", in the place of the one before. Called
+  /// once at the start of the program: while it runs, error lines are not limited.
+  void SetFullLogAside();
 
   /// Switches debug lines on or off.
   void SetDebug(bool on) { debug_ = on; }
@@ -36,7 +51,7 @@ class Diagnostics {
   /// Writes one line when debug lines are on.
   void DebugLog(std::string_view text);
 
-  /// Writes one line in any case.
+  /// Writes one line, or counts it, in any case.
   void ErrorLog(std::string_view text);
 
   /// Writes "program error <number> in module <module>: <description>".
@@ -90,7 +105,14 @@ class Diagnostics {
   }
 
  private:
+  struct RecentError {
+    std::string text;
+    int repetitions = 0;  ///< that were counted and not written yet
+  };
+
   void ReportCurrentException(std::string_view module) noexcept;
+  [[nodiscard]] bool Counted(std::string_view text);
+  void WriteRepetitions(RecentError& error) noexcept;
   void Append(std::string_view text) noexcept;
   [[nodiscard]] std::string Line(std::string_view text) const;
   [[nodiscard]] std::string Header() const;
@@ -104,6 +126,7 @@ class Diagnostics {
   bool header_written_ = false;
   bool composing_header_ = false;
   std::string lines_after_header_;
+  std::deque<RecentError> recent_errors_;  ///< the newest one last
   std::function<std::string()> peer_caption_;
   std::function<void(std::string_view)> debug_listener_;
   std::function<void(std::string_view)> error_listener_;

@@ -167,6 +167,53 @@ TEST_F(DiagnosticsTest, StopsDebuggingAtTheLimitButNotErrors) {
   EXPECT_FALSE(diagnostics_->GetDebug());
 }
 
+TEST_F(DiagnosticsTest, CountsErrorLinesThatRepeat) {
+  for (int i = 0; i < 1000; ++i) {
+    diagnostics_->ErrorLog("from a peer");
+    diagnostics_->ErrorLog("from another");
+  }
+  std::string expected = kLine + "from a peer\n" + kLine + "from another\n";
+  EXPECT_EQ(Messages(), expected);
+  diagnostics_->ErrorLog("new");
+  diagnostics_->ErrorLog("new");
+  expected += kLine + "repeated 999 times: from a peer\n" + kLine +
+              "repeated 999 times: from another\n" + kLine + "new\n";
+  EXPECT_EQ(Messages(), expected);
+  diagnostics_.reset();
+  expected += kLine + "repeated 1 time: new\n";
+  EXPECT_EQ(Messages(), expected) << "the end of the run";
+}
+
+TEST_F(DiagnosticsTest, WritesEveryErrorLineThatDiffers) {
+  std::string expected;
+  for (int round = 0; round < 2; ++round) {
+    for (std::size_t i = 0; i <= Diagnostics::kRecentErrors; ++i) {
+      diagnostics_->ErrorLog(std::to_string(i));
+      expected += kLine + std::to_string(i) + "\n";
+    }
+  }
+  EXPECT_EQ(Messages(), expected) << "of a line that was long ago, the time matters";
+  for (int i = 0; i <= Diagnostics::kLongestCount; ++i) diagnostics_->ErrorLog("flood");
+  EXPECT_EQ(Messages(), expected + kLine + "flood\n" + kLine + "repeated 10000 times: flood\n");
+}
+
+TEST_F(DiagnosticsTest, SetsAFullLogAsideAtTheStart) {
+  const std::filesystem::path old = folder_ / "ErrorLog.old.txt";
+  diagnostics_->ErrorLog("first");
+  std::filesystem::resize_file(LogPath(), Diagnostics::kDebugLimit);
+  NewRun()->SetFullLogAside();
+  EXPECT_FALSE(std::filesystem::exists(old)) << "not full yet";
+  std::filesystem::resize_file(LogPath(), Diagnostics::kDebugLimit + 1);
+  WriteFile(old, "of an earlier time");
+  const auto next = NewRun();
+  next->SetFullLogAside();
+  EXPECT_EQ(next->CaptionHint(), "");
+  EXPECT_EQ(std::filesystem::file_size(old), Diagnostics::kDebugLimit + 1);
+  next->SetDebug(true);
+  next->DebugLog("a new log");
+  EXPECT_EQ(Messages(), kLine + "a new log\n");
+}
+
 TEST_F(DiagnosticsTest, HintsAtTheLogOnceItExists) {
   EXPECT_EQ(diagnostics_->CaptionHint(), "");
   diagnostics_->ErrorLog("something");

@@ -191,6 +191,7 @@ void SkyhopProgram::AttachWindows() {
 bool SkyhopProgram::Start() {
   // The folder of an instance that runs is not changed under it.
   if (!instance_->AnotherIsRunning()) {
+    diagnostics_.SetFullLogAside();
     for (const std::string& problem : platform::FillProgramFolder(folder_)) {
       diagnostics_.ErrorLog("cannot set up the program folder: " + problem);
     }
