@@ -7,17 +7,17 @@ namespace skyhop::BeaconModule {
 namespace {
 
 /// Far beyond any real file; keeps a file of another kind from being read whole.
-constexpr std::size_t kFileLimit = 1U << 20U;
+constexpr std::size_t kFileLimit = std::size_t{32} << 20U;
 
 class FileSet {
  public:
-  FileSet(const std::filesystem::path& folder, BeaconFiles& files, Diagnostics& diagnostics)
-      : folder_(&folder), files_(&files), diagnostics_(&diagnostics) {}
+  FileSet(const std::filesystem::path& folder, BeaconFiles& files)
+      : folder_(&folder), files_(&files) {}
 
   void ReadLocations() {
     const auto content = Content(kLocationFile);
     if (!content) return;
-    files_->locations = ReadBeaconLocations(*content, kLocationFile, *diagnostics_);
+    files_->locations = ReadBeaconLocations(*content, kLocationFile);
     Add(files_->locations.problems);
   }
 
@@ -47,7 +47,6 @@ class FileSet {
 
   const std::filesystem::path* folder_;
   BeaconFiles* files_;
-  Diagnostics* diagnostics_;
 };
 
 }  // namespace
@@ -55,14 +54,14 @@ class FileSet {
 BeaconFiles ReadBeaconFiles(const std::filesystem::path& program_folder, bool custom,
                             Diagnostics& diagnostics) {
   BeaconFiles files;
-  FileSet set(program_folder, files, diagnostics);
+  FileSet set(program_folder, files);
   set.ReadLocations();
   files.custom = custom && set.ReadSchedule(kCustomScheduleFile);
   if (custom && !files.custom) {
     set.Add({{kCustomScheduleFile, 0, 0, "no schedule; the standard one is used"}});
   }
   if (!files.custom) set.ReadSchedule(kScheduleFile);
-  for (const FileProblem& problem : files.problems) diagnostics.ErrorLog(problem.Message());
+  LogProblems(files.problems, diagnostics);
   return files;
 }
 

@@ -25,8 +25,7 @@ struct BeaconFiles {
 };
 
 /// Reads the files. With `custom` the user's own schedule counts; when it is not there or tells
-/// none, the standard one does, and the problems say so. Every problem is also written to the error
-/// log.
+/// none, the standard one does, and the problems say so. LogProblems writes them to the error log.
 [[nodiscard]] BeaconFiles ReadBeaconFiles(const std::filesystem::path& program_folder, bool custom,
                                           Diagnostics& diagnostics);
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string>
+#include <unordered_set>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -52,21 +54,16 @@ bool IsPlainAngle(std::string_view text, std::string_view letters) {
 
 /// A coordinate that is typed into a window may have many forms; one of a file is not looked at
 /// again, so what would be read differently from what was meant is refused.
-std::optional<Angle> ReadAngle(const std::string& text, std::string_view letters,
-                               Diagnostics& diagnostics) {
+std::optional<Angle> ReadAngle(const std::string& text, std::string_view letters) {
   const std::string capitals = UpperCase(text);
   if (!IsPlainAngle(capitals, letters)) return std::nullopt;
-  const bool valid = letters == "NS" ? LatLonModule::ValidLatitude(capitals, diagnostics)
-                                     : LatLonModule::ValidLongitude(capitals, diagnostics);
-  if (!valid) return std::nullopt;
-  return LatLonModule::ParseAngle(capitals, diagnostics);
+  return letters == "NS" ? LatLonModule::LatitudeIn(capitals) : LatLonModule::LongitudeIn(capitals);
 }
 
 /// Reads the records of one file.
 class LocationReader {
  public:
-  LocationReader(const std::string& file, BeaconLocations& into, Diagnostics& diagnostics)
-      : file_(&file), into_(&into), diagnostics_(&diagnostics) {}
+  LocationReader(const std::string& file, BeaconLocations& into) : file_(&file), into_(&into) {}
 
   void Read(const Record& record) {
     record_ = &record;
@@ -81,6 +78,7 @@ class LocationReader {
     beacon.itu_zone = Zone(8, kHighestItuZone);
     ReadTimeZone(beacon);
     ReadOnAir(beacon);
+    calls_.insert(beacon.call);
     into_->beacons.push_back(std::move(beacon));
   }
 
@@ -102,14 +100,14 @@ class LocationReader {
       Refuse(0, "a callsign");
       return false;
     }
-    if (into_->Find(beacon.call) != nullptr) {
+    if (calls_.contains(beacon.call)) {
       Tell(0, beacon.call + " has been described before");
       return false;
     }
     beacon.latitude = Text(2);
     beacon.longitude = Text(3);
-    const auto latitude = ReadAngle(beacon.latitude, "NS", *diagnostics_);
-    const auto longitude = ReadAngle(beacon.longitude, "EW", *diagnostics_);
+    const auto latitude = ReadAngle(beacon.latitude, "NS");
+    const auto longitude = ReadAngle(beacon.longitude, "EW");
     if (!latitude) Refuse(2, "a latitude such as 40 45' N");
     if (!longitude) Refuse(3, "a longitude such as 73 58' W");
     if (!latitude || !longitude) return false;
@@ -165,7 +163,7 @@ class LocationReader {
 
   const std::string* file_;
   BeaconLocations* into_;
-  Diagnostics* diagnostics_;
+  std::unordered_set<std::string> calls_;  ///< of the beacons so far
   const Record* record_ = nullptr;
 };
 
@@ -178,11 +176,12 @@ const Beacon* BeaconLocations::Find(std::string_view call) const {
   return found == beacons.end() ? nullptr : &*found;
 }
 
-BeaconLocations ReadBeaconLocations(std::string_view content, const std::string& file,
-                                    Diagnostics& diagnostics) {
+BeaconLocations ReadBeaconLocations(std::string_view content, const std::string& file) {
   BeaconLocations locations;
-  LocationReader reader(file, locations, diagnostics);
-  for (const Record& record : SplitRecords(content, file, locations.problems)) {
+  LocationReader reader(file, locations);
+  const std::vector<Record> records = SplitRecords(content, file, locations.problems);
+  locations.beacons.reserve(records.size());
+  for (const Record& record : records) {
     if (!record.broken) reader.Read(record);
   }
   return locations;

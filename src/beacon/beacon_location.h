@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "beacon/separated_values.h"
-#include "common/diagnostics.h"
 #include "geo/lat_lon.h"
 
 namespace skyhop::BeaconModule {
@@ -46,8 +45,8 @@ struct BeaconLocations {
 /// A line without a proper call, latitude or longitude is left out, and so is a call that was there
 /// before. Another field that cannot be right is read as empty, "on the air" as yes. Each of these
 /// is told in the problems, with the place of the field.
-[[nodiscard]] BeaconLocations ReadBeaconLocations(std::string_view content, const std::string& file,
-                                                  Diagnostics& diagnostics);
+[[nodiscard]] BeaconLocations ReadBeaconLocations(std::string_view content,
+                                                  const std::string& file);
 
 /// True for letters, digits and "/", with at least one letter and one digit, 3 to 12 in all.
 [[nodiscard]] bool IsCall(std::string_view text);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <unordered_set>
 
 #include "common/numbers.h"
 #include "common/text.h"
@@ -21,7 +23,9 @@ class ScheduleReader {
  public:
   ScheduleReader(const std::string& file, const BeaconLocations& known,
                  std::vector<FileProblem>& problems)
-      : file_(&file), known_(&known), problems_(&problems) {}
+      : file_(&file), problems_(&problems) {
+    for (const Beacon& beacon : known.beacons) known_.insert(UpperCase(beacon.call));
+  }
 
   std::optional<SlotTable> Read(const std::vector<Record>& records) {
     for (const Record& record : records) ReadLine(record);
@@ -118,7 +122,7 @@ class ScheduleReader {
       Tell(record, field, "\"" + record.Text(field) + "\" is not a callsign");
       return {};
     }
-    if (known_->Find(call) == nullptr) {
+    if (!known_.contains(call)) {
       Tell(record, field, "the location of " + call + " is not known");
     }
     return call;
@@ -152,7 +156,7 @@ class ScheduleReader {
   }
 
   const std::string* file_;
-  const BeaconLocations* known_;
+  std::unordered_set<std::string> known_;  ///< calls in capitals
   std::vector<FileProblem>* problems_;
   bool unusable_ = false;
   bool by_frequency_ = false;

@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <fstream>
 #include <optional>
+#include <tuple>
+#include <utility>
 
 #include "beacon/separated_values.h"
 #include "common/dates.h"
@@ -82,6 +84,21 @@ bool LastLineIsOpen(const std::filesystem::path& path) {
   return file && last != '\n';
 }
 
+/// Marks by time; of several marks of one transmission the last one.
+std::vector<HeardMark> InOrder(std::vector<HeardMark> marks) {
+  const auto key = [](const HeardMark& mark) {
+    return std::tie(mark.begin, mark.call, mark.frequency);
+  };
+  std::stable_sort(marks.begin(), marks.end(),
+                   [&](const HeardMark& a, const HeardMark& b) { return key(a) < key(b); });
+  // From behind, the last mark of a transmission is the first one of its kind.
+  const auto first =
+      std::unique(marks.rbegin(), marks.rend(),
+                  [&](const HeardMark& a, const HeardMark& b) { return key(a) == key(b); });
+  marks.erase(marks.begin(), first.base());
+  return marks;
+}
+
 bool SameTransmission(const HeardMark& a, const HeardMark& b) {
   return a.begin == b.begin && a.call == b.call && a.frequency == b.frequency;
 }
@@ -89,7 +106,7 @@ bool SameTransmission(const HeardMark& a, const HeardMark& b) {
 }  // namespace
 
 void HeardLog::Load() {
-  marks_.clear();
+  std::vector<HeardMark> marks;
   std::error_code ignored;
   std::string content;
   if (std::filesystem::exists(path_, ignored)) content = ReadFile(path_, kLogLimit);
@@ -97,15 +114,16 @@ void HeardLog::Load() {
   for (const Record& record : SplitRecords(content, kFileName, problems)) {
     if (record.broken || IsHeader(record)) continue;
     std::size_t wrong = 0;
-    if (const auto mark = ReadMark(record, wrong)) {
-      Put(*mark);
+    if (auto mark = ReadMark(record, wrong)) {
+      marks.push_back(std::move(*mark));
     } else {
       problems.push_back(
           {kFileName, record.line, record.ColumnOf(wrong), "this is no mark of a beacon"});
     }
   }
-  for (const HeardMark& mark : unsaved_) Put(mark);
-  for (const FileProblem& problem : problems) diagnostics_->ErrorLog(problem.Message());
+  marks.insert(marks.end(), unsaved_.begin(), unsaved_.end());
+  marks_ = InOrder(std::move(marks));
+  LogProblems(std::move(problems), *diagnostics_);
 }
 
 void HeardLog::Put(const HeardMark& mark) {

@@ -1,6 +1,7 @@
 #include "beacon/separated_values.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "common/text.h"
@@ -42,13 +43,14 @@ class LineReader {
     while (at_ < line_.size() && IsBlank(line_[at_])) ++at_;
   }
 
-  /// Users count characters, not bytes.
-  [[nodiscard]] int Column(std::size_t at) const {
-    const std::string_view before = line_.substr(0, at);
-    const auto continued = std::count_if(before.begin(), before.end(), [](char c) {
-      return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-    });
-    return static_cast<int>(before.size()) - static_cast<int>(continued) + 1;
+  /// Users count characters, not bytes. Counting goes on from the place asked for before.
+  [[nodiscard]] int Column(std::size_t at) {
+    if (at < counted_) counted_ = characters_ = 0;
+    for (; counted_ < at; ++counted_) {
+      const bool continued = (static_cast<unsigned char>(line_[counted_]) & 0xC0U) == 0x80U;
+      if (!continued) ++characters_;
+    }
+    return static_cast<int>(characters_) + 1;
   }
 
   bool ReadQuoted(std::string& text) {
@@ -73,6 +75,8 @@ class LineReader {
 
   std::string_view line_;
   std::size_t at_ = 0;
+  std::size_t counted_ = 0;     ///< bytes
+  std::size_t characters_ = 0;  ///< in those
   FileProblem problem_;
 };
 
@@ -92,6 +96,21 @@ std::string FileProblem::Message() const {
   if (line > 0) message += ", line " + std::to_string(line);
   if (column > 0) message += ", column " + std::to_string(column);
   return message + ": " + text;
+}
+
+void LogProblems(std::vector<FileProblem> problems, Diagnostics& diagnostics) {
+  std::stable_partition(problems.begin(), problems.end(),
+                        [](const FileProblem& problem) { return problem.line == 0; });
+  std::map<std::string, int> counts;
+  for (const FileProblem& problem : problems) {
+    if (++counts[problem.file] <= kMostLogged) diagnostics.ErrorLog(problem.Message());
+  }
+  for (const auto& [file, count] : counts) {
+    if (count <= kMostLogged) continue;
+    const int others = count - kMostLogged;
+    diagnostics.ErrorLog(file + ": " + std::to_string(others) +
+                         (others == 1 ? " more problem" : " more problems"));
+  }
 }
 
 std::string Record::Text(std::size_t field) const {

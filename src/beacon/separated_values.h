@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/diagnostics.h"
+
 namespace skyhop::BeaconModule {
 
 /// Something that is wrong in a file.
@@ -18,6 +20,11 @@ struct FileProblem {
 
   friend bool operator==(const FileProblem&, const FileProblem&) = default;
 };
+
+/// Writes the problems of each file to the error log, those of the file as a whole first: at most
+/// kMostLogged of a file, then one line with the number of the others.
+void LogProblems(std::vector<FileProblem> problems, Diagnostics& diagnostics);
+inline constexpr int kMostLogged = 20;
 
 /// One field of a line.
 struct Field {

@@ -45,6 +45,20 @@ TEST(SeparatedValues, AreSplitAtCommasAndLineEnds) {
   }
 }
 
+TEST(SeparatedValues, ManyProblemsOfAFileAreCountedInTheLog) {
+  LoggedDiagnostics log;
+  std::vector<FileProblem> problems;
+  for (int line = 1; line <= 1000; ++line) problems.push_back({"a.txt", line, 1, "wrong"});
+  for (int line = 1; line <= 20; ++line) problems.push_back({"b.txt", line, 1, "wrong"});
+  problems.push_back({"a.txt", 0, 0, "not used"});
+  LogProblems(problems, log.diagnostics);
+  ASSERT_EQ(log.errors.size(), 41U);
+  EXPECT_EQ(log.errors.front(), "a.txt: not used")
+      << "what concerns the whole file is not left out";
+  EXPECT_EQ(log.errors[19], "a.txt, line 19, column 1: wrong");
+  EXPECT_EQ(log.errors.back(), "a.txt: 981 more problems");
+}
+
 TEST(SeparatedValues, TellWhereQuotesAreWrongAndKeepThePlaceOfTheLine) {
   std::vector<FileProblem> problems;
   // Characters count, not bytes.
@@ -70,16 +84,14 @@ TEST(SeparatedValues, ComeBackFromWhatWasWritten) {
   }
 }
 
-BeaconLocations Locations(const std::string& content, LoggedDiagnostics& log) {
-  return ReadBeaconLocations(content, "L.txt", log.diagnostics);
+BeaconLocations Locations(const std::string& content) {
+  return ReadBeaconLocations(content, "L.txt");
 }
 
 TEST(BeaconLocations, AreReadWithAllTheirFields) {
-  LoggedDiagnostics log;
   const BeaconLocations found = Locations(
       "oh2b, OH, 60 19' N, 24 23' 30\" E, \"Lohja, south\", Finland, eu, 15, 18, 2, NO\n"
-      "4S7B, 4S, 6 54' N, 79 52' E, Colombo, Sri Lanka, AS, 22, 41, 5.5, yes\n",
-      log);
+      "4S7B, 4S, 6 54' N, 79 52' E, Colombo, Sri Lanka, AS, 22, 41, 5.5, yes\n");
   EXPECT_EQ(Messages(found.problems), Texts{});
   ASSERT_EQ(found.beacons.size(), 2U);
   const Beacon& beacon = found.beacons[0];
@@ -150,12 +162,10 @@ TEST(BeaconLocations, TellEveryMistakeAndKeepWhatIsGood) {
            true,
            {"L.txt, line 2, column 26: 12 fields instead of 11"}},
       }) {
-    LoggedDiagnostics log;
     const BeaconLocations found =
         Locations(std::string("W6WX,K,37 N,122 W,a,b,NA,3,6,-8,yes\n") + c.line +
-                      "\nVR2B,VR,22 N,114 E,a,"
-                      "b,AS,24,44,8,yes",
-                  log);
+                  "\nVR2B,VR,22 N,114 E,a,"
+                  "b,AS,24,44,8,yes");
     EXPECT_EQ(Messages(found.problems), c.problems);
     EXPECT_EQ(found.beacons.size(), c.kept ? 3U : 2U) << c.line;
     EXPECT_NE(found.Find("VR2B"), nullptr) << c.line;
@@ -189,8 +199,7 @@ void PrintTo(const ReadCase& c, std::ostream* out) {
 class ScheduleReading : public ::testing::TestWithParam<ReadCase> {};
 
 TEST_P(ScheduleReading, KeepsTheTimesOfWhatIsGood) {
-  LoggedDiagnostics log;
-  const ScheduleFile file = ReadBeaconSchedule(GetParam().content, "S.txt", Locations(kThree, log));
+  const ScheduleFile file = ReadBeaconSchedule(GetParam().content, "S.txt", Locations(kThree));
   EXPECT_EQ(file.table ? Slots(*file.table) : Texts{}, GetParam().slots);
   EXPECT_EQ(Messages(file.problems), GetParam().problems);
 }
@@ -253,11 +262,10 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"", {}, {"S.txt: there is no line with frequencies"}}));
 
 TEST(ScheduleReading, RefusesACycleLongerThanADay) {
-  LoggedDiagnostics log;
   std::string content = "slot,3600\nfrequencies,14100\n";
   for (int slot = 0; slot < 24; ++slot) content += "A1A\n";
-  EXPECT_TRUE(ReadBeaconSchedule(content, "S", Locations(kThree, log)).table);
-  EXPECT_FALSE(ReadBeaconSchedule(content + "A1A\n", "S", Locations(kThree, log)).table);
+  EXPECT_TRUE(ReadBeaconSchedule(content, "S", Locations(kThree)).table);
+  EXPECT_FALSE(ReadBeaconSchedule(content + "A1A\n", "S", Locations(kThree)).table);
 }
 
 class BeaconFilesTest : public ::testing::Test {
@@ -284,7 +292,8 @@ TEST_F(BeaconFilesTest, TheUsersScheduleCountsWhenItIsWantedAndThere) {
   EXPECT_EQ(files.schedule->frequencies, std::vector<double>{14100});
   EXPECT_EQ(Messages(files.problems).back(),
             "CustomBeaconSchedule.txt: no schedule; the standard one is used");
-  EXPECT_EQ(log_.errors.back(), Messages(files.problems).back());
+  EXPECT_EQ(log_.errors.front(), Messages(files.problems).back());
+  EXPECT_EQ(log_.errors.size(), files.problems.size());
 }
 
 TEST_F(BeaconFilesTest, MissingFilesAreTold) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "common/dates.h"
 #include "common/errors.h"
 #include "common/files.h"
 #include "support/diagnostics_fixture.h"
@@ -121,13 +122,37 @@ TEST_F(HeardLogTest, AMarkThatCannotBeSavedHoldsAndIsSavedWithTheNext) {
 }
 
 TEST_F(HeardLogTest, IsExportedWithThePlacesOfTheBeacons) {
-  const BeaconLocations locations = ReadBeaconLocations(
-      "OH2B,OH,60 N,24 E,\"Lohja, south\",Finland,EU,15,18,2,yes", "L", log_.diagnostics);
+  const BeaconLocations locations =
+      ReadBeaconLocations("OH2B,OH,60 N,24 E,\"Lohja, south\",Finland,EU,15,18,2,yes", "L");
   EXPECT_EQ(HeardCsv({{kMidnight, "OH2B", 14100, true, "S5"}, {kMidnight, "X1X", 18110, false, ""}},
                      locations),
             "utc,call,frequency_khz,heard,note,place,country,continent\n"
             "2026-11-16 00:00:00,OH2B,14100,yes,S5,\"Lohja, south\",Finland,EU\n"
             "2026-11-16 00:00:00,X1X,18110,no,,,,\n");
+}
+
+/// How long loading takes.
+template <class Load>
+std::chrono::steady_clock::duration TimeOf(Load load) {
+  const auto start = std::chrono::steady_clock::now();
+  load();
+  return std::chrono::steady_clock::now() - start;
+}
+
+TEST_F(HeardLogTest, TheOrderOfTheLinesCostsNoTime) {
+  constexpr int count = 100'000;
+  const auto write = [&](const auto& seconds_of) {
+    std::string content;
+    for (int i = 0; i < count; ++i) {
+      content += TimeStamp(kMidnight + seconds(seconds_of(i))) + ",4U1UN,14100,yes,\n";
+    }
+    WriteFile(File(), content);
+  };
+  write([](int i) { return i; });
+  const auto ascending = TimeOf([&] { EXPECT_EQ(Loaded().Marks().size(), count); });
+  write([](int i) { return count - i; });
+  const auto descending = TimeOf([&] { EXPECT_EQ(Loaded().Marks().size(), count); });
+  EXPECT_LT(descending, 10 * ascending);
 }
 
 }  // namespace

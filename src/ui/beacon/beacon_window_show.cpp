@@ -251,7 +251,7 @@ std::string BeaconWindow::ProblemText() const {
   if (files_.problems.empty()) return {};
   std::string text = files_.problems.front().Message();
   if (files_.problems.size() > 1) {
-    text += " (" + std::to_string(files_.problems.size() - 1) + " more in the error log)";
+    text += " (" + std::to_string(files_.problems.size() - 1) + " more; see the error log)";
   }
   return text;
 }

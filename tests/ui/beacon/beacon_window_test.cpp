@@ -430,7 +430,7 @@ TEST_F(BeaconWindowTest, ProblemsWithClockAndFilesAreShown) {
   WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,60 X,24 E\nW6WX,K,37 N\n");
   window_.Show();
   EXPECT_EQ(view_.problem.substr(0, 45), "BeaconLocation.txt, line 1, column 9: the lat");
-  EXPECT_NE(view_.problem.find(" more in the error log)"), std::string::npos);
+  EXPECT_NE(view_.problem.find(" more; see the error log)"), std::string::npos);
   EXPECT_EQ(Column(1)[0], "4U1UN") << "the schedule is known all the same";
   Now() += seconds(30);
   window_.Timer_Tick();
