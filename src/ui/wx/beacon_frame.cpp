@@ -13,7 +13,7 @@
 namespace skyhop {
 namespace {
 
-/// Widths of the list's columns, in DIP; the last one takes the rest.
+/// Widths of the list's columns, in DIP for text of the usual size; the last one takes the rest.
 constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 236, 110,
                                                                 116, 112, 90, 140};
 
@@ -91,7 +91,7 @@ void BeaconFrame::MakeList(wxWindow* parent) {
   list_->SetName("Beacons on the bands");
   for (std::size_t column = 0; column < kBandColumns.size(); ++column) {
     list_->AppendColumn(ToWx(kBandColumns.at(column)), wxLIST_FORMAT_LEFT,
-                        FromDIP(kColumnWidths.at(column)));
+                        TextPixels(kColumnWidths.at(column)));
   }
   // Heading and five bands.
   list_->SetMinSize(wxSize(FromDIP(640), list_->GetCharHeight() * 11));
@@ -109,7 +109,7 @@ wxSizer* BeaconFrame::MakeSelection(wxWindow* parent) {
     if (controller_ != nullptr) controller_->SelectBy_Click(event.GetSelection());
   });
   row->Add(select_by_, item);
-  choices_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(140, -1)));
+  choices_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxSize(TextPixels(140), -1));
   choices_->SetName("Selected");
   choices_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
     if (controller_ != nullptr) controller_->Choice_Click(event.GetSelection());
@@ -133,8 +133,10 @@ wxSizer* BeaconFrame::MakeMarks(wxWindow* parent) {
   row->Add(MakeButton(parent, BeaconButton::kHeard), item);
   row->Add(MakeButton(parent, BeaconButton::kNotHeard), item);
   row->Add(new wxStaticText(parent, wxID_ANY, "S-&meter or note"), item);
-  note_ = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, FromDIP(wxSize(220, -1)));
+  note_ = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxSize(TextPixels(220), -1));
   note_->SetName("S-meter or note");
+  // The toolkit's own least height does not follow the text's.
+  note_->SetMinSize(wxSize(TextPixels(220), GetCharHeight() + FromDIP(9)));
   note_->SetMaxLength(200);
   row->Add(note_, item);
   row->AddStretchSpacer();

@@ -1,5 +1,6 @@
 #include "ui/wx/commit_field.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "ui/wx/wx_text.h"
@@ -9,6 +10,8 @@ namespace skyhop {
 CommitField::CommitField(wxWindow* parent, std::function<void()> on_commit)
     : wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER),
       on_commit_(std::move(on_commit)) {
+  // The toolkit's own least height does not follow the text's.
+  SetMinSize(wxSize(-1, std::max(GetBestSize().y, GetCharHeight() + FromDIP(9))));
   Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
     // A message box must not come up while the focus is on its way.
     CallAfter([this] { Commit(); });

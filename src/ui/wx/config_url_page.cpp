@@ -1,5 +1,7 @@
 #include "ui/wx/config_url_page.h"
 
+#include <algorithm>
+
 #include "ui/wx/focus.h"
 #include "ui/wx/wx_text.h"
 
@@ -42,7 +44,7 @@ void ConfigUrlPage::AddRow(std::size_t index) {
   field->SetToolTip("Address of: " + name);
   auto* open =
       new wxButton(this, wxID_ANY, "Open", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-  open->SetMinSize(FromDIP(wxSize(kOpenWidth, -1)));
+  open->SetMinSize(wxSize(std::max(FromDIP(kOpenWidth), open->GetBestSize().x), -1));
   open->SetToolTip("Show this address in the web browser");
   open->Bind(wxEVT_BUTTON, [this, index, target = url.url](wxCommandEvent&) {
     rows_.at(index).field->Commit();

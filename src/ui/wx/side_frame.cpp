@@ -1,5 +1,7 @@
 #include "ui/wx/side_frame.h"
 
+#include <wx/math.h>
+
 #include <algorithm>
 
 namespace skyhop {
@@ -34,10 +36,14 @@ void SideFrame::PutToDefaultPlace() {
   place_.Put(wxRect(size).CentreIn(MonitorArea(*this)));
 }
 
-/// Larger for larger text, within the monitor.
-wxSize SideFrame::DefaultSize() const {
+int SideFrame::TextPixels(int dip) const {
   const double text = std::max(1.0, double{1} * GetCharHeight() / FromDIP(kUsualLine));
-  wxSize size = FromDIP(default_size_) * text;
+  return wxRound(FromDIP(dip) * text);
+}
+
+/// Within the monitor.
+wxSize SideFrame::DefaultSize() const {
+  wxSize size(TextPixels(default_size_.x), TextPixels(default_size_.y));
   size.DecTo(MonitorArea(*this).GetSize() - FromDIP(wxSize(40, 80)));
   return size;
 }

@@ -48,6 +48,9 @@ class SideFrame : public wxFrame {
   /// The user closes the window.
   virtual void UserCloses() = 0;
 
+  /// Pixels for a length in DIP that is meant for text of the usual size: more for larger text.
+  [[nodiscard]] int TextPixels(int dip) const;
+
   /// Shows the window where it was, in front of the others.
   void BringUp();
   [[nodiscard]] NormalPlace& NormalPlaceOf() { return place_; }
