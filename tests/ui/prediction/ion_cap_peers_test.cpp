@@ -57,7 +57,9 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
   Start();
   const auto end_run = [&] {
     launcher_.running.clear();
-    WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
+    // Without their heading the results could be any circuit's.
+    const std::string results = TestData("results/newyork-london-method26.results.txt");
+    WriteFile(run_.ResultsFile(), results.substr(results.find("HPF  ESMUF")));
     window_.EngineWatch_Tick();
   };
   window_.PathsButton_Click();
