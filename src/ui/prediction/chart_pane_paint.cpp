@@ -45,6 +45,13 @@ void PaintFrame(Surface& surface, const Rectangle& area, Color color) {
   for (std::size_t i = 0; i < 4; ++i) surface.Line(corners[i], corners[(i + 1) % 4], pen);
 }
 
+/// A line as far as `width` has room for it. The surface knows the width of a text better than the
+/// guess that shortens it.
+std::string Fitting(Surface& surface, std::string_view text, double width, const TextStyle& style) {
+  if (surface.TextExtent(text, style) <= width) return std::string(text);
+  return Shortened(text, width, style.size, style.weight);
+}
+
 /// Framed groups of lines, each with a sample of what it explains, side by side or one below the
 /// other.
 class KeyPainter {
@@ -149,15 +156,15 @@ void ChartPane::Paint(Surface& surface) {
 
 void ChartPane::PaintHeader(Surface& surface) const {
   const double middle = std::round(CaptionHeight() / 2);
+  const double room = width_ - plot_.left;
   if (!title_.empty()) {
-    surface.Text({plot_.left, middle},
-                 Shortened(title_, width_ - plot_.left, text_size_, FontWeight::kBold),
-                 {.size = text_size_, .color = palette_.ink, .weight = FontWeight::kBold});
+    const TextStyle style{.size = text_size_, .color = palette_.ink, .weight = FontWeight::kBold};
+    surface.Text({plot_.left, middle}, Fitting(surface, title_, room, style), style);
   }
   if (provenance_.empty()) return;
+  const TextStyle style{.size = text_size_, .color = palette_.text};
   surface.Text({plot_.left, middle + (title_.empty() ? 0 : CaptionHeight())},
-               Shortened(provenance_, width_ - plot_.left, text_size_, FontWeight::kNormal),
-               {.size = text_size_, .color = palette_.text});
+               Fitting(surface, provenance_, room, style), style);
 }
 
 /// Hatches the hours that do not reach the required reliability. The curves' points stand at full
@@ -236,9 +243,8 @@ void ChartPane::PaintTable(Surface& surface) const {
     surface.Text({left + text_size_ / 2, middle}, kOldCaption, style);
     left += width + text_size_;
   }
-  surface.Text({left, middle},
-               Shortened(TableCaption(Day()), width_ - left, text_size_, FontWeight::kNormal),
-               {.size = text_size_, .color = palette_.text});
+  const TextStyle style{.size = text_size_, .color = palette_.text};
+  surface.Text({left, middle}, Fitting(surface, TableCaption(Day()), width_ - left, style), style);
 }
 
 void ChartPane::PaintEmpty(Surface& surface) const {
