@@ -57,17 +57,19 @@ void Diagnostics::ErrorLog(std::string_view text) {
   if (!Counted(text)) Append(text);
 }
 
-/// Counts a line that was written a short while ago. Returns false for a new one, which is to be
-/// written.
+/// Counts a line that was written less than kCounted ago. Returns false for another one, which is
+/// to be written.
 bool Diagnostics::Counted(std::string_view text) {
   const auto known = std::find_if(recent_errors_.begin(), recent_errors_.end(),
                                   [&](const RecentError& error) { return error.text == text; });
-  if (known != recent_errors_.end()) {
+  const UtcTime now = clock_->UtcNow();
+  if (known != recent_errors_.end() && now - known->written < kCounted) {
     if (++known->repetitions >= kLongestCount) WriteRepetitions(*known);
     return true;
   }
   for (RecentError& error : recent_errors_) WriteRepetitions(error);
-  recent_errors_.push_back({std::string(text), 0});
+  if (known != recent_errors_.end()) recent_errors_.erase(known);
+  recent_errors_.push_back({std::string(text), 0, now});
   if (recent_errors_.size() > kRecentErrors) recent_errors_.pop_front();
   return false;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <deque>
 #include <filesystem>
@@ -22,16 +23,18 @@ namespace skyhop {
 /// opened and closed for every line, so it is complete up to the last line whatever happens next.
 /// Control characters in a line become blanks: whatever a peer or a file brings in, one line stays
 /// one line.
-/// An error line that equals one of the last kRecentErrors error lines is counted instead of being
-/// written: a peer that repeats itself must not fill the disk. How often a line was repeated
-/// follows with the next new error line, after kLongestCount repetitions, and at the end of the
-/// run. Nothing here throws: a log that cannot be written is not worth stopping the program for.
+/// An error line that equals one of the last kRecentErrors error lines, written less than kCounted
+/// ago, is counted instead of being written: a peer that repeats itself must not fill the disk. How
+/// often a line was repeated follows with the next new error line, after kLongestCount repetitions,
+/// and at the end of the run. Nothing here throws: a log that cannot be written is not worth
+/// stopping the program for.
 class Diagnostics {
  public:
   /// Size in bytes beyond which debug logging switches itself off.
   static constexpr std::uintmax_t kDebugLimit = 100'000'000;
 
-  static constexpr std::size_t kRecentErrors = 8;
+  static constexpr std::size_t kRecentErrors = 64;
+  static constexpr std::chrono::minutes kCounted{1};
   static constexpr int kLongestCount = 10'000;
 
   /// `program_folder` is where the log lies. The clock and the facts must outlive this object.
@@ -108,6 +111,7 @@ class Diagnostics {
   struct RecentError {
     std::string text;
     int repetitions = 0;  ///< that were counted and not written yet
+    UtcTime written;
   };
 
   void ReportCurrentException(std::string_view module) noexcept;

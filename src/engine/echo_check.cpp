@@ -76,8 +76,8 @@ double NorthOrWestPositive(const Angle& angle) {
 }
 
 bool SamePlace(const HeadingPosition& shown, const Position& asked) {
-  constexpr double kCardRounding = 0.005;
-  constexpr double kNearPole = 89;
+  constexpr double card_rounding = 0.005;
+  constexpr double near_pole = 89;
   const auto differs = [](const std::string& text, double value, double slack) {
     const std::optional<double> angle = SignedAngle(text);
     const double half_digit = HalfDigit(text.substr(0, text.find(' ')));
@@ -86,8 +86,8 @@ bool SamePlace(const HeadingPosition& shown, const Position& asked) {
   const double latitude = NorthOrWestPositive(asked.latitude);
   const double longitude = -NorthOrWestPositive(asked.longitude);
   // Engines move a station off the pole, where its longitude means nothing.
-  if (std::fabs(latitude) > kNearPole) return !differs(shown.latitude, latitude, 1);
-  const double slack = kCardRounding + 0.005;
+  if (std::fabs(latitude) > near_pole) return !differs(shown.latitude, latitude, 1);
+  const double slack = card_rounding + 0.005;
   return !differs(shown.latitude, latitude, slack) && !differs(shown.longitude, longitude, slack);
 }
 
@@ -155,11 +155,11 @@ class Comparison {
 
   void ComparePath() {
     // A quarter of a degree on either side of half the way around the earth, in km.
-    constexpr double kLongestShort = 20050;
-    constexpr double kShortestLong = 19980;
+    constexpr double longest_short = 20050;
+    constexpr double shortest_long = 19980;
     const std::optional<double> distance = WholeNumberText(heading_.kilometers);
-    const bool is_long = heading_.long_path || (distance && *distance > kLongestShort);
-    const bool is_short = !heading_.long_path && distance && *distance < kShortestLong;
+    const bool is_long = heading_.long_path || (distance && *distance > longest_short);
+    const bool is_short = !heading_.long_path && distance && *distance < shortest_long;
     if (is_long && asked_.short_path) Add("the long path", "the short path");
     if (is_short && !asked_.short_path) Add("the short path", "the long path");
   }
@@ -199,12 +199,13 @@ class Comparison {
   /// Headings show the noise at 3 MHz that a code stands for. Anything else above -100 dBW is no
   /// such value.
   void CompareNoise() {
-    constexpr std::array<double, 4> kNoise = {-140.4, -144.7, -150.0, -164.0};  // dBW by index
-    constexpr double kSlack = 1;  // engines have -163.6 for the last one, too
+    constexpr std::array<double, 4> noise_levels = {-140.4, -144.7, -150.0,
+                                                    -164.0};  // dBW by index
+    constexpr double slack_decibels = 1;  // engines have -163.6 for the last one, too
     const std::optional<double> shown = WholeNumberText(heading_.noise);
     const auto index = static_cast<std::size_t>(std::clamp<int>(asked_.noise, 0, 3));
-    const double expected = kNoise.at(index);
-    if (!shown || *shown > -100 || std::fabs(*shown - expected) <= kSlack) return;
+    const double expected = noise_levels.at(index);
+    if (!shown || *shown > -100 || std::fabs(*shown - expected) <= slack_decibels) return;
     Add("a noise of " + heading_.noise + " dBW", FixedText(expected, 1) + " dBW");
   }
 

@@ -12,7 +12,7 @@ namespace skyhop {
 /// its batch file cause, and without the blank ones around them.
 [[nodiscard]] std::vector<std::string> EngineOutputLines(std::string_view output);
 
-/// The first of these lines that says why an engine has ended: not a line of a backtrace, and a
+/// The first of these lines that explains why an engine has ended: not a line of a backtrace, and a
 /// run-time error rather than the place in the engine's source. Empty when there is none.
 [[nodiscard]] std::string FirstMeaningfulLine(std::string_view output);
 

@@ -108,7 +108,7 @@ class LineScanner {
   std::string Number() {
     rest_ = Trim(rest_);
     const std::size_t end = std::min(rest_.find_first_not_of("0123456789."), rest_.size());
-    const std::string number(rest_.substr(0, end));
+    std::string number(rest_.substr(0, end));
     rest_.remove_prefix(end);
     return number;
   }
@@ -159,7 +159,7 @@ std::string AntennaFile(std::string_view line) {
   if (open != std::string_view::npos && close != std::string_view::npos && open < close) {
     return std::string(Trim(line.substr(open + 1, close - open - 1)));
   }
-  const std::string replaced = WordBehind(line, " in place of ");
+  std::string replaced = WordBehind(line, " in place of ");
   if (!replaced.empty()) return replaced;
   return line.find(" isotropic ") == std::string_view::npos ? std::string()
                                                             : std::string(kIsotropicFile);

@@ -19,7 +19,7 @@ namespace skyhop {
 /// place arrive together. Its topic of the same name takes the announcements of peers that start.
 class DDEClient : public LinkTopic {
  public:
-  /// How long a change waits for others; short enough that nobody sees it.
+  /// How long a change waits for others; too short to be seen.
   static constexpr std::chrono::milliseconds kValueDelay{20};
 
   /// All must outlive this object.

@@ -13,7 +13,7 @@ namespace skyhop {
                                      const std::filesystem::path& program_folder, bool json);
 
 /// Why an antenna that was asked for has no effect with the engine, behind the words "your
-/// antenna"; empty when it counts. `estimate` says whether the finding is the estimate engine.
+/// antenna"; empty when it counts. `estimate`: whether the finding is the estimate engine.
 [[nodiscard]] std::string AntennaNote(const Antenna& antenna, EngineChoice engine,
                                       const EngineFinding& finding, bool estimate);
 

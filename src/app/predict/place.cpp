@@ -20,22 +20,26 @@ struct Cut {
 
 constexpr std::string_view kHemispheres = "NSEWnsew";
 
-/// Where the latitude may end, the likeliest place first. A comma may be a decimal comma instead.
+/// Where the latitude may end. A comma may be a decimal comma instead.
 std::vector<Cut> CutsOf(std::string_view text) {
   std::vector<Cut> cuts;
+  const std::size_t letter = text.find_first_of(kHemispheres);
+  if (letter == 0) {
+    // With its letter in front, a coordinate ends where the next letter is.
+    const std::size_t second = text.find_first_of(kHemispheres, 1);
+    if (second == std::string_view::npos) return cuts;
+    return {{text.find_last_not_of(" \t,;", second - 1) + 1, second}};
+  }
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == ',' || text[i] == ';') cuts.push_back({i, i + 1});
   }
-  const std::size_t letter = text.find_first_of(kHemispheres);
-  if (letter == std::string_view::npos) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (text[i] == ' ') cuts.push_back({i, i});
-    }
-  } else if (letter == 0) {
-    const std::size_t second = text.find_first_of(kHemispheres, 1);
-    if (second != std::string_view::npos) cuts.push_back({second, second});
-  } else {
-    cuts.push_back({letter + 1, letter + 1});
+  const std::size_t north_or_south = text.find_first_of("NSns");
+  if (north_or_south != std::string_view::npos) {
+    cuts.push_back({north_or_south + 1, north_or_south + 1});
+    return cuts;
+  }
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == ' ') cuts.push_back({i, i});
   }
   return cuts;
 }
@@ -45,13 +49,18 @@ std::vector<Cut> CutsOf(std::string_view text) {
 std::optional<Position> ParsePlace(const std::string& text) {
   const std::string_view trimmed = Trim(text);
   if (DXGridModule::IsGridSquare(trimmed)) return DXGridModule::GetGridCenterLocation(trimmed);
+  std::optional<Position> place;
   for (const Cut& cut : CutsOf(trimmed)) {
     const auto latitude = LatLonModule::ReadCoordinate(trimmed.substr(0, cut.end), Axis::kLatitude);
     const auto longitude =
         LatLonModule::ReadCoordinate(trimmed.substr(cut.begin), Axis::kLongitude);
-    if (latitude && longitude) return Position{*latitude, *longitude};
+    if (!latitude || !longitude) continue;
+    const Position read{*latitude, *longitude};
+    // A text with two readings could be understood as the wrong one.
+    if (place && *place != read) return std::nullopt;
+    place = read;
   }
-  return std::nullopt;
+  return place;
 }
 
 }  // namespace skyhop

@@ -133,8 +133,8 @@ class Runner {
     return status == exit_status::kSuccess ? Report() : status;
   }
 
-  /// Tells when the estimate takes an engine's place and which antennas do not count. Returns false
-  /// when the user does not want the estimate.
+  /// Reports when the estimate takes an engine's place and which antennas do not count. Returns
+  /// false when the user does not want the estimate.
   bool EngineAccepted() {
     const EngineFinding finding = FindEngine(*program_.host, program_.folder, Engine());
     const bool estimate = IsEstimate(finding, *program_.host);

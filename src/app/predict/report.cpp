@@ -45,9 +45,9 @@ bool AllHoursReached(const PredictionReport& report) {
 }
 
 std::string LevelText(std::optional<int> level, bool reached) {
+  if (!reached) return "x";
   if (!level) return "-";
-  if (*level <= 0) return ".";
-  return reached ? std::to_string(*level) : "x";
+  return *level > 0 ? std::to_string(*level) : ".";
 }
 
 std::string Legend(const PredictionReport& report) {
@@ -59,9 +59,7 @@ std::string Legend(const PredictionReport& report) {
       "Frequencies in MHz. Bands: 3 open on 90 % of the days or more, 2 on half of them or "
       "more,\n1 on 10 % or more; \".\" closed.\n";
   if (!AllHoursReached(report)) {
-    legend +=
-        "\"!\" no frequency reaches the required reliability; \"x\" is a band that would be open\n"
-        "otherwise.\n";
+    legend += "\"!\" no frequency reaches the required reliability, so no band is open (\"x\").\n";
   }
   return legend;
 }

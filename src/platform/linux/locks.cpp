@@ -100,7 +100,7 @@ class FileInstanceGuard : public InstanceGuard {
       if (!asking.IsOpen()) return;
       ucred peer{};
       socklen_t size = sizeof(peer);
-      // Nobody else has the desktop that the window is on.
+      // Another user does not see the desktop that the window is on.
       if (::getsockopt(asking.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
           peer.uid == ::getuid()) {
         show();

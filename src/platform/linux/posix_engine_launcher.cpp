@@ -158,7 +158,7 @@ struct PosixEngineLauncher::Child {
   bool ended = false;
   bool reaped = false;
 
-  /// Asks the system whether the process ended, takes note if so, and tells. An ended process is
+  /// Asks the system whether the process ended, notes it if so, and returns it. An ended process is
   /// not reaped here: until then the system gives the number of its group to no other process.
   bool Update() {
     if (ended) return true;

@@ -150,6 +150,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   void PaintUnreachedHours(Surface& surface) const;
   void PaintChart(Surface& surface);
   void PaintPlot(Surface& surface);
+  void PaintCurvesAndBands(Surface& surface);
   void PaintTable(Surface& surface) const;
   void PaintEmpty(Surface& surface) const;
   void PaintTimeAxis(Surface& surface) const;

@@ -172,6 +172,9 @@ void ChartPane::PaintHeader(Surface& surface) const {
 void ChartPane::PaintUnreachedHours(Surface& surface) const {
   if (!HasResult()) return;
   PartSurface plot(surface, plot_);
+  // The paper of an old chart shows through.
+  ChartPalette palette = palette_;
+  if (old_) palette.shade = palette_.old_paper;
   const double width = plot_.width / static_cast<double>(kHourCount - 1);
   for (std::size_t hour = 0; hour < kHourCount;) {
     std::size_t end = hour;
@@ -179,8 +182,7 @@ void ChartPane::PaintUnreachedHours(Surface& surface) const {
     const double left = std::max(0.0, std::round((static_cast<double>(hour) - 0.5) * width));
     const double right =
         std::min(plot_.width, std::round((static_cast<double>(end) - 0.5) * width));
-    if (end > hour)
-      PaintHatching(plot, {left, 0, right - left, plot_.height}, palette_, text_size_);
+    if (end > hour) PaintHatching(plot, {left, 0, right - left, plot_.height}, palette, text_size_);
     hour = end + 1;
   }
 }
@@ -200,6 +202,14 @@ void ChartPane::PaintChart(Surface& surface) {
 }
 
 void ChartPane::PaintPlot(Surface& surface) {
+  PaintCurvesAndBands(surface);
+  if (!old_) return;
+  surface.Text({plot_.left + text_size_, plot_.top + text_size_},
+               Shortened(kOldCaption, plot_.width, text_size_, FontWeight::kBold),
+               {.size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold});
+}
+
+void ChartPane::PaintCurvesAndBands(Surface& surface) {
   if (!chart_.HasAxis()) {
     surface.Text({plot_.left + plot_.width / 2, plot_.top + plot_.height / 2},
                  "The results hold no frequencies",
@@ -223,10 +233,6 @@ void ChartPane::PaintPlot(Surface& surface) {
   }
   PaintBandLabels(surface);
   if (plot_enable_) chart_.PaintPlot(plot);
-  if (!old_) return;
-  surface.Text({plot_.left + text_size_, plot_.top + text_size_},
-               Shortened(kOldCaption, plot_.width, text_size_, FontWeight::kBold),
-               {.size = text_size_, .color = palette_.old_text, .weight = FontWeight::kBold});
 }
 
 /// The cells leave no paper to be coloured, so an old table is told by its caption.

@@ -17,6 +17,8 @@ std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band, std::siz
   if (day.HasSnr() && !day.table.Known(BandQuantity::kReliability, band, hour)) {
     return std::nullopt;
   }
+  // Where no frequency reaches the required reliability, none is open.
+  if (!day.table.reached.at(hour)) return 0;
   return day.chart.FreqOpen(kBandLineFrequencies.at(band), static_cast<std::int16_t>(hour));
 }
 

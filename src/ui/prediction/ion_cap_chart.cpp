@@ -69,7 +69,7 @@ void IonCap::ShowFinished(const PredictionRun& run) {
   failed_ = false;
   chart_bars_ = with_.chart.Sun();
   with_.chart.SetTitle(run.title);
-  // The inputs may have changed since; the line tells what was asked.
+  // The inputs may have changed since; the line keeps what was asked.
   with_.panel.SetText(PanelText::kSummary, run.summary);
   provenance_ = Provenance(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
   with_.view.SetLabel(Label::kProvenance, provenance_);

@@ -153,7 +153,7 @@ bool IonCap::FieldsAccepted() {
       const std::string text = Understood(field);
       const char* problem = TypedProblem(field, text);
       if (problem == nullptr) {
-        Accept(field, text);
+        if (Accept(field, text)) SaveStations();
         continue;
       }
       StateOf(field).refused = text;
@@ -254,6 +254,7 @@ void IonCap::HandOn(TextField field, const std::string& text) {
       break;
     case TextField::kLocalTakeOff:
       with_.parameters.SetPredictionTakeoff(text);
+      UpdateConditions();
       break;
     case TextField::kSNR:
       with_.parameters.SetPredictionSNR(text);

@@ -103,6 +103,7 @@ void IonCap::ChooseAsRequested(const PeerRequest& request) {
     with_.view.Select(OptionGroup::kPath,
                       *request.short_path ? path_option::kShort : path_option::kLong);
     UpdateStationLabels();
+    InputsChanged();
   }
 }
 

@@ -114,12 +114,19 @@ void IonCap::SaveStations() {
     const auto add = [&](const char* key, const std::string& value) {
       entries.push_back({kSection, key, value});
     };
-    if (PositionOf(Station::kLocal)) {
+    // A refused coordinate leaves what is stored; deleted ones are deleted there, too.
+    const auto saved = [&](Station station) {
+      const StationControls& controls = station == Station::kLocal ? kLocalControls : kDXControls;
+      const bool deleted = Trim(with_.view.Text(controls.latitude)).empty() &&
+                           Trim(with_.view.Text(controls.longitude)).empty();
+      return deleted || PositionOf(station).has_value();
+    };
+    if (saved(Station::kLocal)) {
       add("XLat", with_.view.Text(TextField::kLocalLat));
       add("Xlon", with_.view.Text(TextField::kLocalLon));
       add("XGrid", with_.view.Text(TextField::kLocalGrid));
     }
-    if (PositionOf(Station::kDX)) {
+    if (saved(Station::kDX)) {
       add("DXLat", with_.view.Text(TextField::kDXLat));
       add("DXLon", with_.view.Text(TextField::kDXLon));
       add("DXGrid", with_.view.Text(TextField::kDXGrid));
