@@ -171,44 +171,6 @@ TEST_F(SpaceWeatherWindows, TheForecastPaintsThreeGraphsAndReadsOutItsDays) {
   EXPECT_TRUE(PumpUntil([&] { return !window.IsShown(); }));
 }
 
-TEST_F(SpaceWeatherWindows, WithoutTheServerTheLastValuesStay) {
-  Start();
-  Command(Button::kUpdateSFICmd);
-  ASSERT_TRUE(PumpUntil([&] { return Text(TextField::kFlux) == "152"; }));
-  OpenForecast();
-  ASSERT_TRUE(PumpUntil([&] { return dialogs_.messages.empty(); }));
-  for (const char* path : {"/ssn", "/wwv", "/forecast"}) {
-    server_.Serve(path, Reply("404 Not Found", "gone"));
-  }
-  const struct {
-    Button command;
-    const char* caption;
-    std::string message;
-  } failures[] = {
-      {Button::kUpdateSSNCmd, "Skyhop Sunspot Number",
-       "unable to download sunspot number from " + server_.Url("/ssn")},
-      {Button::kUpdateSFICmd, "Skyhop Current Conditions",
-       "unable to download current conditions from " + server_.Url("/wwv")},
-      {Button::kForecastCmd, "Skyhop Solar forecast",
-       "unable to download solar forecast from " + server_.Url("/forecast")},
-  };
-  for (const auto& failure : failures) {
-    dialogs_.messages.clear();
-    Frame().Raise();
-    ASSERT_TRUE(PumpUntil([&] { return Frame().IsActive(); }));
-    Command(failure.command);
-    ASSERT_TRUE(PumpUntil([&] { return !dialogs_.messages.empty(); })) << failure.message;
-    EXPECT_EQ(dialogs_.messages.front().first, failure.caption);
-    EXPECT_TRUE(dialogs_.messages.front().second.starts_with(failure.message + " - "))
-        << dialogs_.messages.front().second;
-    EXPECT_TRUE(PumpUntil([&] { return Frame().Controls().Enabled(failure.command); }));
-  }
-  EXPECT_EQ(Text(TextField::kSSN), "118.5");
-  EXPECT_EQ(Text(TextField::kFlux), "152");
-  EXPECT_EQ(Text(TextField::kKindex), "3");
-  EXPECT_NE(TipOf(TextField::kFlux).find("last attempt"), std::string::npos);
-}
-
 TEST_F(SpaceWeatherWindows, AStartWithoutNetworkTellsSoOnceAndGoesOn) {
   WriteFile(SettingsFile(),
             AddressSettings("http://127.0.0.1:" + std::to_string(UnusedPort()) + "/ssn"));
@@ -219,31 +181,6 @@ TEST_F(SpaceWeatherWindows, AStartWithoutNetworkTellsSoOnceAndGoesOn) {
       << dialogs_.messages[0].second;
   EnterStations();
   Predict();
-}
-
-TEST_F(SpaceWeatherWindows, ClosingCancelsADownload) {
-  Start();
-  const std::string flux = Text(TextField::kFlux);
-  HttpReply slow = Reply("200 OK", kBulletin);
-  slow.pieces = {slow.pieces[0].substr(0, 60), slow.pieces[0].substr(60)};
-  slow.pause = std::chrono::minutes(10);
-  server_.Serve("/wwv", slow);
-  wxTimer closing;
-  bool closed_at_once = true;
-  closing.Bind(wxEVT_TIMER, [&](wxTimerEvent&) {
-    for (const std::string& request : server_.Requests()) {
-      if (request.find("/wwv") == std::string::npos) continue;
-      closing.Stop();
-      closed_at_once = Frame().Close();
-      return;
-    }
-  });
-  closing.Start(50);
-  Command(Button::kUpdateSFICmd);
-  EXPECT_TRUE(PumpUntil([&] { return wxWindow::FindWindowByName("IonCap") == nullptr; }));
-  EXPECT_FALSE(closed_at_once) << "the command needs the window to its end";
-  EXPECT_TRUE(dialogs_.messages.empty()) << dialogs_.messages.front().second;
-  EXPECT_NE(Settings().find("SFI=" + flux), std::string::npos);
 }
 
 }  // namespace
