@@ -162,20 +162,6 @@ TEST_F(ChartWindow, TheTimeIndexIsMovedByKeysAndByThePointer) {
   EXPECT_EQ(TimeIndex(), dropped) << "it was let go";
 }
 
-TEST_F(ChartWindow, AClickChoosesTheBandThere) {
-  StartWithChart();
-  const auto& chart = Program().Chart().Chart();
-  const Rectangle& plot = Program().Chart().Plot();
-  for (std::int16_t band = 0; band < static_cast<int>(kBandCount); ++band) {
-    const IONCAPModule::BandLine& line = chart.BandLines().at(static_cast<std::size_t>(band));
-    if (!line.visible) continue;
-    const double hours = TimeIndex() > 12 ? 6 : 18;
-    ClickAt(Frame().Canvas(), OnPlot(hours, double(line.y) / plot.height));
-    EXPECT_TRUE(PumpUntil([&] { return Program().Chart().BandIndicator() == band; })) << band;
-    EXPECT_EQ(Program().Controller().GetPredictionBand(), band);
-  }
-}
-
 TEST_F(ChartWindow, TheChartStaysReadableInTheSmallestWindow) {
   StartWithChart();
   Frame().SetClientSize(Frame().GetMinClientSize());
@@ -183,12 +169,6 @@ TEST_F(ChartWindow, TheChartStaysReadableInTheSmallestWindow) {
       PumpUntil([&] { return Frame().GetClientSize().y <= Frame().GetMinClientSize().y + 2; }));
   EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
   EXPECT_GE(Program().Chart().Plot().height, 60);
-  for (const Button button : {Button::kPathsButton, Button::kAbortButton, Button::kHelpCmd}) {
-    const wxButton& shown = *Frame().Controls().ButtonOf(button);
-    EXPECT_TRUE(Frame().GetClientRect().Contains(
-        Frame().ScreenToClient(shown.GetScreenRect().GetBottomRight())))
-        << shown.GetLabel();
-  }
 }
 
 TEST_F(ChartWindow, ACopiedChartIsThePictureWithCurvesAndKeys) {

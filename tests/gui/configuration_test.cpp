@@ -102,6 +102,8 @@ TEST_F(ConfigurationByKeyboard, WhatIsSetWorksAtOnceAndAtTheNextStart) {
   GoToPage("Windows");
   wxCheckBox* const tips = FindControl<wxCheckBox>(CurrentPage(), "Show tool tips");
   ASSERT_TRUE(tips->GetValue());
+  EXPECT_EQ(Field(TextField::kLocalLat).GetToolTipText(),
+            "your latitude (strike Enter to update your Grid Square)");
   TabTo(*tips);
   Press(WXK_SPACE);
   EXPECT_TRUE(PumpUntil([&] { return Field(TextField::kLocalLat).GetToolTip() == nullptr; }));
@@ -121,7 +123,9 @@ TEST_F(ConfigurationByKeyboard, WhatIsSetWorksAtOnceAndAtTheNextStart) {
   CloseWindow();
 
   Start();
-  EXPECT_EQ(Field(TextField::kLocalLat).GetToolTip(), nullptr);
+  for (const wxWindow* window : Descendants(Frame())) {
+    EXPECT_EQ(window->GetToolTip(), nullptr) << window->GetName();
+  }
   EnterStations();
   EXPECT_TRUE(Shows(miles ? " km" : " miles"));
   Open();

@@ -104,19 +104,6 @@ TEST_F(EngineOfWindow, ClosingTheWindowEndsARunningEngine) {
   EXPECT_TRUE(PumpUntil([&] { return !Runs(process); })) << "the engine still runs";
 }
 
-TEST_F(EngineOfWindow, TheAnswerToAnotherQuestionIsRefused) {
-  Start();
-  EnterStations();
-  Predict();
-  ReplaceEngine("read deck\nread results\nprintf '%s\\n' \"$deck\" \"$results\" | '" SKYHOP_ESTIMATE
-                "'\nsed -i 's/REQ. SNR = [0-9.]*/REQ. SNR = 77.0/' \"$results\"\n");
-  PressPredict();
-  ASSERT_TRUE(PumpUntil([&] {
-    return Notice().find("a required SNR of 77 dB, not ") != std::string::npos;
-  })) << Notice();
-  EXPECT_TRUE(ShowsOldChart());
-}
-
 TEST_F(EngineOfWindow, AnEngineThatCannotBeStartedIsNoDisaster) {
   Start();
   EnterStations();

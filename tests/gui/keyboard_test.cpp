@@ -197,31 +197,6 @@ TEST_F(KeyboardAlone, AFieldBeingEditedCountsForAPredictionByKey) {
   EXPECT_EQ(Text(TextField::kDXLat), "52 30' 0\" N");
 }
 
-TEST_F(KeyboardAlone, NoTwoShortcutsOfAPageAreTheSame) {
-  Start();
-  for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
-    Tabs().ChangeSelection(page);
-    Pump();
-    std::set<wxString> letters;
-    const auto add = [&](const wxString& words) {
-      const int mark = words.Find('&');
-      if (mark == wxNOT_FOUND || words.Mid(static_cast<std::size_t>(mark), 2) == "&&") return;
-      const wxString letter = words.Mid(static_cast<std::size_t>(mark) + 1, 1).Upper();
-      EXPECT_TRUE(letters.insert(letter).second) << words;
-    };
-    for (std::size_t i = 0; i < Frame().GetMenuBar()->GetMenuCount(); ++i) {
-      add(Frame().GetMenuBar()->GetMenuLabel(i));
-    }
-    for (wxWindow* window : Descendants(Frame())) {
-      if (dynamic_cast<wxButton*>(window) == nullptr &&
-          dynamic_cast<wxCheckBox*>(window) == nullptr) {
-        continue;
-      }
-      if (window->IsShownOnScreen()) add(window->GetLabel());
-    }
-  }
-}
-
 /// The keys that a table of the guide lists, such as "Ctrl+S".
 std::set<std::string> GuideKeys(const std::string& table) {
   std::set<std::string> keys;

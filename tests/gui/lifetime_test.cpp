@@ -1,7 +1,6 @@
 // What survives from one start to the next.
 
 #include <wx/display.h>
-#include <wx/tooltip.h>
 
 #include <optional>
 #include <string>
@@ -80,19 +79,6 @@ TEST_F(WindowOverTime, PagesThatGetTheirControlsLaterShowTheStoredValues) {
   EXPECT_EQ(Frame().Controls().Selected(OptionGroup::kModeSNRCombo), 0);
 }
 
-TEST_F(WindowOverTime, AFieldThatIsBeingEditedIsSavedWhenItsTextIsValid) {
-  Start();
-  TypeInto(TextField::kLocalPwr, "250");
-  CloseWindow();
-  Start();
-  EXPECT_EQ(Text(TextField::kLocalPwr), "250");
-  const std::string angle = Text(TextField::kLocalTakeOff);
-  TypeInto(TextField::kLocalTakeOff, "99");
-  CloseWindow();
-  Start();
-  EXPECT_EQ(Text(TextField::kLocalTakeOff), angle);
-}
-
 TEST_F(WindowOverTime, PlaceAndSizeComeBackAndTheMaximisedState) {
   Start();
   Frame().SetSize(150, 120, 1210, 840);
@@ -159,19 +145,6 @@ TEST_F(WindowOverTime, TheEndWaitsUntilNothingIsGoingOnInTheWindow) {
   ASSERT_TRUE(frame);
   dialog.reset();
   EXPECT_TRUE(PumpUntil([&] { return !frame; }));
-}
-
-TEST_F(WindowOverTime, ToolTipsAreSwitchedOffByTheirSetting) {
-  Start();
-  const wxToolTip* const tip = Field(TextField::kLocalLat).GetToolTip();
-  ASSERT_NE(tip, nullptr);
-  EXPECT_EQ(tip->GetTip(), "your latitude (strike Enter to update your Grid Square)");
-  CloseWindow();
-  WriteSettings("[General]\nShowToolTips=False\n");
-  Start();
-  for (const wxWindow* window : Descendants(Frame())) {
-    EXPECT_EQ(window->GetToolTip(), nullptr) << window->GetName();
-  }
 }
 
 }  // namespace
