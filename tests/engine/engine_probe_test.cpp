@@ -13,85 +13,38 @@ namespace skyhop {
 namespace {
 
 using skyhop::testing::FakeEngineHost;
-using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
+using skyhop::testing::InstallEngine;
 using skyhop::testing::LoggedDiagnostics;
+using skyhop::testing::OneLocker;
+using skyhop::testing::PlainLauncher;
 using skyhop::testing::TestData;
 using std::chrono::milliseconds;
-using std::filesystem::perms;
-
-/// A launcher whose processes run until the test says otherwise.
-class ScriptedLauncher : public FakeLauncher {
- public:
-  LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
-                          const std::filesystem::path& working_folder) override {
-    LaunchResult result = FakeLauncher::StartBatch(batch, parameter, working_folder);
-    if (hides_processes) result.process = 0;
-    return result;
-  }
-  [[nodiscard]] bool IsRunning(ProcessId process) override { return process != 0 && running; }
-  void End(ProcessId) override {
-    running = false;
-    ++ended;
-  }
-  [[nodiscard]] std::string Output(ProcessId) override { return output; }
-  /// Short names that exist, since the probe writes its files through neither of the two forms
-  /// only.
-  [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
-    return path;
-  }
-
-  bool running = true;
-  bool hides_processes = false;
-  int ended = 0;
-  std::string output;
-};
-
-class CountingLocker : public RunLocker {
- public:
-  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
-    if (busy) return nullptr;
-    return std::make_unique<Held>(*this);
-  }
-
-  bool busy = false;
-
- private:
-  struct Held : RunLock {
-    explicit Held(CountingLocker& locker) : locker_(&locker) { locker_->busy = true; }
-    ~Held() override { locker_->busy = false; }
-    Held(const Held&) = delete;
-    Held& operator=(const Held&) = delete;
-    CountingLocker* locker_;
-  };
-};
 
 class EngineProbeTest : public ::testing::Test {
  protected:
   EngineProbeTest() {
-    Install("IonCap/ioncap.exe");
-    Install("ITSHFBC/bin_win/voacapw.exe");
+    InstallEngine(log_.folder / "IonCap/ioncap.exe");
+    InstallEngine(log_.folder / "ITSHFBC/bin_win/voacapw.exe");
     std::filesystem::create_directories(log_.folder / "ITSHFBC/coeffs");
     std::filesystem::create_directories(log_.folder / "ITSHFBC/run");
-    Install("ITSHFBC/antennas/default/Isotrope");
-  }
-
-  void Install(const std::string& name) {
-    const std::filesystem::path file = log_.folder / name;
-    std::filesystem::create_directories(file.parent_path());
-    WriteFile(file, "an engine");
-    std::filesystem::permissions(file, perms::owner_all);
+    InstallEngine(log_.folder / "ITSHFBC/antennas/default/Isotrope");
   }
 
   void Start(EngineChoice engine) {
     const std::optional<EngineProbe::Outcome> outcome = probe_.Start(engine, begin_);
     ASSERT_FALSE(outcome) << outcome->text;
     ASSERT_TRUE(probe_.Running());
+    if (launcher_.knows_processes) {
+      launcher_.running.insert(static_cast<ProcessId>(100 + launcher_.starts.size()));
+    }
   }
 
   std::string OutcomeAfter(milliseconds time) {
     const std::optional<EngineProbe::Outcome> outcome = probe_.Poll(begin_ + time);
-    return outcome ? (outcome->good ? "good: " : "bad: ") + outcome->text : "none yet";
+    if (!outcome) return "none yet";
+    EXPECT_TRUE(outcome->installed) << "the estimate answers in no test of this file";
+    return (outcome->good ? "good: " : "bad: ") + outcome->text;
   }
 
   void Answer(const std::string& name, const std::string& text) {
@@ -108,9 +61,9 @@ class EngineProbeTest : public ::testing::Test {
   }
 
   LoggedDiagnostics log_;
-  ScriptedLauncher launcher_;
+  PlainLauncher launcher_;
   FakeEngineHost host_;
-  CountingLocker locker_;
+  OneLocker locker_;
   FakePause pause_;
   EngineProbe::Time begin_{std::chrono::hours(5)};
   EngineProbe probe_{{locker_, launcher_, host_, pause_, log_.diagnostics, log_.folder.Path()}};
@@ -151,32 +104,17 @@ TEST_F(EngineProbeTest, AGoodRunNamesTheEngineAndItsTimeAndClearsUp) {
   } cases[] = {{EngineChoice::kVoaCap, "results/newyork-london-method26.results.txt"},
                {EngineChoice::kVoaCapSnr, "results/newyork-london-method30.results.txt"}};
   for (const auto& [engine, results] : cases) {
-    launcher_.running = true;
     Start(engine);
     Answer(kItsResults, TestData(results).substr(0, 500));
     EXPECT_EQ(OutcomeAfter(milliseconds(100)), "none yet") << "the engine is still writing";
     Answer(kItsResults, TestData(results));
-    launcher_.running = false;
+    launcher_.running.clear();
     EXPECT_EQ(OutcomeAfter(milliseconds(842)),
               "good: VOACAP, version 16.1207W, answered in 842 ms. Its results hold plausible "
               "values for all 24 hours.");
     EXPECT_FALSE(probe_.Running());
-    EXPECT_FALSE(locker_.busy);
+    EXPECT_FALSE(locker_.held);
     EXPECT_TRUE(std::filesystem::is_empty(log_.folder / "ITSHFBC/run"));
-  }
-}
-
-TEST_F(EngineProbeTest, TheEstimatesAnswerIsNoInstalledEngines) {
-  const std::string voacap = TestData("results/newyork-london-method26.results.txt");
-  for (const bool estimate : {false, true}) {
-    launcher_.running = true;
-    Start(EngineChoice::kVoaCap);
-    Answer(kItsResults,
-           estimate ? ReplaceAll(voacap, "  VOACAP   V", "  SKYHOP ESTIMATE ENGINE   V") : voacap);
-    launcher_.running = false;
-    const std::optional<EngineProbe::Outcome> outcome = probe_.Poll(begin_ + milliseconds(8));
-    ASSERT_TRUE(outcome && outcome->good);
-    EXPECT_EQ(outcome->installed, !estimate);
   }
 }
 
@@ -200,14 +138,13 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
       {EngineChoice::kVoaCap, "", "bad: The engine ended without results. It printed: Ouch."},
   };
   for (const auto& [engine, results, outcome] : cases) {
-    launcher_.running = true;
     Start(engine);
     Answer(kItsResults, results);
     launcher_.output = "Ouch\n#0  0x7f\noff\ntest.bat: 4: cls: not found\n";
-    launcher_.running = false;
+    launcher_.running.clear();
     const std::string told = OutcomeAfter(milliseconds(50));
     EXPECT_TRUE(told.starts_with(outcome)) << told;
-    EXPECT_FALSE(locker_.busy);
+    EXPECT_FALSE(locker_.held);
     EXPECT_TRUE(std::filesystem::exists(log_.folder / kItsResults)) << "kept for support";
   }
 }
@@ -215,21 +152,21 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
 TEST_F(EngineProbeTest, AResultsFileOfAnEarlierTestDoesNotCount) {
   Answer(kItsResults, TestData("results/newyork-london-method26.results.txt"));
   Start(EngineChoice::kVoaCap);
-  launcher_.running = false;
+  launcher_.running.clear();
   EXPECT_EQ(OutcomeAfter(milliseconds(50)), "bad: The engine ended without results.");
 }
 
 TEST_F(EngineProbeTest, AHangingEngineIsEndedAfterHalfAMinute) {
   Start(EngineChoice::kIonCap);
   EXPECT_EQ(OutcomeAfter(milliseconds(29999)), "none yet");
-  EXPECT_EQ(launcher_.ended, 0);
+  EXPECT_TRUE(launcher_.ended.empty());
   EXPECT_EQ(OutcomeAfter(milliseconds(30000)), "bad: No answer within 30 s; the engine was ended.");
-  EXPECT_EQ(launcher_.ended, 1);
-  EXPECT_FALSE(locker_.busy);
+  EXPECT_EQ(launcher_.ended.size(), 1U);
+  EXPECT_FALSE(locker_.held);
 }
 
 TEST_F(EngineProbeTest, AnUnknownProcessIsJudgedByItsResultsAlone) {
-  launcher_.hides_processes = true;
+  launcher_.knows_processes = false;
   Start(EngineChoice::kVoaCap);
   EXPECT_EQ(OutcomeAfter(milliseconds(10)), "none yet");
   Answer(kItsResults, "half a table");
@@ -251,30 +188,29 @@ TEST_F(EngineProbeTest, WhatKeepsAnEngineFromStartingIsToldAtOnce) {
   EXPECT_EQ(told(EngineChoice::kVoaCap),
             "The engine could not be started: The operating system denied access to the specified "
             "file.");
-  EXPECT_FALSE(locker_.busy);
+  EXPECT_FALSE(locker_.held);
   launcher_.code = 42;
-  locker_.busy = true;
+  locker_.held = true;
   std::filesystem::remove_all(log_.folder / "IonCap/test.bat");
   EXPECT_EQ(told(EngineChoice::kIonCap),
             "A prediction is running. Test the engine when it has finished.");
   EXPECT_FALSE(std::filesystem::exists(log_.folder / "IonCap/test.bat"));
   EXPECT_EQ(launcher_.starts.size(), 1U);
-  locker_.busy = false;
+  locker_.held = false;
   std::filesystem::remove_all(log_.folder / "ITSHFBC/run");
   WriteFile(log_.folder / "ITSHFBC/run", "a file in the folder's place");
   EXPECT_EQ(told(EngineChoice::kVoaCap).find("The test cannot be prepared: "), 0U);
-  EXPECT_FALSE(locker_.busy);
+  EXPECT_FALSE(locker_.held);
 }
 
 TEST_F(EngineProbeTest, WhatAnEngineLacksIsToldWhenItGivesNoResults) {
   Start(EngineChoice::kVoaCap);
-  launcher_.running = false;
+  launcher_.running.clear();
   EXPECT_EQ(OutcomeAfter(milliseconds(8)), "bad: The engine ended without results.");
   std::filesystem::remove_all(log_.folder / "ITSHFBC/coeffs");
   std::filesystem::remove_all(log_.folder / "ITSHFBC/antennas/default");
-  launcher_.running = true;
   Start(EngineChoice::kVoaCap);
-  launcher_.running = false;
+  launcher_.running.clear();
   launcher_.output = "cannot open file\n";
   const std::filesystem::path folder = log_.folder / "ITSHFBC";
   EXPECT_EQ(OutcomeAfter(milliseconds(8)),
@@ -286,10 +222,10 @@ TEST_F(EngineProbeTest, WhatAnEngineLacksIsToldWhenItGivesNoResults) {
 
 TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {
   Start(EngineChoice::kIonCap);
-  EXPECT_TRUE(locker_.busy);
+  EXPECT_TRUE(locker_.held);
   probe_.Cancel();
-  EXPECT_EQ(launcher_.ended, 1);
-  EXPECT_FALSE(locker_.busy);
+  EXPECT_EQ(launcher_.ended.size(), 1U);
+  EXPECT_FALSE(locker_.held);
   EXPECT_EQ(OutcomeAfter(milliseconds(5)), "none yet");
 }
 

@@ -11,7 +11,7 @@ namespace skyhop {
 namespace {
 
 using skyhop::testing::FakeEngineHost;
-using skyhop::testing::FakeLauncher;
+using skyhop::testing::PlainLauncher;
 using std::filesystem::perms;
 
 constexpr const char* kWindowsProgram = "MZ...";
@@ -52,14 +52,6 @@ class EngineSearchTest : public ::testing::Test {
     }
     return text;
   }
-
-  /// A launcher that gives no other names.
-  class PlainLauncher : public FakeLauncher {
-   public:
-    [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
-      return path;
-    }
-  };
 
   skyhop::testing::TemporaryFolder folder_;
   FakeEngineHost host_;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "common/files.h"
 #include "engine/engine_launcher.h"
+#include "engine/run_lock.h"
 
 namespace skyhop::testing {
 
@@ -53,5 +55,42 @@ class FakeLauncher : public EngineLauncher {
   std::vector<Start> starts;
   std::vector<std::string> viewed;
 };
+
+/// A launcher that gives no other names.
+class PlainLauncher : public FakeLauncher {
+ public:
+  [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
+    return path;
+  }
+};
+
+/// A lock that one holder at a time has.
+class OneLocker : public RunLocker {
+ public:
+  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
+    ++attempts;
+    if (held) return nullptr;
+    return std::make_unique<Held>(*this);
+  }
+
+  bool held = false;
+  int attempts = 0;
+
+ private:
+  struct Held : RunLock {
+    explicit Held(OneLocker& locker) : locker_(&locker) { locker_->held = true; }
+    ~Held() override { locker_->held = false; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+    OneLocker* locker_;
+  };
+};
+
+/// An executable for the engine folder of a program folder.
+inline void InstallEngine(const std::filesystem::path& file) {
+  std::filesystem::create_directories(file.parent_path());
+  WriteFile(file, "an engine");
+  std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+}
 
 }  // namespace skyhop::testing

@@ -17,18 +17,10 @@ using skyhop::testing::FakeConfigurationView;
 using skyhop::testing::FakeEngineHost;
 using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
+using skyhop::testing::OneLocker;
 using skyhop::testing::PredictionFixture;
 using skyhop::testing::TestData;
 using std::chrono::milliseconds;
-
-/// A prediction runs or does not.
-class FakeLocker : public RunLocker {
- public:
-  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
-    return busy ? nullptr : std::make_unique<RunLock>();
-  }
-  bool busy = false;
-};
 
 class CountingHost : public ConfigurationHost {
  public:
@@ -61,10 +53,7 @@ class IoncapConfigTest : public ::testing::Test {
   }
 
   void InstallEngine(const std::string& name) {
-    const std::filesystem::path file = with_.log.folder / name;
-    std::filesystem::create_directories(file.parent_path());
-    WriteFile(file, "an engine");
-    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    skyhop::testing::InstallEngine(with_.log.folder / name);
   }
 
   std::string Stored(const std::string& section, const std::string& key) {
@@ -86,7 +75,7 @@ class IoncapConfigTest : public ::testing::Test {
   Configuration configuration_{with_.settings, with_.log.diagnostics};
   FreqDependentModule::BandTable bands_{with_.log.folder.Path(), with_.log.diagnostics,
                                         [this] { window_.BandsMissing(); }};
-  FakeLocker locker_;
+  OneLocker locker_;
   FakeLauncher launcher_;
   FakeEngineHost machine_;
   FakePause pause_;

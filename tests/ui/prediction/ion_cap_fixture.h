@@ -49,27 +49,6 @@ class FakeInstance : public InstanceGuard {
   int shown = 0;
 };
 
-class FakeLocker : public RunLocker {
- public:
-  [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
-    if (held) return nullptr;
-    return std::make_unique<Held>(held);
-  }
-  bool held = false;
-
- private:
-  class Held : public RunLock {
-   public:
-    explicit Held(bool& flag) : flag_(&flag) { *flag_ = true; }
-    ~Held() override { *flag_ = false; }
-    Held(const Held&) = delete;
-    Held& operator=(const Held&) = delete;
-
-   private:
-    bool* flag_;
-  };
-};
-
 class FakeServer : public CommandServer, public Part {
  public:
   using Part::Part;
@@ -246,7 +225,7 @@ class IonCapTest : public ::testing::Test {
   IONCAPModule::RunControl run_{{parameters_, panel_, ioncap_, its_, results_, timer_, launcher_,
                                  host_, pause_, messages_, settings_, log_.diagnostics}};
   FakeInstance instance_;
-  FakeLocker locker_;
+  OneLocker locker_;
   FakeServer server_{events_};
   FakePeers peers_{events_};
   FakeSpaceWeather space_weather_{events_};
