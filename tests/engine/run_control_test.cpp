@@ -68,14 +68,6 @@ class RunControlTest : public ::testing::Test {
                    pause_, with_.messages, with_.settings, with_.log.diagnostics}};
 };
 
-TEST_F(RunControlTest, AMissingIonCapFolderIsToldOnce) {
-  EXPECT_FALSE(run_.LoadEngineData(folder_ / "none"));
-  const std::string text =
-      "Specified IonCap directory " + PathText(folder_ / "none" / "IonCap") + " does not exist";
-  EXPECT_EQ(with_.messages.shown, (decltype(with_.messages.shown){{text, "IonCap Setup"}}));
-  EXPECT_EQ(with_.log.debug.back(), "   " + text);
-}
-
 TEST_F(RunControlTest, AnIonCapRunWritesScriptBatchAndDriverAndStartsTheBatch) {
   WriteFile(folder_ / "IonCap" / "results.txt", "of an earlier run");
   ASSERT_TRUE(run_.ForecastPaths());
@@ -146,6 +138,7 @@ TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
   with_.parameters.SetPredictionTakeoff("91");
   EXPECT_FALSE(run_.IonCapPaths());
   EXPECT_EQ(with_.log.debug.back(), "   parameters not ok");
+  EXPECT_TRUE(run_.ParametersRefused());
   Choose(EngineChoice::kNone);
   EXPECT_FALSE(run_.ForecastPaths());
   EXPECT_EQ(with_.log.debug.back(), "   no engine selected");
@@ -187,6 +180,7 @@ TEST_F(RunControlTest, AFileThatCannotBeReplacedEndsTheRunBeforeItStarts) {
 TEST_F(RunControlTest, AFailedStartIsLoggedWithAllItsFiles) {
   launcher_.code = 5;
   EXPECT_FALSE(run_.IonCapPaths());
+  EXPECT_FALSE(run_.ParametersRefused());
   EXPECT_FALSE(timer_.Running());
   EXPECT_EQ(with_.log.errors,
             (std::vector<std::string>{
@@ -199,28 +193,6 @@ TEST_F(RunControlTest, AFailedStartIsLoggedWithAllItsFiles) {
                 "   Results filename = " + Folder("~IonCap/results.txt"),
                 "             Folder = " + Folder("~IonCap")}));
   EXPECT_EQ(LaunchErrorText(17), "error code 17");
-}
-
-TEST_F(RunControlTest, TicksWaitForAResultsFileWithContent) {
-  ASSERT_TRUE(run_.IonCapPaths());
-  const std::string results = Folder("IonCap/results.txt");
-  run_.HandleIonCapTimer();
-  EXPECT_EQ(with_.log.debug.back(), "   " + results + " does not exist");
-  WriteFile(folder_ / "IonCap" / "results.txt", "");
-  run_.HandleIonCapTimer();
-  EXPECT_EQ(with_.log.debug.back(), "   " + results + " is empty");
-  EXPECT_TRUE(timer_.Running());
-
-  WriteFile(folder_ / "IonCap" / "results.txt",
-            TestData("results/newyork-london-method26.results.txt"));
-  run_.HandleIonCapTimer();
-  EXPECT_TRUE(Logged("   " + results + " exists"));
-  EXPECT_FALSE(timer_.Running());
-  EXPECT_TRUE(run_.LastRunDisplayed());
-  EXPECT_EQ(chart_.displayed, std::vector<EngineChoice>{EngineChoice::kIonCap});
-  EXPECT_EQ(with_.panel.Text(PanelText::kSummary),
-            "SP 24 db 3480 mi  propagation to DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26");
-  EXPECT_EQ(results_.Heading().engine, "VOACAP");
 }
 
 TEST_F(RunControlTest, RunStatesSelectWhatHappensWithIonCapResults) {
@@ -240,31 +212,6 @@ TEST_F(RunControlTest, RunStatesSelectWhatHappensWithIonCapResults) {
   EXPECT_NE(with_.log.errors[0].find("The specified file was not found."), std::string::npos);
 }
 
-TEST_F(RunControlTest, UnreadableResultsAreLoggedAndNotDisplayed) {
-  const struct {
-    EngineChoice engine;
-    const char* results;
-    std::string content;
-    const char* error;
-  } cases[] = {
-      {EngineChoice::kIonCap, "IonCap/results.txt", "garbage",
-       "program error 62 in module IONCAPModule.DisplayResults: Input past end of file: "},
-      {EngineChoice::kVoaCapSnr, "ITSHFBC/run/results.txt",
-       " MULTIPATH POWER TOLERANCE\n   1.0 11.2  x\n", "IONCAPModule.DisplayMethod2030Results: "},
-  };
-  for (const auto& [engine, results, content, error] : cases) {
-    Choose(engine);
-    with_.log.errors.clear();
-    ASSERT_TRUE(run_.ForecastPaths());
-    WriteFile(folder_ / results, content);
-    run_.HandleIonCapTimer();
-    EXPECT_FALSE(run_.LastRunDisplayed());
-    ASSERT_EQ(with_.log.errors.size(), 1U);
-    EXPECT_EQ(with_.log.errors[0].find(error), 0U) << with_.log.errors[0];
-  }
-  EXPECT_TRUE(chart_.displayed.empty());
-}
-
 TEST_F(RunControlTest, SnrResultsWithoutTheirHeaderAreShownToTheUser) {
   Choose(EngineChoice::kVoaCapSnr);
   ASSERT_TRUE(run_.ForecastPaths());
@@ -279,27 +226,33 @@ TEST_F(RunControlTest, CutSnrResultsAreShownAsFarAsTheyGo) {
   ASSERT_TRUE(run_.ForecastPaths());
   const std::string whole = TestData("results/newyork-london-method30.results.txt");
   const struct {
-    std::size_t end;
+    std::string results;
+    std::size_t displayed;
     std::size_t errors;
     const char* reason;
   } cuts[] = {
-      {whole.find("  13.0 "), 1, ", after hour 12; 12 of 24 hours are complete"},
-      // Within the last hour, between its frequencies and the other lines.
-      {whole.find('\n', whole.find("  24.0 ")), 2, ", after hour 24; 23 of 24 hours are complete"},
+      {" MULTIPATH POWER TOLERANCE\n   1.0 11.2  x\n", 0, 1, ", after hour 0; 0 of 24 hours are"},
+      {whole.substr(0, whole.find("  13.0 ")), 1, 1,
+       ", after hour 12; 12 of 24 hours are complete"},
+      // The file ends within the last hour, between its frequencies and the other lines.
+      {whole.substr(0, whole.find('\n', whole.find("  24.0 "))), 1, 2,
+       ", after hour 24; 23 of 24 hours are complete"},
   };
-  for (const auto& [end, errors, reason] : cuts) {
-    WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", whole.substr(0, end));
+  for (const auto& [results, displayed, errors, reason] : cuts) {
+    WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", results);
     with_.log.errors.clear();
     chart_.displayed.clear();
     run_.HandleIonCapTimer();
     EXPECT_FALSE(run_.LastRunDisplayed());
-    EXPECT_EQ(chart_.displayed.size(), 1U);
+    EXPECT_EQ(chart_.displayed.size(), displayed);
     ASSERT_EQ(with_.log.errors.size(), errors);
     EXPECT_NE(with_.log.errors.back().find(reason), std::string::npos) << with_.log.errors.back();
   }
 }
 
 TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {
+  EXPECT_EQ(results_.SummaryLine(),
+            "SP 24 db 3480 mi  propagation to DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26");
   with_.panel.SetChoice(PanelChoice::kPath, path_option::kLong);
   with_.parameters.SetPath("Long Path");
   with_.panel.SetChecked(PanelCheck::kDistanceMiles, false);
@@ -330,29 +283,9 @@ TEST_F(RunControlTest, ResultsAreCompleteWithTheirLastLineOnly) {
   }
 }
 
-TEST_F(RunControlTest, RefusedParametersAreToldFromOtherReasonsNotToStart) {
-  with_.parameters.SetPredictionTakeoff("91");
-  EXPECT_FALSE(run_.IonCapPaths());
-  EXPECT_TRUE(run_.ParametersRefused());
-  with_.parameters.SetPredictionTakeoff("3");
-  launcher_.code = 2;
-  EXPECT_FALSE(run_.IonCapPaths());
-  EXPECT_FALSE(run_.ParametersRefused());
-}
-
-TEST(EngineOutput, TheBatchFilesOwnNoiseIsLeftOut) {
-  const struct {
-    const char* output;
-    std::vector<std::string> lines;
-  } cases[] = {
-      {"", {}},
-      {"off\n/x/ioncap.bat: 4: cls: not found\n", {}},
-      {"\n cannot read deck\r\nstopped\noff\n", {" cannot read deck", "stopped"}},
-  };
-  for (const auto& [output, lines] : cases) EXPECT_EQ(EngineOutputLines(output), lines);
-}
-
-TEST(EngineOutput, ABacktraceIsNoReason) {
+TEST(EngineOutput, NeitherABacktraceNorTheBatchFilesOwnLinesAreAReason) {
+  EXPECT_EQ(EngineOutputLines("\n no deck\r\nstopped\noff\n/x/ioncap.bat: 4: cls: not found\n"),
+            (std::vector<std::string>{" no deck", "stopped"}));
   const struct {
     const char* output;
     const char* line;
@@ -372,12 +305,6 @@ TEST(EngineOutput, ABacktraceIsNoReason) {
       {"#0  0x7f00\n#1  0x7f01\noff\n", ""},
   };
   for (const auto& [output, line] : cases) EXPECT_EQ(FirstMeaningfulLine(output), line);
-}
-
-TEST_F(RunControlTest, AbortStopsThePolling) {
-  ASSERT_TRUE(run_.IonCapPaths());
-  run_.Abort();
-  EXPECT_FALSE(timer_.Running());
 }
 
 }  // namespace

@@ -139,30 +139,6 @@ TEST_F(IonCapRunTest, TheDirectionDecidesWhoTransmitsAndWhoListens) {
   }
 }
 
-TEST_F(IonCapRunTest, APowerOrTakeoffThatIsNoNumberStopsThePrediction) {
-  Start();
-  const struct {
-    TextField field;
-    const char* message;
-  } cases[] = {
-      {TextField::kLocalPwr,
-       "Invalid power specified in the 'Your Stations' panel on the Main window's Parameters tab"},
-      {TextField::kLocalTakeOff,
-       "Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters "
-       "tab"},
-  };
-  for (const auto& [field, message] : cases) {
-    const std::string before = view_.Text(field);
-    view_.SetText(field, "much");
-    messages_.shown.clear();
-    window_.PathsButton_Click();
-    EXPECT_EQ(messages_.shown, (decltype(messages_.shown){{message, "Skyhop"}}));
-    view_.SetText(field, before);
-  }
-  EXPECT_TRUE(launcher_.starts.empty());
-  EXPECT_EQ(parameters_.Power(), "1500");
-}
-
 TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
   Start();
   configuration_.SetBand(5, {"12", "400"});
@@ -308,9 +284,11 @@ TEST_F(IonCapRunTest, AnUnknownProcessIsWaitedForBySecondsAlone) {
   EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " does not exist"));
   EngineWrites("");
   window_.ExecuteTimer_Tick();
+  EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " is empty"));
   EXPECT_TRUE(window_.Running());
   EngineWrites(Method26());
   window_.ExecuteTimer_Tick();
+  EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " exists"));
   ExpectIdle();
   EXPECT_TRUE(chart_.HasResult());
 }
@@ -364,6 +342,7 @@ TEST_F(IonCapRunTest, UnreadableResultsLeaveTheChartMarkedAsOld) {
   EngineWrites("garbage\n");
   launcher_.running.clear();
   window_.EngineWatch_Tick();
+  EXPECT_TRUE(log_.errors.at(0).starts_with("program error 62 in module IONCAPModule."));
   ExpectIdle();
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
   EXPECT_TRUE(chart_.Old());
@@ -601,7 +580,17 @@ TEST_F(IonCapRunTest, AnEstimateInPlaceOfTheSelectedEngineIsAnnounced) {
 
 TEST_F(IonCapRunTest, PredictJudgesRefusedInputsWithItsOwnMessages) {
   Start();
-  const std::string power = parameters_.Power();
+  Type(TextField::kLocalPwr, "200");
+  Type(TextField::kLocalTakeOff, "5");
+  Type(TextField::kSNR, "-12");
+  const auto expect_last_valid_values = [&] {
+    EXPECT_EQ(parameters_.Power(), "200");
+    EXPECT_EQ(parameters_.Takeoff(), "5");
+    EXPECT_EQ(parameters_.Snr(), "-12");
+  };
+  const std::string place = "the 'Your Stations' panel on the Main window's Parameters tab";
+  const std::vector<std::string> power = {"Invalid power specified in " + place};
+  const std::vector<std::string> takeoff = {"Invalid Takeoff specified in " + place};
   const struct {
     TextField field;
     const char* text;
@@ -611,38 +600,24 @@ TEST_F(IonCapRunTest, PredictJudgesRefusedInputsWithItsOwnMessages) {
       {TextField::kKindex, "21", {"Illegal geomagnetic K-index", "Illegal Geomagnetic K-index"}},
       {TextField::kSNR, "150", {"Illegal SNR", "Illegal SNR"}},
       {TextField::kAvail, "100", {"Illegal Availability", "Illegal Availability"}},
-      {TextField::kLocalPwr,
-       "-1",
-       {"Invalid power specified in the 'Your Stations' panel on the Main window's Parameters "
-        "tab"}},
-      {TextField::kLocalTakeOff,
-       "91",
-       {"Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters "
-        "tab"}},
+      {TextField::kLocalPwr, "-1", power},
+      {TextField::kLocalPwr, "much", power},
+      {TextField::kLocalTakeOff, "91", takeoff},
+      {TextField::kLocalTakeOff, "much", takeoff},
   };
   for (const auto& [field, text, messages] : cases) {
     const std::string before = view_.Text(field);
     Type(field, text);
+    expect_last_valid_values();
     messages_.shown.clear();
     EXPECT_TRUE(window_.FieldsAccepted());
     window_.PathsButton_Click();
     EXPECT_EQ(messages_.Texts(), messages) << text;
+    EXPECT_EQ(messages_.shown.at(0).second, "Skyhop");
     Type(field, before);
+    expect_last_valid_values();
   }
-  EXPECT_EQ(parameters_.Power(), power);
-  EXPECT_EQ(parameters_.Snr(), "24") << "the last valid one";
   EXPECT_TRUE(launcher_.starts.empty());
-}
-
-TEST_F(IonCapRunTest, AClickIntoTheChartChoosesABand) {
-  Start();
-  EXPECT_EQ(window_.GetPredictionBand(), -1);
-  PredictToTheEnd();
-  const Rectangle plot = chart_.Plot();
-  const auto y = chart_.Chart().YDataScale(14.1F);
-  chart_.Press({plot.left + plot.width / 3, plot.top + y});
-  EXPECT_EQ(window_.GetPredictionBand(), 5);
-  EXPECT_EQ(chart_.BandIndicator(), 5);
 }
 
 TEST_F(IonCapTest, DeckAndResultsOfTheLastRunAreShownForSupport) {

@@ -58,7 +58,10 @@ TEST_F(IonCapTest, WithoutTheEnginesFolderTheDateStaysEmpty) {
   std::filesystem::remove_all(folder_ / "IonCap");
   Store("ShowCurrentTime", "False");
   ASSERT_TRUE(window_.Form_Load());
-  EXPECT_EQ(messages_.shown.at(0).second, "IonCap Setup");
+  const std::string text =
+      "Specified IonCap directory " + PathText(folder_ / "IonCap") + " does not exist";
+  EXPECT_EQ(messages_.shown, (decltype(messages_.shown){{text, "IonCap Setup"}}));
+  EXPECT_TRUE(Logged("   " + text));
   EXPECT_EQ(view_.Text(TextField::kTheDate), "");
 }
 
