@@ -70,6 +70,7 @@ TEST_F(Chart, HasFiveDivisionsOfWholeMegahertz) {
     EXPECT_EQ(chart.FMax(), c.f_max);
     EXPECT_EQ(chart.YLabels(), c.labels);
     EXPECT_EQ(chart.FScale(), (c.f_max - c.f_min) / -400);
+    EXPECT_TRUE(surface.Lines().empty()) << "no option is set";
   }
   EXPECT_EQ(chart.YFMin(), 450);
   EXPECT_EQ(chart.YFMax(), 50);
@@ -292,26 +293,6 @@ TEST_F(Chart, DrawsNothingBeforeThereIsAResult) {
                                                  "IONCAPModule.PaintPlot, Plotted = True",
                                                  "IONCAPModule.PaintOpenings, Plotted = True"}));
   EXPECT_FALSE(surface.calls.empty());
-}
-
-TEST_F(Chart, RepaintsWhatTheOptionsSay) {
-  const auto has = [&](Color color) {
-    const auto lines = surface.Lines();
-    return std::any_of(lines.begin(), lines.end(),
-                       [&](const DrawingCall& line) { return line.pen.color == color; });
-  };
-  Display(testing::NewYorkLondon());
-  for (const bool open : {false, true}) {
-    for (const bool plot : {false, true}) {
-      surface.calls.clear();
-      chart.Repaint({.open_band_enable = open, .plot_enable = plot}, surface);
-      EXPECT_EQ(surface.calls[0].kind, DrawingCall::Kind::kClear);
-      EXPECT_EQ(has(kOpenBandColor), open);
-      EXPECT_EQ(has({0, 0, 255}), plot);
-      // 160 m lies just below the axis, 6 m above it, and 10 m is open around noon.
-      EXPECT_EQ(VisibleLabels(), (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
-    }
-  }
 }
 
 TEST_F(Chart, SurvivesResultsWithoutARange) {
