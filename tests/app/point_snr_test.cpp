@@ -254,16 +254,6 @@ TEST_F(PointSnrTest, ANewRequestReplacesTheOneThatIsRunning) {
   EXPECT_NE(File("spsnr.txt").find(" 21.1 "), std::string::npos);
 }
 
-TEST_F(PointSnrTest, NothingRunsOnAfterTheEnd) {
-  UseEngine("sleep 30");
-  EXPECT_EQ(Predict(), "");
-  const ProcessId process = run_.LongPathSnrProcess();
-  point_.Cancel();
-  EXPECT_FALSE(run_.IsPidRunning(process));
-  EXPECT_FALSE(point_.Running());
-  EXPECT_FALSE(point_.Poll(begin_));
-}
-
 TEST(SignalMeter, ReadsInStepsOfSixDecibelsBelowNine) {
   const struct {
     int power;  // dBm
