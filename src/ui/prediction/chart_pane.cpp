@@ -364,7 +364,12 @@ std::string ChartPane::ToolTipAt(Point at) const {
   if (Contains(rcv_sun_, at) && !sun_.rcv_sun.tool_tip.empty()) {
     return "DX Station: " + sun_.rcv_sun.tool_tip;
   }
-  return OnTimeLine(at) ? std::string(kTimeLineToolTip) : std::string();
+  if (OnTimeLine(at)) return std::string(kTimeLineToolTip);
+  if (!HasResult() || !Contains(plot_, at)) return {};
+  // A low window has no room for the key of the hatching.
+  const double time = chart_.TimeForX(at.x - plot_.left);
+  const std::size_t hour = TableShown() ? HourOf(time) : NearestHour(time);
+  return shown_.reached.at(hour) ? std::string() : std::string(kNotReached);
 }
 
 }  // namespace skyhop

@@ -197,6 +197,8 @@ TEST_F(Pane, SaysWhichHoursDoNotReachTheRequiredReliability) {
   EXPECT_NE(readout(13.25).find("required reliability not reached"), std::string::npos);
   EXPECT_NE(readout(13.25).find("LUF \u2013"), std::string::npos) << readout(13.25);
   EXPECT_EQ(readout(11.5).find("not reached"), std::string::npos);
+  EXPECT_EQ(pane.ToolTipAt(At(13.5, 20)), "");
+  EXPECT_EQ(pane.ToolTipAt(At(12.75, 20)), "required reliability not reached");
   while (pane.TimeIndex() < 12.5) pane.StepTimeIndex(1);
   EXPECT_NE(pane.ReadoutAtTimeIndex().find("required reliability not reached"), std::string::npos);
   EXPECT_EQ(pane.ReadoutAtTimeIndex().find("open:"), std::string::npos);
