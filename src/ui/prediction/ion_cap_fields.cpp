@@ -174,7 +174,7 @@ std::string IonCap::Understood(TextField field) {
   if (!axis || StateOf(field).committed == text) return text;
   const std::optional<Angle> angle = LatLonModule::ReadCoordinate(text, *axis);
   if (!angle) return text;
-  const std::string canonical = LatLonModule::CoordinateText(*angle, *axis);
+  std::string canonical = LatLonModule::CoordinateText(*angle, *axis);
   if (canonical != text) with_.view.SetText(field, canonical);
   return canonical;
 }

@@ -170,14 +170,19 @@ bool IonCap::StationsCanBePredicted() {
                                    : LatLonModule::ValidLongitude(text, with_.diagnostics);
     if (valid && StateOf(field).refused != text) continue;
     const std::string name = is_latitude ? "latitude" : "longitude";
-    with_.diagnostics.DebugLog("   invalid " + name + ": " + text);
+    with_.diagnostics.DebugLog(std::string("   invalid ").append(name).append(": ").append(text));
     with_.view.MarkRefused(field, true);
     const bool is_dx = field == TextField::kDXLat || field == TextField::kDXLon;
     const auto axis = is_latitude ? LatLonModule::Axis::kLatitude : LatLonModule::Axis::kLongitude;
-    const std::string whose = is_dx ? "The DX station's " : "Your Station's ";
-    Fail(Trim(text).empty() ? whose + name + " is missing"
-                            : whose + name + " \"" + text + "\" is not valid. Write it like " +
-                                  std::string(LatLonModule::CoordinateExamples(axis)));
+    std::string reason = is_dx ? "The DX station's " : "Your Station's ";
+    reason += name;
+    if (Trim(text).empty()) {
+      reason += " is missing";
+    } else {
+      reason.append(" \"").append(text).append("\" is not valid. Write it like ");
+      reason += LatLonModule::CoordinateExamples(axis);
+    }
+    Fail(reason);
     return false;
   }
   return true;

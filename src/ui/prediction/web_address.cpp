@@ -35,7 +35,7 @@ std::string WebHost(std::string_view url) {
 }
 
 std::string WebPageTitle(std::string_view url) {
-  const std::string host = WebHost(url);
+  std::string host = WebHost(url);
   std::string name(LastName(AfterScheme(url)));
   for (const char* blank : {"-", "_", "%20", "+"}) name = ReplaceAll(name, blank, " ");
   name = std::string(Trim(name));
