@@ -40,6 +40,10 @@ bool IsHttps(std::wstring_view url) {
                                 static_cast<int>(scheme.size()), TRUE) == CSTR_EQUAL;
 }
 
+// A COM interface has no virtual destructor; Release() deletes the object as its own class.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 /// Gets the progress of one download from the system, which may keep it for longer than the
 /// download, and ends the download when it was stopped or leaves HTTPS.
 class ProgressWatch final : public IBindStatusCallback {
@@ -95,6 +99,8 @@ class ProgressWatch final : public IBindStatusCallback {
   bool secure_;
   std::atomic<bool> insecure_ = false;
 };
+
+#pragma GCC diagnostic pop
 
 /// How long a server may take to answer the call and to send something, for all of this program's
 /// downloads. The system's own limits are minutes, for which the window would wait.
