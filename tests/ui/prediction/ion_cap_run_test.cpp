@@ -627,7 +627,7 @@ TEST_F(IonCapTest, DeckAndResultsOfTheLastRunAreShownForSupport) {
   EXPECT_EQ(files_window_.text, "");
   window_.PathsButton_Click();
   EXPECT_TRUE(view_.Enabled(Button::kShowFilesCmd));
-  const std::filesystem::path deck = folder_ / "IonCap/script.txt";
+  const std::filesystem::path deck = folder_ / "IonCap" / "script.txt";
   WriteFile(deck, "the deck\n");
   window_.ShowFilesCmd_Click();
   const std::string& text = files_window_.text;

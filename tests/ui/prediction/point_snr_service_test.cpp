@@ -364,9 +364,9 @@ TEST_F(PointSnrServiceTest, HalfAnAnswerSaysWhatIsMissing) {
             std::string::npos);
   EXPECT_EQ(view_.snr.rows[1].problem,
             "the engine ended without results. Its coefficients are missing: there is no folder " +
-                PathText(folder_ / "ITSHFBC2/coeffs") +
+                PathText(folder_ / "ITSHFBC2" / "coeffs") +
                 ". The antenna file default/isotrope is missing in " +
-                PathText(folder_ / "ITSHFBC2/antennas") + ".");
+                PathText(folder_ / "ITSHFBC2" / "antennas") + ".");
 }
 
 TEST_F(PointSnrServiceTest, TheDialIsFollowedWhenItRests) {
