@@ -62,6 +62,8 @@ void IonCap::SetTransmitterPower(const std::string& watts) {
 void IonCap::PredictForPeer(const PeerRequest& request, const std::string& argument) {
   with_.diagnostics.Trap("IonCap.PredictForPeer", [&] {
     with_.diagnostics.DebugLog("IonCap.PredictForPeer, theValue = " + argument);
+    // What a peer has published before its command belongs to the prediction.
+    PeerValuesTimer_Tick();
     // While the results raise a message the run has ended but is not left yet.
     if (running_ || RefuseSecondRun()) {
       waiting_request_ = {request, argument};
@@ -85,6 +87,7 @@ void IonCap::FreqPredictForPeer(const PeerRequest& request, const std::string& f
                                 const std::string& mode, const std::string& snr) {
   with_.diagnostics.Trap("IonCap.FreqPredictForPeer", [&] {
     const double given = ToDouble(frequency);
+    PeerValuesTimer_Tick();
     // A point is predicted beside a run of the chart, whose inputs stay as they are.
     if (!RefuseSecondRun()) {
       ChooseAsRequested(request);

@@ -6,6 +6,7 @@
 // After the header above, which it needs.
 #include <tlhelp32.h>
 
+#include <set>
 #include <thread>
 
 #include "common/errors.h"
@@ -99,29 +100,34 @@ TEST_F(WindowsEngineLauncherTest, AnEngineOutlivesItsLauncherUnlessItIsToldOther
   }
 }
 
-/// How many processes of the idle program there are on the machine.
-int IdleProcesses() {
+/// The processes of the idle program. Earlier tests may have left some.
+std::set<DWORD> IdleProcesses() {
   const std::wstring name = std::filesystem::path(SKYHOP_IDLE).filename().wstring();
   const HANDLE processes = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof(entry);
-  int count = 0;
-  for (BOOL found = ::Process32FirstW(processes, &entry); found != FALSE;
-       found = ::Process32NextW(processes, &entry)) {
-    if (::lstrcmpiW(entry.szExeFile, name.c_str()) == 0) ++count;
+  std::set<DWORD> found;
+  for (BOOL more = ::Process32FirstW(processes, &entry); more != FALSE;
+       more = ::Process32NextW(processes, &entry)) {
+    if (::lstrcmpiW(entry.szExeFile, name.c_str()) == 0) found.insert(entry.th32ProcessID);
   }
   ::CloseHandle(processes);
-  return count;
+  return found;
 }
 
 TEST_F(WindowsEngineLauncherTest, AnEngineThatOutlivesItsShellIsEnded) {
+  const std::set<DWORD> before = IdleProcesses();
   const LaunchResult started = Start("start \"\" /b \"" SKYHOP_IDLE "\" 60000\r\n");
   ASSERT_TRUE(launcher_.WaitForEnd(started.process, milliseconds(30000)));
   // The next start forgets only what has ended as a whole.
   (void)launcher_.WaitForEnd(Start("exit\r\n").process, milliseconds(30000));
-  EXPECT_EQ(IdleProcesses(), 1);
+  DWORD engine = 0;
+  for (const DWORD process : IdleProcesses()) {
+    if (!before.contains(process)) engine = process;
+  }
+  ASSERT_NE(engine, 0U);
   launcher_.End(started.process);
-  EXPECT_EQ(IdleProcesses(), 0);
+  EXPECT_FALSE(IdleProcesses().contains(engine));
 }
 
 TEST_F(WindowsEngineLauncherTest, ManyStartsLeaveNothingOpen) {

@@ -66,8 +66,12 @@ class FakePeers : public PeerLinks, public Part {
   [[nodiscard]] bool HasSolarHistory() override { return history; }
   void DisplaySolarHistory() override { Happened("history"); }
   void ServerRetryTimer_Tick() override { Happened("retry"); }
-  void PeerValuesTimer_Tick() override { Happened("values"); }
+  void PeerValuesTimer_Tick() override {
+    Happened("values");
+    if (on_values) on_values();
+  }
 
+  std::function<void()> on_values;  ///< hands on what a peer has published
   std::optional<double> kilohertz;
   bool history = false;
 };

@@ -98,6 +98,14 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
   errors_expected_ = true;
 }
 
+TEST_F(IonCapPeersTest, ValuesPublishedBeforeACommandBelongToItsPrediction) {
+  Start();
+  peers_.on_values = [&] { window_.FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"}); };
+  window_.PredictForPeer({true, std::nullopt}, "0");
+  EXPECT_EQ(launcher_.starts.size(), 1U);
+  EXPECT_NE(results_.SummaryLine().find("10 30' 0\" N 20 0' 0\" E"), std::string::npos);
+}
+
 TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   Start();
   window_.PathsButton_Click();
