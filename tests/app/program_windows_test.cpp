@@ -160,8 +160,8 @@ class ProgramWindowsTest : public ::testing::Test {
       tessera_.Execute("Skyhop", "DDEClient", "003start");
     }
     ASSERT_TRUE(KnowsStations());
-    // The last answer is still on its way.
-    world_.RunShortly();
+    // The last answers are still on their way, and places are taken over as a whole.
+    for (int wait = 0; wait < 10; ++wait) world_.RunShortly();
   }
   bool KnowsStations() {
     for (int wait = 0; wait < 15; ++wait) {
