@@ -1,11 +1,14 @@
 #include "spaceweather/background_fetcher.h"
 
-#include <thread>
-
 namespace skyhop {
 
 BackgroundFetcher::~BackgroundFetcher() {
   if (Working()) (void)result_.wait_for(kLongestEnd);
+  if (Working()) {
+    thread_.detach();
+  } else if (thread_.joinable()) {
+    thread_.join();
+  }
 }
 
 std::int32_t BackgroundFetcher::RemoveFromCache(const std::string& url) noexcept {
@@ -17,17 +20,20 @@ std::int32_t BackgroundFetcher::Fetch(const std::string& url, const std::filesys
   Await(stop);
   if (Working()) return fetch_codes::kAborted;
   try {
+    if (thread_.joinable()) thread_.join();
     std::packaged_task<std::int32_t()> task(
         [fetcher = fetcher_, url, file, stop] { return fetcher->Fetch(url, file, stop); });
     result_ = task.get_future();
-    std::thread(std::move(task)).detach();
+    thread_ = std::thread(std::move(task));
   } catch (...) {
     // A system without a thread to spare can still wait for the network.
     result_ = {};
     return fetcher_->Fetch(url, file, stop);
   }
   Await(stop);
-  return Working() ? fetch_codes::kAborted : result_.get();
+  if (Working()) return fetch_codes::kAborted;
+  thread_.join();
+  return result_.get();
 }
 
 /// Pauses until the other thread has ended or the fetch is stopped.

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <thread>
 #include <utility>
 
 #include "common/pause.h"
@@ -41,6 +42,9 @@ class BackgroundFetcher : public UrlFetcher {
   std::shared_ptr<UrlFetcher> fetcher_;
   Pause* pause_;
   std::future<std::int32_t> result_;  ///< of the other thread, valid until it was taken
+  /// Joined as soon as its result is there. A thread that is detached while it ends can take the
+  /// next one with it in the thread library of the Windows programs.
+  std::thread thread_;
 };
 
 }  // namespace skyhop
