@@ -14,13 +14,6 @@ namespace {
 constexpr std::array<const char*, 5> kApplications = {"Gleaner", "MarloTest", "Tessera", "Chirpa",
                                                       "Archivo"};
 
-/// What happens on the link of an announcement is nobody's business.
-class Indifferent : public LinkListener {
- public:
-  void Changed(const std::string& /*item*/, const std::string& /*value*/) override {}
-  void Closed() override {}
-};
-
 }  // namespace
 
 void Announcer::Initialize() {
@@ -57,10 +50,8 @@ void Announcer::Terminate() {
 
 void Announcer::Announce(const std::string& application, const char* word) {
   if (!transport_->Problem().empty()) return;
-  Indifferent listener;
   try {
-    transport_->Connect(application, topic::kClient, listener)
-        ->Execute(DDECommon::OwnCommand(word));
+    transport_->Tell(application, topic::kClient, DDECommon::OwnCommand(word));
     diagnostics_->DebugLog("   told " + application + ": " + word);
   } catch (const Error& error) {
     // Most of the suite does not run most of the time.

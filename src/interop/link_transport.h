@@ -94,6 +94,12 @@ class LinkTransport {
   [[nodiscard]] virtual std::unique_ptr<LinkConversation> Connect(const std::string& application,
                                                                   const std::string& topic,
                                                                   LinkListener& listener) = 0;
+
+  /// Sends one command to another application's topic. Does not wait for the application: a busy
+  /// one gets the command when it answers, within kSlowAnswer. Throws as Connect does where it is
+  /// known at once that nobody will get it.
+  virtual void Tell(const std::string& application, const std::string& topic,
+                    const std::string& command);
 };
 
 }  // namespace skyhop

@@ -81,7 +81,7 @@ DdeLinks::DdeLinks(std::string application)
     : application_(std::move(application)), topics_(application_, queue_.GetEntry()) {}
 
 DdeLinks::~DdeLinks() {
-  const auto until = steady_clock::now() + std::chrono::seconds(1);
+  const auto until = steady_clock::now() + std::chrono::seconds(2);
   for (const Attempt& attempt : attempts_) attempt.talk->End();
   for (const std::weak_ptr<DdeTalk>& weak : talks_) {
     const std::shared_ptr<DdeTalk> talk = weak.lock();
@@ -140,13 +140,31 @@ void DdeLinks::DropOldAttempts() {
   });
 }
 
-std::unique_ptr<LinkConversation> DdeLinks::Connect(const std::string& application,
-                                                    const std::string& topic,
-                                                    LinkListener& listener) {
+void DdeLinks::CheckPartner(const std::string& application, const std::string& topic) const {
   if (!Problem().empty()) throw Error(errors::kNoLinkPartner, Problem());
   if (!IsDdeName(application) || !IsDdeName(topic)) {
     throw Error(errors::kNoLinkPartner, "there is no " + application + "|" + topic);
   }
+}
+
+void DdeLinks::KeepUntilSent(const std::shared_ptr<DdeTalk>& talk) {
+  std::erase_if(talks_, [](const std::weak_ptr<DdeTalk>& other) { return other.expired(); });
+  talks_.push_back(talk);
+}
+
+void DdeLinks::Tell(const std::string& application, const std::string& topic,
+                    const std::string& command) {
+  CheckPartner(application, topic);
+  const std::shared_ptr<DdeTalk> talk = DdeTalk::Begin(application, topic);
+  talk->Execute(DdeBytes(command, MachineCodePages().ansi));
+  talk->End();
+  KeepUntilSent(talk);
+}
+
+std::unique_ptr<LinkConversation> DdeLinks::Connect(const std::string& application,
+                                                    const std::string& topic,
+                                                    LinkListener& listener) {
+  CheckPartner(application, topic);
   DropOldAttempts();
   Attempt attempt = TakeUpAttempt(application, topic);
   const DdeTalk::Opening opening = attempt.talk->WaitForOpening(EndOfWait());
@@ -159,8 +177,7 @@ std::unique_ptr<LinkConversation> DdeLinks::Connect(const std::string& applicati
       !attempt.talk->Tell(TellingOf(ear, queue_.GetEntry()))) {
     throw Error(errors::kNoLinkPartner, application + " is not running or has no topic " + topic);
   }
-  std::erase_if(talks_, [](const std::weak_ptr<DdeTalk>& other) { return other.expired(); });
-  talks_.push_back(attempt.talk);
+  KeepUntilSent(attempt.talk);
   return std::make_unique<DdeConversation>(application, std::move(attempt.talk), std::move(ear));
 }
 

@@ -21,7 +21,7 @@ namespace skyhop::platform {
 class DdeLinks : public LinkTransport {
  public:
   explicit DdeLinks(std::string application);
-  /// Waits up to a second for commands that are on their way.
+  /// Waits up to two seconds for commands that are on their way.
   ~DdeLinks() override;
   DdeLinks(const DdeLinks&) = delete;
   DdeLinks& operator=(const DdeLinks&) = delete;
@@ -34,6 +34,8 @@ class DdeLinks : public LinkTransport {
   [[nodiscard]] std::unique_ptr<LinkConversation> Connect(const std::string& application,
                                                           const std::string& topic,
                                                           LinkListener& listener) override;
+  void Tell(const std::string& application, const std::string& topic,
+            const std::string& command) override;
 
  private:
   /// An attempt that nobody waits for any more: it goes on, and the next one takes it up.
@@ -46,6 +48,8 @@ class DdeLinks : public LinkTransport {
 
   [[nodiscard]] Attempt TakeUpAttempt(const std::string& application, const std::string& topic);
   void DropOldAttempts();
+  void CheckPartner(const std::string& application, const std::string& topic) const;
+  void KeepUntilSent(const std::shared_ptr<DdeTalk>& talk);
   [[nodiscard]] DdeTalk::Time EndOfWait() const;
 
   std::string application_;

@@ -27,6 +27,7 @@ using skyhop::testing::Words;
 using Texts = std::vector<std::string>;
 
 constexpr DWORD kPatience = 20000;        // ms
+constexpr DWORD kConnectPatience = 5000;  // ms
 constexpr DWORD kGarbagePatience = 1000;  // ms
 
 DWORD instance = 0;
@@ -121,8 +122,8 @@ void Publish(const std::string& topic, const std::string& item) {
 /// A conversation with another application for as long as this object lives.
 class Talk {
  public:
-  Talk(const std::string& application, const std::string& topic)
-      : conversation_(::DdeConnect(instance, Name(application), Name(topic), nullptr)) {}
+  Talk(const std::string& application, const std::string& topic, DWORD patience = kConnectPatience)
+      : conversation_(Connected(application, topic, patience)) {}
   ~Talk() { ::DdeDisconnect(conversation_); }
   Talk(const Talk&) = delete;
   Talk& operator=(const Talk&) = delete;
@@ -147,6 +148,17 @@ class Talk {
   }
 
  private:
+  /// On a busy machine an application may not answer in time, so that it is asked again.
+  static HCONV Connected(const std::string& application, const std::string& topic,
+                         DWORD patience) {
+    HCONV conversation = nullptr;
+    const ULONGLONG end = ::GetTickCount64() + patience;
+    do {
+      conversation = ::DdeConnect(instance, Name(application), Name(topic), nullptr);
+    } while (conversation == nullptr && ::GetTickCount64() < end);
+    return conversation;
+  }
+
   HCONV conversation_;
 };
 
@@ -170,8 +182,8 @@ void SendGarbage(const Texts& words) {
   talk.Ask("Country", XTYP_REQUEST, CF_UNICODETEXT, kGarbagePatience);
   talk.Ask("Country", XTYP_ADVSTART, CF_BITMAP, kGarbagePatience);
   talk.Ask("", XTYP_REQUEST, CF_TEXT, kGarbagePatience);
-  const Talk system(words.at(1), "System");
-  const Talk anybody("", "");
+  const Talk system(words.at(1), "System", 0);
+  const Talk anybody("", "", 0);
   Say({"taken"});
 }
 
