@@ -31,7 +31,7 @@ std::unique_ptr<LinkPeer> DesktopWorld::StartPeer(const std::string& name) {
 }
 
 bool DesktopWorld::RunUntil(const std::function<bool()>& done) {
-  const auto end = steady_clock::now() + std::chrono::seconds(20);
+  const auto end = steady_clock::now() + std::chrono::seconds(60);
   while (!done()) {
     if (steady_clock::now() > end) return false;
     if (!RunMessages()) ::Sleep(1);
