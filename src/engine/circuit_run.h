@@ -10,6 +10,7 @@
 #include "common/diagnostics.h"
 #include "common/pause.h"
 #include "engine/deck_parameters.h"
+#include "engine/engine_job.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
 #include "engine/results_table.h"
@@ -17,25 +18,24 @@
 
 namespace skyhop {
 
-/// Runs an engine on one circuit behind the user's back, in files of its own beside those of the
-/// chart's predictions and under the lock that keeps runs apart.
+/// Runs an engine on one circuit in the background, under the lock that keeps runs apart and in
+/// files of its own beside those of the chart's predictions.
 ///
 /// Nothing here waits: Start() starts the engine, Poll() looks whether it has finished. The lock is
-/// held just as long as the engine runs.
+/// held only while the engine runs.
 class CircuitRun {
  public:
-  using Time = std::chrono::steady_clock::time_point;
+  using Time = EngineJob::Time;
   /// Writes the deck into that file. Returns whether it is complete.
   using DeckWriter = std::function<bool(const std::filesystem::path& file)>;
-
-  /// How long an engine may take before it is ended.
-  static constexpr std::chrono::seconds kLongest{30};
 
   enum class Started { kRuns, kBusy, kFailed };
 
   struct Outcome {
     bool good = false;
-    std::string text;  ///< the results, or what is wrong
+    EngineJob::Failure failure = EngineJob::Failure::kNone;
+    std::string text;                   ///< the results, or what is wrong
+    std::chrono::milliseconds taken{};  ///< from the start to the outcome
   };
 
   /// All must outlive the run.
@@ -46,52 +46,44 @@ class CircuitRun {
     Pause& pause;
     Diagnostics& diagnostics;
     std::filesystem::path program_folder;
+    EngineFileNames names;
   };
 
-  explicit CircuitRun(Collaborators collaborators) : with_(std::move(collaborators)) {}
+  explicit CircuitRun(Collaborators collaborators);
   /// Ends a run in progress.
-  ~CircuitRun() { Cancel(); }
+  ~CircuitRun() { End(); }
   CircuitRun(const CircuitRun&) = delete;
   CircuitRun& operator=(const CircuitRun&) = delete;
 
-  /// Starts the engine, unless another run holds the lock. When it fails, Problem() tells why.
-  /// `asked` is what the deck asks for: results that repeat another question are no good outcome.
+  /// Starts the engine, unless another run holds the lock. When it fails, Problem() has the reason.
+  /// `asked` is the question of the deck: the run fails when the results repeat another one.
   [[nodiscard]] Started Start(EngineChoice engine, const IONCAPModule::DeckParameters& asked,
                               const DeckWriter& write_deck, Time now);
+  /// A clause without a capital letter and without a point.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
-  /// What came of the run once it has finished; nothing while it goes on, or when there is none.
-  std::optional<Outcome> Poll(Time now);
+  /// The outcome once the run has finished; nothing while it goes on, or when there is none. The
+  /// caller then ends the run.
+  [[nodiscard]] std::optional<Outcome> Poll(Time now);
 
-  /// Ends the run; the lock is free then.
-  void Cancel();
+  /// Ends the run, deletes its files unless they are to be kept, and gives the lock back.
+  void End(bool keep_files = false);
 
-  [[nodiscard]] bool Running() const { return run_.has_value(); }
-  /// Whether the next Poll() may end the engine for taking too long.
-  [[nodiscard]] bool Overdue(Time now) const { return run_ && now - run_->started >= kLongest; }
+  /// From the start of a run to End().
+  [[nodiscard]] bool Running() const { return job_.Started(); }
+  /// See EngineJob::MustBeEnded.
+  [[nodiscard]] bool MustBeEnded(Time now) const { return job_.MustBeEnded(now); }
 
  private:
-  struct Run {
-    std::unique_ptr<RunLock> lock;
-    EngineChoice engine = EngineChoice::kNone;
-    EngineFinding finding;
-    IONCAPModule::DeckParameters asked;
-    ProcessId process = 0;
-    Time started;
-    std::filesystem::path results;
-  };
-
-  [[nodiscard]] LaunchResult WriteAndStart(EngineChoice engine, const EngineFinding& finding,
-                                           const DeckWriter& write_deck,
-                                           std::filesystem::path& results) const;
-  [[nodiscard]] std::optional<Outcome> Judge(Time now) const;
+  [[nodiscard]] std::string Prepare(EngineJob::Request& request, const DeckWriter& write_deck);
 
   Collaborators with_;
-  std::optional<Run> run_;
+  EngineJob job_;
+  std::unique_ptr<RunLock> lock_;
   std::string problem_;
 };
 
-/// A locker whose user comes before the background: makes the background give the lock back first.
+/// A locker for runs in the foreground: makes the background give the lock back first.
 class ForegroundLocker : public RunLocker {
  public:
   /// `locker` must outlive this object.

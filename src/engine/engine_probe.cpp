@@ -4,12 +4,8 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "engine/echo_check.h"
-#include "engine/engine_output.h"
 #include "engine/probe_deck.h"
-#include "engine/results.h"
 #include "engine/results_parser.h"
-#include "engine/script_cards.h"
 
 namespace skyhop {
 namespace {
@@ -17,23 +13,17 @@ namespace {
 using std::chrono::milliseconds;
 using Outcome = EngineProbe::Outcome;
 
-constexpr const char* kDeckName = "test.txt";
-constexpr const char* kResultsName = "testresults.txt";
-constexpr const char* kBatchName = "test.bat";
-constexpr const char* kDriverName = "testdrive.txt";
+constexpr EngineFileNames kNames = {"test.txt", "testresults.txt", "test.bat", "testdrive.txt"};
 
 constexpr int kHours = static_cast<int>(kHourCount) - 1;
-
-bool IsIonCap(EngineChoice engine) {
-  return engine == EngineChoice::kIonCap;
-}
 
 /// Frequencies between which every maximum useable frequency lies, MHz.
 constexpr float kLowestMuf = 1;
 constexpr float kHighestMuf = 100;
 
 /// What speaks against the results, empty when nothing does. Throws what the parsers throw.
-std::string Doubts(EngineChoice engine, const std::string& text, const std::string& file_name) {
+std::string Doubts(EngineChoice engine, const std::string& text) {
+  const std::string file_name = kNames.results;
   ResultsTable table;
   if (engine == EngineChoice::kVoaCapSnr) {
     const auto outcome = IONCAPModule::ParseMethod30Results(text, file_name, table);
@@ -61,162 +51,71 @@ std::string EngineText(const IONCAPModule::ResultsHeading& heading) {
   return heading.engine + ", version " + heading.version + ",";
 }
 
-Outcome JudgeResults(EngineChoice engine, const std::string& text, const std::string& file_name,
-                     milliseconds taken) {
+Outcome JudgeResults(EngineChoice engine, const std::string& text, milliseconds taken) {
   try {
-    const std::string doubts = Doubts(engine, text, file_name);
+    const std::string doubts = Doubts(engine, text);
     if (!doubts.empty()) return {false, doubts};
   } catch (const Error& error) {
     return {false, std::string("The results cannot be read: ") + error.what()};
   }
   const IONCAPModule::ResultsHeading heading = IONCAPModule::ReadHeading(text);
-  const std::string difference = IONCAPModule::EchoDifference(heading, ProbeQuestion(), engine);
-  if (!difference.empty()) return {false, "It answers another question. " + difference + "."};
   return {true,
           EngineText(heading) + " answered in " + std::to_string(taken.count()) +
               " ms. Its results hold plausible values for all 24 hours.",
           !IONCAPModule::NamesEstimate(heading.engine)};
 }
 
+/// A clause as a sentence begins.
+std::string Sentence(std::string clause) {
+  if (!clause.empty()) clause[0] = UpperCase(clause.substr(0, 1))[0];
+  return clause;
+}
+
 }  // namespace
 
-EngineProbe::EngineProbe(Collaborators collaborators) : with_(std::move(collaborators)) {}
-
-EngineProbe::~EngineProbe() {
-  Cancel();
-}
+EngineProbe::EngineProbe(const Collaborators& with)
+    : diagnostics_(&with.diagnostics),
+      run_({with.locker, with.launcher, with.host, with.pause, with.diagnostics,
+            with.program_folder, kNames}) {}
 
 std::optional<Outcome> EngineProbe::Start(EngineChoice engine, Time now) {
   const Outcome failed{false, "The test failed; the error log has the reason."};
-  return with_.diagnostics.Trap(
+  return diagnostics_->Trap(
       "EngineProbe.Start", std::optional(failed), [&]() -> std::optional<Outcome> {
-        with_.diagnostics.DebugLog("EngineProbe.Start, theEngine = " +
-                                   std::to_string(static_cast<int>(engine)));
-        if (run_) return Outcome{false, "Another test is still running."};
-        const EngineFinding finding = FindEngine(with_.host, with_.program_folder, engine);
-        const std::string path = PathText(finding.executable);
-        if (!finding.exists) return Outcome{false, "The engine is missing: there is no " + path};
-        if (!finding.can_run) {
-          return Outcome{false, "The engine cannot be executed: " + path + " is not a program, " +
-                                    "or you have no permission to run it."};
+        diagnostics_->DebugLog("EngineProbe.Start, theEngine = " +
+                               std::to_string(static_cast<int>(engine)));
+        if (Running()) return Outcome{false, "Another test is still running."};
+        engine_ = engine;
+        const auto write_deck = [&](const std::filesystem::path& file) {
+          WriteFile(file, ProbeDeck(engine));
+          return true;
+        };
+        switch (run_.Start(engine, ProbeQuestion(), write_deck, now)) {
+          case CircuitRun::Started::kRuns:
+            return std::nullopt;
+          case CircuitRun::Started::kBusy:
+            return Outcome{false, "A prediction is running. Test the engine when it has finished."};
+          case CircuitRun::Started::kFailed:
+            break;
         }
-        return Launch(engine, finding, now);
+        return Outcome{false, Sentence(run_.Problem())};
       });
 }
 
-std::optional<Outcome> EngineProbe::Launch(EngineChoice engine, const EngineFinding& finding,
-                                           Time now) {
-  Run run = Prepare(engine, finding);
-  try {
-    run.lock = with_.locker.Lock();
-    if (!run.lock) {
-      return Outcome{false, "A prediction is running. Test the engine when it has finished."};
-    }
-    WriteFiles(run);
-  } catch (const Error& error) {
-    return Outcome{false, std::string("The test cannot be prepared: ") + error.what()};
-  }
-  const std::string parameter = IsIonCap(engine) ? PathText(run.short_folder / kDriverName) : "";
-  const LaunchResult started =
-      with_.launcher.StartBatch(run.File(kBatchName), parameter, run.short_folder);
-  if (!started.Succeeded()) {
-    return Outcome{false, "The engine could not be started: " + LaunchErrorText(started.code)};
-  }
-  run.process = started.process;
-  run.started = now;
-  run_ = std::move(run);
-  return std::nullopt;
-}
-
-EngineProbe::Run EngineProbe::Prepare(EngineChoice engine, const EngineFinding& finding) const {
-  Run run;
-  run.engine = engine;
-  run.finding = finding;
-  const std::filesystem::path folder = with_.program_folder / EngineFolder(engine);
-  run.short_folder = with_.launcher.ShortPath(folder);
-  run.work_folder = IsIonCap(engine) ? folder : folder / "run";
-  run.results = run.File(kResultsName);
-  return run;
-}
-
-void EngineProbe::WriteFiles(const Run& run) const {
-  CreateFolder(run.work_folder);
-  if (!IONCAPModule::DeleteWithRetries(run.results, with_.pause)) {
-    throw Error(errors::kPathFileAccess, "could not delete " + PathText(run.results));
-  }
-  EngineLauncher& launcher = with_.launcher;
-  const std::string end = launcher.LineEnd();
-  std::string change_folder = launcher.BatchText(run.short_folder);
-  std::string command;
-  if (IsIonCap(run.engine)) {
-    command = IonCapCommand(run.finding, run.short_folder / kDriverName, launcher);
-    WriteFile(run.File(kDriverName),
-              DriverLine(run.finding, run.short_folder / kDeckName, launcher) + end +
-                  DriverLine(run.finding, run.short_folder / kResultsName, launcher) + end);
-  } else {
-    change_folder = launcher.BatchText(run.short_folder / "run");
-    command = ItsCommand(run.finding, run.short_folder, kDeckName, kResultsName, launcher);
-  }
-  WriteFile(run.File(kDeckName), ProbeDeck(run.engine));
-  WriteFile(run.File(kBatchName),
-            "cd " + change_folder + end + command + end + "echo off" + end + "cls" + end);
-}
-
 std::optional<Outcome> EngineProbe::Poll(Time now) {
-  if (!run_) return std::nullopt;
-  const Outcome failed{false, "The test failed; the error log has the reason."};
-  std::optional<Outcome> outcome =
-      with_.diagnostics.Trap("EngineProbe.Poll", std::optional(failed), [&] { return Judge(now); });
-  if (outcome) {
-    with_.diagnostics.DebugLog("EngineProbe.Poll: " + outcome->text);
-    Finish(outcome->good);
+  const std::optional<CircuitRun::Outcome> ended = run_.Poll(now);
+  if (!ended) return std::nullopt;
+  Outcome outcome;
+  if (ended->good) {
+    outcome = JudgeResults(engine_, ended->text, ended->taken);
+  } else if (ended->failure == EngineJob::Failure::kOtherQuestion) {
+    outcome.text = "It answers another question. " + ended->text + ".";
+  } else {
+    outcome.text = Sentence(ended->text);
   }
+  diagnostics_->DebugLog("EngineProbe.Poll: " + outcome.text);
+  run_.End(!outcome.good);
   return outcome;
-}
-
-/// What process and files say now. Where the system does not tell which process the engine is, only
-/// its results show that it has finished.
-std::optional<Outcome> EngineProbe::Judge(Time now) {
-  const bool known = run_->process != 0;
-  const auto taken = std::chrono::duration_cast<milliseconds>(now - run_->started);
-  const bool too_long = taken >= kLongest;
-  const std::string no_answer = "No answer within " + std::to_string(kLongest.count()) + " s";
-  if (known && with_.launcher.IsRunning(run_->process)) {
-    if (!too_long) return std::nullopt;
-    return Outcome{false, no_answer + "; the engine was ended."};
-  }
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(run_->results, error);
-  if (!error && size > 0) {
-    const std::string text = ReadFile(run_->results, IONCAPModule::Results::kLargestFile);
-    Outcome outcome = JudgeResults(run_->engine, text, PathText(run_->results), taken);
-    // Bad results of an engine that may still be writing are not its last word.
-    if (outcome.good || known || too_long) return outcome;
-    return std::nullopt;
-  }
-  if (known) {
-    return Outcome{false, "The engine ended without results." +
-                              EngineFailureText(run_->engine, run_->finding,
-                                                with_.launcher.Output(run_->process))};
-  }
-  if (too_long) return Outcome{false, no_answer + "."};
-  return std::nullopt;
-}
-
-void EngineProbe::Finish(bool good) {
-  if (run_->process != 0) with_.launcher.End(run_->process);
-  if (good) {
-    for (const char* name : {kDeckName, kResultsName, kBatchName, kDriverName}) {
-      std::error_code ignored;
-      std::filesystem::remove(run_->File(name), ignored);
-    }
-  }
-  run_.reset();
-}
-
-void EngineProbe::Cancel() {
-  if (!run_) return;
-  with_.diagnostics.Trap("EngineProbe.Cancel", [&] { Finish(false); });
 }
 
 }  // namespace skyhop

@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "common/dates.h"
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "engine/echo_check.h"
-#include "engine/engine_output.h"
-#include "engine/results.h"
+#include "engine/results_parser.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
@@ -20,6 +19,11 @@ constexpr std::size_t kBandOfPoint = 1;
 
 constexpr auto kShortPath = static_cast<std::size_t>(path_option::kShort);
 constexpr auto kLongPath = static_cast<std::size_t>(path_option::kLong);
+
+constexpr EngineFileNames kShortPathNames = {"sspscript.txt", "spsnr.txt", "spsnr.bat", ""};
+constexpr EngineFileNames kLongPathNames = {"slpscript.txt", "lpsnr.txt", "lpsnr.bat", ""};
+
+constexpr const char* kNotStarted = "the engine was not started; the error log has the reason";
 
 constexpr double kLowestFrequency = 1.6;
 constexpr double kHighestFrequency = 60;
@@ -59,6 +63,11 @@ bool PointReception::Finished() const {
   });
 }
 
+PointSnr::PointSnr(const Collaborators& collaborators)
+    : with_(collaborators),
+      runs_{{{EngineJob(with_.launcher, with_.pause, with_.diagnostics), std::nullopt},
+             {EngineJob(with_.launcher, with_.pause, with_.diagnostics), std::nullopt}}} {}
+
 PointSnr::~PointSnr() {
   Cancel();
 }
@@ -71,8 +80,7 @@ std::string PointSnr::PredictSNR(const PointRequest& request, Time now) {
         ", theMode = " + request.mode + ", theSNR = " + request.snr);
     Cancel();
     try {
-      Start(request);
-      started_ = now;
+      Start(request, now);
       running_ = true;
       problem.clear();
     } catch (const Error& error) {
@@ -104,54 +112,75 @@ DeckParameters PointSnr::Deck(const PointRequest& request) const {
   return deck;
 }
 
-void PointSnr::Start(const PointRequest& request) {
+void PointSnr::Start(const PointRequest& request, Time now) {
   reception_ = {};
   reception_.request = request;
   reception_.hour = UtcHour(with_.clock.UtcNow());
-  deck_ = Deck(request);
-  CheckRange(!with_.run.Paths().snr_folder.empty(), "the engines' folders are not known");
-  with_.run.FindSnrEngine();
-  const EnginePaths& paths = with_.run.Paths();
-  CreateFolder(paths.short_path_snr_results.parent_path());
-  CreateFolder(paths.long_path_snr_results.parent_path());
-  const PointOfDeck point{HourOfDeck(reception_.hour), request.frequency};
-  const auto write = [&](bool short_path, const std::filesystem::path& results,
-                         const std::filesystem::path& script) {
-    if (!DeleteWithRetries(results, with_.pause)) {
-      throw Error(errors::kPathFileAccess, "cannot delete " + PathText(results));
-    }
-    deck_.short_path = short_path;
-    return with_.script.CreatePointScript(deck_, point, script);
-  };
-  const bool started =
-      write(true, paths.short_path_snr_results, paths.short_path_snr_script) &&
-      write(false, paths.long_path_snr_results, paths.long_path_snr_script) &&
-      with_.run.RunScript(true, paths.snr_executable, paths.short_path_snr_batch, {},
-                          paths.short_path_snr_script, paths.short_path_snr_results);
-  if (!started) {
-    for (std::size_t path = 0; path < reception_.paths.size(); ++path) EndEngine(path);
-    throw Error(errors::kInvalidCall, "the engine was not started; the error log has the reason");
+  const DeckParameters deck = Deck(request);
+  const EngineFinding finding =
+      FindEngine(with_.host, with_.program_folder, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
+  if (!finding.reason.empty()) with_.diagnostics.DebugLog("   " + FindingText(finding));
+  for (const std::size_t path : {kShortPath, kLongPath}) {
+    runs_.at(path).request = Prepare(path, deck, finding);
+  }
+  StartPath(kShortPath, now);
+  // Only the native engine takes a run folder. Two runs in one folder would share its temporary
+  // files, so the long path waits for the end of the short path's run.
+  if (finding.kind == EngineKind::kNative) StartPath(kLongPath, now);
+  if (reception_.paths.at(kShortPath).state == PathReception::State::kFailed) {
+    for (PathRun& run : runs_) run.job.End();
+    throw Error(errors::kInvalidCall, reception_.paths.at(kShortPath).problem);
   }
 }
 
-PointSnr::Path PointSnr::PathOf(std::size_t path) const {
-  const EnginePaths& paths = with_.run.Paths();
-  if (path == kShortPath) {
-    return {paths.short_path_snr_results, with_.run.ShortPathSnrProcess()};
+/// Deletes the old results of a path and writes its deck.
+EngineJob::Request PointSnr::Prepare(std::size_t path, DeckParameters deck,
+                                     const EngineFinding& finding) {
+  const bool short_path = path == kShortPath;
+  const std::filesystem::path folder =
+      with_.program_folder / EngineFolder(EngineChoice::kVoaCapSnr, EngineUse::kPoint);
+  // Give each path its own run folder where the engine takes one, so that temporary files cannot
+  // collide.
+  const bool own_folder = finding.kind == EngineKind::kNative;
+  deck.short_path = short_path;
+  EngineJob::Request request;
+  request.engine = EngineChoice::kVoaCapSnr;
+  request.finding = finding;
+  request.files = FilesIn(own_folder ? folder / (short_path ? "short" : "long") : folder,
+                          EngineChoice::kVoaCapSnr, short_path ? kShortPathNames : kLongPathNames,
+                          with_.launcher);
+  request.asked = deck;
+  request.snr = true;
+  request.timeout = EngineJob::kTimeout;
+  runs_.at(path).job.Prepare(request.files);
+  if (!with_.script.CreatePointScript(
+          deck, {HourOfDeck(reception_.hour), reception_.request.frequency}, request.files.deck)) {
+    throw Error(errors::kInvalidCall, kNotStarted);
   }
-  return {paths.long_path_snr_results, with_.run.LongPathSnrProcess()};
+  return request;
 }
 
-void PointSnr::EndEngine(std::size_t path) {
-  const ProcessId process = PathOf(path).process;
-  if (process != 0) with_.launcher.End(process);
+void PointSnr::StartPath(std::size_t path, Time now) {
+  PathRun& run = runs_.at(path);
+  const EngineJob::Request request = *std::exchange(run.request, std::nullopt);
+  if (!run.job.Start(request, now)) {
+    Fail(path, kNotStarted);
+    return;
+  }
+  with_.diagnostics.DebugLog((path == kShortPath ? "   SP PID = " : "   LP PID = ") +
+                             std::to_string(run.job.Process()));
+}
+
+void PointSnr::Fail(std::size_t path, const std::string& problem) {
+  PathReception& reception = reception_.paths.at(path);
+  reception.state = PathReception::State::kFailed;
+  reception.problem = problem;
 }
 
 void PointSnr::Cancel() {
   with_.diagnostics.Trap("IONCAPModule.CancelSNR", [&] {
-    if (!running_) return;
     running_ = false;
-    for (std::size_t path = 0; path < reception_.paths.size(); ++path) EndEngine(path);
+    for (PathRun& run : runs_) run.job.End();
   });
 }
 
@@ -159,14 +188,12 @@ bool PointSnr::Poll(Time now) {
   return with_.diagnostics.Trap("IONCAPModule.HandleSNRTimer", false, [&] {
     if (!running_) return false;
     bool changed = false;
-    for (std::size_t path = 0; path < reception_.paths.size(); ++path) {
+    for (std::size_t path = 0; path < runs_.size(); ++path) {
       if (reception_.paths.at(path).state != PathReception::State::kWaiting) continue;
-      if (path == kLongPath && with_.run.LongPathSnrWaits()) {
+      if (runs_.at(path).request) {
         if (reception_.paths.at(kShortPath).state == PathReception::State::kWaiting) continue;
-        if (!StartLongPath(now)) {
-          changed = true;
-          continue;
-        }
+        StartPath(path, now);
+        changed = true;
       }
       changed = PollPath(path, now) || changed;
     }
@@ -175,57 +202,36 @@ bool PointSnr::Poll(Time now) {
   });
 }
 
-bool PointSnr::StartLongPath(Time now) {
-  started_ = now;
-  if (with_.run.StartLongPathSnr()) return true;
-  PathReception& reception = reception_.paths.at(kLongPath);
-  reception.state = PathReception::State::kFailed;
-  reception.problem = "the engine was not started; the error log has the reason";
-  return false;
-}
-
 bool PointSnr::PollPath(std::size_t path, Time now) {
-  const auto [results, process] = PathOf(path);
   PathReception& reception = reception_.paths.at(path);
-  const bool too_long = now - started_ >= kLongest;
-  const bool ended = process != 0 && !with_.run.IsPidRunning(process);
-  if (!ended && !too_long && !ResultsComplete(results)) return false;
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(results, error);
-  if (!error && size > 0) {
-    try {
-      ReadResults(path, reception);
-    } catch (const Error& unreadable) {
-      reception.problem = unreadable.what();
-    }
-  } else if (ended) {
-    const std::string reason = EngineFailureText(EngineChoice::kVoaCapSnr, with_.run.SnrFinding(),
-                                                 with_.launcher.Output(process));
-    reception.problem = "the engine ended without results" + (reason.empty() ? "" : "." + reason);
+  EngineJob& job = runs_.at(path).job;
+  if (reception.state != PathReception::State::kWaiting) return false;
+  const EngineJob::Outcome outcome = job.Poll(now);
+  if (outcome.state == EngineJob::State::kRunning) return false;
+  job.End();
+  if (outcome.state == EngineJob::State::kComplete) {
+    ReadResults(outcome.text, reception);
   } else {
-    reception.problem = "no answer within " + std::to_string(kLongest.count()) + " s";
+    Fail(path, outcome.text);
   }
-  // What still runs serves nobody any more.
-  EndEngine(path);
-  const bool failed = !reception.problem.empty();
-  reception.state = failed ? PathReception::State::kFailed : PathReception::State::kDone;
-  if (failed) {
-    with_.diagnostics.ErrorLog("IONCAPModule.HandleSNRTimer: " + PathText(results) + ": " +
-                               reception.problem);
+  if (reception.state == PathReception::State::kFailed) {
+    with_.diagnostics.ErrorLog("IONCAPModule.HandleSNRTimer: " +
+                               PathText(job.Asked().files.results) + ": " + reception.problem);
   }
   return true;
 }
 
-void PointSnr::ReadResults(std::size_t path, PathReception& reception) {
-  const std::filesystem::path& file = PathOf(path).results;
+void PointSnr::ReadResults(const std::string& text, PathReception& reception) {
   const auto hour = static_cast<std::size_t>(HourOfDeck(reception_.hour));
-  const std::string text = ReadFile(file, Results::kLargestFile);
-  const ResultsHeading heading = ReadHeading(text);
-  deck_.short_path = path == kShortPath;
-  reception.problem = EchoDifference(heading, deck_, EngineChoice::kVoaCapSnr);
-  if (!reception.problem.empty()) return;
   ResultsTable table;
-  const Method30Outcome outcome = ParseMethod30Results(text, PathText(file), table);
+  reception.state = PathReception::State::kFailed;
+  Method30Outcome outcome;
+  try {
+    outcome = ParseMethod30Results(text, "point prediction", table);
+  } catch (const Error& error) {
+    reception.problem = error.what();
+    return;
+  }
   const auto known = [&](BandQuantity quantity) {
     return table.Known(quantity, kBandOfPoint, hour);
   };
@@ -237,11 +243,12 @@ void PointSnr::ReadResults(std::size_t path, PathReception& reception) {
                             ? "the results lack hour " + std::to_string(reception_.hour)
                             : outcome.faults.front();
   } else {
+    reception.state = PathReception::State::kDone;
     reception.snr = table.snr[kBandOfPoint][hour];
     reception.reliability = table.reliability[kBandOfPoint][hour];
     reception.mode = Trim(table.mode[kBandOfPoint][hour]);
     reception.signal_power = table.signal_power[kBandOfPoint][hour];
-    reception_.engine = heading.engine;
+    reception_.engine = ReadHeading(text).engine;
   }
 }
 

@@ -11,11 +11,12 @@
 #include "common/diagnostics.h"
 #include "common/pause.h"
 #include "engine/deck_parameters.h"
+#include "engine/engine_job.h"
 #include "engine/engine_launcher.h"
+#include "engine/engine_search.h"
 #include "engine/its_script.h"
 #include "engine/parameters.h"
 #include "engine/prediction_panel.h"
-#include "engine/run_control.h"
 
 namespace skyhop::IONCAPModule {
 
@@ -55,14 +56,11 @@ struct PointReception {
 /// engine cannot be given a run folder for each. Nothing here waits.
 class PointSnr {
  public:
-  using Time = std::chrono::steady_clock::time_point;
-
-  /// How long an engine may take before it is ended.
-  static constexpr std::chrono::seconds kLongest{30};
+  using Time = EngineJob::Time;
 
   /// All must outlive this object.
   struct Collaborators {
-    RunControl& run;
+    const EngineHost& host;
     ItsScript& script;
     const PredictionPanel& panel;
     const Parameters& parameters;
@@ -70,9 +68,10 @@ class PointSnr {
     Pause& pause;
     Diagnostics& diagnostics;
     const Clock& clock;
+    std::filesystem::path program_folder;
   };
 
-  explicit PointSnr(const Collaborators& collaborators) : with_(collaborators) {}
+  explicit PointSnr(const Collaborators& collaborators);
   /// Ends runs in progress.
   ~PointSnr();
   PointSnr(const PointSnr&) = delete;
@@ -92,23 +91,24 @@ class PointSnr {
   [[nodiscard]] const PointReception& Reception() const { return reception_; }
 
  private:
-  struct Path {
-    const std::filesystem::path& results;
-    ProcessId process;
+  /// The run of one path. It starts when `request` is there and nothing keeps it waiting.
+  struct PathRun {
+    EngineJob job;
+    std::optional<EngineJob::Request> request;
   };
 
   [[nodiscard]] DeckParameters Deck(const PointRequest& request) const;
-  void Start(const PointRequest& request);
-  [[nodiscard]] Path PathOf(std::size_t path) const;
-  void EndEngine(std::size_t path);
-  [[nodiscard]] bool StartLongPath(Time now);
+  void Start(const PointRequest& request, Time now);
+  [[nodiscard]] EngineJob::Request Prepare(std::size_t path, DeckParameters deck,
+                                           const EngineFinding& finding);
+  void StartPath(std::size_t path, Time now);
   bool PollPath(std::size_t path, Time now);
-  void ReadResults(std::size_t path, PathReception& reception);
+  void ReadResults(const std::string& text, PathReception& reception);
+  void Fail(std::size_t path, const std::string& problem);
 
   Collaborators with_;
+  std::array<PathRun, 2> runs_;  ///< by path_option
   bool running_ = false;
-  Time started_;
-  DeckParameters deck_;  // of the last request; its path is that of either run
   PointReception reception_;
 };
 

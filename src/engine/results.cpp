@@ -7,7 +7,6 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "engine/echo_check.h"
 #include "engine/panel_stations.h"
 #include "geo/path_services.h"
 
@@ -33,24 +32,9 @@ bool Results::InitializeResults(const std::filesystem::path& file) {
   });
 }
 
-void Results::Expect(const DeckParameters& asked, EngineChoice engine) {
-  expected_ = Expected{asked, engine};
-  difference_.clear();
-}
-
-bool Results::Refused(const char* name, const std::filesystem::path& file,
-                      const std::string& text) {
-  difference_ = expected_ ? EchoDifference(ReadHeading(text), expected_->asked, expected_->engine)
-                          : std::string();
-  if (difference_.empty()) return false;
-  diagnostics_->ErrorLog(std::string(name) + ": " + PathText(file) + " is refused. " + difference_);
-  return true;
-}
-
 bool Results::DisplayResults(bool has_luf, const std::filesystem::path& file, EngineChoice engine) {
   return diagnostics_->Trap("IONCAPModule.DisplayResults", false, [&] {
     const std::string text = ReadFile(file, kLargestFile);
-    if (Refused("IONCAPModule.DisplayResults", file, text)) return false;
     ParseLufMufResults(text, PathText(file), has_luf, *table_);
     ShowTable(engine, text);
     return true;
@@ -60,7 +44,6 @@ bool Results::DisplayResults(bool has_luf, const std::filesystem::path& file, En
 bool Results::DisplayMethod2030Results(const std::filesystem::path& file) {
   return diagnostics_->Trap("IONCAPModule.DisplayMethod2030Results", false, [&] {
     const std::string text = ReadFile(file, kLargestFile);
-    if (Refused("IONCAPModule.DisplayMethod2030Results", file, text)) return false;
     const Method30Outcome outcome = ParseMethod30Results(text, PathText(file), *table_);
     if (!outcome.header_found) {
       messages_->Show("results missing expected header", kProductName);

@@ -1,13 +1,11 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "common/diagnostics.h"
 #include "common/user_messages.h"
-#include "engine/deck_parameters.h"
 #include "engine/parameters.h"
 #include "engine/prediction_panel.h"
 #include "engine/results_parser.h"
@@ -45,13 +43,6 @@ class Results {
   /// Returns whether there is none now.
   [[nodiscard]] bool InitializeResults(const std::filesystem::path& file);
 
-  /// Sets which question the next files have to answer. A file whose heading repeats another one,
-  /// see EchoDifference, is refused: it is logged and leaves table and chart as they are.
-  void Expect(const DeckParameters& asked, EngineChoice engine);
-
-  /// What the file displayed last was refused for; empty when it was not.
-  [[nodiscard]] const std::string& Difference() const { return difference_; }
-
   /// Displays a LUF/MUF table. `has_luf` says whether it carries the LUF column. On a failure,
   /// which is logged, the chart is left as it was. Returns whether the chart shows the file.
   bool DisplayResults(bool has_luf, const std::filesystem::path& file, EngineChoice engine);
@@ -71,13 +62,6 @@ class Results {
   [[nodiscard]] std::string SummaryLine() const;
 
  private:
-  struct Expected {
-    DeckParameters asked;
-    EngineChoice engine;
-  };
-
-  [[nodiscard]] bool Refused(const char* name, const std::filesystem::path& file,
-                             const std::string& text);
   void LogFaults(const std::vector<std::string>& faults);
   void ShowTable(EngineChoice engine, const std::string& text);
 
@@ -87,8 +71,6 @@ class Results {
   ResultsChart* chart_;
   UserMessages* messages_;
   Diagnostics* diagnostics_;
-  std::optional<Expected> expected_;
-  std::string difference_;
   ResultsHeading heading_;
   int tables_shown_ = 0;
 };

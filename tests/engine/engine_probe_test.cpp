@@ -90,13 +90,6 @@ TEST_F(EngineProbeTest, AnItsRunHasFilesOfItsOwn) {
   EXPECT_EQ(Content("ITSHFBC/run/results.txt"), "of a prediction");
 }
 
-TEST_F(EngineProbeTest, AnIonCapRunIsDrivenByItsOwnDriverFile) {
-  Start(EngineChoice::kIonCap);
-  EXPECT_EQ(launcher_.starts.at(0).parameter, Path("IonCap/testdrive.txt"));
-  EXPECT_EQ(Content("IonCap/testdrive.txt"),
-            Path("IonCap/test.txt") + "|\n" + Path("IonCap/testresults.txt") + "|\n");
-}
-
 TEST_F(EngineProbeTest, AGoodRunNamesTheEngineAndItsTimeAndClearsUp) {
   const struct {
     EngineChoice engine;
@@ -135,12 +128,10 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
       {EngineChoice::kVoaCapSnr,
        TestData("results/newyork-london-method30.results.txt").substr(0, 9000),
        "bad: The results hold only "},
-      {EngineChoice::kVoaCap, "", "bad: The engine ended without results. It printed: Ouch."},
   };
   for (const auto& [engine, results, outcome] : cases) {
     Start(engine);
     Answer(kItsResults, results);
-    launcher_.output = "Ouch\n#0  0x7f\noff\ntest.bat: 4: cls: not found\n";
     launcher_.running.clear();
     const std::string told = OutcomeAfter(milliseconds(50));
     EXPECT_TRUE(told.starts_with(outcome)) << told;
@@ -149,32 +140,14 @@ TEST_F(EngineProbeTest, WhatIsWrongWithTheAnswerIsTold) {
   }
 }
 
-TEST_F(EngineProbeTest, AResultsFileOfAnEarlierTestDoesNotCount) {
-  Answer(kItsResults, TestData("results/newyork-london-method26.results.txt"));
+TEST_F(EngineProbeTest, AnEngineWithoutResultsIsReported) {
   Start(EngineChoice::kVoaCap);
+  launcher_.output = "Ouch\n";
   launcher_.running.clear();
-  EXPECT_EQ(OutcomeAfter(milliseconds(50)), "bad: The engine ended without results.");
-}
-
-TEST_F(EngineProbeTest, AHangingEngineIsEndedAfterHalfAMinute) {
-  Start(EngineChoice::kIonCap);
-  EXPECT_EQ(OutcomeAfter(milliseconds(29999)), "none yet");
-  EXPECT_TRUE(launcher_.ended.empty());
-  EXPECT_EQ(OutcomeAfter(milliseconds(30000)), "bad: No answer within 30 s; the engine was ended.");
-  EXPECT_EQ(launcher_.ended.size(), 1U);
+  EXPECT_EQ(OutcomeAfter(milliseconds(50)), "none yet");
+  EXPECT_EQ(OutcomeAfter(milliseconds(1050)),
+            "bad: The engine ended without results. It printed: Ouch.");
   EXPECT_FALSE(locker_.held);
-}
-
-TEST_F(EngineProbeTest, AnUnknownProcessIsJudgedByItsResultsAlone) {
-  launcher_.knows_processes = false;
-  Start(EngineChoice::kVoaCap);
-  EXPECT_EQ(OutcomeAfter(milliseconds(10)), "none yet");
-  Answer(kItsResults, "half a table");
-  EXPECT_EQ(OutcomeAfter(milliseconds(20)), "none yet");
-  Answer(kItsResults, TestData("results/newyork-london-method26.results.txt"));
-  EXPECT_EQ(OutcomeAfter(milliseconds(30)).substr(0, 13), "good: VOACAP,");
-  Start(EngineChoice::kVoaCap);
-  EXPECT_EQ(OutcomeAfter(milliseconds(30000)), "bad: No answer within 30 s.");
 }
 
 TEST_F(EngineProbeTest, WhatKeepsAnEngineFromStartingIsToldAtOnce) {
@@ -199,25 +172,8 @@ TEST_F(EngineProbeTest, WhatKeepsAnEngineFromStartingIsToldAtOnce) {
   locker_.held = false;
   std::filesystem::remove_all(log_.folder / "ITSHFBC/run");
   WriteFile(log_.folder / "ITSHFBC/run", "a file in the folder's place");
-  EXPECT_EQ(told(EngineChoice::kVoaCap).find("The test cannot be prepared: "), 0U);
+  EXPECT_EQ(told(EngineChoice::kVoaCap).find("The run cannot be prepared: "), 0U);
   EXPECT_FALSE(locker_.held);
-}
-
-TEST_F(EngineProbeTest, WhatAnEngineLacksIsToldWhenItGivesNoResults) {
-  Start(EngineChoice::kVoaCap);
-  launcher_.running.clear();
-  EXPECT_EQ(OutcomeAfter(milliseconds(8)), "bad: The engine ended without results.");
-  std::filesystem::remove_all(log_.folder / "ITSHFBC/coeffs");
-  std::filesystem::remove_all(log_.folder / "ITSHFBC/antennas/default");
-  Start(EngineChoice::kVoaCap);
-  launcher_.running.clear();
-  launcher_.output = "cannot open file\n";
-  const std::filesystem::path folder = log_.folder / "ITSHFBC";
-  EXPECT_EQ(OutcomeAfter(milliseconds(8)),
-            "bad: The engine ended without results. Its coefficients are missing: there is no "
-            "folder " +
-                PathText(folder / "coeffs") + ". The antenna file default/isotrope is missing in " +
-                PathText(folder / "antennas") + ". It printed: cannot open file.");
 }
 
 TEST_F(EngineProbeTest, ACancelledRunIsEndedAndGivesTheFolderFree) {

@@ -65,7 +65,7 @@ class RunControlTest : public ::testing::Test {
   Results results_{table_, with_.panel,    with_.parameters,
                    chart_, with_.messages, with_.log.diagnostics};
   RunControl run_{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_, host_,
-                   pause_, with_.messages, with_.settings, with_.log.diagnostics}};
+                   pause_, with_.log.clock, with_.messages, with_.settings, with_.log.diagnostics}};
 };
 
 TEST_F(RunControlTest, AnIonCapRunWritesScriptBatchAndDriverAndStartsTheBatch) {
@@ -113,23 +113,6 @@ TEST_F(RunControlTest, TheOtherEnginesRunSilentlyInTheirRunFolder) {
   }
 }
 
-TEST_F(RunControlTest, SnrRunsStartInTheSecondFolderOneAfterTheOther) {
-  run_.FindSnrEngine();
-  ASSERT_TRUE(run_.RunScript(true, run_.Paths().snr_executable, {}, {}, {}, {}));
-  EXPECT_EQ(launcher_.starts.size(), 1U);
-  EXPECT_TRUE(run_.LongPathSnrWaits());
-  ASSERT_TRUE(run_.StartLongPathSnr());
-  EXPECT_FALSE(run_.LongPathSnrWaits());
-  EXPECT_EQ(Content("~ITSHFBC2/run/lpsnr.bat"),
-            "cd [" + Folder("~ITSHFBC2/run") + "]|\n[" + Folder("~ITSHFBC2/bin_win/voacapw.exe") +
-                "] SILENT [" + Folder("~ITSHFBC2") +
-                "] slpscript.txt lpsnr.txt|\necho off|\ncls|\n");
-  ASSERT_EQ(launcher_.starts.size(), 2U);
-  EXPECT_EQ(launcher_.starts[0].batch, folder_ / "~ITSHFBC2" / "run" / "spsnr.bat");
-  EXPECT_TRUE(Logged("   SP PID = 101"));
-  EXPECT_TRUE(Logged("   LP PID = 102"));
-}
-
 TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
   timer_.Start();
   EXPECT_FALSE(run_.IonCapPaths());
@@ -147,7 +130,7 @@ TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
 
 TEST_F(RunControlTest, WithoutTheEnginesFoldersNoFileIsTouched) {
   RunControl lost{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_, host_,
-                   pause_, with_.messages, with_.settings, with_.log.diagnostics}};
+                   pause_, with_.log.clock, with_.messages, with_.settings, with_.log.diagnostics}};
   EXPECT_FALSE(lost.IonCapPaths());
   EXPECT_EQ(with_.log.errors, std::vector<std::string>{
                                   "IONCAPModule.IonCapPaths: the engines' folders are not known"});
@@ -263,24 +246,6 @@ TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {
             "(contest settings)");
   with_.parameters.SetPath("sideways");
   EXPECT_EQ(results_.SummaryLine().substr(0, 6), "24 db ");
-}
-
-TEST_F(RunControlTest, ResultsAreCompleteWithTheirLastLineOnly) {
-  ASSERT_TRUE(run_.IonCapPaths());
-  const std::filesystem::path results = folder_ / "IonCap" / "results.txt";
-  EXPECT_FALSE(run_.ResultsComplete());
-  const std::string whole = TestData("results/newyork-london-method26.results.txt");
-  const std::pair<std::string, bool> cases[] = {
-      {"", false},
-      {whole.substr(0, whole.size() / 2), false},
-      {whole.substr(0, whole.size() - 1), false},
-      {whole, true},
-      {"END OF RUN\n", true},
-  };
-  for (const auto& [content, complete] : cases) {
-    WriteFile(results, content);
-    EXPECT_EQ(run_.ResultsComplete(), complete) << content.size() << " bytes";
-  }
 }
 
 TEST(EngineOutput, NeitherABacktraceNorTheBatchFilesOwnLinesAreAReason) {

@@ -23,6 +23,9 @@ namespace skyhop::testing {
 class FakeClock : public Clock {
  public:
   [[nodiscard]] UtcTime UtcNow() const override { return now; }
+  [[nodiscard]] std::chrono::steady_clock::time_point SteadyNow() const override {
+    return std::chrono::steady_clock::time_point(now.time_since_epoch());
+  }
   [[nodiscard]] std::chrono::seconds LocalOffset(UtcTime) const override { return offset; }
 
   /// 2026-11-15 13:05:09.042 UTC, in a zone one hour east of Greenwich.

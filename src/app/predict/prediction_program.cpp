@@ -42,7 +42,7 @@ PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream
       its_script(cards_, panel, parameters, diagnostics),
       results(table, panel, parameters, silent_chart_, messages, diagnostics),
       run({parameters, panel, ioncap_script, its_script, results, timer, *launcher, *host, *pause_,
-           messages, settings, diagnostics}) {
+           *clock_, messages, settings, diagnostics}) {
   diagnostics.SetErrorListener([this](std::string_view line) { error_lines.emplace_back(line); });
   if (options.verbose) {
     diagnostics.SetDebugListener([&err](std::string_view line) { err << line << '\n'; });

@@ -124,6 +124,7 @@ class Runner {
     }
     if (!EngineAccepted()) return exit_status::kEngineFailed;
     const int messages = program_.messages.Count();
+    program_.run.SetTimeout(Left(until));
     if (!program_.run.ForecastPaths()) {
       SayErrors();
       return program_.messages.Count() > messages ? exit_status::kInvalid
@@ -175,40 +176,39 @@ class Runner {
   }
 
   int WaitForResults(steady_clock::time_point until) {
-    const ProcessId process = program_.run.EngineProcess();
+    const ProcessId process = program_.run.Job().Process();
     EngineLauncher& launcher = *program_.launcher;
     launcher.EndWithThisProgram(process);
-    bool ended = false;
-    while (!ended && !program_.run.ResultsComplete()) {
-      ended = launcher.WaitForEnd(process, std::min(kFileCheck, Left(until)));
-      if (!ended && Left(until).count() == 0) {
-        program_.run.Abort();
-        Say("the engine " + PathText(program_.run.Executable()) + " has not finished after " +
-            NumberText(options_.timeout) + " s");
-        return exit_status::kTimeOut;
-      }
+    EngineJob::Outcome outcome = program_.run.Poll();
+    while (outcome.state == EngineJob::State::kRunning) {
+      launcher.WaitForEnd(process, std::min(kFileCheck, Left(until)));
+      outcome = program_.run.Poll();
     }
-    program_.run.HandleIonCapTimer();
-    // What is still running now has delivered its results and serves nobody any more.
-    launcher.End(process);
+    if (outcome.failure != EngineJob::Failure::kTimeout &&
+        outcome.failure != EngineJob::Failure::kNoResults) {
+      program_.run.HandleIonCapTimer();
+    }
+    program_.run.Abort();
     launcher.EndWithThisProgram(0);
     if (program_.run.LastRunDisplayed()) return exit_status::kSuccess;
-    TellFailure();
-    return exit_status::kEngineFailed;
+    TellFailure(outcome);
+    return outcome.failure == EngineJob::Failure::kTimeout ? exit_status::kTimeOut
+                                                           : exit_status::kEngineFailed;
   }
 
-  void TellFailure() {
+  void TellFailure(const EngineJob::Outcome& outcome) {
     SayErrors();
-    const std::string reason = program_.run.FailureText();
-    const std::string engine = "the engine " + PathText(program_.run.Executable());
-    if (program_.timer.Running()) {
-      program_.run.Abort();
-      Say(engine + " ended without writing " + PathText(program_.run.ResultsFile()) + "." + reason);
+    const EngineJob& job = program_.run.Job();
+    const std::string engine = "the engine " + PathText(job.Executable());
+    const std::string reason = job.FailureText();
+    if (outcome.failure == EngineJob::Failure::kTimeout) {
+      Say(engine + " has not finished after " + NumberText(options_.timeout) + " s");
+    } else if (outcome.failure == EngineJob::Failure::kNoResults) {
+      Say("the engine " + program_.run.DeadEngineText());
     } else if (!reason.empty()) {
       Say(engine + " gave no usable results." + reason);
     }
-    const std::string output = program_.launcher->Output(program_.run.EngineProcess());
-    for (const std::string& line : EngineOutputLines(output)) {
+    for (const std::string& line : EngineOutputLines(program_.launcher->Output(job.Process()))) {
       program_.diagnostics.DebugLog("   engine: " + line);
     }
   }

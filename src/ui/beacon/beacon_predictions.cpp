@@ -15,6 +15,9 @@ using BeaconModule::Beacon;
 constexpr std::int16_t kLufMufMethod = 26;
 constexpr std::int16_t kSnrMethod = 30;
 
+constexpr EngineFileNames kFileNames = {"beacon.txt", "beaconresults.txt", "beacon.bat",
+                                        "beacondrive.txt"};
+
 /// Predictions change with the sun's height at both ends; older ones than this are none.
 constexpr std::chrono::hours kLongestUse{2};
 
@@ -52,7 +55,7 @@ BeaconPredictions::BeaconPredictions(const Collaborators& collaborators)
       its_script_(cards_, panel_, parameters_, with_.diagnostics),
       chart_(table_, EvenLayout({0, 0, 960, 500}, 14), with_.diagnostics, with_.clock),
       run_({with_.locker, with_.launcher, with_.host, with_.pause, with_.diagnostics,
-            with_.program_folder}) {
+            with_.program_folder, kFileNames}) {
   panel_.SetChoice(PanelChoice::kPath, path_option::kShort);
   panel_.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
 }
@@ -68,7 +71,7 @@ void BeaconPredictions::Want(const BeaconInputs& inputs, const std::vector<Beaco
   if (!same) predictions_.clear();
   std::erase_if(predictions_,
                 [&](const auto& entry) { return hour - entry.second.hour >= kLongestUse; });
-  run_.Cancel();
+  run_.End();
   busy_.reset();
   problem_.clear();
   with_.diagnostics.DebugLog("BeaconPredictions.Want: " + std::to_string(beacons.size()) +
@@ -88,7 +91,7 @@ void BeaconPredictions::KeepDay(UtcTime now) {
 }
 
 void BeaconPredictions::Forget() {
-  run_.Cancel();
+  run_.End();
   queue_.clear();
   predictions_.clear();
   before_.clear();
@@ -104,6 +107,7 @@ bool BeaconPredictions::Poll(Time now) {
     }
     const std::optional<CircuitRun::Outcome> outcome = run_.Poll(now);
     if (!outcome) return false;
+    run_.End();
     Finish(*outcome);
     queue_.pop_back();
     return true;

@@ -85,11 +85,11 @@ class BeaconPredictions {
   /// Whether an engine runs: Want() may have to end it, which can take seconds.
   [[nodiscard]] bool Running() const { return run_.Running(); }
   /// Whether Poll() may have to end an engine.
-  [[nodiscard]] bool Overdue(Time now) const { return run_.Overdue(now); }
+  [[nodiscard]] bool MustEnd(Time now) const { return run_.MustBeEnded(now); }
 
   /// Ends the run in progress, to give way to a prediction of the user's or because nobody looks
   /// any more. The next poll begins it anew.
-  void Yield() { run_.Cancel(); }
+  void Yield() { run_.End(); }
   /// Forgets everything, so that what is wanted next is predicted anew.
   void Forget();
 

@@ -90,7 +90,7 @@ void BeaconWindow::PredictLevels(UtcTime now) {
   if (time_to_end || !with_.predictions.Running()) {
     with_.predictions.Want(inputs_, beacons, schedule_->Table().frequencies, now);
   }
-  if (!time_to_end && with_.predictions.Overdue(passed)) return;
+  if (!time_to_end && with_.predictions.MustEnd(passed)) return;
   if (with_.predictions.Poll(passed)) with_.view.Refresh();
 }
 

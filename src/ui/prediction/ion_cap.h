@@ -51,8 +51,6 @@ struct PredictionRun {
   std::string title;
   std::string summary;
   int tables_shown = 0;
-  bool engine_ended = false;  ///< seen by the watch to have ended
-  bool overdue = false;       ///< the results were missing at a tick after that
 };
 
 /// The rules of the prediction window, from the program's start to its end: one method for each of
@@ -273,7 +271,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void RunStarted(std::unique_ptr<RunLock> lock);
   void GiveUpStart();
   [[nodiscard]] AskedPrediction Asked() const;
-  void PollResults();
+  void TakeResults(const EngineJob::Outcome& outcome);
   void FinishRun();
   void ShowFinished(const PredictionRun& run);
   void FailDeadEngine();

@@ -235,13 +235,13 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
   run.summary = with_.results.SummaryLine();
   run.tables_shown = with_.results.TablesShown();
   run.asked = Asked();
-  run.finding = with_.run.Finding();
+  run.finding = with_.run.Job().Asked().finding;
   run.inputs = CurrentInputs();
   run.title = TitleOfRun();
   SaveStations();
   EnablePredicting(false);
   with_.view.Enable(Button::kShowFilesCmd, true);
-  if (with_.run.EngineProcess() != 0) {
+  if (with_.run.Job().Process() != 0) {
     with_.view.StartTimer(WindowTimer::kEngineWatch, kWatchInterval);
   }
   ShowEngine(run.engine);

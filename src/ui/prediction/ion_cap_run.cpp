@@ -42,24 +42,16 @@ void IonCap::ExecuteTimer_Tick() {
   with_.diagnostics.Trap("IonCap.ExecuteTimer_Tick", [&] {
     if (!Running()) return;
     ShowProgress();
-    const ProcessId process = with_.run.EngineProcess();
-    const bool working = process != 0 && with_.launcher.IsRunning(process);
-    std::error_code ignored;
-    const std::uintmax_t size = std::filesystem::file_size(with_.run.ResultsFile(), ignored);
-    if (working && !ignored && size > 0 && !with_.run.ResultsComplete()) {
+    const EngineJob& job = with_.run.Job();
+    const EngineJob::Outcome outcome = with_.run.Poll();
+    const bool writing = outcome.state == EngineJob::State::kRunning && job.HasResults();
+    // An unknown process does not show when its file is complete, so that any content counts.
+    if (writing && job.Process() != 0) {
       with_.diagnostics.DebugLog("   " + PathText(with_.run.ResultsFile()) +
                                  " is not complete yet");
       return;
     }
-    PollResults();
-    if (!Running() || working || process == 0 || !running_) return;
-    // The engine has ended without results. They get one more whole interval to appear, for the
-    // sake of file systems that are behind.
-    if (running_->overdue) {
-      FailDeadEngine();
-    } else {
-      running_->overdue = true;
-    }
+    TakeResults(outcome);
   });
   PredictForWaitingPeer();
 }
@@ -70,16 +62,14 @@ void IonCap::EngineWatch_Tick() {
       with_.view.StopTimer(WindowTimer::kEngineWatch);
       return;
     }
-    if (running_->engine_ended) return;
-    const bool ended = !with_.launcher.IsRunning(with_.run.EngineProcess());
-    if (!ended && !with_.run.ResultsComplete()) return;
-    PollResults();
-    if (running_) running_->engine_ended = ended;
+    const EngineJob::Outcome outcome = with_.run.Poll();
+    if (outcome.state != EngineJob::State::kRunning) TakeResults(outcome);
   });
   PredictForWaitingPeer();
 }
 
-void IonCap::PollResults() {
+void IonCap::TakeResults(const EngineJob::Outcome& outcome) {
+  if (outcome.failure == EngineJob::Failure::kNoResults) return FailDeadEngine();
   with_.run.HandleIonCapTimer();
   if (!Running()) FinishRun();
 }
@@ -100,15 +90,14 @@ void IonCap::FinishRun() {
     return;
   }
   const std::string results = "The results of " + std::string(NameOf(run.engine, kEngineNames));
-  const std::string& difference = with_.results.Difference();
+  const std::string& difference = with_.run.Difference();
   Fail((difference.empty() ? results + " could not be displayed"
                            : results + " answer another question. " + difference) +
        with_.diagnostics.CaptionHint());
 }
 
 void IonCap::FailDeadEngine() {
-  const std::string reason = PathText(with_.run.Executable()) + " ended without writing " +
-                             PathText(with_.run.ResultsFile()) + "." + with_.run.FailureText();
+  const std::string reason = with_.run.DeadEngineText();
   with_.diagnostics.ErrorLog("IonCap.ExecuteTimer_Tick: " + reason);
   with_.run.Abort();
   (void)LeaveRun();
@@ -133,9 +122,7 @@ void IonCap::AbortButton_Click() {
 /// Ends the run, whatever way it ended. Others may predict from here on.
 PredictionRun IonCap::LeaveRun() {
   with_.view.StopTimer(WindowTimer::kEngineWatch);
-  // An engine that has delivered its results and still runs serves nobody any more.
-  const ProcessId process = with_.run.EngineProcess();
-  if (process != 0) with_.launcher.End(process);
+  with_.run.EndEngine();
   PredictionRun run;
   if (running_) run = std::move(*running_);
   running_.reset();

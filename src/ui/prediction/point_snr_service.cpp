@@ -18,11 +18,6 @@ namespace {
 using IONCAPModule::DeckParameters;
 using IONCAPModule::PathReception;
 using IONCAPModule::PointReception;
-using Time = IONCAPModule::PointSnr::Time;
-
-Time Now() {
-  return std::chrono::steady_clock::now();
-}
 
 /// What went wrong on the paths, in one text.
 std::string Problems(const PointReception& reception) {
@@ -125,7 +120,7 @@ void PointSnrService::Start(const Order& order) {
   old_ = false;
   {
     const Raised starting(starting_);
-    problem_ = with_.point.PredictSNR(RequestFor(order.wanted), Now());
+    problem_ = with_.point.PredictSNR(RequestFor(order.wanted), with_.clock.SteadyNow());
   }
   if (ended_) return with_.point.Cancel();
   if (!problem_.empty() && requester_) Answer(problem_);
@@ -188,7 +183,7 @@ void PointSnrService::SNRExecuteTimer_Tick() {
   // What is being started has neither engines nor an answer yet.
   if (starting_) return;
   FollowWhenQuiet();
-  if (with_.point.Running() && with_.point.Poll(Now())) DisplaySNR();
+  if (with_.point.Running() && with_.point.Poll(with_.clock.SteadyNow())) DisplaySNR();
   AnswerWhenFinished();
   SendAnswers();
   if (!with_.point.Running() && !followed_) {

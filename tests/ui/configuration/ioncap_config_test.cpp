@@ -15,9 +15,9 @@ namespace {
 
 using skyhop::testing::FakeConfigurationView;
 using skyhop::testing::FakeEngineHost;
-using skyhop::testing::FakeLauncher;
 using skyhop::testing::FakePause;
 using skyhop::testing::OneLocker;
+using skyhop::testing::PlainLauncher;
 using skyhop::testing::PredictionFixture;
 using skyhop::testing::TestData;
 using std::chrono::milliseconds;
@@ -76,7 +76,7 @@ class IoncapConfigTest : public ::testing::Test {
   FreqDependentModule::BandTable bands_{with_.log.folder.Path(), with_.log.diagnostics,
                                         [this] { window_.BandsMissing(); }};
   OneLocker locker_;
-  FakeLauncher launcher_;
+  PlainLauncher launcher_;
   FakeEngineHost machine_;
   FakePause pause_;
   EngineProbe probe_{
@@ -319,6 +319,7 @@ TEST_F(IoncapConfigTest, TheTestFollowsTheSelectedEngineToItsOutcome) {
   EXPECT_EQ(view_.labels[ConfigLabel::kTestResult], "IONCAP LUF & MUF: the test is running.");
   window_.EngineButton_Click(1);
   window_.TestTimer_Tick(begin + milliseconds(50));
+  window_.TestTimer_Tick(begin + milliseconds(1050));
   EXPECT_FALSE(view_.timer_runs);
   EXPECT_TRUE(view_.buttons_enabled[ConfigButton::kTestCmd]);
   EXPECT_EQ(view_.labels[ConfigLabel::kTestResult],

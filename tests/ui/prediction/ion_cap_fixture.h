@@ -227,7 +227,7 @@ class IonCapTest : public ::testing::Test {
   IONCAPModule::ItsScript its_{cards_, panel_, parameters_, log_.diagnostics};
   IONCAPModule::Results results_{table_, panel_, parameters_, chart_, messages_, log_.diagnostics};
   IONCAPModule::RunControl run_{{parameters_, panel_, ioncap_, its_, results_, timer_, launcher_,
-                                 host_, pause_, messages_, settings_, log_.diagnostics}};
+                                 host_, pause_, clock_, messages_, settings_, log_.diagnostics}};
   FakeInstance instance_;
   OneLocker locker_;
   FakeServer server_{events_};

@@ -86,7 +86,10 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
   window_.PathsButton_Click();
   window_.PredictForPeer({true, true}, "3");
   launcher_.running.clear();
-  for (int tick = 0; tick < 3; ++tick) window_.ExecuteTimer_Tick();
+  for (int tick = 0; tick < 3; ++tick) {
+    window_.ExecuteTimer_Tick();
+    clock_.now += EngineJob::kGrace;
+  }
   EXPECT_EQ(launcher_.starts.size(), 4U);
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   window_.PredictForPeer({true, false}, "4");

@@ -305,12 +305,14 @@ TEST_F(IonCapRunTest, AnEngineThatEndsWithoutResultsFailsTheRun) {
         "cannot open deck\nBacktrace for this error:\n#0  0x7f\noff\nioncap.bat: 4: cls: not "
         "found\n";
     window_.EngineWatch_Tick();
+    window_.ExecuteTimer_Tick();
+    clock_.now += milliseconds(999);
     window_.EngineWatch_Tick();
-    window_.ExecuteTimer_Tick();
-    EXPECT_TRUE(window_.Running()) << "one more second for the file to appear";
-    window_.ExecuteTimer_Tick();
+    EXPECT_TRUE(window_.Running()) << "a whole second for the file to appear";
+    clock_.now += milliseconds(1);
+    window_.EngineWatch_Tick();
     ExpectIdle();
-    const std::string reason = PathText(run_.Executable()) + " ended without writing " +
+    const std::string reason = PathText(run_.Job().Executable()) + " ended without writing " +
                                PathText(run_.ResultsFile()) + ". It printed: cannot open deck.";
     EXPECT_EQ(log_.errors.back(), "IonCap.ExecuteTimer_Tick: " + reason);
     EXPECT_EQ(view_.notice,

@@ -19,11 +19,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class NoChart : public IONCAPModule::ResultsChart {
- public:
-  void DisplayTable(EngineChoice) override {}
-};
-
 class KeptAnswers : public SNRAnswers {
  public:
   void Send(std::int16_t role, const std::string& record) override {
@@ -39,7 +34,6 @@ class PointSnrServiceTest : public ::testing::Test {
     for (const char* name : {"IonCap", "ITSHFBC2/run", "~ITSHFBC2/run"}) {
       std::filesystem::create_directories(folder_ / name);
     }
-    run_.LoadEngineData(folder_);
     with_.panel.SetText(PanelText::kLocalLat, "40 30' 0\" N");
     with_.panel.SetText(PanelText::kLocalLon, "74 15' 0\" W");
     with_.panel.SetText(PanelText::kDXLat, "51 30' 0\" N");
@@ -48,6 +42,12 @@ class PointSnrServiceTest : public ::testing::Test {
     with_.panel.SetText(PanelText::kLocalTakeOff, "3");
     with_.panel.SetText(PanelText::kSNR, "24");
     WriteFile(folder_ / "DefaultBands.txt", "20M, 14.0, 14.35\n");
+  }
+
+  /// A tick of the timer, and enough time for an engine without an answer to be given up.
+  void Tick() {
+    service_.SNRExecuteTimer_Tick();
+    with_.log.clock.now += EngineJob::kGrace;
   }
 
   /// The next engines run until their answers come.
@@ -75,7 +75,7 @@ class PointSnrServiceTest : public ::testing::Test {
 
   [[nodiscard]] bool TimerRuns() const { return view_.TimerRunning(WindowTimer::kSNRExecuteTimer); }
   [[nodiscard]] std::string Deck() const {
-    return ReadFile(folder_ / "ITSHFBC2/run/sspscript.txt", 10000);
+    return ReadFile(folder_ / "~ITSHFBC2/run/sspscript.txt", 10000);
   }
 
   PredictionFixture with_;
@@ -84,19 +84,10 @@ class PointSnrServiceTest : public ::testing::Test {
   FakePause pause_;
   FakeLauncher launcher_;
   FakeEngineHost host_;
-  NoChart chart_;
-  ManualTimer timer_;
-  ResultsTable table_;
   IONCAPModule::ScriptCards cards_{pause_, with_.log.diagnostics};
-  IONCAPModule::IonCapScript ioncap_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
   IONCAPModule::ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
-  IONCAPModule::Results results_{table_, with_.panel,    with_.parameters,
-                                 chart_, with_.messages, with_.log.diagnostics};
-  IONCAPModule::RunControl run_{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_,
-                                 launcher_, host_, pause_, with_.messages, with_.settings,
-                                 with_.log.diagnostics}};
-  IONCAPModule::PointSnr point_{{run_, its_, with_.panel, with_.parameters, launcher_, pause_,
-                                 with_.log.diagnostics, with_.log.clock}};
+  IONCAPModule::PointSnr point_{{host_, its_, with_.panel, with_.parameters, launcher_, pause_,
+                                 with_.log.diagnostics, with_.log.clock, folder_}};
   Configuration configuration_{with_.settings, with_.log.diagnostics};
   FreqDependentModule::BandTable bands_{folder_, with_.log.diagnostics};
   KeptAnswers answers_;
@@ -356,7 +347,7 @@ TEST_F(PointSnrServiceTest, HalfAnAnswerSaysWhatIsMissing) {
   service_.PredictSNR({4, "FT8", "10", "", "14.074"});
   AnswerPath("spsnr.txt", "41", "0.98", "2F2", "-118");
   launcher_.running.clear();
-  service_.SNRExecuteTimer_Tick();
+  for (int tick = 0; tick < 3; ++tick) Tick();
   ASSERT_EQ(answers_.sent.size(), 1U);
   EXPECT_NE(answers_.sent[0].second.find("<spsnr:2>41"), std::string::npos);
   EXPECT_NE(answers_.sent[0].second.find("<lpsnr:0>"), std::string::npos);
@@ -378,14 +369,14 @@ TEST_F(PointSnrServiceTest, TheDialIsFollowedWhenItRests) {
     service_.SNRExecuteTimer_Tick();
     EXPECT_TRUE(launcher_.starts.empty()) << "it is still turned";
   }
-  service_.SNRExecuteTimer_Tick();
+  for (int tick = 0; tick < 3; ++tick) Tick();
   EXPECT_EQ(launcher_.starts.size(), 2U);
   EXPECT_NE(Deck().find("FREQUENCY  0.0014.03"), std::string::npos);
 }
 
 TEST_F(PointSnrServiceTest, TheDialIsPredictedOnceAndAfterPeers) {
   const auto ticks = [&] {
-    for (int tick = 0; tick < 3; ++tick) service_.SNRExecuteTimer_Tick();
+    for (int tick = 0; tick < 6; ++tick) Tick();
     return launcher_.starts.size();
   };
   service_.SetDisplayActive(true);
