@@ -5,7 +5,7 @@
 #include "common/files.h"
 #include "gui_fixture.h"
 #include "screen.h"
-#include "ui/prediction/chart_palette.h"
+#include "ui/drawing/chart_palette.h"
 
 namespace skyhop::testing {
 namespace {

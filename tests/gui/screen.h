@@ -3,7 +3,7 @@
 #include <wx/image.h>
 #include <wx/window.h>
 
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop::testing {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/prediction/text_width.h"
+#include "ui/drawing/text_width.h"
 
 namespace skyhop {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/prediction/chart_palette.h"
-#include "ui/prediction/surface.h"
+#include "ui/drawing/chart_palette.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

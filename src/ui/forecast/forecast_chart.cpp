@@ -6,7 +6,7 @@
 #include "common/dates.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "ui/prediction/text_width.h"
+#include "ui/drawing/text_width.h"
 
 namespace skyhop {
 namespace {

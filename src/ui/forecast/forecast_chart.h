@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "spaceweather/forecast_table.h"
-#include "ui/prediction/chart_palette.h"
-#include "ui/prediction/surface.h"
+#include "ui/drawing/chart_palette.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "engine/results_table.h"
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "common/numbers.h"
+#include "ui/drawing/text_width.h"
 #include "ui/prediction/bands.h"
 #include "ui/prediction/picture_key.h"
 #include "ui/prediction/reliability_table.h"
-#include "ui/prediction/text_width.h"
 
 namespace skyhop {
 namespace {

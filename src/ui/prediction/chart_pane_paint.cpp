@@ -4,14 +4,14 @@
 #include <cmath>
 #include <vector>
 
+#include "ui/drawing/label_spread.h"
+#include "ui/drawing/surface_views.h"
+#include "ui/drawing/text_width.h"
 #include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
 #include "ui/prediction/color_key.h"
-#include "ui/prediction/label_spread.h"
 #include "ui/prediction/picture_key.h"
 #include "ui/prediction/reliability_table.h"
-#include "ui/prediction/surface_views.h"
-#include "ui/prediction/text_width.h"
 
 namespace skyhop {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "ui/prediction/surface_views.h"
-#include "ui/prediction/svg_surface.h"
+#include "ui/drawing/surface_views.h"
+#include "ui/drawing/svg_surface.h"
 
 namespace skyhop {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "ui/drawing/surface.h"
 #include "ui/prediction/chart_pane.h"
-#include "ui/prediction/surface.h"
 
 namespace skyhop {
 

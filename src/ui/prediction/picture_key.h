@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "engine/results_table.h"
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

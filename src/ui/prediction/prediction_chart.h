@@ -9,8 +9,8 @@
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "engine/results_table.h"
+#include "ui/drawing/surface.h"
 #include "ui/prediction/chart_layout.h"
-#include "ui/prediction/surface.h"
 
 namespace skyhop::IONCAPModule {
 

@@ -6,8 +6,8 @@
 
 #include "common/text.h"
 #include "engine/point_snr.h"
+#include "ui/drawing/surface_views.h"
 #include "ui/prediction/bands.h"
-#include "ui/prediction/surface_views.h"
 
 namespace skyhop {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-#include "ui/prediction/chart_palette.h"
-#include "ui/prediction/surface.h"
+#include "ui/drawing/chart_palette.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

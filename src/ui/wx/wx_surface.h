@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

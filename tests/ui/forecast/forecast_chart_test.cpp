@@ -7,7 +7,7 @@
 #include "spaceweather/forecast_parser.h"
 #include "support/recording_surface.h"
 #include "support/temporary_folder.h"
-#include "ui/prediction/svg_surface.h"
+#include "ui/drawing/svg_surface.h"
 
 namespace skyhop::testing {
 namespace {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

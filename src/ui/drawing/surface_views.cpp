@@ -1,4 +1,4 @@
-#include "ui/prediction/surface_views.h"
+#include "ui/drawing/surface_views.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

@@ -1,4 +1,4 @@
-#include "ui/prediction/text_width.h"
+#include "ui/drawing/text_width.h"
 
 #include <cmath>
 

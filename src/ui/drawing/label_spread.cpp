@@ -1,4 +1,4 @@
-#include "ui/prediction/label_spread.h"
+#include "ui/drawing/label_spread.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

@@ -1,4 +1,4 @@
-#include "ui/prediction/svg_surface.h"
+#include "ui/drawing/svg_surface.h"
 
 #include <algorithm>
 #include <array>

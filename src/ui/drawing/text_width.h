@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/prediction/surface.h"
+#include "ui/drawing/surface.h"
 
 namespace skyhop {
 

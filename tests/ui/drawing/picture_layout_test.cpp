@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "ui/prediction/label_spread.h"
-#include "ui/prediction/text_width.h"
+#include "ui/drawing/label_spread.h"
+#include "ui/drawing/text_width.h"
 
 namespace skyhop {
 namespace {

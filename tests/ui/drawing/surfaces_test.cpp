@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "support/recording_surface.h"
-#include "ui/prediction/surface_views.h"
-#include "ui/prediction/svg_surface.h"
+#include "ui/drawing/surface_views.h"
+#include "ui/drawing/svg_surface.h"
 
 namespace skyhop {
 namespace {
