@@ -3,9 +3,9 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "bands/bands.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "ui/prediction/bands.h"
 
 namespace skyhop {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "bands/bands.h"
 #include "common/dates.h"
 #include "common/errors.h"
 #include "engine/results_parser.h"
-#include "ui/prediction/bands.h"
 
 namespace skyhop {
 namespace {

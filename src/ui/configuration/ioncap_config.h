@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "bands/bands.h"
 #include "common/diagnostics.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
 #include "engine/engine_probe.h"
 #include "ui/configuration/configuration_view.h"
-#include "ui/prediction/bands.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/program_services.h"
 

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include "bands/bands.h"
 #include "common/numbers.h"
 #include "ui/drawing/text_width.h"
-#include "ui/prediction/bands.h"
 #include "ui/prediction/picture_key.h"
 #include "ui/prediction/reliability_table.h"
 

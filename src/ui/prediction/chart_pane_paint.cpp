@@ -4,10 +4,10 @@
 #include <cmath>
 #include <vector>
 
+#include "bands/bands.h"
 #include "ui/drawing/label_spread.h"
 #include "ui/drawing/surface_views.h"
 #include "ui/drawing/text_width.h"
-#include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
 #include "ui/prediction/color_key.h"
 #include "ui/prediction/picture_key.h"

@@ -5,11 +5,11 @@
 #include <string_view>
 #include <utility>
 
+#include "bands/bands.h"
 #include "common/errors.h"
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "ui/prediction/bands.h"
 
 namespace skyhop {
 namespace {

@@ -1,8 +1,8 @@
 #include "ui/prediction/csv_report.h"
 
+#include "bands/bands.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "ui/prediction/bands.h"
 
 namespace skyhop {
 

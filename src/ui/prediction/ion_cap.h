@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "bands/bands.h"
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "common/settings.h"
@@ -20,7 +21,6 @@
 #include "engine/run_control.h"
 #include "interop/command_target.h"
 #include "interop/peer_window.h"
-#include "ui/prediction/bands.h"
 #include "ui/prediction/chart_pane.h"
 #include "ui/prediction/chart_title.h"
 #include "ui/prediction/configuration.h"

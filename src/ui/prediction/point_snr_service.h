@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "bands/bands.h"
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "engine/deck_parameters.h"
@@ -13,7 +14,6 @@
 #include "engine/point_snr.h"
 #include "interop/command_target.h"
 #include "interop/dde_common.h"
-#include "ui/prediction/bands.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
 #include "ui/prediction/program_services.h"

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "bands/bands.h"
 #include "common/dates.h"
 #include "common/errors.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "ui/prediction/bands.h"
 
 namespace skyhop::IONCAPModule {
 namespace {

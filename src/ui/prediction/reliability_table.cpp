@@ -4,10 +4,10 @@
 #include <array>
 #include <cmath>
 
+#include "bands/bands.h"
 #include "common/text.h"
 #include "engine/point_snr.h"
 #include "ui/drawing/surface_views.h"
-#include "ui/prediction/bands.h"
 
 namespace skyhop {
 namespace {

@@ -1,6 +1,6 @@
 #include "ui/wx/config_band_page.h"
 
-#include "ui/prediction/bands.h"
+#include "bands/bands.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {

@@ -1,4 +1,4 @@
-#include "ui/prediction/bands.h"
+#include "bands/bands.h"
 
 #include <algorithm>
 #include <system_error>
