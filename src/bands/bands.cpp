@@ -1,6 +1,7 @@
 #include "bands/bands.h"
 
 #include <algorithm>
+#include <cmath>
 #include <system_error>
 #include <utility>
 
@@ -204,6 +205,29 @@ std::int16_t BandTable::GetbandIndex(std::string_view name) const {
 }  // namespace FreqDependentModule
 
 namespace IONCAPModule {
+namespace {
+
+std::int16_t ReliabilityLevel(const ResultsTable& table, float frequency, std::size_t hour) {
+  const std::int16_t band = BandForFreq(frequency);
+  if (band < 0) return 0;
+  // Single precision on purpose: 100 x 0.21 is 20.999999 in double and would be cut to 20.
+  const auto percent =
+      static_cast<float>(100.0 * table.reliability[static_cast<std::size_t>(band)][hour]);
+  const std::int16_t whole = RoundToInteger(std::floor(percent));
+  if (whole < 0 || whole > 80) return 4;
+  if (whole > 60) return 3;
+  if (whole > 40) return 2;
+  return whole > 20 ? 1 : 0;
+}
+
+std::int16_t CriticalFrequencyLevel(const ResultsTable& table, float frequency, std::size_t hour) {
+  if (frequency < table.Luf(hour)) return 0;
+  if (frequency < table.Muf90(hour)) return 3;
+  if (frequency < table.Muf50(hour)) return 2;
+  return frequency < table.Muf10(hour) ? 1 : 0;
+}
+
+}  // namespace
 
 std::int16_t BandForFreq(float frequency) noexcept {
   return FindBand(kStrictEdges, frequency);
@@ -211,6 +235,19 @@ std::int16_t BandForFreq(float frequency) noexcept {
 
 std::int16_t RelaxedBandForFreq(float frequency) noexcept {
   return FindBand(kRelaxedEdges, frequency);
+}
+
+std::int16_t FreqOpen(const ResultsTable& table, EngineChoice engine, float frequency,
+                      std::int16_t hour, Diagnostics& diagnostics) {
+  return diagnostics.Trap("IONCAPModule.FreqOpen", std::int16_t{0}, [&] {
+    if (hour < 0 || hour >= static_cast<std::int16_t>(kHourCount)) {
+      throw Error(errors::kSubscript,
+                  "Subscript out of range: hour " + std::to_string(hour) + " is not 0 to 24");
+    }
+    const auto index = static_cast<std::size_t>(hour);
+    return engine == EngineChoice::kVoaCapSnr ? ReliabilityLevel(table, frequency, index)
+                                              : CriticalFrequencyLevel(table, frequency, index);
+  });
 }
 
 }  // namespace IONCAPModule

@@ -85,5 +85,11 @@ namespace IONCAPModule {
 /// The same with edges wide enough to catch a pointer near a band's line.
 [[nodiscard]] std::int16_t RelaxedBandForFreq(float frequency) noexcept;
 
+/// How surely `frequency` (MHz) is open at `hour`, by the results of `engine` in `table`: 0
+/// (closed) to 4 for the engine that predicts reliabilities, to 3 for the others. 0 when the hour
+/// is not 0 to 24 or a reliability is out of range; the error log has the reason then.
+[[nodiscard]] std::int16_t FreqOpen(const ResultsTable& table, EngineChoice engine, float frequency,
+                                    std::int16_t hour, Diagnostics& diagnostics);
+
 }  // namespace IONCAPModule
 }  // namespace skyhop

@@ -11,6 +11,7 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "support/diagnostics_fixture.h"
+#include "support/sample_results.h"
 
 namespace skyhop {
 namespace {
@@ -211,6 +212,54 @@ TEST(FixedBandEdges, IncludeBothEndsOfEveryBand) {
   EXPECT_EQ(BandForFreq(18.25F), -1);
   EXPECT_EQ(RelaxedBandForFreq(18.25F), 6);
   EXPECT_EQ(BandForFreq(0), -1);
+}
+
+class Openings : public ::testing::Test {
+ protected:
+  std::int16_t Level(EngineChoice engine, float frequency, std::int16_t hour) {
+    return IONCAPModule::FreqOpen(table, engine, frequency, hour, log.diagnostics);
+  }
+
+  testing::LoggedDiagnostics log;
+  ResultsTable table;
+};
+
+TEST_F(Openings, GradeCriticalFrequencies) {
+  table = testing::ConstantResult(5, 14.1F, 16, 19);
+  const struct {
+    float frequency;
+    int level;
+  } cases[] = {{4.99F, 0}, {5, 3},     {14.09F, 3}, {14.1F, 2}, {15.9F, 2},
+               {16, 1},    {18.9F, 1}, {19, 0},     {50.1F, 0}};
+  for (const auto& c : cases)
+    EXPECT_EQ(Level(EngineChoice::kVoaCap, c.frequency, 24), c.level) << c.frequency;
+}
+
+TEST_F(Openings, GradeReliabilities) {
+  const struct {
+    float reliability;
+    int level;
+  } cases[] = {{0, 0},    {0.2F, 0},  {0.205F, 0}, {0.21F, 1}, {0.4F, 1}, {0.41F, 2},
+               {0.6F, 2}, {0.61F, 3}, {0.8F, 3},   {0.81F, 4}, {1, 4},    {-0.5F, 4}};
+  for (const auto& c : cases) {
+    table.reliability[5].fill(c.reliability);
+    EXPECT_EQ(Level(EngineChoice::kVoaCapSnr, 14.1F, 7), c.level) << c.reliability;
+  }
+  table.reliability[6].fill(1);
+  EXPECT_EQ(Level(EngineChoice::kVoaCapSnr, 18.25F, 7), 0);  // in no band
+  EXPECT_TRUE(log.errors.empty());
+  table.reliability[5].fill(400);
+  EXPECT_EQ(Level(EngineChoice::kVoaCapSnr, 14.1F, 7), 0);
+  EXPECT_EQ(Level(EngineChoice::kVoaCapSnr, 14.1F, 25), 0);
+  EXPECT_EQ(Level(EngineChoice::kVoaCapSnr, 14.1F, -1), 0);
+  EXPECT_EQ(
+      log.errors,
+      (std::vector<std::string>{
+          "program error 6 in module IONCAPModule.FreqOpen: Overflow: 40000 is beyond 16 bits",
+          "program error 9 in module IONCAPModule.FreqOpen: Subscript out of range: hour 25 "
+          "is not 0 to 24",
+          "program error 9 in module IONCAPModule.FreqOpen: Subscript out of range: hour -1 "
+          "is not 0 to 24"}));
 }
 
 }  // namespace

@@ -35,12 +35,10 @@ PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream
       diagnostics(folder, *clock_, *facts_),
       settings(*store_, diagnostics),
       parameters(panel, messages, settings, diagnostics),
-      chart(table, EvenLayout({0, 0, 960, 500}, 14), diagnostics, *clock_),
-      silent_chart_(chart),
       cards_(*pause_, diagnostics),
       ioncap_script(cards_, panel, parameters, diagnostics),
       its_script(cards_, panel, parameters, diagnostics),
-      results(table, panel, parameters, silent_chart_, messages, diagnostics),
+      results(table, panel, parameters, chart_, messages, diagnostics),
       run({parameters, panel, ioncap_script, its_script, results, timer, *launcher, *host, *pause_,
            *clock_, messages, settings, diagnostics}) {
   diagnostics.SetErrorListener([this](std::string_view line) { error_lines.emplace_back(line); });

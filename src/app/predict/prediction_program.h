@@ -16,9 +16,9 @@
 #include "engine/parameters.h"
 #include "engine/plain_panel.h"
 #include "engine/results.h"
+#include "engine/results_table.h"
 #include "engine/run_control.h"
 #include "platform/platform.h"
-#include "ui/prediction/prediction_chart.h"
 
 namespace skyhop {
 
@@ -46,17 +46,10 @@ class NoSettings : public SettingsStore {
   void Save(const std::string&, std::span<const SettingEntry>) override {}
 };
 
-/// The chart of a program that only asks it questions.
-class SilentChart : public IONCAPModule::ResultsChart {
+/// Takes the place of a chart in a program that shows none.
+class NoChart : public IONCAPModule::ResultsChart {
  public:
-  explicit SilentChart(IONCAPModule::PredictionChart& chart) : chart_(&chart) {}
-  void DisplayTable(EngineChoice engine) override {
-    chart_->SetPlotted(true);
-    chart_->ComputeAxis(engine);
-  }
-
- private:
-  IONCAPModule::PredictionChart* chart_;
+  void DisplayTable(EngineChoice /*engine*/) override {}
 };
 
 /// All parts of the program, wired for a run without a window.
@@ -85,10 +78,9 @@ class PredictionProgram {
   Common::Settings settings;
   IONCAPModule::Parameters parameters;
   ResultsTable table;
-  IONCAPModule::PredictionChart chart;
 
  private:
-  SilentChart silent_chart_;
+  NoChart chart_;
   IONCAPModule::ScriptCards cards_;
 
  public:

@@ -217,7 +217,7 @@ class Runner {
     const std::string given = program_.panel.Text(PanelText::kSSN);
     const IONCAPModule::DeckParameters deck =
         IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters, program_.diagnostics);
-    return {{program_.table, program_.chart, Engine()},
+    return {{program_.table, program_.diagnostics, Engine()},
             program_.results.Heading(),
             program_.panel.Text(PanelText::kSummary),
             program_.parameters.Date(),

@@ -53,7 +53,6 @@ BeaconPredictions::BeaconPredictions(const Collaborators& collaborators)
       cards_(with_.pause, with_.diagnostics),
       ioncap_script_(cards_, panel_, parameters_, with_.diagnostics),
       its_script_(cards_, panel_, parameters_, with_.diagnostics),
-      chart_(table_, EvenLayout({0, 0, 960, 500}, 14), with_.diagnostics, with_.clock),
       run_({with_.locker, with_.launcher, with_.host, with_.pause, with_.diagnostics,
             with_.program_folder, kFileNames}) {
   panel_.SetChoice(PanelChoice::kPath, path_option::kShort);
@@ -197,7 +196,6 @@ void BeaconPredictions::Take(const std::string& results) {
   } else {
     IONCAPModule::ParseLufMufResults(results, call, true, table_);
   }
-  chart_.ComputeAxis(engine);
   for (const double frequency : wanted_->frequencies) {
     predictions_.erase({call, frequency});
     if (const auto levels = LevelsOf(frequency)) {
@@ -206,10 +204,11 @@ void BeaconPredictions::Take(const std::string& results) {
   }
 }
 
-/// What the table and the chart say; nothing where they say nothing at all.
+/// The levels of the hours that the table holds; nothing when it holds none.
 std::optional<BeaconPredictions::Levels> BeaconPredictions::LevelsOf(double frequency) const {
   const auto megahertz = static_cast<float>(frequency / 1000);
-  const bool by_band = wanted_->inputs.engine == EngineChoice::kVoaCapSnr;
+  const EngineChoice engine = wanted_->inputs.engine;
+  const bool by_band = engine == EngineChoice::kVoaCapSnr;
   const std::int16_t band = by_band ? IONCAPModule::BandForFreq(megahertz) : std::int16_t{0};
   if (band < 0) return std::nullopt;
   Levels levels;
@@ -217,7 +216,10 @@ std::optional<BeaconPredictions::Levels> BeaconPredictions::LevelsOf(double freq
   for (std::size_t hour = 0; hour < kHours; ++hour) {
     const bool known =
         !by_band || table_.Known(BandQuantity::kReliability, static_cast<std::size_t>(band), hour);
-    if (known) levels.at(hour) = chart_.FreqOpen(megahertz, static_cast<std::int16_t>(hour));
+    if (known) {
+      levels.at(hour) = IONCAPModule::FreqOpen(table_, engine, megahertz,
+                                               static_cast<std::int16_t>(hour), with_.diagnostics);
+    }
     any = any || known;
   }
   if (!any) return std::nullopt;

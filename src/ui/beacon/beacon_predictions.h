@@ -16,7 +16,7 @@
 #include "engine/its_script.h"
 #include "engine/parameters.h"
 #include "engine/plain_panel.h"
-#include "ui/prediction/prediction_chart.h"
+#include "engine/results_table.h"
 
 namespace skyhop {
 
@@ -53,7 +53,7 @@ class BeaconPredictions {
   static constexpr const char* kPower = "100";
   /// Hours of a day.
   static constexpr std::size_t kHours = 24;
-  /// How open a frequency is in each hour from 0 UTC on, see PredictionChart::FreqOpen; nothing
+  /// How open a frequency is in each hour from 0 UTC on, see IONCAPModule::FreqOpen; nothing
   /// for an hour that the engine did not tell.
   using Levels = std::array<std::optional<std::int16_t>, kHours>;
   /// Until a run that finds the engines' folders in use tries again.
@@ -141,7 +141,6 @@ class BeaconPredictions {
   IONCAPModule::IonCapScript ioncap_script_;
   IONCAPModule::ItsScript its_script_;
   ResultsTable table_;
-  IONCAPModule::PredictionChart chart_;
   CircuitRun run_;
 
   std::optional<Wanted> wanted_;

@@ -57,6 +57,7 @@ std::size_t NearestHour(double time) {
 ChartPane::ChartPane(const ResultsTable& table, Diagnostics& diagnostics, const Clock& clock)
     : table_(&table),
       shown_(table),
+      diagnostics_(&diagnostics),
       chart_(shown_, EvenLayout({0, 0, 240, 100}, 14), diagnostics, clock) {}
 
 void ChartPane::SetPalette(const ChartPalette& palette) {

@@ -140,7 +140,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   [[nodiscard]] double RowHeight() const;
   [[nodiscard]] double CaptionHeight() const;
   [[nodiscard]] double HeaderHeight() const;
-  [[nodiscard]] PredictedDay Day() const { return {shown_, chart_, engine_}; }
+  [[nodiscard]] PredictedDay Day() const { return {shown_, *diagnostics_, engine_}; }
   /// Whether some hour does not reach the required reliability.
   [[nodiscard]] bool HasUnreachedHours() const;
   [[nodiscard]] double KeyHeight() const;
@@ -166,6 +166,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   ResultsTable shown_;
   ChartHost* host_ = nullptr;
   ChartPalette palette_ = kLightPalette;
+  Diagnostics* diagnostics_;
   IONCAPModule::PredictionChart chart_;
   EngineChoice engine_ = EngineChoice::kNone;
 

@@ -19,7 +19,8 @@ std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band, std::siz
   }
   // Where no frequency reaches the required reliability, none is open.
   if (!day.table.reached.at(hour)) return 0;
-  return day.chart.FreqOpen(kBandLineFrequencies.at(band), static_cast<std::int16_t>(hour));
+  return IONCAPModule::FreqOpen(day.table, day.engine, kBandLineFrequencies.at(band),
+                                static_cast<std::int16_t>(hour), day.diagnostics);
 }
 
 std::optional<bool> Reached(const PredictedDay& day, std::size_t hour) {

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
+#include "common/diagnostics.h"
 #include "engine/results_parser.h"
 #include "engine/results_table.h"
-#include "ui/prediction/prediction_chart.h"
 
 namespace skyhop {
 
@@ -17,7 +17,7 @@ inline constexpr std::size_t kReportHours = kHourCount - 1;
 /// A prediction that has been made. Both parts must outlive this object.
 struct PredictedDay {
   const ResultsTable& table;
-  const IONCAPModule::PredictionChart& chart;
+  Diagnostics& diagnostics;  ///< has the reason where no opening can be computed
   EngineChoice engine = EngineChoice::kNone;
 
   /// Whether the results tell SNR and reliability by band.
@@ -43,7 +43,7 @@ inline constexpr std::array<ReportColumn, 4> kReportColumns = {{
 [[nodiscard]] std::optional<float> ReportFrequency(const PredictedDay& day,
                                                    const ReportColumn& column, std::size_t hour);
 
-/// How surely a band is open, 0 to 4, see PredictionChart::FreqOpen; nothing as above.
+/// How surely a band is open, 0 to 4, see IONCAPModule::FreqOpen; nothing as above.
 [[nodiscard]] std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band,
                                            std::size_t hour);
 

@@ -133,7 +133,7 @@ void IonCap::UpdateSolarBars() {
 std::string IonCap::ResultsAsCsv() const {
   return with_.diagnostics.Trap("IonCap.ResultsAsCsv", std::string(), [&] {
     if (!with_.chart.HasResult()) return std::string();
-    return CsvReport({with_.chart.Table(), with_.chart.Chart(), with_.chart.Engine()},
+    return CsvReport({with_.chart.Table(), with_.diagnostics, with_.chart.Engine()},
                      with_.results.Heading());
   });
 }

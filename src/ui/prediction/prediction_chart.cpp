@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "bands/bands.h"
 #include "common/dates.h"
 #include "common/errors.h"
 #include "common/numbers.h"
@@ -267,38 +266,6 @@ bool PredictionChart::OpenStretch(float frequency, std::int16_t hour, Pen& pen) 
   }
   pen.width = std::min(before, after);
   return true;
-}
-
-std::int16_t PredictionChart::FreqOpen(float frequency, std::int16_t hour) const {
-  return diagnostics_->Trap("IONCAPModule.FreqOpen", std::int16_t{0}, [&] {
-    if (hour < 0 || hour >= static_cast<std::int16_t>(kHourCount)) {
-      throw Error(errors::kSubscript,
-                  "Subscript out of range: hour " + std::to_string(hour) + " is not 0 to 24");
-    }
-    const auto index = static_cast<std::size_t>(hour);
-    return PredictsReliability() ? ReliabilityLevel(frequency, index)
-                                 : CriticalFrequencyLevel(frequency, index);
-  });
-}
-
-std::int16_t PredictionChart::ReliabilityLevel(float frequency, std::size_t hour) const {
-  const std::int16_t band = BandForFreq(frequency);
-  if (band < 0) return 0;
-  // Single precision on purpose: 100 x 0.21 is 20.999999 in double and would be cut to 20.
-  const auto percent =
-      static_cast<float>(100.0 * table_->reliability[static_cast<std::size_t>(band)][hour]);
-  const std::int16_t whole = RoundToInteger(std::floor(percent));
-  if (whole < 0 || whole > 80) return 4;
-  if (whole > 60) return 3;
-  if (whole > 40) return 2;
-  return whole > 20 ? 1 : 0;
-}
-
-std::int16_t PredictionChart::CriticalFrequencyLevel(float frequency, std::size_t hour) const {
-  if (frequency < table_->Luf(hour)) return 0;
-  if (frequency < table_->Muf90(hour)) return 3;
-  if (frequency < table_->Muf50(hour)) return 2;
-  return frequency < table_->Muf10(hour) ? 1 : 0;
 }
 
 void PredictionChart::UpdateVerticalTimeBar() {

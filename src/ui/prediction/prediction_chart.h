@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "bands/bands.h"
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "engine/results_table.h"
@@ -99,9 +100,10 @@ class PredictionChart {
   /// shows the labels of just those bands that are open at some hour.
   void PaintOpenings(Surface& ionprop);
 
-  /// How surely `frequency` is open at `hour`: 0 (closed) to 4 for the engine that predicts
-  /// reliabilities, to 3 for the others. 0 when the hour is not 0 to 24.
-  [[nodiscard]] std::int16_t FreqOpen(float frequency, std::int16_t hour) const;
+  /// How surely `frequency` is open at `hour`, see IONCAPModule::FreqOpen.
+  [[nodiscard]] std::int16_t FreqOpen(float frequency, std::int16_t hour) const {
+    return IONCAPModule::FreqOpen(*table_, engine_, frequency, hour, *diagnostics_);
+  }
 
   /// Moves the time index to the current hour and minute.
   void UpdateVerticalTimeBar();
@@ -156,8 +158,6 @@ class PredictionChart {
   void TimelineMove(double x);
   void PaintOpenings(std::size_t band, Surface& ionprop);
   [[nodiscard]] bool OpenStretch(float frequency, std::int16_t hour, Pen& pen) const;
-  [[nodiscard]] std::int16_t ReliabilityLevel(float frequency, std::size_t hour) const;
-  [[nodiscard]] std::int16_t CriticalFrequencyLevel(float frequency, std::size_t hour) const;
 
   const ResultsTable* table_;
   ChartLayout layout_;

@@ -8,8 +8,8 @@
 
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
+#include "support/sample_results.h"
 #include "ui/prediction/color_key.h"
-#include "ui/prediction/sample_results.h"
 
 namespace skyhop {
 namespace {

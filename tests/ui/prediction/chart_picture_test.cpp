@@ -12,9 +12,9 @@
 #include "common/files.h"
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
+#include "support/sample_results.h"
 #include "ui/drawing/svg_surface.h"
 #include "ui/drawing/text_width.h"
-#include "ui/prediction/sample_results.h"
 
 namespace skyhop {
 namespace {

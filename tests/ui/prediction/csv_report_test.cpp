@@ -7,22 +7,17 @@
 
 #include "engine/results_parser.h"
 #include "support/diagnostics_fixture.h"
-#include "support/recording_surface.h"
-#include "ui/prediction/sample_results.h"
+#include "support/sample_results.h"
 
 namespace skyhop::testing {
 namespace {
 
 std::string Csv(const ResultsTable& table, EngineChoice engine) {
   LoggedDiagnostics log;
-  RecordingSurface surface;
-  IONCAPModule::PredictionChart chart(table, EvenLayout({0, 0, 480, 400}, 15), log.diagnostics,
-                                      log.clock);
-  chart.DisplayResult(engine, {}, surface);
   IONCAPModule::ResultsHeading heading;
   heading.engine = "AN ENGINE, \"NEW\"";
   heading.version = "1.2";
-  return CsvReport({table, chart, engine}, heading);
+  return CsvReport({table, log.diagnostics, engine}, heading);
 }
 
 std::string Line(const std::string& text, int number) {

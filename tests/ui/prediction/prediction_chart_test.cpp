@@ -10,7 +10,7 @@
 
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
-#include "ui/prediction/sample_results.h"
+#include "support/sample_results.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
@@ -174,44 +174,6 @@ TEST_F(Chart, PaintsTheCurvesHourByHourInTheirOrder) {
       "60,186 80,186 0,255,0 2", "60,410 80,346 0,0,0 2"};
   EXPECT_EQ(std::vector(lines.begin(), lines.begin() + 14), expected);
   EXPECT_EQ(lines.back(), "460,346 480,346 0,0,0 2");
-}
-
-TEST_F(Chart, GradesCriticalFrequencies) {
-  table = ConstantResult(5, 14.1F, 16, 19);
-  const struct {
-    float frequency;
-    int level;
-  } cases[] = {{4.99F, 0}, {5, 3},     {14.09F, 3}, {14.1F, 2}, {15.9F, 2},
-               {16, 1},    {18.9F, 1}, {19, 0},     {50.1F, 0}};
-  for (const auto& c : cases) EXPECT_EQ(chart.FreqOpen(c.frequency, 24), c.level) << c.frequency;
-}
-
-TEST_F(Chart, GradesReliabilities) {
-  chart.ComputeAxis(EngineChoice::kVoaCapSnr);
-  const struct {
-    float reliability;
-    int level;
-  } cases[] = {{0, 0},    {0.2F, 0},  {0.205F, 0}, {0.21F, 1}, {0.4F, 1}, {0.41F, 2},
-               {0.6F, 2}, {0.61F, 3}, {0.8F, 3},   {0.81F, 4}, {1, 4},    {-0.5F, 4}};
-  for (const auto& c : cases) {
-    table.reliability[5].fill(c.reliability);
-    EXPECT_EQ(chart.FreqOpen(14.1F, 7), c.level) << c.reliability;
-  }
-  table.reliability[6].fill(1);
-  EXPECT_EQ(chart.FreqOpen(18.25F, 7), 0);  // in no band
-  EXPECT_TRUE(log.errors.empty());
-  table.reliability[5].fill(400);
-  EXPECT_EQ(chart.FreqOpen(14.1F, 7), 0);
-  EXPECT_EQ(chart.FreqOpen(14.1F, 25), 0);
-  EXPECT_EQ(chart.FreqOpen(14.1F, -1), 0);
-  EXPECT_EQ(
-      log.errors,
-      (std::vector<std::string>{
-          "program error 6 in module IONCAPModule.FreqOpen: Overflow: 40000 is beyond 16 bits",
-          "program error 9 in module IONCAPModule.FreqOpen: Subscript out of range: hour 25 "
-          "is not 0 to 24",
-          "program error 9 in module IONCAPModule.FreqOpen: Subscript out of range: hour -1 "
-          "is not 0 to 24"}));
 }
 
 TEST_F(Chart, PaintsOpenStretchesAsThickAsTheyAreSure) {

@@ -22,13 +22,11 @@ ResultsTable Sample() {
   return table;
 }
 
-/// What a table of reliabilities is drawn from; the chart has no part in it.
+/// What a table of reliabilities is drawn from.
 struct SampleDay {
   LoggedDiagnostics log;
   ResultsTable table = Sample();
-  IONCAPModule::PredictionChart chart{table, EvenLayout({0, 0, 240, 100}, 14), log.diagnostics,
-                                      log.clock};
-  PredictedDay day{table, chart, EngineChoice::kVoaCapSnr};
+  PredictedDay day{table, log.diagnostics, EngineChoice::kVoaCapSnr};
 };
 
 /// How light a colour is, 0 to 255.
