@@ -4,9 +4,9 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "app/predict/report.h"
 #include "common/files.h"
 #include "common/text.h"
+#include "report/prediction_report.h"
 
 namespace skyhop {
 namespace {

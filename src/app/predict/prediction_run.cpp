@@ -9,15 +9,15 @@
 #include "app/predict/exit_status.h"
 #include "app/predict/inputs.h"
 #include "app/predict/prediction_program.h"
-#include "app/predict/report.h"
 #include "common/dates.h"
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "engine/engine_output.h"
+#include "report/chart_title.h"
+#include "report/prediction_report.h"
+#include "report/provenance.h"
 #include "ui/prediction/chart_picture.h"
-#include "ui/prediction/chart_title.h"
-#include "ui/prediction/provenance.h"
 #include "ui/prediction/solar_bars.h"
 
 namespace skyhop {

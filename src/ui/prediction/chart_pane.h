@@ -10,9 +10,9 @@
 #include "common/diagnostics.h"
 #include "engine/results.h"
 #include "engine/results_table.h"
+#include "report/csv_report.h"
 #include "ui/drawing/chart_palette.h"
 #include "ui/drawing/surface.h"
-#include "ui/prediction/csv_report.h"
 #include "ui/prediction/prediction_chart.h"
 #include "ui/prediction/solar_bars.h"
 

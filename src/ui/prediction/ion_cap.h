@@ -21,12 +21,12 @@
 #include "engine/run_control.h"
 #include "interop/command_target.h"
 #include "interop/peer_window.h"
+#include "report/chart_title.h"
+#include "report/provenance.h"
 #include "ui/prediction/chart_pane.h"
-#include "ui/prediction/chart_title.h"
 #include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
 #include "ui/prediction/program_services.h"
-#include "ui/prediction/provenance.h"
 #include "ui/prediction/view_panel.h"
 
 namespace skyhop {

@@ -5,8 +5,8 @@
 #include "common/errors.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "report/csv_report.h"
 #include "ui/prediction/chart_picture.h"
-#include "ui/prediction/csv_report.h"
 #include "ui/prediction/ion_cap.h"
 #include "ui/prediction/solar_bars.h"
 

@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "engine/results_table.h"
+#include "report/csv_report.h"
 #include "ui/drawing/chart_palette.h"
 #include "ui/drawing/surface.h"
-#include "ui/prediction/csv_report.h"
 
 namespace skyhop {
 

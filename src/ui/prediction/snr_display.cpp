@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "common/numbers.h"
-#include "ui/prediction/provenance.h"
+#include "report/provenance.h"
 
 namespace skyhop {
 namespace {

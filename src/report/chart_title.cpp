@@ -1,4 +1,4 @@
-#include "ui/prediction/chart_title.h"
+#include "report/chart_title.h"
 
 #include "common/numbers.h"
 #include "common/text.h"

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "engine/results_parser.h"
-#include "ui/prediction/csv_report.h"
+#include "report/csv_report.h"
 
 namespace skyhop {
 

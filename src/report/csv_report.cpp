@@ -1,4 +1,4 @@
-#include "ui/prediction/csv_report.h"
+#include "report/csv_report.h"
 
 #include "bands/bands.h"
 #include "common/numbers.h"

@@ -1,4 +1,4 @@
-#include "app/predict/report.h"
+#include "report/prediction_report.h"
 
 #include <nlohmann/json.hpp>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "ui/prediction/provenance.h"
+#include "report/provenance.h"
 
 #include <gtest/gtest.h>
 

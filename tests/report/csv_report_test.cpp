@@ -1,4 +1,4 @@
-#include "ui/prediction/csv_report.h"
+#include "report/csv_report.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>

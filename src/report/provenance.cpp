@@ -1,4 +1,4 @@
-#include "ui/prediction/provenance.h"
+#include "report/provenance.h"
 
 #include "common/dates.h"
 #include "common/numbers.h"
