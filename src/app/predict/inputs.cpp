@@ -8,7 +8,7 @@
 #include "common/program.h"
 #include "common/text.h"
 #include "engine/engine_search.h"
-#include "ui/prediction/configuration.h"
+#include "ui/shared/configuration.h"
 
 namespace skyhop {
 namespace {

@@ -10,8 +10,8 @@
 #include "ui/beacon/beacon_links.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/program_services.h"
 #include "ui/prediction/view_panel.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

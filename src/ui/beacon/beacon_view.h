@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/prediction/window_placement.h"
+#include "ui/shared/window_placement.h"
 
 namespace skyhop {
 

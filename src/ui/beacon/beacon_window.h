@@ -20,7 +20,7 @@
 #include "ui/beacon/beacon_day_chart.h"
 #include "ui/beacon/beacon_predictions.h"
 #include "ui/beacon/beacon_view.h"
-#include "ui/prediction/program_services.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/prediction/window_placement.h"
+#include "ui/shared/window_placement.h"
 
 namespace skyhop {
 

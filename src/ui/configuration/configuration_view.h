@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "engine/prediction_panel.h"
-#include "ui/prediction/configuration.h"
-#include "ui/prediction/window_placement.h"
+#include "ui/shared/configuration.h"
+#include "ui/shared/window_placement.h"
 
 namespace skyhop {
 

@@ -11,8 +11,8 @@
 #include "common/user_messages.h"
 #include "engine/engine_probe.h"
 #include "ui/configuration/configuration_view.h"
-#include "ui/prediction/configuration.h"
-#include "ui/prediction/program_services.h"
+#include "ui/shared/configuration.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

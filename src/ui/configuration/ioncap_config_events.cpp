@@ -8,7 +8,7 @@
 #include "ui/configuration/default_urls.h"
 #include "ui/configuration/input_rules.h"
 #include "ui/configuration/ioncap_config.h"
-#include "ui/prediction/web_address.h"
+#include "ui/shared/web_address.h"
 
 namespace skyhop {
 namespace {

@@ -8,7 +8,7 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "ui/prediction/web_address.h"
+#include "ui/shared/web_address.h"
 
 namespace skyhop {
 namespace {

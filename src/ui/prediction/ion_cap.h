@@ -24,10 +24,10 @@
 #include "report/chart_title.h"
 #include "report/provenance.h"
 #include "ui/prediction/chart_pane.h"
-#include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
-#include "ui/prediction/program_services.h"
 #include "ui/prediction/view_panel.h"
+#include "ui/shared/configuration.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

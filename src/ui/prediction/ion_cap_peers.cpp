@@ -8,8 +8,8 @@
 #include "common/text.h"
 #include "geo/lat_lon.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/mode_names.h"
-#include "ui/prediction/raised.h"
+#include "ui/shared/mode_names.h"
+#include "ui/shared/raised.h"
 
 namespace skyhop {
 namespace {

@@ -7,7 +7,7 @@
 #include "common/program.h"
 #include "common/text.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/mode_names.h"
+#include "ui/shared/mode_names.h"
 
 namespace skyhop {
 

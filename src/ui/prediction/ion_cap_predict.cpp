@@ -9,7 +9,7 @@
 #include "engine/engine_search.h"
 #include "geo/coordinate_text.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/raised.h"
+#include "ui/shared/raised.h"
 
 namespace skyhop {
 namespace {

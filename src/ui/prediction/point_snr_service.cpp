@@ -8,9 +8,9 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "geo/dx_grid.h"
-#include "ui/prediction/mode_names.h"
-#include "ui/prediction/raised.h"
 #include "ui/prediction/snr_display.h"
+#include "ui/shared/mode_names.h"
+#include "ui/shared/raised.h"
 
 namespace skyhop {
 namespace {

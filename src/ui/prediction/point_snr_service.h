@@ -14,9 +14,9 @@
 #include "engine/point_snr.h"
 #include "interop/command_target.h"
 #include "interop/dde_common.h"
-#include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
-#include "ui/prediction/program_services.h"
+#include "ui/shared/configuration.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

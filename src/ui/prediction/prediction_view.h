@@ -6,25 +6,14 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/prediction/controls.h"
 #include "ui/prediction/snr_display.h"
-#include "ui/prediction/window_placement.h"
+#include "ui/shared/controls.h"
+#include "ui/shared/window_placement.h"
 
 namespace skyhop {
 
 /// The tabs of the window, in their order.
 enum class Tab { kParameters, kTransmitter, kReceiver, kConditions, kPrediction };
-
-/// What the button of a notice does.
-enum class NoticeAction {
-  kNone,               ///< the notice has no button
-  kShowReceiver,       ///< opens the tab "Receiver", where mode, SNR and reliability are
-  kShowConfiguration,  ///< opens the Configuration window
-  kRetryDownload,      ///< downloads the sunspot number once more
-};
-
-/// The words on the button of a notice, empty for kNone.
-[[nodiscard]] std::string_view Caption(NoticeAction action);
 
 /// A message across the chart.
 struct Notice {

@@ -9,8 +9,8 @@
 #include "spaceweather/sunspot_number.h"
 #include "spaceweather/value_origins.h"
 #include "ui/prediction/forecast_timer.h"
-#include "ui/prediction/program_services.h"
 #include "ui/prediction/window_download_host.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

@@ -8,8 +8,8 @@
 #include "engine/execute_timer.h"
 #include "engine/prediction_panel.h"
 #include "interop/peer_window.h"
-#include "ui/prediction/configuration.h"
 #include "ui/prediction/prediction_view.h"
+#include "ui/shared/configuration.h"
 
 namespace skyhop {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "spaceweather/download_host.h"
-#include "ui/prediction/configuration.h"
-#include "ui/prediction/program_services.h"
+#include "ui/shared/configuration.h"
+#include "ui/shared/program_services.h"
 
 namespace skyhop {
 

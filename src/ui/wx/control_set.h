@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/prediction/controls.h"
+#include "ui/shared/controls.h"
 
 namespace skyhop {
 

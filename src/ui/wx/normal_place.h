@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "ui/prediction/window_placement.h"
+#include "ui/shared/window_placement.h"
 
 namespace skyhop {
 

@@ -1,4 +1,4 @@
-#include "ui/prediction/configuration.h"
+#include "ui/shared/configuration.h"
 
 #include <algorithm>
 #include <cmath>

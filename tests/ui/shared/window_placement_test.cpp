@@ -1,4 +1,4 @@
-#include "ui/prediction/window_placement.h"
+#include "ui/shared/window_placement.h"
 
 #include <gtest/gtest.h>
 

@@ -87,6 +87,14 @@ enum class Label {
 };
 inline constexpr int kLabelCount = 10;
 
+/// What the button of a notice does.
+enum class NoticeAction {
+  kNone,               ///< the notice has no button
+  kShowReceiver,       ///< opens the tab "Receiver", where mode, SNR and reliability are
+  kShowConfiguration,  ///< opens the Configuration window
+  kRetryDownload,      ///< downloads the sunspot number once more
+};
+
 enum class WindowTimer {
   kExecuteTimer,        ///< polls for the engine's results, every 1000 ms
   kEngineWatch,         ///< watches the engine's process while a prediction runs
@@ -105,6 +113,8 @@ inline constexpr int kWindowTimerCount = 8;
 [[nodiscard]] std::string_view Caption(OptionGroup group);
 [[nodiscard]] std::string_view Caption(CheckBox box);
 [[nodiscard]] std::string_view Caption(Button button);
+/// The words on the button of a notice, empty for kNone.
+[[nodiscard]] std::string_view Caption(NoticeAction action);
 
 /// The words that explain a control while the pointer rests on it.
 [[nodiscard]] std::string_view ToolTip(TextField field);

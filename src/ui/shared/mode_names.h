@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/prediction/configuration.h"
+#include "ui/shared/configuration.h"
 
 namespace skyhop {
 

@@ -1,4 +1,4 @@
-#include "ui/prediction/mode_names.h"
+#include "ui/shared/mode_names.h"
 
 #include <algorithm>
 #include <span>

@@ -7,7 +7,7 @@
 #include "engine/prediction_panel.h"
 #include "engine/run_lock.h"
 #include "interop/command_target.h"
-#include "ui/prediction/controls.h"
+#include "ui/shared/controls.h"
 
 namespace skyhop {
 

@@ -1,9 +1,7 @@
-#include "ui/prediction/controls.h"
+#include "ui/shared/controls.h"
 
 #include <array>
 #include <cstddef>
-
-#include "ui/prediction/prediction_view.h"
 
 namespace skyhop {
 namespace {

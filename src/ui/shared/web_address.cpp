@@ -1,4 +1,4 @@
-#include "ui/prediction/web_address.h"
+#include "ui/shared/web_address.h"
 
 namespace skyhop {
 namespace {
