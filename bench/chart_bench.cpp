@@ -5,8 +5,8 @@
 #include "engine/results_parser.h"
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
-#include "ui/prediction/chart_picture.h"
-#include "ui/prediction/prediction_chart.h"
+#include "ui/prediction/chart/chart_picture.h"
+#include "ui/prediction/chart/prediction_chart.h"
 
 namespace skyhop {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "engine/results_parser.h"
 #include "support/diagnostics_fixture.h"
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 #include "ui/wx/wx_surface.h"
 
 namespace skyhop {

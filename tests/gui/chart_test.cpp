@@ -8,8 +8,8 @@
 
 #include "gui_fixture.h"
 #include "screen.h"
-#include "ui/prediction/color_key.h"
-#include "ui/prediction/prediction_chart.h"
+#include "ui/prediction/chart/color_key.h"
+#include "ui/prediction/chart/prediction_chart.h"
 
 namespace skyhop::testing {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "gui_fixture.h"
 #include "screen.h"
-#include "ui/prediction/reliability_table.h"
+#include "ui/prediction/chart/reliability_table.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop::testing {

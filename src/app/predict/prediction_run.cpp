@@ -17,8 +17,8 @@
 #include "report/chart_title.h"
 #include "report/prediction_report.h"
 #include "report/provenance.h"
-#include "ui/prediction/chart_picture.h"
-#include "ui/prediction/solar_bars.h"
+#include "ui/prediction/chart/chart_picture.h"
+#include "ui/prediction/chart/solar_bars.h"
 
 namespace skyhop {
 namespace {

@@ -5,7 +5,7 @@
 #include "common/dates.h"
 #include "common/numbers.h"
 #include "ui/beacon/beacon_window.h"
-#include "ui/prediction/solar_bars.h"
+#include "ui/prediction/chart/solar_bars.h"
 
 namespace skyhop {
 namespace {

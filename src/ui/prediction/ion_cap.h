@@ -23,7 +23,7 @@
 #include "interop/peer_window.h"
 #include "report/chart_title.h"
 #include "report/provenance.h"
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 #include "ui/prediction/prediction_view.h"
 #include "ui/prediction/view_panel.h"
 #include "ui/shared/configuration.h"

@@ -6,9 +6,9 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "report/csv_report.h"
-#include "ui/prediction/chart_picture.h"
+#include "ui/prediction/chart/chart_picture.h"
+#include "ui/prediction/chart/solar_bars.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/solar_bars.h"
 
 namespace skyhop {
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 
 namespace skyhop {
 

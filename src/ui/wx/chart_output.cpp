@@ -18,7 +18,7 @@
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/program.h"
-#include "ui/prediction/chart_picture.h"
+#include "ui/prediction/chart/chart_picture.h"
 #include "ui/wx/nested_loops.h"
 #include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"

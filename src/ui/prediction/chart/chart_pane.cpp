@@ -1,4 +1,4 @@
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,8 +7,8 @@
 #include "bands/bands.h"
 #include "common/numbers.h"
 #include "ui/drawing/text_width.h"
-#include "ui/prediction/picture_key.h"
-#include "ui/prediction/reliability_table.h"
+#include "ui/prediction/chart/picture_key.h"
+#include "ui/prediction/chart/reliability_table.h"
 
 namespace skyhop {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/prediction/solar_bars.h"
+#include "ui/prediction/chart/solar_bars.h"
 
 #include <algorithm>
 

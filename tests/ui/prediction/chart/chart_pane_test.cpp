@@ -1,4 +1,4 @@
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
 #include "support/sample_results.h"
-#include "ui/prediction/color_key.h"
+#include "ui/prediction/chart/color_key.h"
 
 namespace skyhop {
 namespace {

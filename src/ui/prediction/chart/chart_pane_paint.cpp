@@ -8,10 +8,10 @@
 #include "ui/drawing/label_spread.h"
 #include "ui/drawing/surface_views.h"
 #include "ui/drawing/text_width.h"
-#include "ui/prediction/chart_pane.h"
-#include "ui/prediction/color_key.h"
-#include "ui/prediction/picture_key.h"
-#include "ui/prediction/reliability_table.h"
+#include "ui/prediction/chart/chart_pane.h"
+#include "ui/prediction/chart/color_key.h"
+#include "ui/prediction/chart/picture_key.h"
+#include "ui/prediction/chart/reliability_table.h"
 
 namespace skyhop {
 namespace {

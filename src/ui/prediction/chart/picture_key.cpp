@@ -1,9 +1,9 @@
-#include "ui/prediction/picture_key.h"
+#include "ui/prediction/chart/picture_key.h"
 
 #include <algorithm>
 #include <array>
 
-#include "ui/prediction/prediction_chart.h"
+#include "ui/prediction/chart/prediction_chart.h"
 
 namespace skyhop {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "ui/drawing/surface.h"
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 
 namespace skyhop {
 

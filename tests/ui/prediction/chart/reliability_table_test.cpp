@@ -1,4 +1,4 @@
-#include "ui/prediction/reliability_table.h"
+#include "ui/prediction/chart/reliability_table.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
 #include "support/temporary_folder.h"
-#include "ui/prediction/chart_pane.h"
+#include "ui/prediction/chart/chart_pane.h"
 
 namespace skyhop::testing {
 namespace {

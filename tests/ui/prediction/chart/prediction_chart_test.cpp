@@ -1,4 +1,4 @@
-#include "ui/prediction/prediction_chart.h"
+#include "ui/prediction/chart/prediction_chart.h"
 
 #include <gtest/gtest.h>
 

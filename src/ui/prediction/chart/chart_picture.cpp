@@ -1,4 +1,4 @@
-#include "ui/prediction/chart_picture.h"
+#include "ui/prediction/chart/chart_picture.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "ui/prediction/reliability_table.h"
+#include "ui/prediction/chart/reliability_table.h"
 
 #include <algorithm>
 #include <array>

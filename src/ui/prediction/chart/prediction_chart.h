@@ -11,7 +11,7 @@
 #include "common/diagnostics.h"
 #include "engine/results_table.h"
 #include "ui/drawing/surface.h"
-#include "ui/prediction/chart_layout.h"
+#include "ui/prediction/chart/chart_layout.h"
 
 namespace skyhop::IONCAPModule {
 

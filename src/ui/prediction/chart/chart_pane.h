@@ -13,8 +13,8 @@
 #include "report/csv_report.h"
 #include "ui/drawing/chart_palette.h"
 #include "ui/drawing/surface.h"
-#include "ui/prediction/prediction_chart.h"
-#include "ui/prediction/solar_bars.h"
+#include "ui/prediction/chart/prediction_chart.h"
+#include "ui/prediction/chart/solar_bars.h"
 
 namespace skyhop {
 
