@@ -1,12 +1,12 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "ui/prediction/snr_display.h"
 #include "ui/shared/controls.h"
 #include "ui/shared/window_placement.h"
 
@@ -38,6 +38,33 @@ struct WebPage {
   std::string url;
 
   friend bool operator==(const WebPage&, const WebPage&) = default;
+};
+
+/// A path's line of the display; texts with their units, empty while the engine works.
+struct SnrRow {
+  std::string path;
+  std::string snr;
+  std::string margin;  ///< above what is required, with its sign
+  std::string reliability;
+  std::string mode;
+  std::string signal;
+  std::string problem;   ///< in the place of all these
+  bool reached = false;  ///< the SNR is at least the required one
+
+  friend bool operator==(const SnrRow&, const SnrRow&) = default;
+};
+
+/// What the window shows of the point prediction.
+struct SnrDisplay {
+  bool active = false;
+  /// What is predicted, or why nothing is.
+  std::string headline;
+  bool old = false;            ///< inputs have changed since
+  std::string engine;          ///< who computed it; empty until that is known
+  bool estimate = false;       ///< that is the built-in estimate
+  std::array<SnrRow, 2> rows;  ///< short and long path
+
+  friend bool operator==(const SnrDisplay&, const SnrDisplay&) = default;
 };
 
 /// The prediction window without its rules: holds values, shows texts, passes on events. The

@@ -1,4 +1,4 @@
-#include "ui/prediction/snr_display.h"
+#include "ui/point/snr_display.h"
 
 #include <cmath>
 

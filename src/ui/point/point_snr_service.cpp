@@ -1,4 +1,4 @@
-#include "ui/prediction/point_snr_service.h"
+#include "ui/point/point_snr_service.h"
 
 #include <cmath>
 #include <tuple>
@@ -8,7 +8,7 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "geo/dx_grid.h"
-#include "ui/prediction/snr_display.h"
+#include "ui/point/snr_display.h"
 #include "ui/shared/mode_names.h"
 #include "ui/shared/raised.h"
 

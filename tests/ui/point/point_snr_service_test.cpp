@@ -1,4 +1,4 @@
-#include "ui/prediction/point_snr_service.h"
+#include "ui/point/point_snr_service.h"
 
 #include <gtest/gtest.h>
 
