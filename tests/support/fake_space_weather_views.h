@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "ui/conditions/conditions_view.h"
-#include "ui/forecast/forecast_view.h"
+#include "ui/spaceweather/conditions_view.h"
+#include "ui/spaceweather/forecast_view.h"
 
 namespace skyhop::testing {
 

@@ -6,9 +6,9 @@
 #include "common/pause.h"
 #include "platform/platform.h"
 #include "spaceweather/background_fetcher.h"
-#include "ui/conditions/current_conditions_window.h"
-#include "ui/forecast/solar_forecast_window.h"
-#include "ui/prediction/space_weather_service.h"
+#include "ui/spaceweather/current_conditions_window.h"
+#include "ui/spaceweather/solar_forecast_window.h"
+#include "ui/spaceweather/space_weather_service.h"
 
 namespace skyhop {
 

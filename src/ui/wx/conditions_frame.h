@@ -2,7 +2,7 @@
 
 #include <wx/textctrl.h>
 
-#include "ui/conditions/current_conditions_window.h"
+#include "ui/spaceweather/current_conditions_window.h"
 #include "ui/wx/side_frame.h"
 
 namespace skyhop {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/forecast/solar_forecast_window.h"
+#include "ui/spaceweather/solar_forecast_window.h"
 #include "ui/wx/painted_canvas.h"
 
 namespace skyhop {

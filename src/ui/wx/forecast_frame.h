@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "ui/forecast/forecast_view.h"
+#include "ui/spaceweather/forecast_view.h"
 #include "ui/wx/forecast_canvas.h"
 #include "ui/wx/side_frame.h"
 

@@ -5,8 +5,8 @@
 
 #include "common/diagnostics.h"
 #include "common/settings.h"
-#include "ui/conditions/conditions_view.h"
-#include "ui/prediction/space_weather_service.h"
+#include "ui/spaceweather/conditions_view.h"
+#include "ui/spaceweather/space_weather_service.h"
 
 namespace skyhop {
 

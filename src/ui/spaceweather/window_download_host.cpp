@@ -1,4 +1,4 @@
-#include "ui/prediction/window_download_host.h"
+#include "ui/spaceweather/window_download_host.h"
 
 namespace skyhop {
 

@@ -1,4 +1,4 @@
-#include "ui/forecast/solar_forecast_window.h"
+#include "ui/spaceweather/solar_forecast_window.h"
 
 #include <cstdlib>
 

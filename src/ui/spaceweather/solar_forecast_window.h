@@ -7,10 +7,10 @@
 #include "common/diagnostics.h"
 #include "common/settings.h"
 #include "spaceweather/solar_forecast.h"
-#include "ui/forecast/forecast_chart.h"
-#include "ui/forecast/forecast_view.h"
-#include "ui/prediction/forecast_timer.h"
-#include "ui/prediction/space_weather_service.h"
+#include "ui/spaceweather/forecast_chart.h"
+#include "ui/spaceweather/forecast_timer.h"
+#include "ui/spaceweather/forecast_view.h"
+#include "ui/spaceweather/space_weather_service.h"
 
 namespace skyhop {
 

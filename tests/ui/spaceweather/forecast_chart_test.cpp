@@ -1,4 +1,4 @@
-#include "ui/forecast/forecast_chart.h"
+#include "ui/spaceweather/forecast_chart.h"
 
 #include <gtest/gtest.h>
 

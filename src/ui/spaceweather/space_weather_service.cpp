@@ -1,4 +1,4 @@
-#include "ui/prediction/space_weather_service.h"
+#include "ui/spaceweather/space_weather_service.h"
 
 #include <array>
 

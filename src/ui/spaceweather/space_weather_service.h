@@ -8,9 +8,9 @@
 #include "spaceweather/solar_forecast.h"
 #include "spaceweather/sunspot_number.h"
 #include "spaceweather/value_origins.h"
-#include "ui/prediction/forecast_timer.h"
-#include "ui/prediction/window_download_host.h"
 #include "ui/shared/program_services.h"
+#include "ui/spaceweather/forecast_timer.h"
+#include "ui/spaceweather/window_download_host.h"
 
 namespace skyhop {
 

@@ -1,4 +1,4 @@
-#include "ui/conditions/current_conditions_window.h"
+#include "ui/spaceweather/current_conditions_window.h"
 
 namespace skyhop {
 
