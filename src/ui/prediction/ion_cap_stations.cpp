@@ -14,7 +14,7 @@
 namespace skyhop {
 namespace {
 
-constexpr const char* kSection = "Configuration";
+constexpr const char* kConfigurationSection = "Configuration";
 
 struct StationControls {
   TextField latitude;
@@ -80,7 +80,7 @@ std::optional<Position> IonCap::PositionOf(Station station) {
 /// characters stays what the user wrote while it is the station's.
 void IonCap::RestoreStations() {
   const auto stored = [&](const char* key) {
-    return with_.settings.GetStringSetting(kProductName, kSection, key, "");
+    return with_.settings.GetStringSetting(kProductName, kConfigurationSection, key, "");
   };
   const std::string latitude = stored("DXLat");
   const std::string longitude = stored("DXLon");
@@ -103,7 +103,8 @@ void IonCap::RestoreStations() {
     Put(controls.grid, grid);
     InStep(station) = PositionOf(station);
   }
-  const bool long_path = with_.settings.GetIntegerSetting(kProductName, kSection, "Path", "0") == 1;
+  const bool long_path =
+      with_.settings.GetIntegerSetting(kProductName, kConfigurationSection, "Path", "0") == 1;
   with_.view.Select(OptionGroup::kPath, long_path ? path_option::kLong : path_option::kShort);
 }
 
@@ -112,7 +113,7 @@ void IonCap::SaveStations() {
   with_.diagnostics.Trap("IonCap.SaveStations", [&] {
     std::vector<SettingEntry> entries;
     const auto add = [&](const char* key, const std::string& value) {
-      entries.push_back({kSection, key, value});
+      entries.push_back({kConfigurationSection, key, value});
     };
     // A refused coordinate leaves what is stored; deleted ones are deleted there, too.
     const auto saved = [&](Station station) {
