@@ -1,5 +1,7 @@
 #include "platform/linux/curl_fetcher.h"
 
+#include <curl/curl.h>
+
 #include <memory>
 #include <new>
 #include <string>
@@ -10,7 +12,6 @@
 #include "common/files.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "platform/linux/curl_library.h"
 #include "platform/linux/fetch_failures.h"
 #include "platform/platform.h"
 
@@ -21,8 +22,8 @@ constexpr long kMostRedirects = 10;
 constexpr const char* kSchemes = "http,https";
 constexpr const char* kSecureScheme = "https";
 
-using Handle = std::unique_ptr<CURL, decltype(CurlLibrary::easy_cleanup)>;
-using List = std::unique_ptr<curl_slist, decltype(CurlLibrary::slist_free_all)>;
+using Handle = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
+using List = std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)>;
 
 /// What comes in, up to a limit.
 struct Body {
@@ -56,8 +57,7 @@ bool IsPlainHttp(std::string_view url) {
 /// The request as a whole. Returns the first refusal of the library.
 class Request {
  public:
-  Request(const CurlLibrary& curl, CURL* handle, const FetchLimits& limits)
-      : curl_(curl), handle_(handle), limits_(limits) {}
+  Request(CURL* handle, const FetchLimits& limits) : handle_(handle), limits_(limits) {}
 
   [[nodiscard]] CURLcode Prepare(const std::string& url, curl_slist* headers, Body& body,
                                  const std::stop_token& stop) {
@@ -85,45 +85,44 @@ class Request {
     Set(CURLOPT_XFERINFOFUNCTION, &SkyhopFollowProgress);
     Set(CURLOPT_XFERINFODATA, const_cast<std::stop_token*>(&stop));
     if (!limits_.authorities.empty()) Set(CURLOPT_CAINFO, limits_.authorities.c_str());
-    // A stopped fetch need not wait for a name that is being looked up. Older libraries do.
-    curl_.easy_setopt(handle_, CURLOPT_QUICK_EXIT, 1L);
+    // A stopped fetch does not wait for the name service.
+    Set(CURLOPT_QUICK_EXIT, 1L);
     return refusal_;
   }
 
  private:
   template <class Value>
   void Set(CURLoption option, Value value) {
-    if (refusal_ == CURLE_OK) refusal_ = curl_.easy_setopt(handle_, option, value);
+    if (refusal_ == CURLE_OK) refusal_ = curl_easy_setopt(handle_, option, value);
   }
 
-  const CurlLibrary& curl_;
   CURL* handle_;
   const FetchLimits& limits_;
   CURLcode refusal_ = CURLE_OK;
 };
 
-TransferEnd EndOf(const CurlLibrary& curl, CURL* handle, CURLcode code) {
+TransferEnd EndOf(CURL* handle, CURLcode code) {
   TransferEnd end;
   end.code = code;
-  curl.easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &end.status);
+  curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &end.status);
   long redirects = 0;
-  curl.easy_getinfo(handle, CURLINFO_REDIRECT_COUNT, &redirects);
+  curl_easy_getinfo(handle, CURLINFO_REDIRECT_COUNT, &redirects);
   // A redirect that the library refuses to follow is not counted.
   end.redirected = redirects > 0 || (end.status >= 300 && end.status <= 399);
   return end;
 }
 
-std::int32_t Transfer(const CurlLibrary& curl, const std::string& url, const FetchLimits& limits,
-                      Body& body, const std::stop_token& stop) {
-  const Handle handle(curl.easy_init(), curl.easy_cleanup);
-  const List headers(curl.slist_append(nullptr, "Cache-Control: no-cache"), curl.slist_free_all);
+std::int32_t Transfer(const std::string& url, const FetchLimits& limits, Body& body,
+                      const std::stop_token& stop) {
+  const Handle handle(curl_easy_init(), &curl_easy_cleanup);
+  const List headers(curl_slist_append(nullptr, "Cache-Control: no-cache"), &curl_slist_free_all);
   if (!handle || !headers) return fetch_codes::kOutOfMemory;
-  if (curl.slist_append(headers.get(), "Pragma: no-cache") == nullptr) {
+  if (curl_slist_append(headers.get(), "Pragma: no-cache") == nullptr) {
     return fetch_codes::kOutOfMemory;
   }
-  CURLcode code = Request(curl, handle.get(), limits).Prepare(url, headers.get(), body, stop);
-  if (code == CURLE_OK) code = curl.easy_perform(handle.get());
-  return FetchCode(EndOf(curl, handle.get(), code));
+  CURLcode code = Request(handle.get(), limits).Prepare(url, headers.get(), body, stop);
+  if (code == CURLE_OK) code = curl_easy_perform(handle.get());
+  return FetchCode(EndOf(handle.get(), code));
 }
 
 /// An existing file that its owner has protected. The system would let a file be replaced whose
@@ -158,10 +157,8 @@ std::int32_t CurlFetcher::Fetch(const std::string& url, const std::filesystem::p
                                 const std::stop_token& stop) noexcept {
   try {
     if (IsReadOnly(file)) return fetch_codes::kAborted;
-    const CurlLibrary* const curl = CurlLibrary::Get();
-    if (curl == nullptr) return fetch_codes::kNoSession;
     Body body{.content = {}, .limit = limits_.size};
-    const std::int32_t code = Transfer(*curl, url, limits_, body, stop);
+    const std::int32_t code = Transfer(url, limits_, body, stop);
     if (stop.stop_requested()) return fetch_codes::kAborted;
     return code == fetch_codes::kOk ? Write(file, body.content) : code;
   } catch (...) {
