@@ -23,14 +23,6 @@ constexpr double kHighestItuZone = 90;
 constexpr double kWestmostZone = -12;
 constexpr double kEastmostZone = 14;
 
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 /// Whether a text is degrees, with or without minutes and seconds, and one of these letters.
 bool IsPlainAngle(std::string_view text, std::string_view letters) {
   const auto number = [&text](std::size_t most) {

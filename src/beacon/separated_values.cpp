@@ -46,10 +46,7 @@ class LineReader {
   /// Users count characters, not bytes. Counting goes on from the place asked for before.
   [[nodiscard]] int Column(std::size_t at) {
     if (at < counted_) counted_ = characters_ = 0;
-    for (; counted_ < at; ++counted_) {
-      const bool continued = (static_cast<unsigned char>(line_[counted_]) & 0xC0U) == 0x80U;
-      if (!continued) ++characters_;
-    }
+    for (; counted_ < at; ++characters_) counted_ += CharacterSize(line_.substr(counted_));
     return static_cast<int>(characters_) + 1;
   }
 
@@ -79,15 +76,6 @@ class LineReader {
   std::size_t characters_ = 0;  ///< in those
   FileProblem problem_;
 };
-
-/// Takes the first line off `rest`, CR LF counting as one line end.
-std::string_view TakeLine(std::string_view& rest) {
-  const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-  const std::string_view line = rest.substr(0, end);
-  rest.remove_prefix(end);
-  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
-  return line;
-}
 
 }  // namespace
 

@@ -11,10 +11,6 @@
 namespace skyhop {
 namespace {
 
-constexpr bool IsDigitChar(char c) {
-  return c >= '0' && c <= '9';
-}
-
 struct ScannedNumber {
   std::size_t begin = 0;  ///< first character of the number, a plus sign left out
   std::size_t end = 0;    ///< one past its last character
@@ -23,7 +19,7 @@ struct ScannedNumber {
 };
 
 std::size_t SkipDigits(std::string_view text, std::size_t at) {
-  while (at < text.size() && IsDigitChar(text[at])) ++at;
+  while (at < text.size() && IsDigit(text[at])) ++at;
   return at;
 }
 

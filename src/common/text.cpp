@@ -37,4 +37,25 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
   return result.append(text);
 }
 
+std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
+  const std::string_view line = rest.substr(0, end);
+  rest.remove_prefix(end);
+  rest.remove_prefix(rest.starts_with("\r\n") ? 2 : std::min<std::size_t>(rest.size(), 1));
+  return line;
+}
+
+std::size_t CharacterSize(std::string_view text) {
+  const auto lead = static_cast<unsigned char>(text.front());
+  std::size_t size = 1;
+  if (lead >= 0xC2 && lead <= 0xDF) size = 2;
+  if (lead >= 0xE0 && lead <= 0xEF) size = 3;
+  if (lead >= 0xF0 && lead <= 0xF4) size = 4;
+  if (size > text.size()) return 1;
+  for (std::size_t i = 1; i < size; ++i) {
+    if ((static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U) return 1;
+  }
+  return size;
+}
+
 }  // namespace skyhop

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "common/errors.h"
+#include "common/text.h"
 #include "estimate/card.h"
 #include "estimate/deck_cards.h"
 
@@ -74,11 +75,7 @@ class DeckReader {
 Deck ReadDeck(std::string_view text) {
   DeckReader reader;
   for (int number = 1; !text.empty(); ++number) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    if (!reader.Take(number, line)) break;
+    if (!reader.Take(number, TakeLine(text))) break;
   }
   return std::move(reader).Finish();
 }

@@ -35,14 +35,6 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 14> kSpellin
     {"\u00A0", " "},
 }};
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool IsBlank(char c) {
-  return c == ' ' || c == '\t';
-}
-
 /// Takes a coordinate apart, character by character.
 class CoordinateReader {
  public:

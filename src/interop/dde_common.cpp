@@ -36,24 +36,6 @@ const Role& RoleAt(std::int16_t index) {
   return kRoles.at(static_cast<std::size_t>(index));
 }
 
-bool IsContinuation(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
-/// Bytes of the character that `text`, which is not empty, begins with.
-std::size_t CharacterSize(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  std::size_t size = 1;
-  if (lead >= 0xC2 && lead <= 0xDF) size = 2;
-  if (lead >= 0xE0 && lead <= 0xEF) size = 3;
-  if (lead >= 0xF0 && lead <= 0xF4) size = 4;
-  if (size > text.size()) return 1;
-  for (std::size_t i = 1; i < size; ++i) {
-    if (!IsContinuation(text[i])) return 1;
-  }
-  return size;
-}
-
 /// Bytes of the first `count` characters, of all when there are fewer.
 std::size_t SizeOfCharacters(std::string_view text, std::int16_t count) {
   std::size_t size = 0;

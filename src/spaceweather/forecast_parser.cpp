@@ -4,6 +4,7 @@
 
 #include "common/errors.h"
 #include "common/numbers.h"
+#include "common/text.h"
 
 namespace skyhop::SolarForecastModule {
 namespace {
@@ -31,8 +32,7 @@ std::int16_t ValueOf(std::string_view token) {
 }
 
 std::optional<int> DayOf(std::string_view date) {
-  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
-  if (date.size() < 2 || !is_digit(date[0]) || !is_digit(date[1])) return std::nullopt;
+  if (date.size() < 2 || !IsDigit(date[0]) || !IsDigit(date[1])) return std::nullopt;
   return (date[0] - '0') * 10 + (date[1] - '0');
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/text.h"
 #include "interop/link_transport.h"
 
 namespace skyhop::platform {
@@ -30,7 +31,7 @@ CallFailure BusFailure(int code) {
 }
 
 bool IsNameCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  return IsLetter(c) || IsDigit(c) || c == '_';
 }
 
 }  // namespace
@@ -44,7 +45,7 @@ CallFailure FailureOf(const GError& error) {
 
 bool IsLinkName(const std::string& name) {
   constexpr std::size_t longest = 200;
-  return !name.empty() && name.size() <= longest && !(name.front() >= '0' && name.front() <= '9') &&
+  return !name.empty() && name.size() <= longest && !IsDigit(name.front()) &&
          std::all_of(name.begin(), name.end(), IsNameCharacter);
 }
 

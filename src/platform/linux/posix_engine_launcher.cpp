@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <fstream>
@@ -18,6 +17,7 @@
 
 #include "common/errors.h"
 #include "common/files.h"
+#include "common/text.h"
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/output_tail.h"
 
@@ -126,9 +126,7 @@ bool GroupRuns(pid_t group) {
   std::error_code error;
   for (std::filesystem::directory_iterator entry("/proc", error), end; !error && entry != end;
        entry.increment(error)) {
-    if (!std::isdigit(static_cast<unsigned char>(entry->path().filename().native().front()))) {
-      continue;
-    }
+    if (!IsDigit(entry->path().filename().native().front())) continue;
     std::ifstream file(entry->path() / "stat");
     std::string line;
     std::getline(file, line);
@@ -145,7 +143,7 @@ void WaitForGroup(pid_t group, std::chrono::milliseconds longest) {
 }
 
 bool IsPlain(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+  return IsLetter(c) || IsDigit(c) ||
          std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
 }
 
