@@ -28,6 +28,33 @@ unsigned CodePageOf(const wchar_t* name, unsigned otherwise) {
 
 }  // namespace
 
+std::wstring Wide(std::string_view text, unsigned code_page) {
+  const int length = static_cast<int>(text.size());
+  const int size = ::MultiByteToWideChar(code_page, 0, text.data(), length, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(size), L'\0');
+  ::MultiByteToWideChar(code_page, 0, text.data(), length, wide.data(), size);
+  return wide;
+}
+
+std::string Narrow(std::wstring_view text, unsigned code_page, bool* lacking) {
+  // The flag keeps letters from turning into others that look like them. UTF-8 has every letter,
+  // and the system refuses both the flag and the question there.
+  const DWORD flags = code_page == kUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  BOOL replaced = FALSE;
+  BOOL* const asked = code_page == kUtf8 ? nullptr : &replaced;
+  const int length = static_cast<int>(text.size());
+  const int size =
+      ::WideCharToMultiByte(code_page, flags, text.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(size), '\0');
+  ::WideCharToMultiByte(code_page, flags, text.data(), length, bytes.data(), size, nullptr, asked);
+  if (lacking != nullptr) *lacking = replaced != FALSE;
+  return bytes;
+}
+
+std::string Utf8(std::wstring_view text) {
+  return Narrow(text, kUtf8);
+}
+
 CodePages MachineCodePages() {
   return {CodePageOf(L"ACP", ::GetACP()), CodePageOf(L"OEMCP", ::GetOEMCP())};
 }
@@ -39,17 +66,9 @@ std::string PathInCodePage(const std::filesystem::path& path, unsigned code_page
     throw Error(errors::kInvalidCall,
                 "the engine cannot be told a path with a line break: " + PathText(path));
   }
-  // UTF-8 lacks nothing, and the system wants to hear no questions about it.
-  const bool utf8 = code_page == CP_UTF8;
-  const DWORD flags = utf8 ? 0 : WC_NO_BEST_FIT_CHARS;
-  BOOL lacking = FALSE;
-  BOOL* const asked = utf8 ? nullptr : &lacking;
-  const int length = static_cast<int>(wide.size());
-  const int size =
-      ::WideCharToMultiByte(code_page, flags, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string text(static_cast<std::size_t>(size), '\0');
-  ::WideCharToMultiByte(code_page, flags, wide.data(), length, text.data(), size, nullptr, asked);
-  if (size == 0 || lacking) {
+  bool lacking = false;
+  std::string text = Narrow(wide, code_page, &lacking);
+  if (text.empty() || lacking) {
     throw Error(errors::kInvalidCall,
                 "the engine cannot be told a path with letters that code page " +
                     std::to_string(code_page) + " lacks: " + PathText(path));

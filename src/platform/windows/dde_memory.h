@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/windows/system_error.h"
+#include "platform/windows/code_page.h"
 
 namespace skyhop::platform {
 

@@ -1,28 +1,14 @@
 #include "platform/windows/dde_text.h"
 
-#include <windows.h>
-
 #include <algorithm>
 
 #include "common/errors.h"
+#include "common/text.h"
 #include "interop/link_transport.h"
-#include "platform/windows/system_error.h"
+#include "platform/windows/code_page.h"
 
 namespace skyhop::platform {
 namespace {
-
-std::string Narrow(const std::wstring& wide, unsigned code_page) {
-  if (wide.empty()) return {};
-  // The flag keeps letters from turning into others that look like them; UTF-8 lacks none.
-  const DWORD flags = code_page == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
-  const int length = static_cast<int>(wide.size());
-  const int size =
-      ::WideCharToMultiByte(code_page, flags, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  ::WideCharToMultiByte(code_page, flags, wide.data(), length, bytes.data(), size, nullptr,
-                        nullptr);
-  return bytes;
-}
 
 /// Texts of the suite begin with digits, whose second byte is zero where characters have two.
 bool LooksWide(std::string_view bytes) {
@@ -57,22 +43,14 @@ std::string DdeText(std::string_view bytes, unsigned code_page) {
     const std::wstring wide = Characters(bytes);
     return Utf8(std::wstring_view(wide).substr(0, wide.find(L'\0')));
   }
-  bytes = bytes.substr(0, bytes.find('\0'));
-  if (bytes.empty()) return {};
-  const int length = static_cast<int>(bytes.size());
-  const int size = ::MultiByteToWideChar(code_page, 0, bytes.data(), length, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(size), L'\0');
-  ::MultiByteToWideChar(code_page, 0, bytes.data(), length, wide.data(), size);
-  return Utf8(wide);
+  return Utf8(Wide(bytes.substr(0, bytes.find('\0')), code_page));
 }
 
 bool IsDdeName(std::string_view name) {
   constexpr std::size_t longest = 200;
   return !name.empty() && name.size() <= longest &&
-         std::all_of(name.begin(), name.end(), [](char c) {
-           return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-                  c == '_';
-         });
+         std::all_of(name.begin(), name.end(),
+                     [](char c) { return IsLetter(c) || IsDigit(c) || c == '_'; });
 }
 
 }  // namespace skyhop::platform

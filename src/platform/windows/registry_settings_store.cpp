@@ -10,6 +10,7 @@
 
 #include "common/errors.h"
 #include "common/text.h"
+#include "platform/windows/code_page.h"
 #include "platform/windows/system_error.h"
 
 namespace skyhop::platform {

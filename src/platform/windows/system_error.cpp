@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "common/text.h"
+#include "platform/windows/code_page.h"
 
 namespace skyhop::platform {
 namespace {
@@ -51,25 +52,6 @@ std::string SystemWords(DWORD code) {
 }
 
 }  // namespace
-
-std::wstring Wide(std::string_view text) {
-  if (text.empty()) return {};
-  const int length = static_cast<int>(text.size());
-  const int size = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(size), L'\0');
-  ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, wide.data(), size);
-  return wide;
-}
-
-std::string Utf8(std::wstring_view text) {
-  if (text.empty()) return {};
-  const int length = static_cast<int>(text.size());
-  const int size =
-      ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(size), '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
-  return utf8;
-}
 
 Error SystemError(unsigned long code, const std::string& what) {
   return {ErrorNumber(code), what + ": " + SystemWords(code)};

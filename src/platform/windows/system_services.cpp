@@ -13,7 +13,6 @@
 #include "platform/windows/code_page.h"
 #include "platform/windows/executable_path.h"
 #include "platform/windows/registry_settings_store.h"
-#include "platform/windows/system_error.h"
 #include "platform/windows/url_moniker_fetcher.h"
 #include "platform/windows/windows_engine_launcher.h"
 

@@ -9,9 +9,9 @@
 
 #include "common/errors.h"
 #include "common/files.h"
+#include "common/text.h"
 #include "platform/windows/code_page.h"
 #include "platform/windows/process_group.h"
-#include "platform/windows/system_error.h"
 
 namespace skyhop::platform {
 namespace {
@@ -49,8 +49,7 @@ ShellStart ShellOpen(const std::wstring& file, const std::wstring& parameter,
 /// Whether the command processor takes the text for one word and nothing else.
 bool IsPlain(const std::string& text) {
   return std::all_of(text.begin(), text.end(), [](char c) {
-    return static_cast<unsigned char>(c) > 0x7F || (c >= 'a' && c <= 'z') ||
-           (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+    return static_cast<unsigned char>(c) > 0x7F || IsLetter(c) || IsDigit(c) ||
            std::string_view("\\/:._-~$#@{}").find(c) != std::string_view::npos;
   });
 }

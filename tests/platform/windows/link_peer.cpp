@@ -149,8 +149,7 @@ class Talk {
 
  private:
   /// On a busy machine an application may not answer in time, so that it is asked again.
-  static HCONV Connected(const std::string& application, const std::string& topic,
-                         DWORD patience) {
+  static HCONV Connected(const std::string& application, const std::string& topic, DWORD patience) {
     HCONV conversation = nullptr;
     const ULONGLONG end = ::GetTickCount64() + patience;
     do {

@@ -9,7 +9,7 @@
 
 #include "common/errors.h"
 #include "contract/settings_store_contract.h"
-#include "platform/windows/system_error.h"
+#include "platform/windows/code_page.h"
 
 namespace skyhop::testing {
 namespace {
