@@ -8,7 +8,6 @@
 #include "platform/windows/code_page.h"
 #include "platform/windows/dde_memory.h"
 #include "platform/windows/dde_text.h"
-#include "platform/windows/patient_wait.h"
 
 namespace skyhop::platform {
 namespace {
@@ -19,6 +18,22 @@ using std::chrono::steady_clock;
 void DispatchMessages() {
   MSG message{};
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+}
+
+/// Waits for a system object, at most until a time. Meanwhile this thread's windows answer the
+/// questions of other programs, since the one waited for may have to ask them; nothing else
+/// happens. Returns whether the object was set.
+[[nodiscard]] bool WaitPatiently(HANDLE object, steady_clock::time_point until) {
+  while (true) {
+    const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
+    const auto longest = static_cast<DWORD>(std::max<long long>(left.count(), 0));
+    if (::MsgWaitForMultipleObjects(1, &object, FALSE, longest, QS_SENDMESSAGE) !=
+        WAIT_OBJECT_0 + 1) {
+      return ::WaitForSingleObject(object, 0) == WAIT_OBJECT_0;
+    }
+    MSG message{};
+    ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+  }
 }
 
 /// The talk whose thread this is: DDE calls back without saying for whom.
