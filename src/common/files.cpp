@@ -16,7 +16,8 @@ Error LastFileError(const std::string& what) {
 }
 
 void WriteFileFor(const std::filesystem::path& path, const std::string& content,
-                  const std::string& what) {
+                  const std::string& what,
+                  std::filesystem::perms permissions = std::filesystem::perms::unknown) {
   errno = 0;
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file) {
@@ -29,12 +30,25 @@ void WriteFileFor(const std::filesystem::path& path, const std::string& content,
     errno = reason;
     throw LastFileError(what);
   }
+  if (permissions != std::filesystem::perms::unknown) {
+    std::error_code error;
+    std::filesystem::permissions(path, permissions, error);
+    if (error) throw FileError(error, what);
+  }
   file.write(content.data(), static_cast<std::streamsize>(content.size()));
   file.close();
   if (!file) throw LastFileError(what);
 }
 
-/// A name beside `path` that nothing has.
+/// The file that a symbolic link leads to, also where there is none yet; any other path as it is.
+std::filesystem::path LinkTarget(const std::filesystem::path& path) {
+  std::error_code error;
+  if (!std::filesystem::is_symlink(path, error)) return path;
+  std::filesystem::path target = std::filesystem::canonical(path, error);
+  return error ? path.parent_path() / std::filesystem::read_symlink(path) : target;
+}
+
+/// An unused file name in the same folder.
 std::filesystem::path UnusedNeighbour(const std::filesystem::path& path) {
   std::random_device random;
   while (true) {
@@ -88,17 +102,20 @@ void WriteFile(const std::filesystem::path& path, const std::string& content) {
   WriteFileFor(path, content, "cannot write " + PathText(path));
 }
 
-void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content) {
+void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content,
+                     std::filesystem::perms permissions, FileSync sync) {
   const std::string what = "cannot write " + PathText(path);
   std::error_code error;
   const std::filesystem::file_status status = std::filesystem::status(path, error);
   if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
     throw Error(errors::kPathFileAccess, what + ": it is not a regular file");
   }
-  const std::filesystem::path neighbour = UnusedNeighbour(path);
+  const std::filesystem::path target = LinkTarget(path);
+  const std::filesystem::path neighbour = UnusedNeighbour(target);
   try {
-    WriteFileFor(neighbour, content, what);
-    std::filesystem::rename(neighbour, path, error);
+    WriteFileFor(neighbour, content, what, permissions);
+    if (sync != nullptr) sync(neighbour);
+    std::filesystem::rename(neighbour, target, error);
     if (error) throw FileError(error, what);
   } catch (...) {
     std::error_code ignored;

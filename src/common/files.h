@@ -21,11 +21,20 @@ namespace skyhop {
 /// Writes a file as it is given, replacing an existing one. Throws the Errors of FileError.
 void WriteFile(const std::filesystem::path& path, const std::string& content);
 
-/// Writes a file so that nobody ever sees a part of it: into another file of the same folder, which
-/// then takes its name. An existing regular file is replaced. On failure nothing is left behind.
+/// Has the system write a file to the disk. Throws the Errors of FileError.
+using FileSync = void (*)(const std::filesystem::path& path);
+
+/// Writes a file so that no program ever sees a part of it: into another file of the same folder,
+/// which then takes its name. Replaces an existing regular file; a symbolic link keeps pointing at
+/// its target, which is replaced. On failure nothing is left behind.
+///
+/// `permissions` are those of the new file, by default the system's for new files. With `sync`,
+/// either the old or the new content is there as a whole after a power cut, too.
 /// Throws the Errors of FileError, and Error 75 when the name belongs to something else than a
 /// regular file.
-void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content);
+void WriteFileAtOnce(const std::filesystem::path& path, const std::string& content,
+                     std::filesystem::perms permissions = std::filesystem::perms::unknown,
+                     FileSync sync = nullptr);
 
 /// Makes a folder, with those above it, where there is none. Throws the Errors of FileError.
 void CreateFolder(const std::filesystem::path& path);

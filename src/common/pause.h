@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <thread>
 
 namespace skyhop {
 
@@ -11,6 +12,12 @@ class Pause {
   virtual ~Pause() = default;
 
   virtual void Wait(std::chrono::milliseconds duration) = 0;
+};
+
+/// Just sleeps, for programs without a window.
+class SleepingPause : public Pause {
+ public:
+  void Wait(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
 };
 
 }  // namespace skyhop

@@ -5,12 +5,19 @@
 
 #include "common/errors.h"
 #include "common/files.h"
+#include "platform/platform.h"
 
 namespace skyhop::platform {
 namespace {
 
 constexpr const char* kRecordName = "installed-files.txt";
 constexpr std::size_t kLargestFile = std::size_t{64} << 20U;
+
+using std::filesystem::perms;
+constexpr perms kReadable =
+    perms::owner_read | perms::owner_write | perms::group_read | perms::others_read;
+constexpr perms kExecutable =
+    kReadable | perms::owner_exec | perms::group_exec | perms::others_exec;
 
 /// For each placed file, the stamps of the installed original and of the copy.
 struct Placed {
@@ -51,7 +58,7 @@ void WriteRecord(const std::filesystem::path& path, const Record& record) {
   for (const auto& [name, placed] : record) {
     text << placed.source << ' ' << placed.copy << ' ' << name << '\n';
   }
-  PutFile(path, text.str(), false);
+  WriteFileAtOnce(path, text.str(), kReadable, SyncFile);
 }
 
 /// Places one file if it is missing or was placed by us and is out of date. Returns whether the
@@ -70,10 +77,9 @@ bool PlaceFile(const std::filesystem::path& folder, const ShippedFile& file, Rec
                                            ", needed for " + PathText(target));
   }
   if (ours && known->second.source == *source) return false;
-  std::error_code error;
-  std::filesystem::create_directories(target.parent_path(), error);
-  if (error) throw FileError(error, "cannot create " + PathText(target.parent_path()));
-  PutFile(target, ReadFile(file.source, kLargestFile), file.executable);
+  CreateFolder(target.parent_path());
+  WriteFileAtOnce(target, ReadFile(file.source, kLargestFile),
+                  file.executable ? kExecutable : kReadable, SyncFile);
   record[name] = {*source, StampOf(target).value_or(FileStamp{})};
   return true;
 }
@@ -98,6 +104,22 @@ std::vector<std::string> PlaceFiles(const std::filesystem::path& folder,
   }
   if (changed) attempt([&] { WriteRecord(record_path, record); });
   return problems;
+}
+
+std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
+  std::vector<ShippedFile> files;
+  for (const char* name : {"BeaconLocation.txt", "BeaconSchedule.txt", "DefaultBands.txt"}) {
+    files.push_back({DataFile(name), name, false});
+  }
+  files.push_back({EstimateEngineFile(), std::filesystem::path("IonCap") / "ioncap.exe", true});
+  return PlaceFiles(folder, files);
+}
+
+std::filesystem::path HelpFile(const std::filesystem::path& program_folder) {
+  std::filesystem::path own = program_folder / "index.htm";
+  std::error_code ignored;
+  if (std::filesystem::is_regular_file(own, ignored)) return own;
+  return DataFile(std::filesystem::path("help") / "index.htm");
 }
 
 }  // namespace skyhop::platform

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace skyhop::platform {
@@ -17,16 +15,12 @@ struct ShippedFile {
   bool executable = false;
 };
 
-/// The texts among the shipped files; each takes the same name in the program folder.
-inline constexpr std::array<const char*, 3> kShippedTexts = {
-    "BeaconLocation.txt", "BeaconSchedule.txt", "DefaultBands.txt"};
-
 /// Places the files as FillProgramFolder says. A record of what was placed is kept in the program
 /// folder as "installed-files.txt".
 [[nodiscard]] std::vector<std::string> PlaceFiles(const std::filesystem::path& folder,
                                                   const std::vector<ShippedFile>& files);
 
-// Each back end has its own of these two.
+// Each back end has its own of the following.
 
 /// Size and time of a file: enough to tell whether it is still the one that was placed.
 struct FileStamp {
@@ -40,8 +34,13 @@ struct FileStamp {
 /// The stamp of a file, nothing when there is none.
 [[nodiscard]] std::optional<FileStamp> StampOf(const std::filesystem::path& path);
 
-/// Writes a file so that at every moment either the old or the new content is there as a whole.
-/// Throws the Errors of FileError; the old file is untouched then.
-void PutFile(const std::filesystem::path& path, std::string_view content, bool executable);
+/// Has the system write a file to the disk, for WriteFileAtOnce. Throws the Errors of FileError.
+void SyncFile(const std::filesystem::path& path);
+
+/// The full path of the running executable; empty where the system does not name it.
+[[nodiscard]] std::filesystem::path ExecutablePath();
+
+/// The installed estimate engine.
+[[nodiscard]] std::filesystem::path EstimateEngineFile();
 
 }  // namespace skyhop::platform

@@ -9,7 +9,6 @@
 #include "common/clock.h"
 #include "common/instance_guard.h"
 #include "common/machine_facts.h"
-#include "common/pause.h"
 #include "common/settings_store.h"
 #include "common/timekeeping.h"
 #include "engine/engine_launcher.h"
@@ -28,8 +27,6 @@ namespace skyhop::platform {
 /// What this machine has for running engines, looked up anew at each question.
 [[nodiscard]] std::unique_ptr<EngineHost> MakeEngineHost();
 [[nodiscard]] std::unique_ptr<UrlFetcher> MakeUrlFetcher();
-/// A pause that just sleeps, for programs without a window.
-[[nodiscard]] std::unique_ptr<Pause> MakePause();
 
 /// Has the console of a program without a window take UTF-8. Returns the program's arguments, its
 /// name first, as UTF-8.

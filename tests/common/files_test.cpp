@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
 #include <string>
 #include <system_error>
 
@@ -37,6 +39,23 @@ TEST(Files, SayWhatWentWrong) {
   EXPECT_EQ(read("file"), errors::kOverflow);
   EXPECT_EQ(ErrorNumber([&] { WriteFile(folder / "absent/file", ""); }), errors::kFileNotFound);
   EXPECT_EQ(ErrorNumber([&] { WriteFile(folder.Path(), ""); }), errors::kPathFileAccess);
+}
+
+TEST(Files, AreReplacedAsAWholeOrNotAtAll) {
+  const TemporaryFolder folder;
+  const std::filesystem::path file = folder / "file";
+  WriteFileAtOnce(file, "old");
+  const FileSync fail = [](const std::filesystem::path& written) {
+    throw Error(errors::kDiskFull, ReadFile(written, 100));
+  };
+  try {
+    WriteFileAtOnce(file, "new", std::filesystem::perms::unknown, fail);
+    ADD_FAILURE() << "replaced a file whose content is not on the disk";
+  } catch (const Error& error) {
+    EXPECT_STREQ(error.what(), "new") << "it is complete before it takes the name";
+  }
+  EXPECT_EQ(ReadFile(file, 100), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
 TEST(Files, HaveUrlsThatABrowserOpens) {

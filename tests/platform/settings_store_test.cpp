@@ -159,13 +159,15 @@ TEST_F(IniSettingsStoreTest, AFailedSaveChangesNothingAndLeavesNothingBehind) {
   EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
-TEST_F(IniSettingsStoreTest, ASaveLeavesNoTemporaryFileAndKeepsLinks) {
+TEST_F(IniSettingsStoreTest, ASaveIsPrivateLeavesNoTemporaryFileAndKeepsLinks) {
   const std::filesystem::path target = folder_ / "elsewhere.ini";
   WriteFile(target, "[Section]\nA=1\n");
   std::filesystem::create_symlink(target, file_);
   store_.SaveSetting("App", "Section", "B", "2");
   EXPECT_TRUE(std::filesystem::is_symlink(file_));
   EXPECT_NE(ReadFile(target, 1000).find("B=2"), std::string::npos);
+  EXPECT_EQ(std::filesystem::status(target).permissions(),
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 2);
 }
 

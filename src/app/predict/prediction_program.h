@@ -8,6 +8,7 @@
 
 #include "app/predict/options.h"
 #include "common/diagnostics.h"
+#include "common/pause.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
 #include "engine/engine_launcher.h"
@@ -68,7 +69,7 @@ class PredictionProgram {
  private:
   std::unique_ptr<Clock> clock_;
   std::unique_ptr<MachineFacts> facts_;
-  std::unique_ptr<Pause> pause_;
+  SleepingPause pause_;
   std::unique_ptr<SettingsStore> store_;
 
  public:

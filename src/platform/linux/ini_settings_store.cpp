@@ -14,13 +14,13 @@
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/text.h"
-#include "platform/linux/atomic_file.h"
+#include "platform/placed_files.h"
 
 namespace skyhop::platform {
 namespace {
 
 constexpr std::size_t kLargestIni = std::size_t{256} << 20U;
-constexpr mode_t kPrivate = 0600;
+constexpr auto kPrivate = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
 constexpr std::chrono::milliseconds kLockInterval{10};
 
 /// Tells whether a file is still the one that was read.
@@ -119,9 +119,7 @@ FileDescriptor IniSettingsStore::LockFolder() {
 
 void IniSettingsStore::Save(const std::string& application, std::span<const SettingEntry> entries) {
   for (const SettingEntry& entry : entries) CheckEntry(entry);
-  std::error_code error;
-  std::filesystem::create_directories(folder_, error);
-  if (error) throw FileError(error, "cannot create " + PathText(folder_));
+  CreateFolder(folder_);
 
   // Two programs that save at once would each write the other one's old values back.
   const FileDescriptor lock = LockFolder();
@@ -148,11 +146,12 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
     if (file.damaged) {
       std::filesystem::path copy = path;
       copy += ".damaged";
+      std::error_code error;
       std::filesystem::copy_file(path, copy, std::filesystem::copy_options::overwrite_existing,
                                  error);
       if (error) throw FileError(error, "cannot keep a copy of " + PathText(path));
     }
-    ReplaceFile(path, content, kPrivate);
+    WriteFileAtOnce(path, content, kPrivate, SyncFile);
     file.damaged = false;
     file.fingerprint = FingerprintOf(path);
   } catch (...) {

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "platform/linux/user_folders.h"
+#include "platform/placed_files.h"
 #include "platform/platform.h"
 
 namespace skyhop::platform {
@@ -42,7 +42,7 @@ class LinuxEngineHost : public EngineHost {
     return std::filesystem::path(home == nullptr ? "/" : home) / "itshfbc";
   }
   [[nodiscard]] std::filesystem::path EstimateEngine() const override {
-    return ExecutablePath().parent_path().parent_path() / SKYHOP_ENGINE_FOLDER / "skyhop-estimate";
+    return EstimateEngineFile();
   }
 };
 

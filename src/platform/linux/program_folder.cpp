@@ -1,11 +1,15 @@
+#include <fcntl.h>
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 
 #include "common/errors.h"
 #include "common/files.h"
-#include "platform/linux/atomic_file.h"
-#include "platform/linux/user_folders.h"
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/ini_settings_store.h"
 #include "platform/placed_files.h"
 #include "platform/platform.h"
 
@@ -17,7 +21,33 @@ std::filesystem::path InstallationPrefix() {
   return ExecutablePath().parent_path().parent_path();
 }
 
+/// The folder that `variable` names if it holds an absolute path, else `fallback` below the user's
+/// home folder. Throws Error 76 when the user has no home folder.
+std::filesystem::path UserFolder(const char* variable, const char* fallback) {
+  // The base directory rules have programs ignore a relative path in such a variable.
+  if (const char* folder = std::getenv(variable); folder != nullptr && folder[0] == '/') {
+    return folder;
+  }
+  if (const char* home = std::getenv("HOME"); home != nullptr && home[0] == '/') {
+    return std::filesystem::path(home) / fallback;
+  }
+  const passwd* user = ::getpwuid(::getuid());
+  if (user == nullptr || user->pw_dir == nullptr) {
+    throw Error(errors::kPathNotFound, "the user has no home folder");
+  }
+  return std::filesystem::path(user->pw_dir) / fallback;
+}
+
 }  // namespace
+
+std::filesystem::path ExecutablePath() {
+  std::error_code ignored;
+  return std::filesystem::read_symlink("/proc/self/exe", ignored);
+}
+
+std::filesystem::path EstimateEngineFile() {
+  return InstallationPrefix() / SKYHOP_ENGINE_FOLDER / "skyhop-estimate";
+}
 
 std::optional<FileStamp> StampOf(const std::filesystem::path& path) {
   struct stat status {};
@@ -26,8 +56,16 @@ std::optional<FileStamp> StampOf(const std::filesystem::path& path) {
                    status.st_mtim.tv_nsec};
 }
 
-void PutFile(const std::filesystem::path& path, std::string_view content, bool executable) {
-  ReplaceFile(path, content, executable ? 0755 : 0644);
+void SyncFile(const std::filesystem::path& path) {
+  const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file.IsOpen() || ::fsync(file.Get()) != 0) {
+    throw FileError(std::error_code(errno, std::generic_category()),
+                    "cannot write " + PathText(path) + " to the disk");
+  }
+}
+
+std::unique_ptr<SettingsStore> MakeSettingsStore() {
+  return std::make_unique<IniSettingsStore>(UserFolder("XDG_CONFIG_HOME", ".config") / "marlo");
 }
 
 std::filesystem::path ProgramFolder() {
@@ -37,33 +75,12 @@ std::filesystem::path ProgramFolder() {
   } else {
     folder = UserFolder("XDG_DATA_HOME", ".local/share") / "skyhop";
   }
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) throw FileError(error, "cannot create the program folder " + PathText(folder));
+  CreateFolder(folder);
   return folder;
-}
-
-std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder) {
-  const std::filesystem::path prefix = InstallationPrefix();
-  std::vector<ShippedFile> files;
-  files.reserve(std::size(kShippedTexts) + 1);
-  for (const char* name : kShippedTexts) {
-    files.push_back({prefix / SKYHOP_DATA_FOLDER / name, name, false});
-  }
-  files.push_back({prefix / SKYHOP_ENGINE_FOLDER / "skyhop-estimate",
-                   std::filesystem::path("IonCap") / "ioncap.exe", true});
-  return PlaceFiles(folder, files);
 }
 
 std::filesystem::path DataFile(const std::filesystem::path& name) {
   return InstallationPrefix() / SKYHOP_DATA_FOLDER / name;
-}
-
-std::filesystem::path HelpFile(const std::filesystem::path& program_folder) {
-  std::filesystem::path own = program_folder / "index.htm";
-  std::error_code ignored;
-  if (std::filesystem::is_regular_file(own, ignored)) return own;
-  return DataFile(std::filesystem::path("help") / "index.htm");
 }
 
 }  // namespace skyhop::platform

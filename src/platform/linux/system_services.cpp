@@ -7,12 +7,10 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <thread>
 
 #include "common/files.h"
-#include "platform/linux/ini_settings_store.h"
 #include "platform/linux/posix_engine_launcher.h"
-#include "platform/linux/user_folders.h"
+#include "platform/placed_files.h"
 #include "platform/platform.h"
 
 namespace skyhop::platform {
@@ -47,11 +45,6 @@ class LinuxTimekeeping : public Timekeeping {
     if (::adjtimex(&facts) < 0) return State::kUnknown;
     return (facts.status & STA_UNSYNC) == 0 ? State::kSynchronised : State::kUnsynchronised;
   }
-};
-
-class SleepingPause : public Pause {
- public:
-  void Wait(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
 };
 
 /// "6.1.12-3" as 0x06010C: a byte each for the first three numbers.
@@ -134,10 +127,6 @@ class LinuxMachineFacts : public MachineFacts {
 
 }  // namespace
 
-std::unique_ptr<SettingsStore> MakeSettingsStore() {
-  return std::make_unique<IniSettingsStore>(UserFolder("XDG_CONFIG_HOME", ".config") / "marlo");
-}
-
 std::unique_ptr<Clock> MakeClock() {
   return std::make_unique<SystemClock>();
 }
@@ -156,10 +145,6 @@ std::unique_ptr<EngineLauncher> MakeEngineLauncher() {
 
 std::vector<std::string> StartConsole(int argc, const char* const* argv) {
   return {argv, argv + argc};
-}
-
-std::unique_ptr<Pause> MakePause() {
-  return std::make_unique<SleepingPause>();
 }
 
 }  // namespace skyhop::platform

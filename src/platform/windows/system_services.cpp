@@ -6,12 +6,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
-#include <thread>
 
 #include "common/files.h"
+#include "platform/placed_files.h"
 #include "platform/platform.h"
 #include "platform/windows/code_page.h"
-#include "platform/windows/executable_path.h"
 #include "platform/windows/registry_settings_store.h"
 #include "platform/windows/url_moniker_fetcher.h"
 #include "platform/windows/windows_engine_launcher.h"
@@ -63,11 +62,6 @@ class WindowsTimekeeping : public Timekeeping {
   }
   /// Only the time service knows, and it does not tell everybody.
   [[nodiscard]] State ClockState() const override { return State::kUnknown; }
-};
-
-class SleepingPause : public Pause {
- public:
-  void Wait(std::chrono::milliseconds duration) override { std::this_thread::sleep_for(duration); }
 };
 
 std::string LocaleFact(LCTYPE type) {
@@ -192,10 +186,6 @@ std::vector<std::string> StartConsole(int argc, const char* const* argv) {
   for (int i = 0; i < count; ++i) arguments.push_back(Utf8(wide[i]));
   ::LocalFree(wide);
   return arguments;
-}
-
-std::unique_ptr<Pause> MakePause() {
-  return std::make_unique<SleepingPause>();
 }
 
 }  // namespace skyhop::platform

@@ -1,5 +1,5 @@
+#include "platform/placed_files.h"
 #include "platform/platform.h"
-#include "platform/windows/executable_path.h"
 
 namespace skyhop::platform {
 namespace {
@@ -13,7 +13,7 @@ class WindowsEngineHost : public EngineHost {
   }
   [[nodiscard]] std::filesystem::path NativeData() const override { return {}; }
   [[nodiscard]] std::filesystem::path EstimateEngine() const override {
-    return ExecutablePath().parent_path() / "skyhop-estimate.exe";
+    return EstimateEngineFile();
   }
 };
 

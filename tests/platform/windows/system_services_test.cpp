@@ -5,7 +5,6 @@
 #include "common/files.h"
 #include "platform/platform.h"
 #include "platform/windows/code_page.h"
-#include "platform/windows/executable_path.h"
 #include "platform/windows/system_error.h"
 #include "support/temporary_folder.h"
 
