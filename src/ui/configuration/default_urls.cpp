@@ -1,21 +1,23 @@
 #include "ui/configuration/default_urls.h"
 
+#include "common/default_addresses.h"
+
 namespace skyhop {
 
 const char* DefaultUrl(PanelText url) {
   switch (url) {
     case PanelText::kSFIURL:
-      return "https://services.swpc.noaa.gov/text/45-day-ap-forecast.txt";
+      return default_addresses::kForecast;
     case PanelText::kSSNURL:
-      return "https://services.swpc.noaa.gov/json/solar-cycle/predicted-solar-cycle.json";
+      return default_addresses::kSunspotNumber;
     case PanelText::kWWVURL:
-      return "https://services.swpc.noaa.gov/text/wwv.txt";
+      return default_addresses::kCurrentConditions;
     case PanelText::kURL0:
-      return "https://www.swpc.noaa.gov/communities/radio-communications";
+      return default_addresses::kPropagationPage;
     case PanelText::kURL1:
-      return "https://www.swpc.noaa.gov/communities/space-weather-enthusiasts";
+      return default_addresses::kEnthusiastsPage;
     case PanelText::kURL2:
-      return "https://services.swpc.noaa.gov/images/planetary-k-index.gif";
+      return default_addresses::kKIndexPicture;
     default:
       return "";
   }

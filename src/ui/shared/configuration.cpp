@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "bands/bands.h"
+#include "common/default_addresses.h"
 #include "common/errors.h"
 #include "common/numbers.h"
 #include "common/program.h"
@@ -49,10 +50,9 @@ constexpr std::array<UrlSetting, 7> kUrls = {{
     {PanelText::kURL1, "URL1", ""},
     {PanelText::kURL2, "URL2", ""},
     {PanelText::kURL3, "URL3", ""},
-    {PanelText::kSSNURL, "SSNURL",
-     "https://services.swpc.noaa.gov/json/solar-cycle/predicted-solar-cycle.json"},
-    {PanelText::kSFIURL, "SFIURL", "https://services.swpc.noaa.gov/text/45-day-ap-forecast.txt"},
-    {PanelText::kWWVURL, "WWVURL", "https://services.swpc.noaa.gov/text/wwv.txt"},
+    {PanelText::kSSNURL, "SSNURL", default_addresses::kSunspotNumber},
+    {PanelText::kSFIURL, "SFIURL", default_addresses::kForecast},
+    {PanelText::kWWVURL, "WWVURL", default_addresses::kCurrentConditions},
 }};
 /// The parameter set restores the addresses of web pages, which come first.
 constexpr std::size_t kFirstDownload = 4;

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "common/files.h"
+#include "platform/placed_files.h"
 #include "platform/platform.h"
 #include "platform/windows/code_page.h"
 #include "platform/windows/system_error.h"
