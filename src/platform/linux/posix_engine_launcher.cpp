@@ -7,10 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -20,6 +17,7 @@
 #include "common/text.h"
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/output_tail.h"
+#include "platform/linux/process_group.h"
 
 // The header of this glibc lacks the C linkage that its function has.
 extern "C" {
@@ -32,7 +30,6 @@ namespace skyhop::platform {
 namespace {
 
 constexpr int kStarted = 33;
-constexpr std::chrono::milliseconds kTimeToEnd{500};
 
 /// Of so many ended processes it is still known what they printed: who started several engines asks
 /// after the first only when the last runs.
@@ -84,63 +81,6 @@ class SpawnSettings {
   posix_spawn_file_actions_t actions_{};
   posix_spawnattr_t attributes_{};
 };
-
-/// The process group that ends with this program, 0 for none. A signal handler can reach nothing
-/// but variables of the whole program.
-volatile sig_atomic_t interrupted_group = 0;
-
-/// Calls only what a signal handler may call. Reaps the shell, which would count as a member of its
-/// group otherwise.
-extern "C" void EndGroupAndSelf(int signal) {
-  static constexpr int kStep = 10;  // ms
-  const auto group = static_cast<pid_t>(interrupted_group);
-  if (group > 0) {
-    ::kill(-group, SIGTERM);
-    for (int waited = 0; waited < kTimeToEnd.count(); waited += kStep) {
-      (void)::waitpid(group, nullptr, WNOHANG);
-      if (::kill(-group, 0) != 0) break;
-      (void)::poll(nullptr, 0, kStep);
-    }
-    ::kill(-group, SIGKILL);
-  }
-  ::raise(signal);
-}
-
-/// State and process group of a process, from a line of /proc/PID/stat. The program's name, in
-/// parentheses before them, may hold anything.
-bool RunsInGroup(const std::string& line, pid_t group) {
-  const std::size_t name_end = line.rfind(')');
-  if (name_end == std::string::npos) return false;
-  std::istringstream fields(line.substr(name_end + 1));
-  char state = 0;
-  pid_t parent = 0;
-  pid_t member_of = 0;
-  fields >> state >> parent >> member_of;
-  return fields && member_of == group && state != 'Z' && state != 'X';
-}
-
-/// Whether a process of the group runs. kill() alone cannot answer: it also counts processes that
-/// have ended while their parents have not asked for their status.
-bool GroupRuns(pid_t group) {
-  if (::kill(-group, 0) != 0 && errno == ESRCH) return false;
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry("/proc", error), end; !error && entry != end;
-       entry.increment(error)) {
-    if (!IsDigit(entry->path().filename().native().front())) continue;
-    std::ifstream file(entry->path() / "stat");
-    std::string line;
-    std::getline(file, line);
-    if (RunsInGroup(line, group)) return true;
-  }
-  return static_cast<bool>(error);
-}
-
-void WaitForGroup(pid_t group, std::chrono::milliseconds longest) {
-  const auto until = std::chrono::steady_clock::now() + longest;
-  while (GroupRuns(group) && std::chrono::steady_clock::now() < until) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  }
-}
 
 bool IsPlain(char c) {
   return IsLetter(c) || IsDigit(c) ||
@@ -282,31 +222,13 @@ bool PosixEngineLauncher::WaitForEnd(ProcessId process, std::chrono::millisecond
 }
 
 void PosixEngineLauncher::EndWithThisProgram(ProcessId process) {
-  interrupted_group = static_cast<sig_atomic_t>(process);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    struct sigaction action {};
-    // A signal that is ignored, as in a background job, stays ignored.
-    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
-    action = {};
-    action.sa_handler = EndGroupAndSelf;
-    // The second one, sent from inside the handler, does what it does by default. It waits for the
-    // handler's end, as others of the user do: the engine has to be gone by then.
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int held : {SIGINT, SIGTERM, SIGHUP}) ::sigaddset(&action.sa_mask, held);
-    ::sigaction(signal, &action, nullptr);
-  }
+  EndGroupWithThisProgram(static_cast<pid_t>(process));
 }
 
 void PosixEngineLauncher::End(ProcessId process) {
   Child* child = Find(process);
   if (child == nullptr || child->reaped) return;
-  // The shell obeys at once, whatever the engine that it started does.
-  const auto group = static_cast<pid_t>(process);
-  for (const int signal : {SIGTERM, SIGKILL}) {
-    if (!GroupRuns(group)) break;
-    ::kill(-group, signal);
-    WaitForGroup(group, kTimeToEnd);
-  }
+  EndGroup(static_cast<pid_t>(process));
   child->Reap();
 }
 
