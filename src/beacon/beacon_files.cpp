@@ -6,7 +6,7 @@
 namespace skyhop::BeaconModule {
 namespace {
 
-/// Far beyond any real file; keeps a file of another kind from being read whole.
+/// Larger than any real file, so that a file of another kind is not read whole.
 constexpr std::size_t kFileLimit = std::size_t{32} << 20U;
 
 class FileSet {
@@ -21,7 +21,7 @@ class FileSet {
     Add(files_->locations.problems);
   }
 
-  /// Returns whether the file tells a schedule.
+  /// Returns whether the file holds a schedule.
   bool ReadSchedule(const char* name) {
     const auto content = Content(name);
     if (!content) return false;

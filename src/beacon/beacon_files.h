@@ -14,18 +14,19 @@ inline constexpr const char* kLocationFile = "BeaconLocation.txt";
 inline constexpr const char* kScheduleFile = "BeaconSchedule.txt";
 inline constexpr const char* kCustomScheduleFile = "CustomBeaconSchedule.txt";
 
-/// What the beacon files of the program folder say.
+/// The contents of the beacon files in the program folder.
 struct BeaconFiles {
   BeaconLocations locations;
   /// Nothing when no schedule can be read.
   std::optional<SlotTable> schedule;
   bool custom = false;  ///< the schedule is the user's own
-  /// Everything that is wrong, the locations' problems among them.
+  /// All problems, including those of the locations.
   std::vector<FileProblem> problems;
 };
 
-/// Reads the files. With `custom` the user's own schedule counts; when it is not there or tells
-/// none, the standard one does, and the problems say so. LogProblems writes them to the error log.
+/// Reads the files. With `custom`, uses the user's own schedule. If that file is missing or holds
+/// no schedule, uses the standard one and adds a problem. LogProblems writes the problems to the
+/// error log.
 [[nodiscard]] BeaconFiles ReadBeaconFiles(const std::filesystem::path& program_folder, bool custom,
                                           Diagnostics& diagnostics);
 

@@ -30,7 +30,7 @@ bool IsPlainAngle(std::string_view text, std::string_view letters) {
     text.remove_prefix(digits);
     return digits >= 1 && digits <= most;
   };
-  // Blanks may stand before it.
+  // Blanks may precede the mark.
   const auto mark = [&text](std::string_view marks) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     if (text.empty() || marks.find(text.front()) == std::string_view::npos) return false;
@@ -44,8 +44,8 @@ bool IsPlainAngle(std::string_view text, std::string_view letters) {
   return number(2) && mark("\"") && mark(letters) && text.empty();
 }
 
-/// A coordinate that is typed into a window may have many forms; one of a file is not looked at
-/// again, so what would be read differently from what was meant is refused.
+/// A window shows the user how it reads a coordinate, so it accepts many forms. A file shows
+/// nothing, so only the one form that cannot be misread is accepted.
 std::optional<Angle> ReadAngle(const std::string& text, std::string_view letters) {
   const std::string capitals = UpperCase(text);
   if (!IsPlainAngle(capitals, letters)) return std::nullopt;
@@ -85,7 +85,7 @@ class LocationReader {
     Tell(field, std::string(kFieldNames.at(field)) + " \"" + Text(field) + "\" is not " + expected);
   }
 
-  /// What a beacon cannot do without. Returns whether it is there.
+  /// Reads the mandatory fields. Returns whether all of them are valid.
   bool ReadStation(Beacon& beacon) {
     beacon.call = UpperCase(Text(0));
     if (!IsCall(beacon.call)) {

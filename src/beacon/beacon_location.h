@@ -26,7 +26,7 @@ struct Beacon {
   bool on_air = true;
 
   Position position;
-  /// What `time_zone` says; nothing when the file does not tell it.
+  /// The value of `time_zone`; nothing if the file does not contain it.
   std::optional<std::chrono::minutes> utc_offset;
 };
 
@@ -42,9 +42,9 @@ struct BeaconLocations {
 /// latitude, longitude, place, country, continent, CQ zone, ITU zone, time zone, and "yes" or "no"
 /// for on the air.
 ///
-/// A line without a proper call, latitude or longitude is left out, and so is a call that was there
-/// before. Another field that cannot be right is read as empty, "on the air" as yes. Each of these
-/// is told in the problems, with the place of the field.
+/// Skips a line without a valid call, latitude or longitude, and a line with the call of an earlier
+/// one. Reads another invalid field as empty, "on the air" as yes. Each of these adds a problem
+/// with the place of the field.
 [[nodiscard]] BeaconLocations ReadBeaconLocations(std::string_view content,
                                                   const std::string& file);
 

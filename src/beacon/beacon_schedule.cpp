@@ -104,7 +104,7 @@ class ScheduleReader {
 
   void ReadSlot(const Record& record) {
     std::vector<std::string>& calls = calls_.emplace_back();
-    // Told already.
+    // Already reported.
     if (record.broken) return;
     const std::size_t count = record.fields.size();
     const std::size_t expected = by_frequency_ ? columns_.size() : 1;

@@ -11,15 +11,14 @@
 
 namespace skyhop::BeaconModule {
 
-/// Who transmits when: a cycle of slots of equal length, in each of which every frequency has one
-/// beacon or is silent.
+/// A cycle of slots of equal length. In each slot every frequency has one beacon or is silent.
 struct SlotTable {
-  /// Of a file that does not say otherwise.
+  /// The slot length if the file contains none.
   static constexpr std::chrono::milliseconds kUsualSlot{10'000};
 
   std::chrono::milliseconds slot{kUsualSlot};  ///< above 0
   std::vector<double> frequencies;             ///< kHz, in the order of the file
-  /// Calls in capitals by slot and frequency; empty where nobody transmits.
+  /// Calls in capitals by slot and frequency; empty for a silent frequency.
   std::vector<std::vector<std::string>> slots;
 
   [[nodiscard]] std::chrono::milliseconds Cycle() const {
@@ -28,7 +27,7 @@ struct SlotTable {
 };
 
 struct ScheduleFile {
-  /// Nothing when the file does not tell a schedule.
+  /// Nothing if the file holds no schedule.
   std::optional<SlotTable> table;
   std::vector<FileProblem> problems;
 };
@@ -38,14 +37,15 @@ struct ScheduleFile {
 ///  - "frequencies" and up to ten frequencies in kHz,
 ///  - then one line for each slot of the cycle. Either each has one call: the beacon that begins
 ///    on the first frequency in that slot and goes on to the next frequency with each slot. Or each
-///    has as many fields as there are frequencies: who transmits on each of them in that slot.
-///    "-" is nobody.
+///    has as many fields as there are frequencies: the beacon that transmits on each of them in
+///    that slot.
+///    "-" means no beacon.
 ///
-/// The form is the one that most of the lines have. A slot that cannot be read stays in the cycle,
-/// silent, so that the others keep their times; a line before the frequencies is no slot. A
-/// frequency that cannot be read, or is one too many, is left out of the table. A call that is not
-/// among `known` is told but kept. A schedule whose slot length or frequencies cannot be read at
-/// all, in which nobody transmits, or whose cycle is longer than a day, is none.
+/// Most of the lines determine the form. A slot that cannot be read stays in the cycle, silent, so
+/// that the others keep their times; a line before the frequencies is not a slot. A frequency that
+/// cannot be read, or exceeds the ten, is not in the table. A call that is not in `known` is
+/// reported but kept. A file holds no schedule if its slot length or all its frequencies cannot be
+/// read, if no beacon transmits, or if its cycle is longer than a day.
 [[nodiscard]] ScheduleFile ReadBeaconSchedule(std::string_view content, const std::string& file,
                                               const BeaconLocations& known);
 

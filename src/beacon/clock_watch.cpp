@@ -19,8 +19,8 @@ UtcTime HalfYear(UtcTime time) {
   return sys_days((year + std::chrono::years(1)) / std::chrono::January / 1);
 }
 
-/// Whether a clock that is right may jump so between two times: where a leap second is counted, the
-/// second before midnight comes twice.
+/// Whether a leap second explains such a jump between two times: a clock that counts it repeats the
+/// second before midnight.
 bool IsLeapSecond(UtcTime from, UtcTime to, std::chrono::milliseconds by) {
   constexpr std::chrono::minutes near{1};
   constexpr std::chrono::milliseconds second{1000};
@@ -34,7 +34,7 @@ bool IsLeapSecond(UtcTime from, UtcTime to, std::chrono::milliseconds by) {
 std::string ClockWatch::Look() {
   const Moment now{clock_->UtcNow(), timekeeping_->Passed()};
   if (last_) {
-    // From look to look: a clock that is slewed slowly is being kept right.
+    // Compare with the previous look only: a system that slews its clock slowly keeps it right.
     const auto by = (now.clock - last_->clock) - (now.passed - last_->passed);
     if (std::chrono::abs(by) > kJump && !IsLeapSecond(last_->clock, now.clock, by))
       jump_ = {now, by};

@@ -9,24 +9,24 @@
 
 namespace skyhop::BeaconModule {
 
-/// Tells when the system's clock seems off: when it has been set while the program looked, and when
-/// the system says that nothing keeps it right. Corrects nothing.
+/// Reports when the system's clock may be wrong: when it was set between two looks, and when the
+/// system reports that it is not synchronised. Does not correct the clock.
 class ClockWatch {
  public:
-  /// A difference between two looks that is more than inexact timing.
+  /// A larger difference between two looks is not inexact timing.
   static constexpr std::chrono::milliseconds kJump{250};
-  /// How long a jump is told.
+  /// How long a jump is reported.
   static constexpr std::chrono::minutes kTold{10};
 
   /// Both must outlive this object.
   ClockWatch(const Clock& clock, const Timekeeping& timekeeping)
       : clock_(&clock), timekeeping_(&timekeeping) {}
 
-  /// Looks at the clock, again and again. Returns what is wrong in a sentence; empty when nothing
-  /// is known to be.
+  /// Looks at the clock; the caller repeats this. Returns the fault as a sentence, empty if none is
+  /// known.
   [[nodiscard]] std::string Look();
 
-  /// Begins anew after a pause: what the clock did meanwhile is not told.
+  /// Restarts after a pause. Changes of the clock during the pause are not reported.
   void Restart() { last_.reset(); }
 
  private:

@@ -7,7 +7,7 @@
 namespace skyhop::BeaconModule {
 namespace {
 
-// As the prediction window has them for the long path.
+// The same values as in the prediction window, so that both show the same long path.
 constexpr double kEquatorKilometres = 40075.16;
 constexpr double kEquatorMiles = 24901.55;
 

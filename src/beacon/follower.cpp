@@ -7,7 +7,7 @@
 namespace skyhop::BeaconModule {
 
 void Follower::SetOptions(const FollowOptions& options) {
-  // What was off may be anywhere by now.
+  // While an option was off, the user may have moved what it controls.
   if (!options.retune) done_.tuned.reset();
   if (!options.rotate) done_.rotated.reset();
   if (!options.look_up) done_.looked_up.reset();
@@ -27,7 +27,7 @@ void Follower::Tune(const Transmission& target, double frequency) {
   if (!options_.retune || connection == 0) return;
   const Tuning tuning{connection, target};
   if (std::exchange(done_.tuned, tuning) == tuning) return;
-  // The VFO and the mode first: each of them may move the frequency.
+  // Set VFO and mode first: each may change the frequency.
   peers_->SetVfoA();
   peers_->SetSplit(false);
   peers_->SetTransceiverMode("CW");

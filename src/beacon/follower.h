@@ -15,12 +15,12 @@ enum class BeaconPeer {
   kMap,          ///< turns the antenna, shows bearings and beacons
 };
 
-/// Takes commands to those programs. A command to one that is not there does nothing.
+/// Sends commands to those programs. A command to a program that is not connected does nothing.
 class BeaconPeers {
  public:
   virtual ~BeaconPeers() = default;
-  /// The number of the connection with a program: 0 while there is none, another one each time that
-  /// it is connected anew, knowing nothing of what was sent before.
+  /// The number of the connection with a program: 0 while there is none. Each new connection has
+  /// another number, since its program has lost all earlier commands.
   [[nodiscard]] virtual int Connection(BeaconPeer peer) const = 0;
   [[nodiscard]] bool HasTransceiver() const { return Connection(BeaconPeer::kTransceiver) != 0; }
   /// Selects the transceiver's VFO A.
@@ -47,10 +47,10 @@ struct FollowOptions {
   friend bool operator==(const FollowOptions&, const FollowOptions&) = default;
 };
 
-/// Has the peers follow the beacons: each transmission once, however often it is told. The
-/// transceiver is tuned for every transmission, so that it comes back when the user has turned the
-/// knob; antenna and map move when the beacon or its bearing changes. An option that is switched on
-/// takes effect at once, and so does a peer that is connected.
+/// Makes the peers follow the beacons, once per transmission however often Follow is called. It
+/// tunes the transceiver for every transmission, so that it returns after the user has turned the
+/// knob. It moves antenna and map when the beacon or its bearing changes. An option that is
+/// switched on and a peer that connects take effect at once.
 class Follower {
  public:
   /// Must outlive this object.
@@ -59,8 +59,9 @@ class Follower {
   void SetOptions(const FollowOptions& options);
   [[nodiscard]] const FollowOptions& Options() const { return options_; }
 
-  /// The transmission to listen for now; nothing leaves the peers where they are. `beacon` is null
-  /// when its location is not known, `bearing` nothing when yours or its is not.
+  /// `target` is the transmission to listen for now; without one the peers stay as they are.
+  /// `beacon` is null if its location is unknown, `bearing` nothing if the user's or the beacon's
+  /// location is.
   void Follow(const std::optional<Transmission>& target, double frequency, const Beacon* beacon,
               std::optional<std::int16_t> bearing);
 
@@ -76,7 +77,7 @@ class Follower {
     std::int16_t bearing = 0;
     friend bool operator==(const Pointing&, const Pointing&) = default;
   };
-  /// What was last commanded.
+  /// The last commands.
   struct Done {
     std::optional<Tuning> tuned;
     std::optional<Pointing> rotated;

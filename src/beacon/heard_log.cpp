@@ -17,7 +17,7 @@
 namespace skyhop::BeaconModule {
 namespace {
 
-/// Some hundred thousand marks.
+/// Enough for some hundred thousand marks.
 constexpr std::size_t kLogLimit = std::size_t{32} << 20U;
 
 constexpr const char* kHeader = "utc,call,frequency_khz,heard,note";
@@ -59,7 +59,7 @@ std::string MarkText(const HeardMark& mark) {
          "," + (mark.heard ? "yes" : "no") + "," + CsvField(mark.note);
 }
 
-/// The mark of a line; `wrong` is the first field that spoils it when there is none.
+/// The mark of a line. If the line is not a mark, `wrong` is the index of its first invalid field.
 std::optional<HeardMark> ReadMark(const Record& record, std::size_t& wrong) {
   const auto begin = ReadMoment(record.Text(0));
   const std::string call = UpperCase(record.Text(1));
@@ -76,7 +76,7 @@ bool IsHeader(const Record& record) {
   return EqualsIgnoringCase(record.Text(0), "utc");
 }
 
-/// Whether what is appended would go on in the file's last line.
+/// Whether the file's last line lacks its line end, so that appended text would continue it.
 bool LastLineIsOpen(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   file.seekg(-1, std::ios::end);
@@ -91,7 +91,8 @@ std::vector<HeardMark> InOrder(std::vector<HeardMark> marks) {
   };
   std::stable_sort(marks.begin(), marks.end(),
                    [&](const HeardMark& a, const HeardMark& b) { return key(a) < key(b); });
-  // From behind, the last mark of a transmission is the first one of its kind.
+  // unique() keeps the first of equal elements. In reverse order that is the last mark of a
+  // transmission.
   const auto first =
       std::unique(marks.rbegin(), marks.rend(),
                   [&](const HeardMark& a, const HeardMark& b) { return key(a) == key(b); });

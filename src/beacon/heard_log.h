@@ -24,8 +24,8 @@ struct HeardMark {
 };
 
 /// The user's log of beacons heard and not heard, a file of comma-separated values with a header.
-/// Marks are only ever appended, so nothing that stands in the file gets lost; of several marks of
-/// one transmission the last one counts.
+/// It only appends marks, so the file loses nothing. The last of several marks of one transmission
+/// is valid.
 class HeardLog {
  public:
   static constexpr const char* kFileName = "BeaconHeard.csv";
@@ -37,12 +37,12 @@ class HeardLog {
   /// Reads the file anew. Lines that cannot be read are written to the error log, see LogProblems.
   void Load();
 
-  /// Adds a mark and saves it. The same mark again changes nothing, with an empty note neither.
-  /// Throws the Errors of FileError when it cannot be saved; it holds for this run all the same and
-  /// is saved with the next one.
+  /// Adds a mark and saves it. Ignores a mark that equals the present one, also if its note is
+  /// empty. Throws the Errors of FileError if it cannot be saved; the mark is then valid in this
+  /// run and is saved with the next one.
   void Mark(const HeardMark& mark);
 
-  /// All marks that count, by time.
+  /// All valid marks, by time.
   [[nodiscard]] const std::vector<HeardMark>& Marks() const { return marks_; }
   /// Those of transmissions that began on a UTC day.
   [[nodiscard]] std::vector<HeardMark> On(std::chrono::year_month_day day) const;

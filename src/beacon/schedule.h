@@ -15,7 +15,7 @@ namespace skyhop::BeaconModule {
 struct Slot {
   std::size_t index = 0;  ///< in the cycle
   UtcTime begin;
-  UtcTime end;  ///< no longer belongs to it
+  UtcTime end;  ///< the first moment after the slot
 
   friend bool operator==(const Slot&, const Slot&) = default;
 };
@@ -30,9 +30,9 @@ struct Transmission {
   friend bool operator==(const Transmission&, const Transmission&) = default;
 };
 
-/// A slot table on the clock. Every answer follows from the time alone, so a clock that jumps, a
-/// machine that slept and a leap second leave nothing wrong behind. The cycle begins at 00:00 UTC
-/// each day; a last one that is not whole is cut off at midnight.
+/// A slot table on the clock. Every answer depends on the time alone, so it is right again after a
+/// jump of the clock, sleep or a leap second. The cycle begins at 00:00 UTC each day; midnight cuts
+/// off a last cycle that is not whole.
 class Schedule {
  public:
   explicit Schedule(SlotTable table) : table_(std::move(table)) {}
@@ -41,7 +41,7 @@ class Schedule {
 
   [[nodiscard]] Slot At(UtcTime time) const;
 
-  /// Who transmits on a frequency at that time; empty for nobody.
+  /// The call of the beacon that transmits on a frequency at that time; empty if none does.
   [[nodiscard]] const std::string& CallOn(std::size_t frequency, UtcTime time) const;
 
   /// The transmissions on a frequency that begin after `time`, at most `count` of them and within
@@ -49,8 +49,8 @@ class Schedule {
   [[nodiscard]] std::vector<Transmission> Following(std::size_t frequency, UtcTime time,
                                                     std::size_t count) const;
 
-  /// The transmission of a beacon that is on at `time` or else begins first after it; of several at
-  /// once the one on the first frequency. Nothing when the beacon is not in the table.
+  /// The transmission of a beacon at `time`, otherwise its first one after `time`. If it has
+  /// several at once, the one on the first frequency. Nothing if the beacon is not in the table.
   [[nodiscard]] std::optional<Transmission> NextOf(std::string_view call, UtcTime time) const;
 
  private:

@@ -37,8 +37,8 @@ struct BeaconFacts {
 };
 
 /// The transmission to listen for at `time`: nothing while none of the selected beacons transmits.
-/// Of several beacons in an octant it is the one on the frequency that is most open, of equally
-/// open ones the one on the lowest; those off the air are left out.
+/// For an octant with several beacons it is the one on the most open frequency, and among equally
+/// open frequencies on the lowest. Beacons that are off the air are skipped.
 [[nodiscard]] std::optional<Transmission> TargetAt(const Schedule& schedule,
                                                    const Selection& selection, UtcTime time,
                                                    const BeaconFacts& facts);

@@ -14,8 +14,7 @@ class LineReader {
  public:
   explicit LineReader(std::string_view line) : line_(line) {}
 
-  /// The line without its number. When something is wrong with the quotes it is broken, see
-  /// Problem().
+  /// The line without its number. If its quotes are wrong, the record is broken; see Problem().
   Record Read() {
     Record record;
     record.end_column = Column(line_.size());
@@ -35,7 +34,7 @@ class LineReader {
     return record;
   }
 
-  /// What was wrong, its line left open.
+  /// The problem, without the number of its line.
   [[nodiscard]] const FileProblem& Problem() const { return problem_; }
 
  private:
@@ -43,7 +42,7 @@ class LineReader {
     while (at_ < line_.size() && IsBlank(line_[at_])) ++at_;
   }
 
-  /// Users count characters, not bytes. Counting goes on from the place asked for before.
+  /// Users count characters, not bytes. Counting continues from the previous call, for speed.
   [[nodiscard]] int Column(std::size_t at) {
     if (at < counted_) counted_ = characters_ = 0;
     for (; counted_ < at; ++characters_) counted_ += CharacterSize(line_.substr(counted_));

@@ -8,7 +8,7 @@
 
 namespace skyhop::BeaconModule {
 
-/// Something that is wrong in a file.
+/// A problem in a file.
 struct FileProblem {
   std::string file;
   int line = 0;    ///< from 1; 0 when it concerns the file as a whole
@@ -32,16 +32,16 @@ struct Field {
   int column = 1;  ///< where it begins
 };
 
-/// One line that holds something.
+/// One line that is neither blank nor a comment.
 struct Record {
   int line = 1;
   std::vector<Field> fields;  ///< never empty but in a broken record
   int end_column = 1;         ///< after the line's last character
-  bool broken = false;        ///< its quotes are wrong; `fields` are those in front of that place
+  bool broken = false;        ///< its quotes are wrong; `fields` are those before them
 
-  /// A field; empty where the line ends before it.
+  /// A field; empty if the line has fewer fields.
   [[nodiscard]] std::string Text(std::size_t field) const;
-  /// Where a field begins; the line's end where it ends before it.
+  /// The column where a field begins; the end of the line if it has fewer fields.
   [[nodiscard]] int ColumnOf(std::size_t field) const;
 };
 
@@ -50,8 +50,8 @@ struct Record {
 /// quote is a character like any other, so that coordinates with seconds need none around them.
 /// Blank lines and lines that begin with "#" are left out. Line ends may be CR LF, LF or CR.
 ///
-/// A line whose quotes are not closed, or that goes on after closing quotes, is a broken record and
-/// told in `problems`.
+/// A line whose quotes are not closed, or that has text after closing quotes, is a broken record
+/// and adds to `problems`.
 [[nodiscard]] std::vector<Record> SplitRecords(std::string_view content, const std::string& file,
                                                std::vector<FileProblem>& problems);
 

@@ -15,13 +15,12 @@ class Clock {
   /// The current time in UTC.
   [[nodiscard]] virtual UtcTime UtcNow() const = 0;
 
-  /// Time that nobody can set, for how long something takes.
+  /// The time of a clock that cannot be set, for measuring how long something takes.
   [[nodiscard]] virtual std::chrono::steady_clock::time_point SteadyNow() const {
     return std::chrono::steady_clock::now();
   }
 
-  /// What has to be added to UTC to get the user's local time at `time`; negative west of
-  /// Greenwich.
+  /// The offset from UTC to the user's local time at `time`; negative west of Greenwich.
   [[nodiscard]] virtual std::chrono::seconds LocalOffset(UtcTime time) const = 0;
 };
 

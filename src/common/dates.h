@@ -15,8 +15,8 @@ namespace skyhop {
 /// calendar does not have.
 [[nodiscard]] std::optional<std::chrono::year_month_day> ParseDate(std::string_view text);
 
-/// "dd-mmm-yy" with the English month name: "05-Nov-26". A year that ParseDate would not read back
-/// from two digits is written with four: "05-Nov-2030".
+/// "dd-mmm-yy" with the English month name: "05-Nov-26". Writes four digits for a year that
+/// ParseDate would not read back from two: "05-Nov-2030".
 [[nodiscard]] std::string DateText(std::chrono::year_month_day date);
 
 /// The three-letter English name of a month, "Jan" to "Dec".

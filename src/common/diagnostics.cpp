@@ -52,13 +52,13 @@ void Diagnostics::DebugLog(std::string_view text) {
 
 void Diagnostics::ErrorLog(std::string_view text) {
   if (error_listener_) error_listener_(text);
-  // A runaway debug log stops itself, but errors are never held back.
+  // The limit stops debug lines only; errors are always written.
   if (debug_ && DebugLogIsFull()) debug_ = false;
   if (!Counted(text)) Append(text);
 }
 
-/// Counts a line that was written less than kCounted ago. Returns false for another one, which is
-/// to be written.
+/// Counts a line that was written less than kCounted ago. Returns false for any other line, which
+/// the caller has to write.
 bool Diagnostics::Counted(std::string_view text) {
   const auto known = std::find_if(recent_errors_.begin(), recent_errors_.end(),
                                   [&](const RecentError& error) { return error.text == text; });
@@ -81,7 +81,7 @@ void Diagnostics::WriteRepetitions(RecentError& error) noexcept {
     Append("repeated " + std::to_string(repetitions) + (repetitions == 1 ? " time: " : " times: ") +
            error.text);
   } catch (const std::bad_alloc&) {
-    // As for any line that cannot be written.
+    // Drop the line, like any line that cannot be written.
   }
 }
 
@@ -114,7 +114,7 @@ void Diagnostics::ReportCurrentException(std::string_view module) noexcept {
       ProgramError(module, Error(errors::kInvalidCall, "Unknown exception"));
     }
   } catch (...) {
-    // Not even the report could be made; the caller still gets its fallback.
+    // The report itself failed. The caller still gets its fallback.
   }
 }
 

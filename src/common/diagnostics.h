@@ -19,15 +19,13 @@ namespace skyhop {
 /// The error and debug log "ErrorLog.txt" in the program folder, and the one error trap of the
 /// program.
 ///
-/// The first line that a run writes is preceded by a block that describes the machine. The file is
-/// opened and closed for every line, so it is complete up to the last line whatever happens next.
-/// Control characters in a line become blanks: whatever a peer or a file brings in, one line stays
-/// one line.
+/// Each run writes a block that describes the machine before its first line. The file is opened and
+/// closed for every line, so a crash loses no line. Control characters in a line become blanks, so
+/// text from a peer or a file cannot add lines.
 /// An error line that equals one of the last kRecentErrors error lines, written less than kCounted
-/// ago, is counted instead of being written: a peer that repeats itself must not fill the disk. How
-/// often a line was repeated follows with the next new error line, after kLongestCount repetitions,
-/// and at the end of the run. Nothing here throws: a log that cannot be written is not worth
-/// stopping the program for.
+/// ago, is counted instead of being written: a peer that repeats itself must not fill the disk. The
+/// number of repetitions is written with the next new error line, after kLongestCount repetitions,
+/// and at the end of the run. Nothing here throws: a failing log must not stop the program.
 class Diagnostics {
  public:
   /// Size in bytes beyond which debug logging switches itself off.
@@ -37,14 +35,14 @@ class Diagnostics {
   static constexpr std::chrono::minutes kCounted{1};
   static constexpr int kLongestCount = 10'000;
 
-  /// `program_folder` is where the log lies. The clock and the facts must outlive this object.
+  /// The log is in `program_folder`. The clock and the facts must outlive this object.
   Diagnostics(std::filesystem::path program_folder, const Clock& clock, const MachineFacts& facts);
   ~Diagnostics();
   Diagnostics(const Diagnostics&) = delete;
   Diagnostics& operator=(const Diagnostics&) = delete;
 
-  /// Renames a log beyond kDebugLimit to "ErrorLog.old.txt", in the place of the one before. Called
-  /// once at the start of the program: while it runs, error lines are not limited.
+  /// Renames a log beyond kDebugLimit to "ErrorLog.old.txt", replacing an earlier one. The program
+  /// calls it once at its start; later, error lines have no limit.
   void SetFullLogAside();
 
   /// Switches debug lines on or off.
@@ -60,8 +58,8 @@ class Diagnostics {
   /// Writes "program error <number> in module <module>: <description>".
   void ProgramError(std::string_view module, const Error& error);
 
-  /// Runs `body`. Whatever it throws is reported under `module`, a qualified procedure name such as
-  /// "IONCAPModule.RunScript", and `fallback` is the result instead of the body's.
+  /// Runs `body` and returns its result. Reports an exception from it under `module`, a qualified
+  /// procedure name such as "IONCAPModule.RunScript", and returns `fallback` instead.
   template <class Result, class Body>
   Result Trap(std::string_view module, Result fallback, Body&& body) {
     try {
@@ -88,16 +86,16 @@ class Diagnostics {
   /// Path of the log file.
   [[nodiscard]] const std::filesystem::path& LogPath() const { return path_; }
 
-  /// What the main window's caption ends with: " - see error log in " and the log's path when the
-  /// log file exists, else nothing.
+  /// The end of the main window's caption: " - see error log in " and the log's path when the log
+  /// file exists, else nothing.
   [[nodiscard]] std::string CaptionHint() const;
 
-  /// Text of the log header's line about connected peer applications, asked when it is written.
-  /// Lines that `caption` itself logs follow after the header.
+  /// `caption` provides the header's line about connected peer applications when the header is
+  /// written. Lines that `caption` itself logs follow the header.
   void SetPeerCaption(std::function<std::string()> caption) { peer_caption_ = std::move(caption); }
 
-  /// Gets every debug line as well; while it is set, debug lines are made even when the log file
-  /// does not want them.
+  /// Gets every debug line as well. While it is set, GetDebug() is true even when debug lines are
+  /// switched off.
   void SetDebugListener(std::function<void(std::string_view)> listener) {
     debug_listener_ = std::move(listener);
   }
@@ -110,7 +108,7 @@ class Diagnostics {
  private:
   struct RecentError {
     std::string text;
-    int repetitions = 0;  ///< that were counted and not written yet
+    int repetitions = 0;  ///< counted but not yet written
     UtcTime written;
   };
 

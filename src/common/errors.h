@@ -6,8 +6,8 @@
 
 namespace skyhop {
 
-/// The error numbers that appear in the error log. Support knows them by heart, so they stay the
-/// same on every platform, whatever the operating system itself calls the failure.
+/// The error numbers that appear in the error log. Support relies on them, so they are the same on
+/// every platform.
 namespace errors {
 inline constexpr int kInvalidCall = 5;
 inline constexpr int kOverflow = 6;

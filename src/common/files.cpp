@@ -22,7 +22,7 @@ void WriteFileFor(const std::filesystem::path& path, const std::string& content,
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file) {
     const int reason = errno;
-    // Systems do not agree on what is wrong with that.
+    // Systems report different errors for a folder.
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
       throw Error(errors::kPathFileAccess, what + ": it is a folder");

@@ -36,14 +36,14 @@ void WriteFileAtOnce(const std::filesystem::path& path, const std::string& conte
                      std::filesystem::perms permissions = std::filesystem::perms::unknown,
                      FileSync sync = nullptr);
 
-/// Makes a folder, with those above it, where there is none. Throws the Errors of FileError.
+/// Creates a folder and its parents if they are missing. Throws the Errors of FileError.
 void CreateFolder(const std::filesystem::path& path);
 
 namespace Common {
 
 /// The URL of a local file, for a browser: "file:///" and the name with every blank as "%20" and
-/// every backslash as "/"; nothing else is changed. A name that begins with "/" brings the third
-/// slash along.
+/// every backslash as "/"; nothing else is changed. The third slash is that of a name that begins
+/// with "/".
 [[nodiscard]] std::string HTTPFilename(const std::string& name);
 
 }  // namespace Common

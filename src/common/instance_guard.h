@@ -12,8 +12,8 @@ class InstanceGuard {
   [[nodiscard]] virtual bool AnotherIsRunning() = 0;
   /// Asks the other instance to bring its window up and waits until it has, two seconds at most.
   virtual void ShowOther() = 0;
-  /// For the instance that runs: calls `show` when another start has asked since the last call.
-  /// Asking ends when `show` returns.
+  /// For the running instance: calls `show` if another start has asked since the last call. The
+  /// request is answered when `show` returns.
   virtual void AnswerShow(const std::function<void()>& show) = 0;
 };
 

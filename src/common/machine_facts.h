@@ -13,7 +13,7 @@ struct Monitor {
   int bottom = 0;
 };
 
-/// What the head of the error log says about the machine and the user's locale. A fact that the
+/// The facts about the machine and the user's locale in the head of the error log. A fact that the
 /// system does not offer is empty.
 struct MachineDescription {
   std::string executable;      ///< file name of the program's executable

@@ -31,7 +31,7 @@ ScannedNumber Scan(std::string_view text) {
   if (at < text.size() && (text[at] == '+' || text[at] == '-')) {
     result.negative = text[at] == '-';
     ++at;
-    // from_chars knows no plus sign.
+    // from_chars does not accept a plus sign.
     if (!result.negative) result.begin = at;
   }
   const std::size_t digits = at;
@@ -54,8 +54,8 @@ ScannedNumber Scan(std::string_view text) {
   return result;
 }
 
-/// from_chars says "out of range" both for too large and for too small numbers; which one it was
-/// shows in the decimal exponent of the first non-zero digit.
+/// from_chars reports "out of range" for numbers that are too large and for those that are too
+/// small. The decimal exponent of the first non-zero digit distinguishes them.
 bool IsTooLarge(std::string_view digits) {
   const std::size_t mantissa_end = std::min(digits.find_first_of("eE"), digits.size());
   const std::string_view mantissa = digits.substr(0, mantissa_end);

@@ -18,8 +18,8 @@ namespace skyhop {
 /// Whether there is a number at the start of `text`.
 [[nodiscard]] bool BeginsWithNumber(std::string_view text);
 
-/// The number that the whole trimmed `text` is, nothing otherwise. Beyond the range of double it is
-/// plus or minus infinity.
+/// The number if the whole trimmed `text` is one, nothing otherwise. Beyond the range of double it
+/// is plus or minus infinity.
 [[nodiscard]] std::optional<double> WholeNumberText(std::string_view text);
 
 /// Converts a text that must be a number as a whole.

@@ -5,8 +5,8 @@
 
 namespace skyhop {
 
-/// The short wait between two attempts at a file that somebody else may hold open. Implementations
-/// with a window let its pending messages run meanwhile.
+/// The short wait between two attempts at a file that another program may hold open.
+/// Implementations with a window handle its pending messages meanwhile.
 class Pause {
  public:
   virtual ~Pause() = default;

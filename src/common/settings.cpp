@@ -30,7 +30,7 @@ std::string Settings::WorkingText(const std::string& application, const std::str
   try {
     working = store_->Read(application, section, key, default_text);
   } catch (const Error& error) {
-    // A failure with a negative number is the one case that leaves the marker standing.
+    // Only a failure with a negative number keeps the marker.
     if (error.Number() > 0) working = default_text;
   } catch (const std::exception&) {
     working = default_text;
@@ -51,7 +51,7 @@ Value Settings::Get(const std::string& name, const std::string& label,
     try {
       result = convert(working);
     } catch (const Error&) {
-      // The stored text does not convert: the default stands.
+      // The stored text does not convert, so keep the default.
     }
     if (diagnostics_->GetDebug()) {
       diagnostics_->DebugLog(label + section + ", Key = " + key + ", Result = " + format(result));
@@ -89,7 +89,7 @@ bool Settings::GetBooleanSetting(const std::string& application, const std::stri
 std::string Settings::GetStringSetting(const std::string& application, const std::string& section,
                                        const std::string& key,
                                        const std::string& default_text) const {
-  // The small "s" in the middle of the label is how support's tools know the line.
+  // Support's tools recognise this line by the small "s" in the middle of its label.
   return Get<std::string>(
       "GetStringSetting", "GetstringSetting,  Section = ", application, section, key, default_text,
       [](const std::string& text) { return text; }, [](const std::string& value) { return value; });

@@ -8,9 +8,10 @@
 
 namespace skyhop::Common {
 
-/// Typed reading of the settings. The default is always given as text. A value that is absent, that
-/// the store fails to deliver or that does not convert yields the converted default without a word;
-/// a default that does not convert is a mistake in the program and is reported.
+/// Typed reading of the settings. The default is always given as text. For a value that is absent,
+/// that the store fails to deliver or that does not convert, the getters return the converted
+/// default and report nothing. A default that does not convert is an error in the program and is
+/// reported.
 class Settings {
  public:
   /// Both must outlive this object.

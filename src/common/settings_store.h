@@ -14,8 +14,8 @@ struct SettingEntry {
 };
 
 /// The per-user store: application name, section and key address one text each. Sections and keys
-/// compare without regard to the case of the letters A to Z; applications are named as they name
-/// themselves.
+/// compare without regard to the case of the letters A to Z; an application's name needs its exact
+/// spelling.
 ///
 /// Every failure is thrown as an Error with a positive number.
 class SettingsStore {

@@ -8,15 +8,14 @@ namespace skyhop {
 class Timekeeping {
  public:
   enum class State {
-    kUnknown,         ///< the system does not tell
+    kUnknown,         ///< the system does not report it
     kSynchronised,    ///< a time server, a receiver or the like keeps the clock right
-    kUnsynchronised,  ///< nothing does
+    kUnsynchronised,  ///< no source keeps it right
   };
 
   virtual ~Timekeeping() = default;
 
-  /// Time that has passed since some moment in the past, also while the machine slept. Nobody can
-  /// set it.
+  /// Time since a fixed moment in the past, including sleep of the machine. Users cannot set it.
   [[nodiscard]] virtual std::chrono::milliseconds Passed() const = 0;
 
   [[nodiscard]] virtual State ClockState() const = 0;

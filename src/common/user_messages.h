@@ -4,8 +4,8 @@
 
 namespace skyhop {
 
-/// Tells the user something and waits until it was acknowledged: a message box whose only button is
-/// OK, or a line on standard error where there is no window.
+/// Shows the user a message and waits until the user acknowledges it: a message box whose only
+/// button is OK, or a line on standard error where there is no window.
 class UserMessages {
  public:
   virtual ~UserMessages() = default;

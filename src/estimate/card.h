@@ -27,9 +27,8 @@ class Card {
 
   [[nodiscard]] bool IsBlank() const;
 
-  /// A number: a sign or none, and digits. A written decimal point stands where it is written;
-  /// without one the last `decimals` digits are decimals. Blanks anywhere in the field count for
-  /// nothing, and a blank field is 0.
+  /// A number: a sign or none, and digits. Without a written decimal point the last `decimals`
+  /// digits are decimals. Blanks in the field are ignored, and a blank field is 0.
   [[nodiscard]] double Number(Columns columns, int decimals, std::string_view field) const;
 
   /// The same, refused outside `least` to `greatest`.

@@ -14,7 +14,7 @@
 
 namespace skyhop::estimate {
 
-/// What an estimate is made for.
+/// The parameters of an estimate.
 struct CircuitParameters {
   GeoPosition transmitter;
   GeoPosition receiver;
@@ -67,7 +67,7 @@ class CircuitHour {
   /// How `frequency`, MHz, above 0, is received.
   [[nodiscard]] Reception At(double frequency) const;
 
-  /// What the figures come from.
+  /// The state of the path that the figures are computed from.
   [[nodiscard]] const PathHour& State() const { return hour_; }
 
  private:

@@ -18,17 +18,17 @@ struct HourRange {
 /// An antenna as a deck describes it.
 struct DeckAntenna {
   double gain = 0;   ///< dBi of an isotropic one
-  std::string file;  ///< whose pattern the estimate does not know; empty for an isotropic one
+  std::string file;  ///< of a pattern that the estimate ignores; empty if isotropic
 };
 
-/// What a report tells.
+/// The kind of a report.
 enum class Method {
   kMuf = 26,               ///< MUF, FOT, HPF and LUF by the hour
   kSystem = 20,            ///< the reception of each frequency by the hour
   kSystemByDistance = 30,  ///< the same; the estimate makes no difference
 };
 
-/// What a deck asks for.
+/// The contents of a deck.
 struct Deck {
   CircuitParameters circuit;
   Method method = Method::kMuf;
@@ -39,7 +39,7 @@ struct Deck {
   std::string receiver_name;
   DeckAntenna transmitter_antenna;
   DeckAntenna receiver_antenna;
-  bool power_from_antenna = false;  ///< an ANTENNA card has told the transmitter's power
+  bool power_from_antenna = false;  ///< an ANTENNA card contained the transmitter's power
   double multipath_power = 0;       ///< tolerance, dB
   double multipath_delay = 0;       ///< tolerance, ms
   HourRange hours;
@@ -55,10 +55,10 @@ inline constexpr double kLeastPower = 0.005;
 /// The cards CIRCUIT, SYSTEM, MONTH, SUNSPOT, TIME and METHOD come once each and in any order,
 /// ANTENNA cards as many as there are, then EXECUTE and perhaps QUIT. The methods 20 and 30 need a
 /// FREQUENCY card too; LABEL, LINEMAX, COEFFS and FPROB may come. An ANTENNA card of ICEPAC and
-/// VOACAP names a file in brackets and, for the transmitter, the power, which the SYSTEM card has
-/// otherwise. The estimate is made for isotropic antennas, of the written gain where the file is
-/// "default/isotrope", else of 0 dBi. The geomagnetic index of ICEPAC counts for nothing. A written
-/// take-off angle of 0 means 3 degrees. Blank lines count for nothing, and so does all behind QUIT.
+/// VOACAP names a file in brackets and, for the transmitter, the power; in other decks the SYSTEM
+/// card has the power. The estimate uses isotropic antennas, with the written gain if the file is
+/// "default/isotrope", otherwise with 0 dBi. It ignores the geomagnetic index of ICEPAC. A written
+/// take-off angle of 0 means 3 degrees. Blank lines and all text behind QUIT are ignored.
 ///
 /// Throws Error 13 for a card that cannot be read, that comes twice or that is missing.
 [[nodiscard]] Deck ReadDeck(std::string_view text);

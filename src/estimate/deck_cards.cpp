@@ -118,7 +118,7 @@ void ReadTime(const Card& card, Deck& deck) {
   card.ExpectEndAt(31);
 }
 
-/// An IONCAP deck's: figures of antennas that are not computed.
+/// Checks the ANTENNA card of an IONCAP deck. The estimate does not use its figures.
 void ReadAntennaFigures(const Card& card) {
   (void)card.Integer({11, 15}, "end of the path");
   (void)card.Integer({16, 20}, "kind of antenna");
@@ -197,7 +197,7 @@ void ReadLabel(const Card& card, Deck& deck) {
 }
 
 void ReadLineMax(const Card& card, Deck& /*deck*/) {
-  // All lines are on one page here, whatever their number. What stands behind it is a remark.
+  // The report has one page, so this number has no effect. Text behind it is a remark.
   (void)card.Integer({11, 18}, "lines per page");
 }
 

@@ -4,8 +4,8 @@
 
 namespace skyhop::estimate {
 
-/// What the ionospheric maps and the absorption formula need of the Earth's magnetic field 300 km
-/// above a position.
+/// The quantities of the Earth's magnetic field, 300 km above a position, that the ionospheric maps
+/// and the absorption formula need.
 struct MagneticField {
   double modified_dip = 0;   ///< Rawer's modified magnetic dip, radians, positive in the north
   double gyrofrequency = 0;  ///< of the electron, MHz

@@ -51,7 +51,7 @@ std::optional<Ray> TraceF2(double frequency, const ReflectionArea& area,
   double reflected = 0;
   for (int round = 0; round < kRounds; ++round) {
     ray.vertical_frequency = frequency * IncidenceCosine(elevation.Cosine(), ray.heights.actual);
-    // From here on the ray would only climb.
+    // The F2 layer cannot reflect this frequency: each further round would raise the ray.
     if (ray.vertical_frequency > highest) return std::nullopt;
     reflected = std::min(std::max(ray.vertical_frequency, lowest), highest);
     ray.heights.actual = area.F2ActualHeight(reflected);
@@ -62,7 +62,7 @@ std::optional<Ray> TraceF2(double frequency, const ReflectionArea& area,
   return ray;
 }
 
-/// What decides between the rays that an end could use.
+/// The criteria for choosing one of the rays that an end could use.
 struct Merit {
   double gain;       // dB over the first 4000 km, negative
   double misfit;     // distance of the number of hops from a whole one
@@ -83,7 +83,8 @@ double DistanceFromWhole(double number) {
 }  // namespace
 
 LongPath::LongPath(const PathHour& hour) : hour_(&hour) {
-  // A little less: a minimum of exactly one of the angles may have lost its last digits in radians.
+  // Subtract a little: conversion to radians may have rounded up a minimum that equals one of the
+  // angles.
   const double least = Degrees(hour.Of().MinElevation().Angle()) - 1e-9;
   const double top = HighestElevation(hour.Of().Length(), least);
   for (const double elevation : kElevations) {

@@ -31,8 +31,8 @@ struct LayerMuf {
 };
 
 /// The smallest number of hops over the ground angle `path_angle` whose rays leave at
-/// `min_elevation` or more, for a mirror at `height`. Where an angle near the vertical would ask
-/// for more than 500 hops it is 500: nothing gets through that often.
+/// `min_elevation` or more, for a mirror at `height`. At most 500, which an angle near the vertical
+/// may exceed: no signal survives so many hops.
 [[nodiscard]] int LeastHops(double path_angle, const Elevation& min_elevation, double height);
 
 /// MUF of single hops by the E layer.

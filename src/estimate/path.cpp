@@ -74,8 +74,8 @@ std::size_t ControllingArea(const std::vector<ReflectionArea>& areas) {
   return last_controls ? areas.size() - 1 : 0;
 }
 
-/// The spread at the transmitter's end is taken at the first point, at the receiver's end in the
-/// middle of the path, as the engines do that the decile tables are used with.
+/// Uses the spread of the first point for the transmitter's end, and that of the middle of the path
+/// for the receiver's end, like the engines that use the same decile tables.
 MufSpread ControllingSpread(const Path& path, const std::vector<IonosphereState>& states,
                             std::size_t controlling) {
   const std::size_t point = controlling == 0 ? 0 : states.size() / 2;

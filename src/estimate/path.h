@@ -44,7 +44,7 @@ class Path {
   /// midpoint and a point 1000 km from each end, above 4000 km also one 2000 km from each end.
   [[nodiscard]] const std::vector<ControlPoint>& Points() const { return points_; }
 
-  /// What the ground takes where the hops meet it.
+  /// The losses at the reflections from the ground.
   [[nodiscard]] const GroundReflection& Ground() const { return ground_; }
 
   [[nodiscard]] const ExcessLoss& Excess() const { return excess_; }

@@ -126,7 +126,7 @@ struct BlockColumn {
   Reception reception;
 };
 
-/// A line of a block: what stands before its columns, a cell of each column and the tag.
+/// A line of a block: the text before its columns, one cell per column and the tag.
 template <class Cell>
 std::string BlockLine(const std::string& start, const std::vector<BlockColumn>& columns,
                       std::string_view tag, const Cell& cell) {
@@ -137,7 +137,7 @@ std::string BlockLine(const std::string& start, const std::vector<BlockColumn>& 
   return line + " " + std::string(tag) + "\n";
 }
 
-/// A number of dB. So far below anything received, all are the same.
+/// A number of dB, limited to the width of a column. No signal is received at such levels.
 std::string DecibelText(double value) {
   static constexpr double kLowest = -9999;
   const std::string text = FixedText(std::max(value, kLowest), 0);

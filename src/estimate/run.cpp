@@ -27,13 +27,13 @@ constexpr std::string_view kUsage =
     "by frequency. The driver has two lines: the path of the deck to read and the path of the\n"
     "results file to write. As arguments they are names of files in the run folder, FOLDER/run.\n";
 
-/// The path that a line of the driver names. Where paths are made of wide characters, whoever wrote
-/// the line had a choice: UTF-8, or the code page of the machine, as for any other engine.
+/// The path that a line of the driver names. On systems with wide paths the line may be in UTF-8,
+/// or in the code page of the machine as for other engines.
 std::filesystem::path NamedPath(const std::string& line) {
   try {
     return PathFromText(line);
   } catch (const std::filesystem::filesystem_error&) {
-    // No UTF-8. Where paths are bytes, any will do and this is never reached.
+    // The line is not UTF-8. Systems whose paths are bytes accept any text and never get here.
     std::wstring wide(line.size() + 1, L'\0');
     const std::size_t length = std::mbstowcs(wide.data(), line.c_str(), wide.size());
     if (length == static_cast<std::size_t>(-1)) throw;

@@ -9,14 +9,14 @@
 
 namespace skyhop::estimate {
 
-/// What the driver file tells the engine.
+/// The contents of the driver file.
 struct Driver {
   std::filesystem::path deck;
   std::filesystem::path results;
 };
 
 /// Reads the driver: the path of the deck and the path of the results file in UTF-8, a line each,
-/// ended by LF or CR LF and otherwise taken as they are. Further lines count for nothing.
+/// ended by LF or CR LF and otherwise taken as they are. Ignores further lines.
 /// Throws Error 62 (a line is missing), 5 (it is empty, holds a null byte or is longer than 32768
 /// bytes).
 [[nodiscard]] Driver ReadDriver(std::istream& in);
@@ -32,9 +32,9 @@ void RunDriver(const Driver& driver);
 [[nodiscard]] std::optional<Driver> DriverFromArguments(
     std::span<const std::string_view> arguments);
 
-/// The whole program: with no arguments it does what the driver on `in` says, with those of ICEPAC
-/// and VOACAP what they say, with "--help" or "--version" it says so on `out`. Returns the exit
-/// status: 0, 1 after a failure that a line on `err` explains, 2 for other arguments.
+/// The whole program. Without arguments it runs the driver on `in`; with the arguments of ICEPAC
+/// and VOACAP it runs their deck; "--help" and "--version" print to `out`. Returns the exit status:
+/// 0; 1 after a failure, which a line on `err` explains; 2 for other arguments.
 [[nodiscard]] int RunEngine(std::span<const std::string_view> arguments, std::istream& in,
                             std::ostream& out, std::ostream& err);
 

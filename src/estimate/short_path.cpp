@@ -8,13 +8,13 @@
 namespace skyhop::estimate {
 namespace {
 
-/// The slack that rounding needs where a ray leaves exactly at the minimum angle.
+/// Tolerance for the rounding of a ray that leaves exactly at the minimum angle.
 constexpr double kAngleSlack = 1e-9;
 
-/// Rays with up to so many hops more than the fewest possible are added up.
+/// The sum includes rays with up to this many hops more than the fewest possible.
 constexpr int kExtraHops = 2;
 
-/// What a ray beyond all reflection loses on top, dB.
+/// Extra loss of a ray that no layer reflects, dB.
 double ScatterLoss(double days) {
   if (days >= 1e-4) return 0.0;
   return -8.0 * (std::max(-7.0, std::log10(std::max(days, 1e-9))) + 4.0);
@@ -127,8 +127,7 @@ RaySignal ShortPath::SignalOf(double frequency, const Candidate& candidate) cons
   const ReflectionArea& area = hour_->Controlling();
   const double secant = Secant(ray.elevation, ray.heights.actual);
 
-  // Loss by the days on which the layer does not carry this very ray, when its MUF has the median,
-  // the FOT or the HPF of the month.
+  // Loss from the days on which the layer does not carry this ray; `level` is the MUF, FOT or HPF.
   const auto over_muf = [&](double level) {
     const double median = layer.critical_frequency / layer.muf * level * secant;
     return SupportLoss(SupportedDays(frequency, median, layer.spread), 1e-6) * secant;

@@ -82,7 +82,7 @@ class CoordinateReader {
     while (at_ < text_.size() && (IsDigit(text_[at_]) || text_[at_] == '.')) ++at_;
     const std::string_view number = std::string_view(text_).substr(begin, at_ - begin);
     const std::optional<double> value = WholeNumberText(number);
-    // A number after one with decimals would be a part of a part.
+    // Only the last number may have decimals.
     if (!value || has_decimals_) return false;
     has_decimals_ = number.find('.') != std::string_view::npos;
     std::size_t next = at_;
@@ -101,7 +101,7 @@ class CoordinateReader {
   }
 
   [[nodiscard]] std::optional<Angle> Result() const {
-    // Between minutes and seconds a letter would part nothing.
+    // The letter may be in front, behind, or behind the degrees, not between minutes and seconds.
     if (letter_ != 0 && letter_after_ > 1 && letter_after_ != numbers_) return std::nullopt;
     if (values_[1] >= 60 || values_[2] >= 60) return std::nullopt;
     const double degrees = values_[0] + values_[1] / 60 + values_[2] / 3600;

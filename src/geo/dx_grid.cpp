@@ -48,7 +48,7 @@ Angle CenterLongitude(std::string_view locator) {
 }
 
 Angle CenterLatitude(std::string_view locator) {
-  // Of the south edge, north negative.
+  // The latitude of the south edge, negative in the north.
   int degrees = 90 - LetterIndex(locator[1]) * 10 - DigitIndex(locator[3]);
   const bool south = degrees > 0;
   if (south) --degrees;
@@ -71,7 +71,8 @@ struct Cell {
   int subsquare = 0;
 };
 
-/// In which step of `size` a remainder lies; the last one takes what the margin lifts beyond it.
+/// The index of the step of `size` that holds a remainder. The margin cannot lift a remainder
+/// beyond the last step.
 int StepOf(double remainder, double size, int count) {
   int step = 0;
   while (step < count - 1 && remainder + kMargin >= (step + 1) * size) ++step;

@@ -35,7 +35,7 @@ namespace skyhop::DXGridModule {
 /// longitude beyond 180 degrees or one of them negative.
 ///
 /// A position on a boundary, or closer to it than 0.001 degrees between squares and 0.001 minutes
-/// between subsquares, belongs to the area north-east of it, but none leaves its field that way.
+/// between subsquares, belongs to the area north-east of it, unless that area is in another field.
 /// Zero is north or east whatever its sign. The north pole and 180 degrees east get the letter "S",
 /// one past the last field.
 [[nodiscard]] std::string GetGridSquare(const Position& position, Diagnostics& diagnostics);

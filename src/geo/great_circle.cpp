@@ -49,7 +49,7 @@ float Azimuth(float lat1, float lat2, double longitude_sine, float d,
 }
 
 ShortPath ComputeShortPath(const Position& qth, const Position& dx, const Tolerances& tolerances) {
-  // Latitudes change sides here: in the formulas north is positive, as east is.
+  // ToRadians returns negative latitudes in the north; the formulas need positive ones.
   const float lat1 = -LatLonModule::ToRadians(qth.latitude);
   const float lon1 = LatLonModule::ToRadians(qth.longitude);
   const float lat2 = -LatLonModule::ToRadians(dx.latitude);

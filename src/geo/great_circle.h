@@ -36,9 +36,9 @@ namespace LatLonModule {
 /// The same place yields azimuth 0, distance 0 and antipodes azimuth 0, half the circumference,
 /// both whatever the path; places within about 1.5 km of each other, or of each other's antipodes,
 /// count as such. From 1000 km on the azimuth is good to a tenth of a degree near due north and due
-/// south and to a hundredth elsewhere; closer by, or next to a pole, single precision takes more of
-/// it, and at a pole, where all directions are the same, it says nothing. A short path of exactly
-/// 180 degrees has a long path of 360.
+/// south and to a hundredth elsewhere; closer by, or next to a pole, single precision makes it less
+/// accurate, and at a pole it has no meaning. A short path of exactly 180 degrees has a long path
+/// of 360.
 [[nodiscard]] Vector ComputePositionVector(const Position& qth, const Position& dx,
                                            std::string_view path, bool distance_miles,
                                            Diagnostics& diagnostics);

@@ -20,7 +20,8 @@ std::string AngleText(const Angle& angle, char negative, char positive) {
   return text;
 }
 
-/// Where the text's one hemisphere letter first occurs; nothing for no letter or different ones.
+/// Position of the hemisphere letter, the first one if it is repeated; nothing if the text has none
+/// or different ones.
 std::optional<std::size_t> FindHemisphere(std::string_view upper) {
   std::optional<std::size_t> found;
   for (const char letter : {'N', 'S', 'E', 'W'}) {
@@ -91,7 +92,7 @@ std::optional<Angle> ValidAngleIn(std::string_view text, int limit) {
     const Angle angle = AngleIn(text);
     if (IsWithin(angle, limit)) return angle;
   } catch (const Error&) {
-    // Nothing that can be read, yet.
+    // Half-typed text, not an error.
     return std::nullopt;
   }
   return std::nullopt;
@@ -139,7 +140,7 @@ Angle ParsePrefixedAngle(std::string_view text) {
     angle.minutes = RoundToInteger(minutes - 0.5);
     angle.seconds = RoundToInteger((minutes - angle.minutes) * 60);
   } catch (const Error&) {
-    // Half-typed coordinates are no event for the error log.
+    // Do not fill the error log with half-typed coordinates.
     return UndefinedAngle();
   }
   return angle;

@@ -10,7 +10,7 @@
 namespace skyhop {
 
 /// A latitude or a longitude. Angles made here have 0 to 59 minutes and seconds and no negative
-/// field but the sign; text that a user typed may bring in anything that 16 bits hold.
+/// field but the sign; text that a user typed may hold any value of 16 bits.
 struct Angle {
   std::int16_t degrees = 0;
   std::int16_t minutes = 0;
@@ -30,7 +30,7 @@ struct Position {
 
 namespace LatLonModule {
 
-/// What a text that cannot be read as an angle yields: 360 degrees.
+/// The result for a text that cannot be read as an angle: 360 degrees.
 [[nodiscard]] constexpr Angle UndefinedAngle() {
   return {360, 0, 0, 1};
 }
@@ -44,7 +44,7 @@ namespace LatLonModule {
   return IsUndefined(position.latitude) || IsUndefined(position.longitude);
 }
 
-/// Degrees with minutes and seconds as their fraction; the sign field has no part in it.
+/// Degrees with minutes and seconds as their fraction, without the sign.
 [[nodiscard]] double UnsignedDegrees(const Angle& angle);
 
 /// The position's latitude as text without padding: 42 5' 0" N.
@@ -56,8 +56,8 @@ namespace LatLonModule {
 /// Reads an angle in any of the forms that users type. Case and blanks around it do not matter.
 ///
 ///  - With "N", "S" or "E" in front: the fixed columns of ParsePrefixedAngle.
-///  - Otherwise exactly one of the letters N, S, E and W, at any place (if it occurs twice, its
-///    second occurrence spoils the number that it stands in), and the pieces
+///  - Otherwise exactly one of the letters N, S, E and W, at any place (a second occurrence of it
+///    makes the number around it invalid), and the pieces
 ///    degrees minutes' seconds", of which "degrees", "degrees minutes'" and "minutes'" do as well.
 ///    Without a minutes mark only the degrees are read: W071 30.0 is 71 degrees west. Pieces are
 ///    rounded to whole numbers, halves to the even neighbour.
@@ -85,7 +85,7 @@ namespace LatLonModule {
 [[nodiscard]] bool ValidLongitude(std::string_view text, Diagnostics& diagnostics);
 
 /// The angle of a text that is a valid latitude or longitude; nothing for any other. Writes nothing
-/// to the error log: for texts that somebody may still be typing.
+/// to the error log: the user may still be typing the text.
 [[nodiscard]] std::optional<Angle> LatitudeIn(std::string_view text);
 [[nodiscard]] std::optional<Angle> LongitudeIn(std::string_view text);
 

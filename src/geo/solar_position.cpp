@@ -62,8 +62,8 @@ double SolarElevation(const Position& place, UtcTime time) {
 }
 
 SunTimes SunTimesOn(const Position& place, std::chrono::year_month_day date) {
-  // A crossing is the first moment on its new side. Looked at from just before midnight to just
-  // before the next, each falls on one day only.
+  // A crossing is the first moment on the new side. The search runs from just before midnight to
+  // just before the next one, so each crossing belongs to one day only.
   const UtcTime begin = UtcTime(sys_days{date}) - milliseconds(1);
   const UtcTime end = begin + std::chrono::days(1);
   SunTimes times;

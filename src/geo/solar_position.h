@@ -32,12 +32,12 @@ struct SunTimes {
 
   Day day = Day::kDownAllDay;
   /// In order of time. A UTC day has any number of either kind: at 180 degrees east the sun sets in
-  /// the morning, and near the polar day one of the two may be missing or come twice.
+  /// the morning, and near the polar day one of the two may be missing or occur twice.
   std::vector<SunCrossing> crossings;
 };
 
-/// Sunrises and sunsets at a place within a UTC day, to a few seconds of the formulas. A sun that
-/// is up or down for less than a minute goes unnoticed.
+/// Sunrises and sunsets at a place within a UTC day, to a few seconds of the formulas. Does not
+/// find a sun that is up or down for less than a minute.
 [[nodiscard]] SunTimes SunTimesOn(const Position& place, std::chrono::year_month_day date);
 
 }  // namespace skyhop

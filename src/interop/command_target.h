@@ -6,10 +6,10 @@
 
 namespace skyhop {
 
-/// How a peer wants a prediction made, beside its values.
+/// A peer's options for a prediction, beside its values.
 struct PeerRequest {
   bool mark_as_peers = false;      ///< turn on the first button of `DDEOption`
-  std::optional<bool> short_path;  ///< true short, false long; nothing leaves the choice as it is
+  std::optional<bool> short_path;  ///< true short, false long; nothing keeps the window's choice
 };
 
 /// What peers' commands do to the prediction window. Texts are as a peer sent them: the target
@@ -18,7 +18,7 @@ class CommandTarget {
  public:
   virtual ~CommandTarget() = default;
 
-  /// Has the program close itself a little later.
+  /// Makes the program close itself a little later.
   virtual void SetShutdownTrigger() = 0;
   /// Puts the program's windows back to their default places.
   virtual void ResetWindows(std::int32_t value) = 0;
@@ -53,7 +53,7 @@ class SNRAnswers {
 class SNRService {
  public:
   virtual ~SNRService() = default;
-  /// A required signal-to-noise ratio made fit for a prediction.
+  /// A required signal-to-noise ratio, corrected for use in a prediction.
   [[nodiscard]] virtual std::string ValidatedSNR(const std::string& snr) = 0;
   virtual void PredictSNR(const SNRRequest& request) = 0;
 };

@@ -29,7 +29,7 @@ constexpr std::array<const char*, kLinkControlCount> kHandlers = {
     "DDEClient.Mode_Change",
 };
 
-/// Of a text in a message.
+/// Characters of a peer's text in a message.
 constexpr std::size_t kLongestShown = 60;
 
 std::size_t Index(LinkControl control) {
@@ -47,7 +47,7 @@ bool IsStation(LinkControl control) {
   return control == LinkControl::kLocalLatitude || control == LinkControl::kLocalLongitude;
 }
 
-/// Whether digits stand in groups of three between `mark`, the first group may be shorter.
+/// Whether `mark` separates the digits into groups of three. The first group may be shorter.
 bool IsGrouped(std::string_view digits, char mark) {
   for (bool first = true;; first = false) {
     const std::size_t end = std::min(digits.find(mark), digits.size());
@@ -118,7 +118,7 @@ void DDEClient::Change(LinkControl control, const std::string& text) {
 void DDEClient::PeerValuesTimer_Tick() {
   timer_->Stop();
   const Values values = std::exchange(waiting_, {});
-  // All texts before the first change is handed on: a place consists of several.
+  // Store all texts before handing on the first change: a place consists of several texts.
   for (std::size_t i = 0; i < values.size(); ++i) {
     if (values.at(i)) texts_.at(i) = *values.at(i);
   }
@@ -151,7 +151,7 @@ void DDEClient::Freq_Change(const std::string& text) {
   frequency_ = Kilohertz(text);
   if (!frequency_) {
     window_->Forget(LinkControl::kFreq);
-    // One report is enough for all steps of the dial.
+    // Report once, not for every step of the dial.
     if (Trim(text).empty() || std::exchange(unreadable_frequency_, true)) return;
     throw Error(errors::kTypeMismatch, "the transceiver's frequency \"" +
                                            text.substr(0, kLongestShown) +

@@ -13,10 +13,10 @@
 
 namespace skyhop {
 
-/// The form `DDEClient`: holds the values that peers publish and hands changes on to the window.
-/// Changes are collected until the next tick of their timer, and of one item the last value counts:
-/// a peer that publishes faster than the window can follow does not hold it up, and the parts of a
-/// place arrive together. Its topic of the same name takes the announcements of peers that start.
+/// The form `DDEClient`: holds the values that peers publish and hands changes on to the window. It
+/// collects changes until the next tick of their timer and hands on the last value of each item. So
+/// a peer that publishes fast does not delay the window, and the parts of a place arrive together.
+/// Its topic of the same name takes the announcements of peers that start.
 class DDEClient : public LinkTopic {
  public:
   /// How long a change waits for others; too short to be seen.
@@ -31,8 +31,8 @@ class DDEClient : public LinkTopic {
     on_start_ = std::move(listener);
   }
 
-  /// A peer's text: its role in three digits and a word. "start" announces it; another word does
-  /// nothing.
+  /// A peer's text: its role in three digits and a word. "start" announces it; other words are
+  /// ignored.
   void Form_LinkExecute(const std::string& command);
   /// A linked value changed.
   void Change(LinkControl control, const std::string& text);
@@ -42,7 +42,7 @@ class DDEClient : public LinkTopic {
   /// The peer that published a value is gone.
   void Forget(LinkControl control);
 
-  /// What was handed on last.
+  /// The last text of a value, empty before the first one.
   [[nodiscard]] const std::string& Text(LinkControl control) const;
   /// The transceiver's frequency in kHz; nothing while it is unknown.
   [[nodiscard]] std::optional<double> Frequency() const { return frequency_; }
@@ -64,7 +64,7 @@ class DDEClient : public LinkTopic {
   std::function<void(std::int16_t role)> on_start_;
   std::array<std::string, kLinkControlCount> texts_;
   Values waiting_;
-  bool unreadable_frequency_ = false;  ///< was reported
+  bool unreadable_frequency_ = false;  ///< already reported
   std::optional<double> frequency_;
 };
 

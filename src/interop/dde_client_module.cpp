@@ -31,7 +31,7 @@ struct LinkedItem {
 struct LinkedTopic {
   std::int16_t role;
   const char* topic;
-  const char* control;  ///< the control that is told about in the log
+  const char* control;  ///< the control's name in the log
   std::span<const LinkedItem> items;
 };
 
@@ -194,7 +194,8 @@ std::vector<std::unique_ptr<Links::Link>> Links::OpenLinks(std::int16_t role) {
 }
 
 void Links::Disconnect(std::int16_t role) {
-  // A link that tells of its end is among those that end here, so they leave the list first.
+  // A link that reports its own end calls this function, so remove the links from the list before
+  // they end.
   const std::vector<std::unique_ptr<Link>> links = std::exchange(peers_[role].links, {});
   for (const std::unique_ptr<Link>& link : links) link->Forget();
 }
@@ -277,7 +278,7 @@ void Links::RunTimerWhileNeeded() {
   }
 }
 
-/// Where a peer takes commands; null while it is not connected.
+/// The conversation for commands to a peer; null while it is not connected.
 LinkConversation* Links::CommandLink(std::int16_t role) {
   if (!ServerConnected(role)) return nullptr;
   for (const std::unique_ptr<Link>& link : peers_[role].links) {

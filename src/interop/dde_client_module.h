@@ -17,7 +17,7 @@
 
 namespace skyhop::DDEClientModule {
 
-/// A peer as the user is told about it.
+/// A peer as the user sees it.
 struct PeerStatus {
   std::int16_t role = 0;
   std::string name;
@@ -25,7 +25,7 @@ struct PeerStatus {
   bool connected = false;
 };
 
-/// Where a beacon is, as Tessera is asked to look it up. All as the beacon files have it.
+/// A beacon's fields for a look-up in Tessera. The texts are those of the beacon files.
 struct BeaconPlace {
   std::string call;
   std::string prefix;
@@ -40,12 +40,12 @@ struct BeaconPlace {
 };
 
 /// The links to the peers: Gleaner, Tessera and the transceiver control. A peer counts as connected
-/// while every one of its topics is linked. Those that are not connected are tried again every
+/// while every one of its topics is linked. Peers that are not connected are retried every
 /// kRetryInterval, and at once when they announce their start.
 class Links {
  public:
   static constexpr std::chrono::milliseconds kRetryInterval{30'000};
-  /// Until the transaction of an announcement is over: a link cannot be opened within it.
+  /// Longer than the transaction of an announcement: a link cannot be opened within it.
   static constexpr std::chrono::milliseconds kStartDelay{100};
 
   struct Collaborators {
@@ -65,14 +65,14 @@ class Links {
 
   /// Takes announcements and connects to every peer that runs.
   void Initialize();
-  /// Closes all links, for good.
+  /// Closes all links and opens none again.
   void Terminate();
   [[nodiscard]] bool GetTerminating() const { return terminating_; }
 
-  /// Opens all links of a peer anew. A failure is logged and tried again later.
+  /// Closes the links of a peer and opens them again. A failure is logged and tried again later.
   void ConnectToServer(std::int16_t role);
   [[nodiscard]] bool ServerConnected(std::int16_t role) const;
-  /// Counts the times that a peer was connected; 0 while it is not.
+  /// The number of the peer's connection, counted from 1; 0 while it is not connected.
   [[nodiscard]] int Connection(std::int16_t role) const;
   void SetServerConnected(std::int16_t role, bool connected);
   void RetryDeadServers();

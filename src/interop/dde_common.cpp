@@ -49,7 +49,7 @@ std::size_t CharacterCount(std::string_view text) {
   return count;
 }
 
-/// A field's length; nothing when it is none.
+/// A field's length; nothing if the text is not a length.
 std::optional<std::int16_t> LengthIn(std::string_view text) {
   const std::optional<double> number = WholeNumberText(text);
   if (!number) return std::nullopt;

@@ -35,13 +35,14 @@ class Records {
   /// has more than 32767 characters.
   [[nodiscard]] std::string EncodeField(const std::string& name, const std::string& value);
 
-  /// Replaces the tokens by those of `record`. What cannot be read ends it; the tokens before stay.
-  /// A field whose length is no number from 0 to 32767 is kept with an empty value and is the last
-  /// one. A fractional length is rounded, halves to the even neighbour. A 101st field is Error 9.
+  /// Replaces the tokens by those of `record`. Text that cannot be read ends the record; the tokens
+  /// before it stay. A field whose length is no number from 0 to 32767 is kept with an empty value
+  /// and is the last one. A fractional length is rounded, halves to the even neighbour. A 101st
+  /// field is Error 9.
   void ParseRecord(std::string_view record);
 
   /// The token at `position`, counted from 1; beyond the last one it is empty. A position below 1
-  /// is Error 9 and yields the same.
+  /// is Error 9 and yields an empty token.
   [[nodiscard]] Token GetToken(std::int16_t position);
 
  private:
@@ -60,7 +61,7 @@ class Records {
 /// `command` as this program sends it: its own role in three digits, the word and the argument.
 [[nodiscard]] std::string OwnCommand(std::string_view word, std::string_view argument = {});
 
-/// A window of the program as peers may treat it.
+/// A window of the program as the commands of peers use it.
 class Window {
  public:
   virtual ~Window() = default;

@@ -56,7 +56,8 @@ const DDEServer::Command* DDEServer::Find(std::string_view text) {
 
 void DDEServer::Postpone(const std::string& command) {
   with_.diagnostics.Trap(kName, [&] {
-    // Once more the same right away changes nothing; later it may.
+    // Repeating the last waiting command at once has no effect. After another command it may have
+    // one.
     const bool again = !waiting_.empty() && waiting_.back() == command;
     if (again || waiting_.size() >= kMostWaiting) {
       with_.diagnostics.DebugLog("   dropped: another command waits for the user");
@@ -80,7 +81,7 @@ void DDEServer::CarryOut(const std::string& command) {
 }
 
 void DDEServer::Test(const std::string& /*argument*/) {
-  // That it was accepted is all that the peer wants to know.
+  // The peer only needs to know that the command was accepted.
 }
 
 void DDEServer::Shutdown(const std::string& /*argument*/) {

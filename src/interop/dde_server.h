@@ -14,13 +14,13 @@
 namespace skyhop {
 
 /// The topic "DDEServer", on which peers execute commands: three digits with the sender's role, the
-/// command's word in any case, its argument. The first known word that the text begins with counts;
-/// an unknown one does nothing. A text without role is reported and not carried out.
+/// command's word in any case, its argument. The server uses the first known word that the text
+/// begins with and ignores unknown ones. It reports a text without role and does not carry it out.
 ///
 /// One command runs to its end before the next. Commands that arrive while one waits for the user
-/// (a message is shown) are carried out after it, up to kMostWaiting of them; beyond that and where
-/// the same command waits already they are dropped. "test", "shutdown", "iconify" and "activate"
-/// change no input and never wait.
+/// (a message is shown) are carried out after it, up to kMostWaiting of them. The server drops
+/// further ones, and a command that equals the last one waiting. "test", "shutdown", "iconify" and
+/// "activate" change no input and never wait.
 class DDEServer : public LinkTopic {
  public:
   static constexpr std::size_t kMostWaiting = 100;

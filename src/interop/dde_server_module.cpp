@@ -54,7 +54,7 @@ void Announcer::Announce(const std::string& application, const char* word) {
     transport_->Tell(application, topic::kClient, DDECommon::OwnCommand(word));
     diagnostics_->DebugLog("   told " + application + ": " + word);
   } catch (const Error& error) {
-    // Most of the suite does not run most of the time.
+    // Not an error: most programs of the suite usually do not run.
     diagnostics_->DebugLog("   cannot tell " + application + ": " + error.what());
   }
 }

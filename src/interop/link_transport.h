@@ -8,18 +8,17 @@
 
 namespace skyhop {
 
-// How the programs of the suite talk to each other, whatever the operating system calls it. Each
-// program is an application with a name and serves topics. Another program opens a conversation
-// with one of its topics, executes commands on it, requests the values of its items and is told
-// when they change.
+// The links between the programs of the suite, independent of the operating system. Each program is
+// an application with a name and serves topics. Another program opens a conversation with one of
+// its topics, executes commands on it, requests the values of its items and receives their changes.
 //
-// Texts are UTF-8 without zero bytes. A back end whose peers use another encoding converts, with
-// "?" for what that encoding does not have; bytes that are not UTF-8 never reach the wire as they
-// are. Texts that arrive are UTF-8 too, but otherwise whatever a peer cares to send.
+// Texts are UTF-8 without zero bytes. A back end whose peers use another encoding converts them,
+// with "?" for characters that the encoding lacks. No back end sends bytes that are not UTF-8
+// unchanged. Texts that arrive are UTF-8 too, but a peer may send any content.
 //
-// Everything happens on one thread, the one that runs the window's message loop. Callbacks come out
-// of that loop and, for back ends that run it while they wait, out of Connect and Request; never
-// out of Execute, Advise, Publish or a destructor.
+// Everything happens on one thread, the one that runs the window's message loop. Callbacks run
+// within that loop and, for back ends that run the loop while they wait, within Connect and
+// Request; never within Execute, Advise, Publish or a destructor.
 
 /// A topic that this program serves.
 class LinkTopic {
@@ -29,18 +28,18 @@ class LinkTopic {
 
   virtual ~LinkTopic() = default;
 
-  /// A peer executes `command`. The transaction is accepted whatever comes of it. A back end may
+  /// A peer executes `command`. The transaction is accepted whatever the result is. A back end may
   /// answer the peer before this is called. Must not throw and must not wait for a peer.
   virtual void Execute(const std::string& command) = 0;
   /// The value of an item; nothing when the topic has no such item. Must not throw.
   [[nodiscard]] virtual std::optional<std::string> Request(const std::string& item) = 0;
 };
 
-/// Gets what happens in a conversation. May destroy the conversation from within any call.
+/// Receives the events of a conversation. Any of its functions may destroy the conversation.
 class LinkListener {
  public:
   virtual ~LinkListener() = default;
-  /// The value of an advised item, first of all the one that it has when the advise begins.
+  /// The value of an advised item: first its value when the advise begins, then each new one.
   virtual void Changed(const std::string& item, const std::string& value) = 0;
   /// The peer ended the conversation, died or stopped answering. The last call; not made when this
   /// program ends the conversation.
@@ -59,19 +58,19 @@ class LinkConversation {
   /// Asks for an item's value and waits at most kLongestWait. Throws Error kNoLinkPartner (closed,
   /// no such item) or kLinkTimedOut.
   [[nodiscard]] virtual std::string Request(const std::string& item) = 0;
-  /// Has the listener told the item's value now and whenever it changes. An item that the topic
-  /// does not have stays silent.
+  /// Reports the item's value to the listener now and whenever it changes. Reports nothing for an
+  /// item that the topic does not have.
   virtual void Advise(const std::string& item) = 0;
   [[nodiscard]] virtual bool Open() const = 0;
 };
 
-/// The links of one application, whose name its constructor knows.
+/// The links of one application, whose name the constructor of the back end takes.
 class LinkTransport {
  public:
   /// How long a call may wait for a peer. Three peers that all hang must not freeze the window for
   /// more than a second.
   static constexpr std::chrono::milliseconds kLongestWait{250};
-  /// How long an answer may take that nobody waits for.
+  /// How long an answer may take if no caller waits for it.
   static constexpr std::chrono::milliseconds kSlowAnswer{10'000};
 
   virtual ~LinkTransport() = default;
@@ -84,7 +83,7 @@ class LinkTransport {
   /// (another program has the application's name) or kDiskNotReady (links cannot be used).
   virtual void Serve(const std::string& name, LinkTopic& topic) = 0;
   virtual void Unserve(const std::string& name) = 0;
-  /// Tells the peers that are linked to an item of a served topic its new value.
+  /// Sends the new value of an item of a served topic to the peers that are linked to it.
   virtual void Publish(const std::string& topic, const std::string& item,
                        const std::string& value) = 0;
 
@@ -96,8 +95,8 @@ class LinkTransport {
                                                                   LinkListener& listener) = 0;
 
   /// Sends one command to another application's topic. Does not wait for the application: a busy
-  /// one gets the command when it answers, within kSlowAnswer. Throws as Connect does where it is
-  /// known at once that nobody will get it.
+  /// one gets the command when it answers, within kSlowAnswer. Throws like Connect if it is clear
+  /// at once that no application will get the command.
   virtual void Tell(const std::string& application, const std::string& topic,
                     const std::string& command);
 };

@@ -1,4 +1,4 @@
-// What this program asks of its peers.
+// The commands that this program sends to its peers.
 
 #include "interop/dde_client_module.h"
 #include "interop/suite.h"

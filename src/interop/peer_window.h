@@ -21,15 +21,15 @@ enum class LinkControl {
 };
 inline constexpr int kLinkControlCount = 10;
 
-/// A place as a peer publishes it; what the peer has not published is empty.
+/// A place as a peer publishes it. Parts that the peer has not published are empty.
 struct PeerPlace {
   std::string latitude;
   std::string longitude;
   std::string country;
 };
 
-/// The prediction window, as far as it follows peers. What a peer publishes may be anything: the
-/// window takes what it can use and leaves the rest.
+/// The part of the prediction window that follows peers. A peer may publish any text: the window
+/// uses what it can and ignores the rest.
 class PeerWindow {
  public:
   struct FollowedBand {
@@ -58,7 +58,7 @@ class PeerWindow {
 class LinkTimer {
  public:
   virtual ~LinkTimer() = default;
-  /// Ticks again and again; a running timer starts anew.
+  /// Ticks repeatedly. Restarts a running timer.
   virtual void Start(std::chrono::milliseconds interval) = 0;
   virtual void Stop() = 0;
 };

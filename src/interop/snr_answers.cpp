@@ -14,7 +14,7 @@ constexpr std::array<const char*, 7> kApplications = {
     application::kTuneward, application::kArchivo, application::kQuester, application::kTessera,
     application::kGleaner,  application::kSkyhop,  application::kChirpa};
 
-/// What happens on the link of an answer is nobody's business.
+/// Ignores the events of an answer's link: the answer needs no reply.
 class Indifferent : public LinkListener {
  public:
   void Changed(const std::string& /*item*/, const std::string& /*value*/) override {}

@@ -7,7 +7,7 @@
 namespace skyhop {
 
 /// Sends answers over the links: executes the command "snr" with the record on the requester's
-/// command topic. A requester that has gone is logged and costs nothing else.
+/// command topic. If the requester no longer runs, logs that and drops the answer.
 class LinkedSNRAnswers : public SNRAnswers {
  public:
   /// Both must outlive this object.

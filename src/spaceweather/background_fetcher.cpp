@@ -26,7 +26,7 @@ std::int32_t BackgroundFetcher::Fetch(const std::string& url, const std::filesys
     result_ = task.get_future();
     thread_ = std::thread(std::move(task));
   } catch (...) {
-    // A system without a thread to spare can still wait for the network.
+    // If the system cannot start a thread, fetch on this one.
     result_ = {};
     return fetcher_->Fetch(url, file, stop);
   }
@@ -41,7 +41,7 @@ void BackgroundFetcher::Await(const std::stop_token& stop) {
   try {
     while (Working() && !stop.stop_requested()) pause_->Wait(kPause);
   } catch (...) {
-    // A pause that fails costs the repainting only; the result is still to be waited for.
+    // A failed pause only stops the repainting. Still wait for the result.
     if (result_.valid()) result_.wait();
   }
 }

@@ -11,9 +11,9 @@
 
 namespace skyhop {
 
-/// Lets another fetcher work on a thread of its own while the caller waits in short pauses: a pause
-/// that repaints the windows keeps them from looking dead during a slow download. To the caller a
-/// fetch is synchronous all the same, and nothing of the program runs on the other thread.
+/// Runs another fetcher on a separate thread while the caller waits in short pauses. A pause can
+/// repaint the windows, so they do not look dead during a slow download. For the caller a fetch is
+/// synchronous, and no other code of the program runs on the separate thread.
 ///
 /// A fetch that is stopped returns at the next pause, even while its server or the system's name
 /// service does not answer. The other thread ends by itself later; the next fetch waits for that.
@@ -23,7 +23,7 @@ class BackgroundFetcher : public UrlFetcher {
   /// How long the end of the program waits for a stopped fetch.
   static constexpr std::chrono::seconds kLongestEnd{2};
 
-  /// `pause` must outlive this object and hold back what the user does meanwhile.
+  /// `pause` must outlive this object and must block user input meanwhile.
   BackgroundFetcher(std::shared_ptr<UrlFetcher> fetcher, Pause& pause)
       : fetcher_(std::move(fetcher)), pause_(&pause) {}
   ~BackgroundFetcher() override;

@@ -7,7 +7,7 @@
 namespace skyhop::CurrentConditionsModule {
 namespace {
 
-/// Where what follows the first `marker` at or after `from` starts; npos when there is none.
+/// The position after the first `marker` at or after `from`; npos if there is none.
 std::size_t After(std::string_view text, std::string_view marker, std::size_t from) {
   const std::size_t found = text.find(marker, from);
   return found == std::string_view::npos ? found : found + marker.size();
@@ -19,7 +19,7 @@ std::string NumberOrNothing(std::string_view text) {
   try {
     if (ToInteger(trimmed) >= 0) return std::string(trimmed);
   } catch (const Error&) {
-    // Said below: no number.
+    // Not a number, so return an empty text.
   }
   return {};
 }
@@ -94,7 +94,7 @@ void Conditions::UseBulletin(const std::string& content, const std::string& url)
   if (bulletin.flux) host_->PutValue(SolarValue::kFlux, *bulletin.flux);
   if (bulletin.k_index) host_->PutValue(SolarValue::kKindex, *bulletin.k_index);
   if (display_->Visible()) display_->SetBulletin(BulletinText(content));
-  // Saved last: a store that fails costs the origins only.
+  // Save last, so that a failing store loses the origins only.
   NoteOrigin(SolarValue::kFlux, bulletin.flux, url);
   NoteOrigin(SolarValue::kKindex, bulletin.k_index, url);
 }

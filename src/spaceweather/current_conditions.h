@@ -11,16 +11,16 @@ namespace skyhop::CurrentConditionsModule {
 
 /// The values of a current conditions bulletin.
 struct Bulletin {
-  // Nothing where the bulletin does not mention the value; empty where it does and it is no
-  // non-negative integer, else as the bulletin writes it.
+  // Nothing if the bulletin does not mention the value; empty if the value is not a non-negative
+  // integer; otherwise the bulletin's text.
   std::optional<std::string> flux;
   std::optional<std::string> k_index;
 };
 
 [[nodiscard]] Bulletin ParseBulletin(std::string_view text);
 
-/// What a window shows of a bulletin: its complete lines without headers and comments, separated by
-/// carriage return and line feed.
+/// The text of a bulletin for a window: its complete lines without headers and comments, separated
+/// by carriage return and line feed.
 [[nodiscard]] std::string BulletinText(std::string_view text);
 
 /// Shows a bulletin.
@@ -32,7 +32,7 @@ class BulletinDisplay {
   virtual void SetBulletin(const std::string& text) = 0;
 };
 
-/// Solar flux and K index of now.
+/// The current solar flux and K index.
 class Conditions {
  public:
   /// All must outlive this object.
@@ -46,7 +46,7 @@ class Conditions {
         diagnostics_(&diagnostics) {}
 
   /// Fetches the bulletin, puts its values into their boxes and, when its window is visible, the
-  /// bulletin into the window. Failures are told to the user.
+  /// bulletin into the window. Reports failures to the user.
   void Update();
 
   /// Tells the user about a failure and logs it.

@@ -11,7 +11,7 @@ enum class DownloadKind { kForecast, kSunspotNumber, kCurrentConditions };
 enum class SolarValue { kFlux, kKindex, kSunspotNumber };
 inline constexpr int kSolarValueCount = 3;
 
-/// What the downloads read from and do to the main window.
+/// The main window as the downloads use it.
 class DownloadHost {
  public:
   virtual ~DownloadHost() = default;
@@ -22,7 +22,7 @@ class DownloadHost {
   /// Enables or disables, all together, every command that starts a download.
   virtual void EnableDownloads(bool enable) = 0;
 
-  /// Shows what is going on in the main window's caption; an empty text restores the caption.
+  /// Shows a status in the main window's caption; an empty text restores the caption.
   virtual void ShowStatus(const std::string& status) = 0;
 
   /// Puts a text into the main window's box for the value; an empty text empties the box.

@@ -13,7 +13,7 @@
 
 namespace skyhop {
 
-/// What one kind of download does in its own way.
+/// The parts in which the kinds of downloads differ.
 struct DownloadTask {
   DownloadKind kind = DownloadKind::kForecast;
   const char* file_name = "";      ///< of the local file, in the program folder
@@ -27,13 +27,13 @@ struct DownloadTask {
 
   /// Tells the user about a failure.
   std::function<void(const std::string& message)> report;
-  /// Also gets the message about a missing address, which `report` does not.
+  /// Gets the same messages and the one about a missing address.
   std::function<void(const std::string& message)> on_failure;
   /// Called before anything is fetched, once there is an address.
   std::function<void()> before_fetch;
-  /// Called instead of both when the download was cancelled.
+  /// Called instead of `report` and `on_failure` when the download was cancelled.
   std::function<void()> on_cancel = [] {};
-  /// Takes what was downloaded. Returns false after it has reported that nothing can be made of it.
+  /// Uses the downloaded file. Returns false after it has reported that the file is unusable.
   std::function<bool(const std::string& content, const std::string& url)> parse;
 };
 
@@ -43,7 +43,7 @@ struct DownloadTask {
 /// while a message waits for the user: one that starts then does nothing.
 class DownloadProcedure {
  public:
-  /// A longer file than this is none of ours.
+  /// In bytes. The expected files are much shorter.
   static constexpr std::size_t kLongestFile = std::size_t{8} << 20U;
 
   /// All must outlive this object.
@@ -55,14 +55,14 @@ class DownloadProcedure {
         diagnostics_(&diagnostics),
         program_folder_(std::move(program_folder)) {}
 
-  /// Downloads and parses; returns when that is done or has failed. Whatever happens, downloads are
-  /// enabled again afterwards and the caption is restored. Throws what `task`'s functions throw.
+  /// Downloads and parses; returns when that is done or has failed. In every case it then enables
+  /// downloads again and restores the caption. Throws what `task`'s functions throw.
   void Run(const DownloadTask& task);
 
   [[nodiscard]] bool Busy() const { return busy_; }
 
   /// Ends the download that is running: no message is shown and all values stay as they are. Does
-  /// nothing when none is running or when its file has come in already.
+  /// nothing when none is running or when its file has already arrived.
   void Cancel() { stop_.request_stop(); }
 
  private:

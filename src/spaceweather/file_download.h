@@ -9,7 +9,7 @@
 
 namespace skyhop::Common {
 
-/// The words for the result code of a fetch: the program's own texts, odd as some are, because
+/// The program's own text for the result code of a fetch. Some texts are odd but stay, because
 /// users and support know them. A code without one gives "unknown error " and the code as a signed
 /// decimal number.
 [[nodiscard]] std::string GetFileErrorDescription(std::int32_t code);

@@ -13,7 +13,7 @@ namespace skyhop::SolarForecastModule {
 void FormatForecast(std::string& block);
 
 /// When the forecast was issued: what follows ":Issued: " up to the line feed or the text's end;
-/// nothing when the text does not say.
+/// nothing if the text has no such line.
 [[nodiscard]] std::optional<std::string> IssuedText(std::string_view text);
 
 /// Reads the 45-day forecast, its A indices first and the flux then, into the slots from

@@ -4,8 +4,8 @@
 
 namespace skyhop {
 
-/// What reading one line of a file's content yields where only a carriage return ends a line: all
-/// of it, line feeds included, in files without carriage returns.
+/// The first line of a file's content if only a carriage return ends a line. Without carriage
+/// returns it is the whole content, including line feeds.
 [[nodiscard]] inline std::string LineText(const std::string& content) {
   return content.substr(0, content.find('\r'));
 }

@@ -43,7 +43,7 @@ void Forecast::ClearValidity() {
   for (std::size_t day = kFirstDaySlot; day >= 1; --day) {
     ForecastSlot& slot = table_.at(day);
     slot.valid = false;
-    // A file without a flux would leave the days of another one's under its own dates.
+    // Otherwise a file without flux values would show those of an earlier file under its own dates.
     for (const std::size_t column : kFluxColumns) slot.columns.at(column) = -1;
   }
   filled_at_.reset();

@@ -9,7 +9,7 @@
 
 namespace skyhop::SolarForecastModule {
 
-/// The caption of the forecast's window; when the forecast was issued follows after ": ".
+/// The caption of the forecast's window. ": " and the time of issue follow it.
 inline constexpr const char* kForecastCaption = "Forecast: Solar and Geomagnetic Parameters";
 
 /// The forecast of solar flux and A index for the coming 31 days.
@@ -20,11 +20,11 @@ class Forecast {
            const Clock& clock)
       : procedure_(&procedure), messages_(&messages), diagnostics_(&diagnostics), clock_(&clock) {}
 
-  /// Fetches the forecast into the table. What was in the table is gone as soon as the attempt
-  /// begins; failures are told to the user.
+  /// Fetches the forecast into the table. Clears the table when the fetch begins, restores it when
+  /// the user cancels, and reports failures to the user.
   void DownloadSolarForecast();
 
-  /// The moment of the last successful download, in UTC; long ago when there was none.
+  /// The time of the last successful download, in UTC; a time long ago if there was none.
   void SetLastForecast(UtcTime time) { last_forecast_ = time; }
   [[nodiscard]] UtcTime GetLastForecast() const { return last_forecast_; }
 

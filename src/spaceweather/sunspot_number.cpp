@@ -35,7 +35,7 @@ SunspotNumberReading FindSunspotNumber(std::string_view text, std::chrono::year_
   const std::size_t name = text.find(kPredictedSsn, found + object.size());
   if (name == std::string_view::npos) return reading;
   const std::size_t start = name + kPredictedSsn.size();
-  // Without a comma the file is cut off. The last member of an object is ended by its brace.
+  // A file without a comma here is incomplete. The closing brace ends the last member of an object.
   reading.ended = text.find(',', start) != std::string_view::npos;
   if (!reading.ended) return reading;
   const std::size_t end = text.find_first_of(",}", start);
@@ -59,7 +59,7 @@ void SunspotNumber::DownloadSSN() {
         .missing_url = "No 'Predicted Sunspot Numbers' URL specified in the Configuration "
                        "window's 'Prediction URLs' panel",
         .failed = "unable to download sunspot number from ",
-        // The names are not quite the procedure's; support searches logs for them as they are.
+        // These names differ slightly from the procedure's name. Support searches logs for them.
         .missing_file = "SolarForecastModule.DownloadSSB: downloading sunspot number from ",
         .empty_file = "SolarForecastModule.DownloadSSSN: downloaded sunspot number from ",
         .complete_line = "SolarForecastModule.DownloadSSN complete",

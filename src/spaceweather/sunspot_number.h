@@ -11,7 +11,7 @@
 
 namespace skyhop::SolarForecastModule {
 
-/// What a file of predicted sunspot numbers says about a month.
+/// A month's entry in a file of predicted sunspot numbers.
 struct SunspotNumberReading {
   bool month_found = false;
   bool ended = false;  ///< whether a comma follows the number, in its object or later
@@ -37,8 +37,8 @@ class SunspotNumber {
         diagnostics_(&diagnostics),
         clock_(&clock) {}
 
-  /// Fetches the file and puts this month's number into its box: "0" when the file has none, and
-  /// the box stays as it is when there is no file. Failures are told to the user.
+  /// Fetches the file and puts this month's number into its box: "0" if the file has none. Without
+  /// a file the box stays unchanged. Reports failures to the user.
   void DownloadSSN();
 
   /// Tells the user about a failure and logs it.

@@ -51,14 +51,14 @@ class UrlFetcher {
   virtual ~UrlFetcher() = default;
 
   /// Removes an address (UTF-8, blanks already escaped) from the system's cache, so that a fetch
-  /// cannot be served from an old copy. Returns what the system says about it, 0 where nothing was
-  /// removed or there is no cache.
+  /// cannot be served from an old copy. Returns the system's result code, 0 if nothing was removed
+  /// or there is no cache.
   virtual std::int32_t RemoveFromCache(const std::string& url) noexcept = 0;
 
   /// Fetches `url` (UTF-8, as the user typed it, blanks and all) in its newest version into `file`
   /// (an absolute path), replacing an existing one, and waits until that is done or has failed.
   /// Redirects are followed, from an https address to https addresses only. Once `stop` is
-  /// requested, from whatever thread, the fetch ends soon with kAborted and writes no file.
+  /// requested, from any thread, the fetch ends soon with kAborted and writes no file.
   ///
   /// Returns 0 on success, also when the content is empty; then the file exists and holds the
   /// content byte by byte. Any other result is a failure, one of `fetch_codes` where one fits; the

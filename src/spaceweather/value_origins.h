@@ -18,20 +18,23 @@ class ValueOrigins {
   ValueOrigins(const Common::Settings& settings, const Clock& clock)
       : settings_(&settings), clock_(&clock) {}
 
-  /// Restores what is stored. What cannot be read counts as not there.
+  /// Restores the stored origins. Ignores those that cannot be read.
   void Load();
 
-  /// `text` came from `url` just now. Saved at once; throws what the store throws.
+  /// Records that `text` was downloaded from `url` just now, and saves it. Throws the errors of the
+  /// store.
   void Downloaded(SolarValue value, const std::string& text, const std::string& url);
-  /// The last attempt to download the value failed, for the rest of this run or until the next one.
+  /// Records that the last attempt to download the value failed, for this run or until the next
+  /// success.
   void Failed(SolarValue value, const std::string& reason);
 
-  /// What to tell about `text`, the value in its box now: "downloaded 3 hours ago (21-Nov-26 10:05
-  /// UTC) from <address>", or what else is known. More than one line when the last attempt failed.
+  /// The description of `text`, the value in its box now: "downloaded 3 hours ago (21-Nov-26 10:05
+  /// UTC) from <address>", "not downloaded so far", or how `text` differs from the downloaded
+  /// value. Two lines if the last attempt failed.
   [[nodiscard]] std::string Describe(SolarValue value, const std::string& text) const;
 
-  /// What the address for the value gave last: "118, 3 hours ago (21-Nov-26 10:05 UTC)", and from
-  /// where when that was not `url`; "not downloaded so far" for nothing.
+  /// The last downloaded value: "118, 3 hours ago (21-Nov-26 10:05 UTC)", with its address if that
+  /// was not `url`; "not downloaded so far" if there is none.
   [[nodiscard]] std::string Last(SolarValue value, const std::string& url) const;
   /// "; last attempt 2 minutes ago: <reason>" when it failed, else empty.
   [[nodiscard]] std::string LastFailure(SolarValue value) const;
