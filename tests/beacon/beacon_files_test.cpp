@@ -45,7 +45,7 @@ TEST(SeparatedValues, AreSplitAtCommasAndLineEnds) {
   }
 }
 
-TEST(SeparatedValues, ManyProblemsOfAFileAreCountedInTheLog) {
+TEST(SeparatedValues, LogTheFirstProblemsAndTheNumberOfTheOthers) {
   LoggedDiagnostics log;
   std::vector<FileProblem> problems;
   for (int line = 1; line <= 1000; ++line) problems.push_back({"a.txt", line, 1, "wrong"});
@@ -59,9 +59,9 @@ TEST(SeparatedValues, ManyProblemsOfAFileAreCountedInTheLog) {
   EXPECT_EQ(log.errors.back(), "a.txt: 981 more problems");
 }
 
-TEST(SeparatedValues, TellWhereQuotesAreWrongAndKeepThePlaceOfTheLine) {
+TEST(SeparatedValues, ReportWrongQuotesAndKeepABrokenRecord) {
   std::vector<FileProblem> problems;
-  // Characters count, not bytes.
+  // Columns count characters, not bytes.
   const auto records =
       SplitRecords("\xC3\x85land, \"open\ngood\n\"x\" y, z\n", "places.txt", problems);
   ASSERT_EQ(records.size(), 3U);
@@ -74,7 +74,7 @@ TEST(SeparatedValues, TellWhereQuotesAreWrongAndKeepThePlaceOfTheLine) {
                                        "closing quotes"}));
 }
 
-TEST(SeparatedValues, ComeBackFromWhatWasWritten) {
+TEST(SeparatedValues, RoundTripThroughCsvField) {
   for (const char* text :
        {"plain", "a,b", "\"quoted\"", " blanks ", "# no remark", "S9 \"loud\", "}) {
     std::vector<FileProblem> problems;
@@ -104,7 +104,7 @@ TEST(BeaconLocations, AreReadWithAllTheirFields) {
   EXPECT_EQ(found.Find("OH2BX"), nullptr);
 }
 
-TEST(BeaconLocations, TellEveryMistakeAndKeepWhatIsGood) {
+TEST(BeaconLocations, ReportEveryErrorAndKeepValidFields) {
   struct Case {
     const char* line;
     bool kept;
@@ -137,7 +137,7 @@ TEST(BeaconLocations, TellEveryMistakeAndKeepWhatIsGood) {
            {"L.txt, line 2, column 5: the latitude \"\" is not a latitude such as 40 45' N",
             "L.txt, line 2, column 5: the longitude \"\" is not a longitude such as "
             "73 58' W"}},
-          // What forgotten or misplaced marks would make another place of.
+          // Missing or misplaced marks would give another place.
           {"OH2B, OH, 60 19 N, 24 23' 30 E",
            false,
            {"L.txt, line 2, column 11: the latitude \"60 19 N\" is not a latitude such as 40 45' N",
@@ -172,7 +172,7 @@ TEST(BeaconLocations, TellEveryMistakeAndKeepWhatIsGood) {
   }
 }
 
-/// Who transmits on each frequency in each slot, nobody as "-".
+/// The beacon on each frequency in each slot, "-" for none.
 std::vector<std::string> Slots(const SlotTable& table) {
   std::vector<std::string> lines;
   for (const std::vector<std::string>& slot : table.slots) {
@@ -188,7 +188,7 @@ constexpr const char* kThree = "A1A,,1 N,1 E,,,,,,,\nB1B,,2 N,2 E,,,,,,,\nC1C,,3
 
 struct ReadCase {
   const char* content;
-  Texts slots;  ///< none for no schedule
+  Texts slots;  ///< empty if there is no schedule
   Texts problems;
 };
 
@@ -198,7 +198,7 @@ void PrintTo(const ReadCase& c, std::ostream* out) {
 
 class ScheduleReading : public ::testing::TestWithParam<ReadCase> {};
 
-TEST_P(ScheduleReading, KeepsTheTimesOfWhatIsGood) {
+TEST_P(ScheduleReading, KeepsTheTimesOfValidSlots) {
   const ScheduleFile file = ReadBeaconSchedule(GetParam().content, "S.txt", Locations(kThree));
   EXPECT_EQ(file.table ? Slots(*file.table) : Texts{}, GetParam().slots);
   EXPECT_EQ(Messages(file.problems), GetParam().problems);
@@ -227,11 +227,11 @@ INSTANTIATE_TEST_SUITE_P(
             {},
             {"S.txt, line 1, column 6: the slot length \"ten\" is not a number of seconds from "
              "0.5 to 3600"}},
-        // Wrong quotes cost a slot, not the times of the others.
+        // Wrong quotes silence a slot and keep the times of the others.
         ReadCase{"frequencies,14100,18110\nA1A\n\"B1B\nC1C",
                  {"A1A C1C", "- A1A", "C1C -"},
                  {"S.txt, line 3, column 1: the quotes are not closed"}},
-        // The form is that of most lines, whatever the first one is.
+        // Most lines determine the form, not the first one.
         ReadCase{
             "slott,10\nfrequencies,14100,18110\nA1A,\nB1B\nC1C",
             {"- C1C", "B1B -", "C1C B1B"},
@@ -278,7 +278,7 @@ class BeaconFilesTest : public ::testing::Test {
   LoggedDiagnostics log_;
 };
 
-TEST_F(BeaconFilesTest, TheUsersScheduleCountsWhenItIsWantedAndThere) {
+TEST_F(BeaconFilesTest, UsesTheUsersScheduleWhenSelectedAndPresent) {
   Put(kLocationFile, kThree);
   Put(kScheduleFile, "frequencies,14100\nA1A");
   Put(kCustomScheduleFile, "frequencies,10144\nB1B");
@@ -296,7 +296,7 @@ TEST_F(BeaconFilesTest, TheUsersScheduleCountsWhenItIsWantedAndThere) {
   EXPECT_EQ(log_.errors.size(), files.problems.size());
 }
 
-TEST_F(BeaconFilesTest, MissingFilesAreTold) {
+TEST_F(BeaconFilesTest, ReportsMissingFiles) {
   const BeaconFiles files = Read(false);
   EXPECT_FALSE(files.schedule);
   ASSERT_EQ(files.problems.size(), 2U);
@@ -304,7 +304,7 @@ TEST_F(BeaconFilesTest, MissingFilesAreTold) {
   EXPECT_EQ(files.problems[1].file, kScheduleFile);
 }
 
-TEST(ShippedBeaconFiles, DescribeTheNetworkWithoutAMistake) {
+TEST(ShippedBeaconFiles, DescribeTheNetworkWithoutErrors) {
   LoggedDiagnostics log;
   const BeaconFiles files = ReadBeaconFiles(SKYHOP_SHIPPED, false, log.diagnostics);
   EXPECT_EQ(Messages(files.problems), Texts{});
@@ -312,7 +312,7 @@ TEST(ShippedBeaconFiles, DescribeTheNetworkWithoutAMistake) {
   EXPECT_EQ(files.schedule->Cycle(), std::chrono::minutes(3));
   EXPECT_EQ(files.schedule->slots.size(), 18U);
   EXPECT_EQ(files.locations.beacons.size(), 18U);
-  // The fields of the grid in which the beacons are known to be.
+  // The grid fields in which the beacons are.
   const std::vector<std::pair<const char*, const char*>> squares = {
       {"4U1UN", "FN30"}, {"VE8AT", "CP38"},  {"W6WX", "CM97"},   {"KH6RS", "BL10"},
       {"ZL6B", "RE78"},  {"VK6RBP", "OF87"}, {"JA2IGY", "PM84"}, {"RR9O", "NO14"},

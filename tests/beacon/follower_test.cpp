@@ -19,7 +19,7 @@ using Texts = std::vector<std::string>;
 
 const UtcTime kFollowedHour = sys_days(year(2026) / 11 / 15) + std::chrono::hours(16);
 
-TEST(Octants, BeginHalfwayToTheDirectionBefore) {
+TEST(Octants, BeginHalfwayFromThePreviousDirection) {
   const std::map<double, std::string_view> cases = {
       {-22.6, "NW"}, {-22.5, "N"},  {0, "N"},     {22.4999, "N"}, {22.5, "NE"},  {67.5, "E"},
       {112.4, "E"},  {112.5, "SE"}, {157.5, "S"}, {180, "S"},     {202.5, "SW"}, {247.5, "W"},
@@ -36,7 +36,7 @@ Position At(std::int16_t north, std::int16_t east) {
   return {angle(std::abs(north), north >= 0 ? -1 : 1), angle(std::abs(east), east < 0 ? -1 : 1)};
 }
 
-TEST(Ways, AreToldBothWaysRound) {
+TEST(Ways, HaveBearingsAndDistancesOfBothPaths) {
   testing::LoggedDiagnostics log;
   struct Case {
     Position station;
@@ -75,7 +75,7 @@ class Following : public ::testing::Test {
     };
   }
 
-  /// What the transmission to listen for is, as "call kHz".
+  /// The transmission to listen for, as "call kHz".
   std::string TargetAfter(int after) {
     const auto target = TargetAt(schedule_, selection_, kFollowedHour + seconds(after), facts_);
     if (!target) return "";
@@ -103,14 +103,14 @@ class Following : public ::testing::Test {
   Follower follower_{peers_};
 };
 
-TEST_F(Following, ABandHasADifferentBeaconInEachSlot) {
+TEST_F(Following, SelectsAnotherBeaconOfTheBandInEachSlot) {
   selection_.frequency = 1;
   EXPECT_EQ(TargetAfter(0), "YV5B 18110");
   EXPECT_EQ(TargetAfter(10), "4U1UN 18110");
   EXPECT_EQ(TargetAfter(179), "OA4B 18110");
 }
 
-TEST_F(Following, ABeaconGoesThroughTheBandsAndIsSilentThen) {
+TEST_F(Following, FollowsABeaconThroughTheBandsUntilItIsSilent) {
   selection_.by = Selection::By::kCall;
   selection_.call = "W6WX";
   const Texts expected = {"",           "",           "W6WX 14100", "W6WX 18110",
@@ -120,7 +120,7 @@ TEST_F(Following, ABeaconGoesThroughTheBandsAndIsSilentThen) {
   }
 }
 
-TEST_F(Following, AnOctantHasTheBeaconOnTheMostOpenFrequency) {
+TEST_F(Following, SelectsTheMostOpenFrequencyOfAnOctant) {
   selection_.by = Selection::By::kOctant;
   selection_.octant = Octant::kW;
   EXPECT_EQ(TargetAfter(0), "") << "nobody's direction is known";
@@ -136,7 +136,7 @@ TEST_F(Following, AnOctantHasTheBeaconOnTheMostOpenFrequency) {
   EXPECT_EQ(TargetAfter(0), "YV5B 18110");
 }
 
-TEST_F(Following, TheTransceiverIsTunedOnceForEachTransmission) {
+TEST_F(Following, TunesTheTransceiverOncePerTransmission) {
   follower_.SetOptions({.retune = true});
   EXPECT_EQ(FollowAfter(0), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
   EXPECT_EQ(FollowAfter(1), Texts{});
@@ -149,7 +149,7 @@ TEST_F(Following, TheTransceiverIsTunedOnceForEachTransmission) {
   EXPECT_EQ(FollowAfter(7200 + 31), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
 }
 
-TEST_F(Following, AntennaAndMapMoveWhenTheBeaconChanges) {
+TEST_F(Following, MovesAntennaAndMapWhenTheBeaconChanges) {
   selection_.by = Selection::By::kCall;
   selection_.call = "4U1UN";
   follower_.SetOptions({.retune = true, .rotate = true, .look_up = true, .select_bearing = true});
@@ -162,7 +162,7 @@ TEST_F(Following, AntennaAndMapMoveWhenTheBeaconChanges) {
                                     "lookup VE8AT Inuvik", "bearing 33"}));
 }
 
-TEST_F(Following, WhoIsConnectedLaterIsToldAtOnce) {
+TEST_F(Following, SendsCommandsWhenAPeerConnectsLater) {
   follower_.SetOptions({.retune = true, .rotate = true, .look_up = true, .select_bearing = true});
   const Texts tuned = {"vfo a", "split off", "mode CW", "qsy 14100"};
   const Texts shown = {"rotate 33", "lookup 4U1UN New York", "bearing 33"};
@@ -173,7 +173,7 @@ TEST_F(Following, WhoIsConnectedLaterIsToldAtOnce) {
   peers_.transceiver = 1;
   EXPECT_EQ(FollowAfter(2), tuned);
   EXPECT_EQ(FollowAfter(3), Texts{});
-  // Both were started anew from one look to the next.
+  // Both programs were restarted between two looks.
   peers_.transceiver = peers_.map = 2;
   Texts both = tuned;
   both.insert(both.end(), shown.begin(), shown.end());
@@ -181,7 +181,7 @@ TEST_F(Following, WhoIsConnectedLaterIsToldAtOnce) {
   EXPECT_EQ(FollowAfter(5, 34), (Texts{"rotate 34", "bearing 34"})) << "your station has moved";
 }
 
-TEST_F(Following, AnOptionTakesEffectWhenItIsSwitchedOn) {
+TEST_F(Following, AppliesAnOptionWhenItIsSwitchedOn) {
   EXPECT_EQ(FollowAfter(0), Texts{});
   follower_.SetOptions({.rotate = true});
   EXPECT_EQ(FollowAfter(1, std::nullopt), Texts{}) << "your own place is not known";

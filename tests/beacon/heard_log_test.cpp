@@ -30,7 +30,7 @@ class HeardLogTest : public ::testing::Test {
   testing::LoggedDiagnostics log_;
 };
 
-TEST_F(HeardLogTest, MarksComeBackAfterARestart) {
+TEST_F(HeardLogTest, RestoresMarksAfterARestart) {
   HeardLog log = Loaded();
   const std::vector<HeardMark> marks = {
       {kMidnight - milliseconds(500), "OH2B", 10144.5, true, "S9, \"loud\""},
@@ -50,7 +50,7 @@ TEST_F(HeardLogTest, MarksComeBackAfterARestart) {
   EXPECT_TRUE(log_.errors.empty());
 }
 
-TEST_F(HeardLogTest, TheLastMarkOfATransmissionCounts) {
+TEST_F(HeardLogTest, UsesTheLastMarkOfATransmission) {
   HeardLog log = Loaded();
   log.Mark({kMidnight, "4U1UN", 14100, true, "S3"});
   log.Mark({kMidnight, "YV5B", 18110, true, ""});
@@ -64,7 +64,7 @@ TEST_F(HeardLogTest, TheLastMarkOfATransmissionCounts) {
   EXPECT_EQ(Loaded().Marks(), expected);
 }
 
-TEST_F(HeardLogTest, ANoteStaysWhenTheMarkIsRepeatedWithoutOne) {
+TEST_F(HeardLogTest, KeepsTheNoteWhenAMarkIsRepeatedWithoutOne) {
   HeardLog log = Loaded();
   log.Mark({kMidnight, "4U1UN", 14100, true, "S3"});
   log.Mark({kMidnight, "4U1UN", 14100, true, ""});
@@ -85,7 +85,7 @@ TEST_F(HeardLogTest, ADayBeginsAtMidnight) {
   EXPECT_EQ(day[0].begin, kMidnight);
 }
 
-TEST_F(HeardLogTest, DamagedLinesAreToldAndStayInTheFile) {
+TEST_F(HeardLogTest, ReportsDamagedLinesAndKeepsThemInTheFile) {
   const std::string content =
       "utc,call,frequency_khz,heard,note\n"
       "2026-11-16 00:00:00,OH2B,14100,yes\n"
@@ -110,7 +110,7 @@ TEST_F(HeardLogTest, DamagedLinesAreToldAndStayInTheFile) {
   EXPECT_EQ(Loaded().Marks().size(), 2U);
 }
 
-TEST_F(HeardLogTest, AMarkThatCannotBeSavedHoldsAndIsSavedWithTheNext) {
+TEST_F(HeardLogTest, SavesAnUnsavedMarkWithTheNextOne) {
   HeardLog log = Loaded();
   std::filesystem::create_directory(File());
   EXPECT_THROW(log.Mark({kMidnight, "OH2B", 14100, true, ""}), Error);
@@ -139,7 +139,7 @@ std::chrono::steady_clock::duration TimeOf(Load load) {
   return std::chrono::steady_clock::now() - start;
 }
 
-TEST_F(HeardLogTest, TheOrderOfTheLinesCostsNoTime) {
+TEST_F(HeardLogTest, LoadsUnorderedLinesNearlyAsFastAsOrderedOnes) {
   constexpr int count = 100'000;
   const auto write = [&](const auto& seconds_of) {
     std::string content;

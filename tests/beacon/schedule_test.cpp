@@ -89,7 +89,7 @@ TEST(StandardSchedule, IsThePublishedOneInEveryCycle) {
   }
 }
 
-TEST(StandardSchedule, TellsWhatComesNext) {
+TEST(StandardSchedule, FindsTheNextTransmissions) {
   const Schedule schedule = Standard();
   const auto after = schedule.Following(0, kHour + seconds(165), 3);
   ASSERT_EQ(after.size(), 3U);
@@ -104,28 +104,28 @@ TEST(StandardSchedule, TellsWhatComesNext) {
   EXPECT_FALSE(schedule.NextOf("KH6WO", kHour));
 }
 
-TEST(CustomSchedule, MayHaveAnySlotAndStartsAtMidnight) {
+TEST(CustomSchedule, AcceptsAnySlotLengthAndStartsAtMidnight) {
   const UtcTime midnight = sys_days(year(2026) / 11 / 16);
   const Schedule short_slots = Simple(milliseconds(7500), {"A1A", "B1B"});
   EXPECT_EQ(short_slots.CallOn(0, midnight + milliseconds(7499)), "A1A");
   EXPECT_EQ(short_slots.At(midnight + milliseconds(7500)),
             (Slot{1, midnight + milliseconds(7500), midnight + milliseconds(15000)}));
 
-  // 7 hours do not divide a day: the fourth slot lasts three of them.
+  // 7 hours do not divide a day, so the fourth slot lasts three hours.
   const Schedule long_slots = Simple(hours(7), {"A1A", "B1B", "C1C"});
   EXPECT_EQ(long_slots.At(midnight - milliseconds(1)), (Slot{0, midnight - hours(3), midnight}));
   EXPECT_EQ(long_slots.CallOn(0, midnight), "A1A");
   EXPECT_EQ(long_slots.NextOf("C1C", midnight - hours(1))->begin, midnight + hours(14));
 }
 
-TEST(CustomSchedule, SilentSlotsHaveNoTransmission) {
+TEST(CustomSchedule, SkipsSilentSlots) {
   const Schedule schedule = Simple(seconds(10), {"A1A", "", ""});
   EXPECT_EQ(schedule.CallOn(0, kHour + seconds(15)), "");
   const auto after = schedule.Following(0, kHour, 2);
   ASSERT_EQ(after.size(), 2U);
   EXPECT_EQ(after[0].begin, kHour + seconds(30));
   EXPECT_TRUE(Simple(seconds(10), {""}).Following(0, kHour, 2).empty());
-  // One beacon in a long cycle: twice in two of them.
+  // One beacon in a long cycle transmits twice in two cycles.
   EXPECT_EQ(Simple(hours(8), {"A1A", "", ""}).Following(0, kHour, 2).size(), 2U);
 }
 
@@ -136,7 +136,7 @@ class ClockWatchTest : public ::testing::Test {
   ClockWatch watch_{clock_, timekeeping_};
 };
 
-TEST_F(ClockWatchTest, IsContentWithAClockThatRuns) {
+TEST_F(ClockWatchTest, ReportsNothingWhenTheClockRuns) {
   EXPECT_EQ(watch_.Look(), "");
   for (const milliseconds pass : {milliseconds(1), milliseconds(days(400))}) {
     timekeeping_.Pass(clock_, pass);
@@ -159,7 +159,7 @@ TEST_F(ClockWatchTest, DoesNotCompareAcrossAPause) {
   EXPECT_NE(watch_.Look(), "");
 }
 
-TEST_F(ClockWatchTest, TellsForAWhileThatTheClockWasSet) {
+TEST_F(ClockWatchTest, ReportsForTenMinutesThatTheClockWasSet) {
   (void)watch_.Look();
   clock_.now += milliseconds(3250);
   EXPECT_EQ(watch_.Look(), "The clock was set forward by 3.2 s at 13:05:12 UTC");
@@ -171,7 +171,7 @@ TEST_F(ClockWatchTest, TellsForAWhileThatTheClockWasSet) {
   EXPECT_EQ(watch_.Look(), "");
 }
 
-TEST_F(ClockWatchTest, DoesNotMindALeapSecondWhereThereMayBeOne) {
+TEST_F(ClockWatchTest, AcceptsALeapSecondWhenJanuaryOrJulyBegins) {
   struct Case {
     UtcTime midnight;
     milliseconds by;
@@ -195,7 +195,7 @@ TEST_F(ClockWatchTest, DoesNotMindALeapSecondWhereThereMayBeOne) {
   }
 }
 
-TEST_F(ClockWatchTest, TellsThatNothingKeepsTheClockRight) {
+TEST_F(ClockWatchTest, ReportsAnUnsynchronisedClock) {
   timekeeping_.state = Timekeeping::State::kUnsynchronised;
   EXPECT_EQ(watch_.Look(), "The system's clock is not synchronised, so the slots may be off");
   timekeeping_.state = Timekeeping::State::kUnknown;

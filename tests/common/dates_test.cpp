@@ -27,7 +27,7 @@ TEST(Dates, AreReadInBothForms) {
   for (const auto& c : cases) EXPECT_EQ(ParseDate(c.text), c.date) << c.text;
 }
 
-TEST(Dates, AreRefusedInOtherFormsAndWhenTheCalendarLacksThem) {
+TEST(Dates, RejectOtherFormsAndImpossibleDays) {
   for (const char* text : {"",
                            "-",
                            "--",
@@ -58,7 +58,7 @@ TEST(Dates, AreRefusedInOtherFormsAndWhenTheCalendarLacksThem) {
   EXPECT_FALSE(ParseDate(std::string(65536, '1')));
 }
 
-TEST(Dates, OfEveryDayReadBackAsThemselves) {
+TEST(Dates, RoundTripForEveryDay) {
   for (sys_days day = year{1930} / 1 / 1; day < sys_days{year{2030} / 1 / 1}; day += days{1}) {
     ASSERT_EQ(ParseDate(DateText(day)), year_month_day{day}) << DateText(day);
   }

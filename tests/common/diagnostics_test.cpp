@@ -27,13 +27,13 @@ constexpr bool kLineEndIsTwoBytes = std::filesystem::path::preferred_separator =
 using testing::LoggedDiagnostics;
 using Lines = std::vector<std::string>;
 
-// The fake clock stands at this moment; the user's zone is an hour ahead.
+// The fake clock shows this time; the user's zone is an hour ahead.
 const std::string kLine = "2026-11-15 13:05:09.042 > ";
 const std::string kHeaderLine = "2026-11-15 14:05:09     > ";
 
 class DiagnosticsTest : public ::testing::Test {
  protected:
-  /// The same log as a new run of the program sees it.
+  /// The same log, opened by a new run of the program.
   std::unique_ptr<Diagnostics> NewRun() {
     return std::make_unique<Diagnostics>(folder_.Path(), clock_, facts_);
   }
@@ -43,7 +43,7 @@ class DiagnosticsTest : public ::testing::Test {
     return ReplaceAll(ReadFile(LogPath(), 1U << 20U), "\r\n", "\n");
   }
 
-  /// What the log holds from the first message line on.
+  /// The log from its first message line on.
   [[nodiscard]] std::string Messages() const {
     const std::string log = Log();
     return log.substr(std::min(log.size(), log.find(kLine)));
@@ -121,7 +121,7 @@ TEST_F(DiagnosticsTest, PutsLinesOfThePeerCaptionAfterTheHeader) {
   EXPECT_TRUE(Log().starts_with(kHeaderLine));
 }
 
-TEST_F(DiagnosticsTest, LosesOnlyTheLineWhoseHeaderFails) {
+TEST_F(DiagnosticsTest, LosesOneLineWhenTheHeaderFails) {
   bool fails = true;
   diagnostics_->SetPeerCaption([&]() -> std::string {
     if (fails) throw std::runtime_error("no peers");
@@ -143,12 +143,12 @@ TEST_F(DiagnosticsTest, WritesDebugLinesWhenSwitchedOn) {
   EXPECT_EQ(Messages(), kLine + "   parameters not ok\n");
 }
 
-TEST_F(DiagnosticsTest, KeepsALineWithLineBreaksOneLine) {
+TEST_F(DiagnosticsTest, WritesOneLineWhenTheTextHasLineBreaks) {
   diagnostics_->ErrorLog("from a peer: a\r\nb\tc\x1B \xC3\xA9");
   EXPECT_EQ(Messages(), kLine + "from a peer: a  b\tc  \xC3\xA9\n");
 }
 
-TEST_F(DiagnosticsTest, StopsDebuggingAtTheLimitButNotErrors) {
+TEST_F(DiagnosticsTest, StopsDebugLinesButNotErrorsAtTheLimit) {
   diagnostics_->SetDebug(true);
   diagnostics_->DebugLog("first");
   std::filesystem::resize_file(LogPath(), Diagnostics::kDebugLimit);
@@ -197,7 +197,7 @@ TEST_F(DiagnosticsTest, WritesEveryErrorLineThatDiffers) {
   EXPECT_EQ(Messages(), expected + kLine + "flood\n" + kLine + "repeated 10000 times: flood\n");
 }
 
-TEST_F(DiagnosticsTest, SetsAFullLogAsideAtTheStart) {
+TEST_F(DiagnosticsTest, RenamesAFullLogAtTheStart) {
   const std::filesystem::path old = folder_ / "ErrorLog.old.txt";
   diagnostics_->ErrorLog("first");
   std::filesystem::resize_file(LogPath(), Diagnostics::kDebugLimit);
@@ -214,13 +214,13 @@ TEST_F(DiagnosticsTest, SetsAFullLogAsideAtTheStart) {
   EXPECT_EQ(Messages(), kLine + "a new log\n");
 }
 
-TEST_F(DiagnosticsTest, HintsAtTheLogOnceItExists) {
+TEST_F(DiagnosticsTest, ShowsTheCaptionHintWhenTheLogExists) {
   EXPECT_EQ(diagnostics_->CaptionHint(), "");
   diagnostics_->ErrorLog("something");
   EXPECT_EQ(diagnostics_->CaptionHint(), " - see error log in " + PathText(LogPath()));
 }
 
-TEST_F(DiagnosticsTest, GoesOnWithoutALogThatCannotBeWritten) {
+TEST_F(DiagnosticsTest, DropsLinesWhenTheLogCannotBeWritten) {
   std::filesystem::create_directory(LogPath());
   diagnostics_->SetDebug(true);
   diagnostics_->DebugLog("lost");
@@ -232,7 +232,7 @@ TEST_F(DiagnosticsTest, GoesOnWithoutALogThatCannotBeWritten) {
   EXPECT_EQ(Messages(), kLine + "kept\n");
 }
 
-TEST(Trap, ReportsWhateverIsThrownAndYieldsTheFallback) {
+TEST(Trap, ReportsAnyExceptionAndReturnsTheFallback) {
   const struct {
     void (*body)();
     const char* line;
@@ -263,7 +263,7 @@ TEST(Trap, ReportsWhateverIsThrownAndYieldsTheFallback) {
   EXPECT_TRUE(log.errors.back().starts_with("program error 61 in module M.P: "));
 }
 
-TEST(Trap, LeavesAResultAlone) {
+TEST(Trap, ReturnsTheResultWhenNothingIsThrown) {
   LoggedDiagnostics log;
   EXPECT_EQ(log.diagnostics.Trap("M.P", 1, [] { return 2; }), 2);
   EXPECT_TRUE(log.diagnostics.Trap("M.P", [] {}));

@@ -28,7 +28,7 @@ TEST(Files, KeepEveryByte) {
   EXPECT_TRUE(PathText(path).ends_with("d\xC3\xA9j\xC3\xA0.txt"));
 }
 
-TEST(Files, SayWhatWentWrong) {
+TEST(Files, ThrowTheErrorNumberOfTheFailure) {
   const TemporaryFolder folder;
   WriteFile(folder / "file", "12345");
   const auto read = [&](const char* name) {

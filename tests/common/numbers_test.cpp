@@ -87,7 +87,7 @@ TEST(NumberConversion, RoundsHalvesToTheEvenNeighbour) {
   EXPECT_EQ(ToDouble("0.1"), 0.1);
 }
 
-TEST(NumberConversion, RefusesWithTheRightNumber) {
+TEST(NumberConversion, ThrowsTheErrorNumberOfTheFailure) {
   EXPECT_EQ(ErrorNumber([] { return ToInteger("32767.5"); }), errors::kOverflow);
   EXPECT_EQ(ErrorNumber([] { return ToInteger("-32769"); }), errors::kOverflow);
   EXPECT_EQ(ErrorNumber([] { return ToLong("2147483647.5"); }), errors::kOverflow);
@@ -102,7 +102,7 @@ TEST(NumberConversion, RefusesWithTheRightNumber) {
   }
 }
 
-TEST(NumberConversion, KnowsFlagsAsWordsAndNumbers) {
+TEST(NumberConversion, ReadsFlagsFromWordsAndNumbers) {
   for (const char* text : {"True", "TRUE", " true ", "-1", "1", "0.1", "1e5"}) {
     EXPECT_TRUE(ToBoolean(text)) << text;
   }
@@ -142,7 +142,7 @@ TEST(NumberText, HasFixedDecimalsOrWidth) {
   EXPECT_EQ(PaddedNumber(std::numeric_limits<int>::min(), 2), "-2147483648");
 }
 
-TEST(Numbers, ATextBeginsWithANumberOrNot) {
+TEST(Numbers, AreDetectedAtTheStartOfAText) {
   for (const char* text : {"0", " 12w", "-3", "+.5", "7e"})
     EXPECT_TRUE(BeginsWithNumber(text)) << text;
   for (const char* text : {"", " ", "-", ".", "w12", "nan"}) {

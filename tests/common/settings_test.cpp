@@ -63,7 +63,7 @@ TEST_F(SettingsTest, FindNamesInAnyCase) {
   EXPECT_EQ(settings_.GetIntegerSetting("SKYHOP", "windows", "IonCapWindowstate", "0"), 2);
 }
 
-TEST_F(SettingsTest, SurviveAFailingStore) {
+TEST_F(SettingsTest, ReturnTheDefaultWhenTheStoreFails) {
   const struct {
     int error;
     const char* text;
@@ -109,7 +109,7 @@ TEST_F(SettingsTest, ReportADefaultThatDoesNotConvert) {
   EXPECT_TRUE(log_.debug.empty());
 }
 
-TEST(SettingName, ExcludesWhatAStoreCannotHold) {
+TEST(SettingName, IsInvalidWhenAStoreCannotHoldIt) {
   for (const char* name : {"SFI", "Take off angle", "a;b", "a#b", "R\xC3\xA9glages", "10M"}) {
     EXPECT_TRUE(IsSettingName(name)) << name;
   }

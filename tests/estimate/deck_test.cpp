@@ -32,7 +32,7 @@ std::string ExampleWith(int number, const std::string& replacement) {
   return text;
 }
 
-/// What ReadDeck complains about; empty when it takes the deck.
+/// The error of ReadDeck; empty if it accepts the deck.
 std::string Complaint(const std::string& text) {
   try {
     (void)ReadDeck(text);
@@ -96,7 +96,7 @@ TEST(EstimateDeck, ReadsTheDecksOfIcepacAndVoacap) {
             Method::kSystemByDistance);
 }
 
-TEST(EstimateDeck, TakesPowerAndGainsFromTheAntennasWhereverTheyStand) {
+TEST(EstimateDeck, ReadsPowerAndGainsFromAntennaCardsInAnyOrder) {
   const std::string voacap = skyhop::testing::TestData("decks/transatlantic-voacap26.txt");
   const std::string system = "SYSTEM     1.00  -3. 3.00   10 24.0 3.00 0.10\n";
   std::string text = ReplaceAll(ReplaceAll(voacap, system, ""), "METHOD", system + "METHOD");
@@ -105,13 +105,13 @@ TEST(EstimateDeck, TakesPowerAndGainsFromTheAntennasWhereverTheyStand) {
                     "1    1    2   30    12.000[samples/sample.23    ]");
   const Deck deck = ReadDeck(text);
   EXPECT_EQ(deck.circuit.power, 1.5);
-  // Of a pattern the estimate knows nothing, not even its gain.
+  // The estimate ignores a pattern, including its gain.
   EXPECT_EQ(deck.circuit.antenna_gain, 6.5);
   EXPECT_EQ(deck.transmitter_antenna.file, "samples/sample.23");
   EXPECT_EQ(deck.receiver_antenna.file, "");
 }
 
-TEST(EstimateDeck, TakesCardsInAnyOrderAndIgnoresWhatFollowsQuit) {
+TEST(EstimateDeck, AcceptsCardsInAnyOrderAndIgnoresTextAfterQuit) {
   std::string text = Example();
   const std::size_t circuit_end = text.find('\n') + 1;
   const std::string circuit = text.substr(0, circuit_end);
@@ -154,7 +154,7 @@ TEST(EstimateDeck, ReadsTheSignsAndSpecialValuesOfFields) {
   EXPECT_TRUE(south.circuit.long_way);
 }
 
-TEST(EstimateDeck, SaysWhichColumnsOfWhichCardAreWrong) {
+TEST(EstimateDeck, ReportsTheCardAndColumnsOfAnError) {
   struct Case {
     int line;
     const char* card;
@@ -262,7 +262,7 @@ TEST(EstimateDeck, SaysWhichColumnsOfWhichCardAreWrong) {
   }
 }
 
-TEST(EstimateDeck, RefusesTextThatIsNoDeck) {
+TEST(EstimateDeck, RefusesTextThatIsNotADeck) {
   EXPECT_EQ(Complaint(""), "the deck is empty");
   EXPECT_EQ(Complaint("\r\n  \r\n"), "the deck is empty");
   EXPECT_EQ(Complaint(Example().substr(0, Example().find("EXECUTE"))),

@@ -25,7 +25,7 @@ Deck ExampleCircuit() {
   return ReadDeck(skyhop::testing::TestData("estimate/example.deck.txt"));
 }
 
-/// The lines of hours in a report, by the way that readers of the engines' reports find them.
+/// The lines of hours in a report, found in the way of programs that read the engines' reports.
 std::vector<std::string> HourLines(const std::string& report) {
   std::size_t at = report.find("HPF  ESMUF");
   EXPECT_NE(at, std::string::npos);
@@ -39,8 +39,7 @@ std::vector<std::string> HourLines(const std::string& report) {
   return lines;
 }
 
-/// The seven numbers of an hour's line by their columns; fails for a number that is not there
-/// whole.
+/// The seven numbers of an hour's line by their columns; fails for an incomplete number.
 std::array<double, 7> Columns(const std::string& line) {
   static constexpr std::array<std::size_t, 8> kEnds = {0, 9, 15, 22, 29, 36, 43, 50};
   std::array<double, 7> numbers{};
@@ -53,7 +52,7 @@ std::array<double, 7> Columns(const std::string& line) {
   return numbers;
 }
 
-TEST(EstimateReport, IsWholeTheExpectedOne) {
+TEST(EstimateReport, MatchesTheGoldenReport) {
   const std::string expected = ReplaceAll(skyhop::testing::TestData("estimate/example.results.txt"),
                                           "@VERSION@", VersionText());
   EXPECT_EQ(Report(ExampleCircuit()), expected);
@@ -67,7 +66,7 @@ TEST(EstimateReport, CoversTheHoursAskedFor) {
   EXPECT_EQ(HourLines(Report(deck)), (std::vector<std::string>{all[5], all[10], all[15]}));
 }
 
-TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
+TEST(EstimateReport, PrintsMinusTheMufWhenThereIsNoLuf) {
   Deck deck = ExampleCircuit();
   deck.circuit.required_snr = 150;
   for (const std::string& line : HourLines(Report(deck))) {
@@ -76,7 +75,7 @@ TEST(EstimateReport, PrintsALufThatDoesNotExistAsMinusTheMuf) {
   }
 }
 
-TEST(EstimateReport, PrintsTheLocalTimeOfTheTransmitterWithoutAnHour24) {
+TEST(EstimateReport, PrintsLocalTimesBelow24Hours) {
   Deck deck = ExampleCircuit();
   deck.circuit.transmitter = PositionFromDegrees(40.5, -0.3);
   const std::vector<std::string> lines = HourLines(Report(deck));
@@ -138,7 +137,8 @@ TEST(EstimateReport, KeepsItsColumnsForExtremeCircuits) {
   }
 }
 
-/// Share of the cells of bands and hours that fulfil a condition, of those that either calls open.
+/// The share of cells that fulfil a condition, among the cells of bands and hours that either table
+/// shows as open.
 template <class Condition>
 double ShareOfOpenCells(const ResultsTable& a, const ResultsTable& b, const Condition& condition) {
   int open = 0;
@@ -153,7 +153,7 @@ double ShareOfOpenCells(const ResultsTable& a, const ResultsTable& b, const Cond
   return static_cast<double>(fulfilled) / open;
 }
 
-TEST(EstimateSystemReport, IsReadByThePartThatReadsTheEngines) {
+TEST(EstimateSystemReport, IsAcceptedByTheResultsParser) {
   for (const char* name :
        {"decks/transatlantic-voacap30.txt", "decks/tokyo-saopaulo-long-voacap30.txt"}) {
     SCOPED_TRACE(name);
@@ -181,7 +181,7 @@ TEST(EstimateSystemReport, IsReadByThePartThatReadsTheEngines) {
   }
 }
 
-TEST(EstimateSystemReport, AgreesWithAnEnginesOwnWithinWhatTheModelPromises) {
+TEST(EstimateSystemReport, AgreesWithAnEngineWithinTheModelsAccuracy) {
   const Deck deck = ReadDeck(skyhop::testing::TestData("decks/transatlantic-voacap30.txt"));
   ResultsTable estimate;
   ResultsTable engine;
@@ -205,7 +205,7 @@ TEST(EstimateSystemReport, AgreesWithAnEnginesOwnWithinWhatTheModelPromises) {
             0.75);
 }
 
-TEST(EstimateSystemReport, PrintsADashForFrequenciesThatAreNotAskedFor) {
+TEST(EstimateSystemReport, PrintsADashForUnusedFrequencies) {
   const std::string report =
       Report(ReadDeck(skyhop::testing::TestData("decks/transatlantic-point.txt")));
   ResultsTable table;
@@ -220,7 +220,7 @@ TEST(EstimateSystemReport, PrintsADashForFrequenciesThatAreNotAskedFor) {
       << report;
 }
 
-TEST(EstimateSystemReport, CountsTheGainOfBothAntennas) {
+TEST(EstimateSystemReport, AddsTheGainOfBothAntennas) {
   Deck deck = ReadDeck(skyhop::testing::TestData("decks/transatlantic-voacap30.txt"));
   const Circuit plain(deck.circuit);
   deck.circuit.antenna_gain = 9;

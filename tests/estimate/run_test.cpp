@@ -103,7 +103,7 @@ TEST(EstimateRun, ReplacesOldResultsWithoutWritingIntoThem) {
   EXPECT_EQ(ReadFile(kept, 1 << 20), "old");
 }
 
-TEST(EstimateRun, LeavesTheResultsAloneWhenTheDeckIsBad) {
+TEST(EstimateRun, KeepsTheResultsFileWhenTheDeckIsBad) {
   const Site site;
   WriteFile(site.deck, ReplaceAll(TestData("estimate/example.deck.txt"), "0202600011", "02026"));
   WriteFile(site.results, "old");
@@ -116,7 +116,7 @@ TEST(EstimateRun, LeavesTheResultsAloneWhenTheDeckIsBad) {
   EXPECT_EQ(FileCount(site.folder.Path()), 2);
 }
 
-TEST(EstimateRun, SaysWhyTheDriverCannotBeUsed) {
+TEST(EstimateRun, ReportsWhyTheDriverIsUnusable) {
   const Site site;
   const std::string deck = PathText(site.deck) + "\n";
   const std::string too_long = PathText(site.folder / "long.txt");
@@ -150,7 +150,7 @@ TEST(EstimateRun, SaysWhyTheDriverCannotBeUsed) {
   EXPECT_EQ(ReadFile(site.deck, 1 << 20), TestData("estimate/example.deck.txt"));
 }
 
-TEST(EstimateRun, ExplainsItselfOnRequest) {
+TEST(EstimateRun, PrintsHelpAndVersion) {
   EXPECT_EQ(RunWith("", {"--version"}).out, "skyhop-estimate " + VersionText() + "\n");
   EXPECT_EQ(RunWith("", {"--help"}).out.substr(0, 6), "usage:");
   const Outcome outcome = RunWith("", {"--frequency", "7"});
@@ -160,8 +160,8 @@ TEST(EstimateRun, ExplainsItselfOnRequest) {
 }
 
 #ifdef WEXITSTATUS
-// Elsewhere a command has no room for the letters of these paths; there the whole predictions run
-// the program.
+// On other systems a command cannot hold the letters of these paths. There the tests of whole
+// predictions run the program.
 
 /// Exit status of the program itself, run as the shell runs it.
 int StatusOfProgram(const Site& site, const std::filesystem::path& errors) {

@@ -37,7 +37,7 @@ TEST(CoordinateText, ReadsLatitudesAsPeopleWriteThem) {
       {"+51", "51 0' 0\" N"},
       {"90 N", "90 0' 0\" N"},
       {"-0 0 1", "0 0' 1\" S"},
-      // What cannot be understood for sure is refused.
+      // Ambiguous text is refused.
       {"", "refused"},
       {"S", "refused"},
       {"33 54", "refused"},

@@ -38,7 +38,7 @@ TEST(Locator, IsShownInItsUsualCase) {
   for (const auto& c : cases) EXPECT_EQ(formatgrid(c.text), c.shown);
 }
 
-TEST(Locator, IsToldFromOtherText) {
+TEST(Locator, IsDistinguishedFromOtherText) {
   for (const char* text : {"FN42", "fn42", "AA00", "RR99XX", "rr99xx", "jO62qM"}) {
     EXPECT_TRUE(IsGridSquare(text)) << text;
   }
@@ -52,7 +52,7 @@ TEST(Locator, IsToldFromOtherText) {
   EXPECT_FALSE(IsGridSquare(std::string("FN4\0", 4)));
 }
 
-TEST(LocatorCharacters, ExactlyOneEach) {
+TEST(LocatorCharacters, AreSingleCharactersOfTheirRange) {
   const struct {
     const char* text;
     bool digit;
@@ -90,14 +90,15 @@ TEST(LocatorCenter, LiesInTheMiddleOfTheArea) {
   EXPECT_TRUE(LatLonModule::IsUndefined(GetGridCenterLocation("").longitude));
 }
 
-TEST(LocatorCenter, OfEverySquareAndSomeSubsquaresLeadsBackToIt) {
+TEST(LocatorCenter, RoundTripsForEverySquareAndSomeSubsquares) {
   LoggedDiagnostics log;
   for (char x = 'A'; x <= 'R'; ++x) {
     for (char y = 'A'; y <= 'R'; ++y) {
       for (char i = '0'; i <= '9'; ++i) {
         for (char j = '0'; j <= '9'; ++j) {
           const std::string square{x, y, i, j};
-          // The sign of 0 puts the row north of the equator into the row south of it.
+          // A sign of 0 counts as south, so the row north of the equator becomes the one south of
+          // it.
           const bool north_of_equator = y == 'J' && j == '0';
           const std::string expected = north_of_equator ? std::string{x, 'I', i, '9'} : square;
           ASSERT_EQ(GetGridSquare(GetGridCenterLocation(square), log.diagnostics), expected + "mm")
@@ -113,7 +114,7 @@ TEST(LocatorCenter, OfEverySquareAndSomeSubsquaresLeadsBackToIt) {
   EXPECT_TRUE(log.errors.empty());
 }
 
-TEST(GridSquare, KnowsTheEdgesOfTheEarthAndOfFields) {
+TEST(GridSquare, HandlesTheEdgesOfTheEarthAndOfFields) {
   const struct {
     Position position;
     const char* locator;
@@ -131,7 +132,8 @@ TEST(GridSquare, KnowsTheEdgesOfTheEarthAndOfFields) {
       {{{0, 0, 1, 1}, {0, 0, 1, -1}}, "II99xx"},
       {{{89, 59, 59, -1}, {179, 59, 59, 1}}, "RR99xx"},
       {{{89, 59, 59, 1}, {179, 59, 59, -1}}, "AA00aa"},
-      // A second below a square's edge the margin lifts it over; a subsquare's edge it does not.
+      // One second below an edge, the margin lifts a position over the edge of a square, not of a
+      // subsquare.
       {{{0, 59, 58, -1}, {1, 59, 58, 1}}, "JJ11aa"},
       {{{0, 59, 56, -1}, {1, 59, 56, 1}}, "JJ00xx"},
       {{{0, 2, 29, -1}, {0, 4, 59, 1}}, "JJ00aa"},
@@ -150,8 +152,8 @@ TEST(GridSquare, KnowsTheEdgesOfTheEarthAndOfFields) {
   }
 }
 
-/// A second can lie across an edge from the locator's area only by the margin of 3.6 seconds.
-TEST(GridSquare, AlwaysNamesALocatorAroundThePosition) {
+/// A position can be outside the locator's area by at most the margin of 3.6 seconds.
+TEST(GridSquare, ContainsThePosition) {
   LoggedDiagnostics log;
   for (const int sign : {-1, 1}) {
     for (int second = 0; second < 180 * 3600; second += 7) {

@@ -92,7 +92,7 @@ TEST_F(PositionVector, IsExactToTheLastBit) {
   }
 }
 
-TEST_F(PositionVector, KnowsTheSamePlaceAndAntipodesOnEitherPath) {
+TEST_F(PositionVector, RecognisesTheSamePlaceAndAntipodesOnEitherPath) {
   for (int latitude = -90; latitude <= 90; latitude += 9) {
     for (int longitude = -180; longitude <= 180; longitude += 15) {
       const Position place = At(latitude, longitude);
@@ -149,7 +149,7 @@ TEST_F(PositionVector, AgreesWithHaversineAllOverTheEarth) {
   EXPECT_GT(compared, 3500);
 }
 
-TEST_F(PositionVector, StaysFiniteForWhateverFitsAnAngle) {
+TEST_F(PositionVector, StaysFiniteForAnyValuesOfAnAngle) {
   for (const std::int16_t extreme :
        std::initializer_list<std::int16_t>{-32768, -360, -1, 0, 90, 360, 32767}) {
     for (const std::int16_t sign : std::initializer_list<std::int16_t>{-32768, -1, 0, 1}) {
@@ -161,7 +161,7 @@ TEST_F(PositionVector, StaysFiniteForWhateverFitsAnAngle) {
   }
 }
 
-TEST_F(PositionVector, LogsItsWay) {
+TEST_F(PositionVector, LogsEachBranch) {
   const struct {
     Position dx;
     const char* path;
@@ -209,7 +209,7 @@ TEST_F(PositionVector, IsComputedFromTypedCoordinates) {
   EXPECT_EQ(log_.debug.size(), 2U);
 }
 
-TEST(BeaconVector, IsWholeAndCoarser) {
+TEST(BeaconVector, IsRoundedDownToWholeDegreesAndUnits) {
   const struct {
     Position qth;
     Position dx;

@@ -59,13 +59,13 @@ TEST(ParseAngle, ReadsEveryAcceptedForm) {
       {"71W", {71, 0, 0, -1}},
       {"71\t30'15\"e", {71, 30, 15, 1}},
       {"30'N", {0, 30, 0, -1}},
-      {"30'15\"N", {0, 30, 0, -1}},  // without a blank the seconds are not looked at
+      {"30'15\"N", {0, 30, 0, -1}},  // without a blank the seconds are ignored
       {"71 30.0 W", {71, 0, 0, -1}},
-      {"W071 30.0", {71, 0, 0, -1}},  // never the fixed columns, unlike the next ones
+      {"W071 30.0", {71, 0, 0, -1}},  // read as free form; the next ones have fixed columns
       {"E071 30.0", {71, 30, 0, 1}},
       {"n042 30.500", {42, 30, 30, -1}},
       {" S033 52.4 ", {33, 52, 24, 1}},
-      {"71 dull W", {71, 0, 0, -1}},  // what follows the pieces is not looked at
+      {"71 dull W", {71, 0, 0, -1}},  // text after the pieces is ignored
       {"71 30'dull W", {71, 30, 0, -1}},
       {"42 5' 3\" south", {42, 5, 3, 1}},
       {"42 5' 3\" N N", {42, 5, 3, -1}},
@@ -80,7 +80,7 @@ TEST(ParseAngle, ReadsEveryAcceptedForm) {
   EXPECT_TRUE(log.errors.empty());
 }
 
-TEST(ParseAngle, TakesOtherTextForUndefined) {
+TEST(ParseAngle, ReturnsTheUndefinedAngleForOtherText) {
   const struct {
     std::string text;
     int error;  // number in the error log, 0 for no line

@@ -30,7 +30,7 @@ class FakeStationFields : public StationFields {
   bool miles = false;
 };
 
-TEST(Bearing, IsRoundedAndRunsBothWays) {
+TEST(Bearing, IsRoundedInBothDirections) {
   LoggedDiagnostics log;
   FakeStationFields fields;
   fields.short_path = false;  // bearings are those of the short path in any case
@@ -62,7 +62,7 @@ TEST(Distance, FollowsPathAndUnit) {
   }
 }
 
-TEST(PathServices, SayWhenACoordinateIsMissingOrUnreadable) {
+TEST(PathServices, ReturnFallbacksWhenACoordinateIsMissingOrUnreadable) {
   std::string FakeStationFields::*const all[] = {
       &FakeStationFields::local_lat, &FakeStationFields::local_lon, &FakeStationFields::dx_lat,
       &FakeStationFields::dx_lon};
@@ -82,7 +82,7 @@ TEST(PathServices, SayWhenACoordinateIsMissingOrUnreadable) {
   }
 }
 
-TEST(PathServices, SurviveFieldsThatFail) {
+TEST(PathServices, ReturnFallbacksWhenAFieldThrows) {
   struct Failing : FakeStationFields {
     [[nodiscard]] std::string DXLon() const override { throw std::runtime_error("no window"); }
   };

@@ -51,7 +51,7 @@ TEST(SolarElevation, IsGoodToATwentiethOfADegreeFrom1950To2050) {
   }
 }
 
-TEST(SolarElevation, AtThePolesIsTheDeclination) {
+TEST(SolarElevation, EqualsTheDeclinationAtThePoles) {
   EXPECT_NEAR(SolarElevation(At(90, 0), Time("2026-06-21", 8, 25)), 23.44, 0.02);
   EXPECT_NEAR(SolarElevation(At(-90, 77), Time("2026-12-21", 20, 50)), 23.44, 0.02);
   EXPECT_NEAR(SolarElevation(At(90, 0), Time("2026-12-21", 20, 50)), -23.44, 0.02);
@@ -60,7 +60,7 @@ TEST(SolarElevation, AtThePolesIsTheDeclination) {
   EXPECT_NEAR(SolarElevation(At(90, 123), Time("2026-09-23", 0, 5)), 0.0, 0.02);
 }
 
-TEST(SolarElevation, IsHighestWhenTheEquationOfTimeSays) {
+TEST(SolarElevation, IsHighestAtTrueNoon) {
   const struct {
     const char* date;
     int equation;  // seconds by which the true noon comes before the mean one
@@ -68,7 +68,7 @@ TEST(SolarElevation, IsHighestWhenTheEquationOfTimeSays) {
                {"2026-09-01", 0},   {"2026-05-14", 219},  {"2026-07-26", -393}};
   for (const auto& c : cases) {
     const UtcTime noon = Time(c.date, 12, 0, 0) - seconds(c.equation);
-    // The same height an hour before and after, but for the declination's change in between.
+    // The heights an hour before and after differ only by the change of the declination.
     EXPECT_NEAR(SolarElevation(At(0, 0), noon - minutes(60)),
                 SolarElevation(At(0, 0), noon + minutes(60)), 0.15)
         << c.date;
@@ -136,7 +136,7 @@ TEST(SunTimes, AreGoodToTwoMinutes) {
   }
 }
 
-TEST(SunTimes, OfNeighbouringDaysNeitherOverlapNorLeaveAGap) {
+TEST(SunTimes, NeitherOverlapNorLeaveGapsBetweenDays) {
   // Here the sunrise moves past midnight UTC in the course of the year.
   const Position place = At(10, 90);
   int rises = 0;

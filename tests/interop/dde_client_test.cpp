@@ -111,7 +111,7 @@ class LinksTest : public ::testing::Test {
   Links links_{{transport_, client_, window_, timer_, records_, log_.diagnostics}};
 };
 
-TEST_F(LinksTest, EveryPeersTopicsAndItemsAreLinked) {
+TEST_F(LinksTest, LinksEveryTopicAndItemOfThePeers) {
   StartAll();
   Initialize();
   EXPECT_EQ(transport_.connects,
@@ -135,7 +135,7 @@ TEST_F(LinksTest, EveryPeersTopicsAndItemsAreLinked) {
   EXPECT_EQ(client_.Text(LinkControl::kDXPrefix), "Malta");
 }
 
-TEST_F(LinksTest, AbsentPeersAreTriedEveryThirtySecondsUntilAllAreThere) {
+TEST_F(LinksTest, RetriesAbsentPeersEveryThirtySeconds) {
   StartTessera();
   Initialize();
   EXPECT_EQ(Connected(), "3");
@@ -159,7 +159,7 @@ TEST_F(LinksTest, AbsentPeersAreTriedEveryThirtySecondsUntilAllAreThere) {
   EXPECT_FALSE(Logged("SpotServer reconnected")) << "it was never away";
 }
 
-TEST_F(LinksTest, APeerThatDiesIsForgottenAndFoundAgain) {
+TEST_F(LinksTest, ReconnectsWhenAPeerDiesAndReturns) {
   StartAll();
   Initialize();
   const int changes = window_.changes;
@@ -181,7 +181,7 @@ TEST_F(LinksTest, APeerThatDiesIsForgottenAndFoundAgain) {
   EXPECT_FALSE(timer_.interval);
 }
 
-TEST_F(LinksTest, APeerWithAMissingTopicOrThatHangsIsNotConnected) {
+TEST_F(LinksTest, DoesNotConnectWhenATopicIsMissingOrAPeerHangs) {
   StartTuneward();
   gleaner_.emplace(bus_, "Gleaner",
                    std::map<std::string, std::map<std::string, std::string>>{{"DDEServer", {}}});
@@ -200,7 +200,7 @@ TEST_F(LinksTest, APeerWithAMissingTopicOrThatHangsIsNotConnected) {
   EXPECT_FALSE(Logged("SpotServer died; initiating retry")) << "the half-open links were given up";
 }
 
-TEST_F(LinksTest, AnAnnouncementConnectsOnceItsTransactionIsOver) {
+TEST_F(LinksTest, ConnectsAfterTheTransactionOfAnAnnouncement) {
   Initialize();
   StartGleaner();
   transport_.connects.clear();
@@ -213,14 +213,14 @@ TEST_F(LinksTest, AnAnnouncementConnectsOnceItsTransactionIsOver) {
   EXPECT_EQ(transport_.connects, (Lines{"Gleaner|DDEServer", "Gleaner|SpotDatabaseUI"}));
   EXPECT_EQ(Connected(), "4");
   EXPECT_EQ(timer_.interval, Links::kRetryInterval);
-  // One that was connected has started anew and is linked anew.
+  // A connected peer that restarts is linked again.
   client_.Execute("004start");
   links_.ServerRetryTimer_Tick();
   EXPECT_EQ(transport_.connects.size(), 4U);
   EXPECT_EQ(Connected(), "4");
 }
 
-TEST_F(LinksTest, OtherAnnouncementsDoNothing) {
+TEST_F(LinksTest, IgnoresOtherAnnouncements) {
   Initialize();
   transport_.connects.clear();
   timer_.interval.reset();
@@ -254,7 +254,7 @@ TEST_F(LinksTest, UnusableValuesAreReportedUnderTheirHandler) {
   EXPECT_TRUE(log_.errors.empty());
 }
 
-TEST_F(LinksTest, OfValuesThatComeTogetherTheLastOneCounts) {
+TEST_F(LinksTest, HandsOnTheLastOfSeveralValues) {
   StartAll();
   Initialize();
   window_.followed.clear();
@@ -267,7 +267,7 @@ TEST_F(LinksTest, OfValuesThatComeTogetherTheLastOneCounts) {
   Run();
   EXPECT_EQ(window_.followed, (Lines{"2 9999", "selection 9999/7/England", "station 40/9999/"}));
   EXPECT_FALSE(values_timer_.interval);
-  // What a peer published last does not outlive its link.
+  // The last value of a peer is dropped with its link.
   tuneward_->links.Publish("CIV_TunewardUI", "Mode", "CW");
   bus_.Run();
   tuneward_.reset();
@@ -276,7 +276,7 @@ TEST_F(LinksTest, OfValuesThatComeTogetherTheLastOneCounts) {
   EXPECT_EQ(window_.followed, Lines());
 }
 
-TEST_F(LinksTest, FrequenciesAreReadWhereTheyCanBeReadInOneWay) {
+TEST_F(LinksTest, ReadsOnlyUnambiguousFrequencies) {
   StartAll();
   Initialize();
   const std::pair<const char*, std::optional<double>> cases[] = {
@@ -346,7 +346,7 @@ TEST_F(LinksTest, CommandsGoToConnectedPeersInTheirFormat) {
   EXPECT_TRUE(log_.errors.empty());
 }
 
-TEST_F(LinksTest, WhatHappensWhileALinkIsOpenedDoesNotConfuseIt) {
+TEST_F(LinksTest, HandlesEventsWhileALinkIsOpened) {
   StartAll();
   Initialize();
   const std::string all = Connected();
@@ -364,7 +364,7 @@ TEST_F(LinksTest, WhatHappensWhileALinkIsOpenedDoesNotConfuseIt) {
   EXPECT_FALSE(timer_.interval);
 }
 
-TEST_F(LinksTest, WithItsPeerAValueIsForgotten) {
+TEST_F(LinksTest, ForgetsValuesWhenTheirPeerCloses) {
   StartAll();
   Initialize();
   Run();
@@ -382,7 +382,7 @@ TEST_F(LinksTest, WithItsPeerAValueIsForgotten) {
   }
 }
 
-TEST_F(LinksTest, AfterTheEndNothingIsRetried) {
+TEST_F(LinksTest, DoesNotRetryAfterTerminate) {
   StartAll();
   Initialize();
   links_.Terminate();
@@ -399,7 +399,7 @@ TEST_F(LinksTest, AfterTheEndNothingIsRetried) {
   EXPECT_FALSE(Logged("SpotServer died; initiating retry"));
 }
 
-TEST_F(LinksTest, WithoutLinksTheProgramWorksAndSaysWhy) {
+TEST_F(LinksTest, WorksWithoutLinksAndLogsTheReason) {
   transport_.problem = "there is no session bus";
   Initialize();
   links_.ConnectToServer(role::kTessera);

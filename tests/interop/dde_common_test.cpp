@@ -27,7 +27,7 @@ class RecordsTest : public ::testing::Test {
   Records records_{log_.diagnostics};
 };
 
-TEST_F(RecordsTest, FieldsTellTheirLengthInCharacters) {
+TEST_F(RecordsTest, CountsFieldLengthsInCharacters) {
   const struct {
     const char* name;
     std::string value;
@@ -50,7 +50,7 @@ TEST_F(RecordsTest, FieldsTellTheirLengthInCharacters) {
                                      "of the field \"a\" has 32768 characters"});
 }
 
-TEST_F(RecordsTest, RecordsAreReadAsFarAsTheyCan) {
+TEST_F(RecordsTest, ReadsRecordsUpToTheFirstError) {
   const struct {
     const char* record;
     Tokens tokens;
@@ -73,7 +73,7 @@ TEST_F(RecordsTest, RecordsAreReadAsFarAsTheyCan) {
       {"<a:1.5>xyz", {{"a", "xy"}}},
       {"<a:2e0>xyz", {{"a", "xy"}}},
       {"<a:-0.4>x<b:1>2", {{"a", ""}, {"b", "2"}}},
-      // A length that is none ends the record after its field.
+      // An invalid length ends the record after its field.
       {"<a:x>1<b:1>2", {{"a", ""}}},
       {"<a:-1>1<b:1>2", {{"a", ""}}},
       {"<a:>1<b:1>2", {{"a", ""}}},
@@ -93,14 +93,14 @@ TEST_F(RecordsTest, RecordsAreReadAsFarAsTheyCan) {
   EXPECT_TRUE(log_.errors.empty());
 }
 
-TEST_F(RecordsTest, WhatIsEncodedIsParsed) {
+TEST_F(RecordsTest, ParsesEncodedFields) {
   const Tokens fields = {{"a", ""}, {"<b", "<eor>"}, {"c", ">:<c:1>"}, {"d", "\xC3\xA9\n\x01"}};
   std::string record;
   for (const Token& field : fields) record += records_.EncodeField(field.name, field.value);
   EXPECT_EQ(Parse(record + "<eor>"), fields);
 }
 
-TEST_F(RecordsTest, AHundredFieldsFit) {
+TEST_F(RecordsTest, AcceptsAHundredFields) {
   std::string record;
   for (int i = 0; i < 100; ++i) record += "<a:1>1";
   EXPECT_EQ(Parse(record).size(), 100U);
@@ -125,8 +125,8 @@ TEST_F(RecordsTest, PositionsCountFromOne) {
   }
 }
 
-TEST_F(RecordsTest, AnyBytesAreSurvived) {
-  // A fixed sequence, dense in what matters to records.
+TEST_F(RecordsTest, ParsesAnyBytesWithoutErrors) {
+  // A fixed pseudo-random sequence of characters that records use.
   const std::string alphabet = "<<>>::0123456789-.eEoOrRaz \xC3\xBC\xFF";
   std::uint32_t state = 1;
   for (int round = 0; round < 20000; ++round) {

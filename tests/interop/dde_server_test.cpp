@@ -16,7 +16,7 @@ std::string PathText(const std::optional<bool>& short_path) {
   return *short_path ? "short" : "long";
 }
 
-/// Tells what the server does with the program.
+/// Records the calls that the server makes.
 class Program : public CommandTarget,
                 public SNRService,
                 public DDECommon::Window,
@@ -70,7 +70,7 @@ class DDEServerTest : public ::testing::Test {
   DDEServer server_{{program_, program_, program_, program_, records_, log_.diagnostics}};
 };
 
-TEST_F(DDEServerTest, CommandsDoWhatTheirWordsSay) {
+TEST_F(DDEServerTest, CarriesOutEachCommand) {
   const struct {
     const char* command;
     Lines done;
@@ -94,7 +94,7 @@ TEST_F(DDEServerTest, CommandsDoWhatTheirWordsSay) {
       {"000predfmp<f:5>14074<m:3>psk<p:1>s<s:2>10<o:1>d", {"long path, 14074 PSK31 v10"}},
       {"000predfmp<f:5>14074", {"long path, 14074  v"}},
       {"003reqsnr<f:5>14074<m:3>Psk<r:2>24<x:3>abc", {"snr for 3: PSK31 v24 abc 14074"}},
-      // The first word that fits counts, whatever follows it.
+      // The server uses the first word that fits, with any text behind it.
       {"000tester", {}},
       {"000predictsp", {"marked, any path, argument sp"}},
       {"000pred", {}},
@@ -108,7 +108,7 @@ TEST_F(DDEServerTest, CommandsDoWhatTheirWordsSay) {
   EXPECT_TRUE(log_.errors.empty());
 }
 
-TEST_F(DDEServerTest, WhatIsNoCommandIsReportedAndNotCarriedOut) {
+TEST_F(DDEServerTest, ReportsTextThatIsNotACommand) {
   const std::pair<const char*, int> cases[] = {{"", errors::kTypeMismatch},
                                                {"1", errors::kTypeMismatch},
                                                {"12", errors::kTypeMismatch},
@@ -130,7 +130,7 @@ TEST_F(DDEServerTest, WhatIsNoCommandIsReportedAndNotCarriedOut) {
   }
 }
 
-TEST_F(DDEServerTest, CommandsThatArriveWithinAnotherWaitForItsEnd) {
+TEST_F(DDEServerTest, DelaysCommandsThatArriveWithinAnother) {
   program_.during_prediction = [this] {
     for (const char* command :
          {"004setpower5", "000predict", "000predict", "004setpower6", "004setpower5"}) {
@@ -143,7 +143,7 @@ TEST_F(DDEServerTest, CommandsThatArriveWithinAnotherWaitForItsEnd) {
       << "what follows its own like is dropped, what sets something anew is not";
 }
 
-TEST_F(DDEServerTest, CommandsThatChangeNoInputAreCarriedOutWithinAnother) {
+TEST_F(DDEServerTest, CarriesOutCommandsWithoutInputsWithinAnother) {
   program_.during_prediction = [this] {
     for (const char* command :
          {"004setpower5", "004test", "004Activate", "004iconify", "004shutdown", "x", "004"}) {
@@ -156,7 +156,7 @@ TEST_F(DDEServerTest, CommandsThatChangeNoInputAreCarriedOutWithinAnother) {
   EXPECT_EQ(log_.errors.size(), 1U) << "the text without a role";
 }
 
-TEST_F(DDEServerTest, NoMoreCommandsWaitThanAreGoodForTheUser) {
+TEST_F(DDEServerTest, LimitsTheNumberOfWaitingCommands) {
   program_.during_prediction = [this] {
     for (int i = 0; i < 10000; ++i) server_.Execute("000predict" + std::to_string(i));
   };
@@ -164,7 +164,7 @@ TEST_F(DDEServerTest, NoMoreCommandsWaitThanAreGoodForTheUser) {
   EXPECT_EQ(Execute("000predict").size(), 1U) << "the queue is empty again";
 }
 
-TEST(DDEServerModuleTest, TheSuiteIsToldOfStartAndEnd) {
+TEST(DDEServerModuleTest, AnnouncesStartAndEnd) {
   LoggedDiagnostics log;
   FakeLinkBus bus;
   FakeLinks links(bus, "Skyhop");

@@ -28,7 +28,7 @@ class FakeLinkPeer : public LinkPeer {
     try {
       links_.Connect(application, topic, listener_)->Execute(command);
     } catch (const Error&) {
-      // Its own misfortune.
+      // A peer may send commands that fail.
     }
   }
   void Request(const std::string& application, const std::string& topic,

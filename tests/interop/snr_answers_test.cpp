@@ -9,7 +9,7 @@
 namespace skyhop::testing {
 namespace {
 
-TEST(SNRAnswers, ReachTheCommandsOfWhoeverAsked) {
+TEST(SNRAnswers, ReachTheCommandTopicOfTheRequester) {
   LoggedDiagnostics log;
   FakeLinkBus bus;
   FakeLinks skyhop(bus, "Skyhop");
@@ -29,7 +29,7 @@ TEST(SNRAnswers, ReachTheCommandsOfWhoeverAsked) {
   EXPECT_TRUE(log.errors.empty());
 }
 
-TEST(SNRAnswers, ToNobodyCostNothing) {
+TEST(SNRAnswers, AreDroppedWhenTheRequesterIsNotRunning) {
   LoggedDiagnostics log;
   log.diagnostics.SetDebug(true);
   FakeLinkBus bus;

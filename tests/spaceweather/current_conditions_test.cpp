@@ -59,8 +59,8 @@ TEST_F(CurrentConditionsTest, TakesFluxAndKFromTheBulletin) {
   EXPECT_EQ(display_.text, "old");
 }
 
-TEST_F(CurrentConditionsTest, EmptiesABoxOnlyWhereItsTextIsNoNumber) {
-  // Flux and K; 100 and 1 is what the boxes hold before.
+TEST_F(CurrentConditionsTest, EmptiesABoxOnlyWhenTheValueIsNotANumber) {
+  // Flux and K index. The boxes hold 100 and 1 before.
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"Solar flux 9 and K-index x was 0. ", "9/0"},
       {"Solar flux  118  and\nK-index x was  4 .", "118/4"},

@@ -50,7 +50,7 @@ TEST(FileErrorDescription, IsTheProgramsOwnTextForTheCode) {
   }
 }
 
-TEST(FileDownload, EscapesBlanksForTheCacheAlone) {
+TEST(FileDownload, EscapesBlanksOnlyForTheCache) {
   DownloadFixture with;
   with.fetcher.content = "x";
   const std::filesystem::path file = with.log.folder / "got.txt";
@@ -97,7 +97,7 @@ TEST(BackgroundFetcher, PausesTheCallerUntilTheResultIsThere) {
   EXPECT_NE(with.worker, std::this_thread::get_id());
 }
 
-TEST(BackgroundFetcher, AStoppedFetchReturnsWhileItsServerIsSilent) {
+TEST(BackgroundFetcher, ReturnsWhenStoppedWhileTheServerIsSilent) {
   SlowFetch with;
   BackgroundFetcher fetcher(with.slow, with.pause);
   with.pause.during = [&] { with.stop.request_stop(); };
@@ -109,7 +109,7 @@ TEST(BackgroundFetcher, AStoppedFetchReturnsWhileItsServerIsSilent) {
   EXPECT_EQ(with.slow->fetched, (Lines{"https://host/", "https://host/next"}));
 }
 
-TEST(DownloadProcedure, ACancelledDownloadLeavesEverythingAsItWas) {
+TEST(DownloadProcedure, ChangesNothingWhenADownloadIsCancelled) {
   DownloadFixture with;
   SolarForecastModule::SunspotNumber number{
       with.procedure, with.host, with.origins, with.messages, with.log.diagnostics, with.log.clock};
@@ -134,7 +134,7 @@ TEST(DownloadProcedure, ACancelledDownloadLeavesEverythingAsItWas) {
   EXPECT_EQ(Lines(with.host.events.end() - 2, with.host.events.end()),
             (Lines{"enable", "caption "}));
   EXPECT_EQ(with.Debug().back(), "   downloading SSN: cancelled");
-  // A cancellation holds for its own download.
+  // A cancellation does not affect the next download.
   with.fetcher.during = {};
   with.fetcher.content = TestData("spaceweather/predicted-solar-cycle.json");
   number.DownloadSSN();

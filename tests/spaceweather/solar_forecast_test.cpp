@@ -89,7 +89,7 @@ TEST_F(SolarForecastTest, RoundsTheEstimatedKHalfToEven) {
   }
 }
 
-TEST_F(SolarForecastTest, TakesWhatIsNoNumberForMissing) {
+TEST_F(SolarForecastTest, TreatsTextThatIsNotANumberAsMissing) {
   Today(2027, 1, 1);
   for (const char* value : {"n/a", "32768", "-40000", ""}) {
     Download(Blocks(Days(1, 45, value), Days(1, 45, value)));
@@ -111,7 +111,7 @@ TEST_F(SolarForecastTest, ComparesTheDayOfTheMonthAlone) {
   EXPECT_EQ(Message(), "");
 }
 
-TEST_F(SolarForecastTest, SaysWhatIsWrongWithTheForecast) {
+TEST_F(SolarForecastTest, ReportsTheErrorOfAForecast) {
   Today(2027, 1, 1);
   const std::string days = Days(1, 31, "5");
   std::string crlf = Blocks(days, days);
@@ -154,7 +154,7 @@ TEST_F(SolarForecastTest, KeepsTheSlotsFilledBeforeTheError) {
   EXPECT_FALSE(Slot(1).valid);
 }
 
-TEST_F(SolarForecastTest, FindsWhenItWasIssued) {
+TEST_F(SolarForecastTest, ReadsTheTimeOfIssue) {
   using SolarForecastModule::IssuedText;
   EXPECT_EQ(IssuedText("a\n:Issued: today \nb"), "today ");
   EXPECT_EQ(IssuedText(":Issued: no line feed"), "no line feed");
@@ -164,7 +164,7 @@ TEST_F(SolarForecastTest, FindsWhenItWasIssued) {
   EXPECT_EQ(forecast_.Caption(), "Forecast: Solar and Geomagnetic Parameters");
 }
 
-TEST_F(SolarForecastTest, TellsEveryFailureOfTheDownload) {
+TEST_F(SolarForecastTest, ReportsEveryFailureOfTheDownload) {
   struct Case {
     const char* name;
     std::string url;
@@ -203,14 +203,14 @@ TEST_F(SolarForecastTest, TellsEveryFailureOfTheDownload) {
               (Lines{"disable", "caption downloading forecast", "enable", "caption "}))
         << it.name;
     EXPECT_EQ(forecast_.GetLastForecast(), last);
-    // What is not asked for is not lost.
+    // Without an address nothing is fetched, so the table keeps its values.
     EXPECT_EQ(Slot(31).valid, it.url == "  ") << it.name;
     with_.fetcher.code = 0;
     with_.host.urls[DownloadKind::kForecast] = "https://host/forecast";
   }
 }
 
-TEST_F(SolarForecastTest, OneDownloadRunsAtATime) {
+TEST_F(SolarForecastTest, RunsOneDownloadAtATime) {
   with_.fetcher.during = [&] { forecast_.DownloadSolarForecast(); };
   Download(TestData("spaceweather/forecast.txt"));
   EXPECT_EQ(with_.fetcher.fetched.size(), 1U);

@@ -27,7 +27,7 @@ class SunspotNumberTest : public ::testing::Test {
                         with_.log.diagnostics, with_.log.clock};
 };
 
-TEST_F(SunspotNumberTest, IsThatOfTheMonth) {
+TEST_F(SunspotNumberTest, IsTheOneOfTheMonth) {
   Download(TestData("spaceweather/predicted-solar-cycle.json"));
   EXPECT_EQ(Box(), "96.4");
   EXPECT_EQ(with_.messages.Texts(), Lines());
@@ -40,7 +40,7 @@ TEST_F(SunspotNumberTest, IsThatOfTheMonth) {
   EXPECT_EQ(Box(), "93");
 }
 
-TEST_F(SunspotNumberTest, IsReadAsTheFileWritesIt) {
+TEST_F(SunspotNumberTest, KeepsTheTextOfTheFile) {
   const std::string object = R"([{"time-tag": "2026-11", "predicted_ssn":)";
   const std::vector<std::pair<std::string, std::string>> cases = {
       {object + " 115.3, \"low\": 1}]", "115.3"},
@@ -57,7 +57,7 @@ TEST_F(SunspotNumberTest, IsReadAsTheFileWritesIt) {
   }
 }
 
-TEST_F(SunspotNumberTest, IsZeroWhereTheFileHasNone) {
+TEST_F(SunspotNumberTest, IsZeroWhenTheFileHasNone) {
   const std::string late =
       "Can't obtain timely Smoothed Sunspot Number (SSN) from \n\nhttps://host/ssn\n\nsetting SSN "
       "to 0";
@@ -96,7 +96,7 @@ TEST_F(SunspotNumberTest, IsZeroWhereTheFileHasNone) {
   }
 }
 
-TEST_F(SunspotNumberTest, StaysWhenNothingWasDownloaded) {
+TEST_F(SunspotNumberTest, IsKeptWhenNothingWasDownloaded) {
   const auto attempt = [&](const std::string& url, std::int32_t code,
                            const std::optional<std::string>& content) {
     std::filesystem::remove(with_.log.folder / "SSN.txt");

@@ -7,7 +7,7 @@
 namespace skyhop::testing {
 namespace {
 
-TEST(ValueOrigins, TellsAgeAndSourceInTheNextRunToo) {
+TEST(ValueOrigins, DescribesAgeAndSourceAfterARestart) {
   DownloadFixture with;
   EXPECT_EQ(with.origins.Describe(SolarValue::kFlux, "100"), "not downloaded so far");
   with.origins.Downloaded(SolarValue::kFlux, "152", "https://host/wwv ");
@@ -21,7 +21,7 @@ TEST(ValueOrigins, TellsAgeAndSourceInTheNextRunToo) {
   EXPECT_EQ(later.Describe(SolarValue::kKindex, "152"), "not downloaded so far");
 }
 
-TEST(ValueOrigins, TellsALastAttemptThatFailedUntilOneSucceeds) {
+TEST(ValueOrigins, ReportsAFailedAttemptUntilOneSucceeds) {
   DownloadFixture with;
   with.origins.Downloaded(SolarValue::kSunspotNumber, "96.4", "u");
   with.log.clock.now += std::chrono::days(3);
@@ -34,7 +34,7 @@ TEST(ValueOrigins, TellsALastAttemptThatFailedUntilOneSucceeds) {
             "downloaded just now (18-Nov-26 13:05 UTC) from u");
 }
 
-TEST(ValueOrigins, IgnoresStoredTimesThatAreNone) {
+TEST(ValueOrigins, IgnoresInvalidStoredTimes) {
   for (const char* time : {"", "x", "12x", "-5", "99999999999999999999", "253402300800"}) {
     DownloadFixture with;
     with.store.SaveSetting("Skyhop", "SpaceWeather", "SFITime", time);
