@@ -16,9 +16,8 @@ namespace skyhop {
 namespace {
 
 using std::chrono::milliseconds;
-using Outcome = EngineJob::Outcome;
 
-constexpr const char* kName = "IONCAPModule.RunScript";
+constexpr const char* kRunScript = "IONCAPModule.RunScript";
 
 /// This many bytes at the end of a results file contain its last line.
 constexpr std::streamoff kTail = 200;
@@ -35,7 +34,7 @@ bool EndsWithLastLine(const std::filesystem::path& results) {
   return tail.find("END OF RUN") != std::string::npos && tail.ends_with('\n');
 }
 
-Outcome Failed(EngineJob::Failure failure, std::string reason) {
+EngineJob::Outcome JobFailed(EngineJob::Failure failure, std::string reason) {
   return {EngineJob::State::kFailed, failure, std::move(reason)};
 }
 
@@ -65,8 +64,8 @@ void EngineJob::Prepare(const EngineFiles& files) {
 bool EngineJob::Start(const Request& request, Time now) {
   End();
   problem_ = "the error log has the reason";
-  return diagnostics_->Trap(kName, false, [&] {
-    diagnostics_->DebugLog(std::string(kName) + ": SNR = " + BooleanText(request.snr) +
+  return diagnostics_->Trap(kRunScript, false, [&] {
+    diagnostics_->DebugLog(std::string(kRunScript) + ": SNR = " + BooleanText(request.snr) +
                            ", BatFilename = " + PathText(request.files.batch) +
                            ", ScriptFilename = " + PathText(request.files.deck));
     request_ = request;
@@ -86,7 +85,7 @@ bool EngineJob::WriteBatch() {
   const EngineFiles& files = request_.files;
   if (!IONCAPModule::DeleteWithRetries(files.batch, *pause_)) {
     problem_ = "could not delete " + PathText(files.batch);
-    diagnostics_->ErrorLog(std::string(kName) + ": " + problem_);
+    diagnostics_->ErrorLog(std::string(kRunScript) + ": " + problem_);
     return false;
   }
   const std::string command =
@@ -101,7 +100,7 @@ bool EngineJob::WriteBatch() {
     WriteFile(files.batch, content);
   } catch (const Error& error) {
     problem_ = "could not create " + PathText(files.batch);
-    diagnostics_->ErrorLog(std::string(kName) + ": " + problem_);
+    diagnostics_->ErrorLog(std::string(kRunScript) + ": " + problem_);
     diagnostics_->DebugLog(std::string("   ") + error.what());
     return false;
   }
@@ -132,7 +131,7 @@ bool EngineJob::Launch() {
 
 void EngineJob::LogFailedLaunch() const {
   const EngineFiles& files = request_.files;
-  diagnostics_->ErrorLog(std::string(kName) + " ShellExecute failure: " + problem_);
+  diagnostics_->ErrorLog(std::string(kRunScript) + " ShellExecute failure: " + problem_);
   diagnostics_->ErrorLog("       Exe filename = " + PathText(Executable()));
   diagnostics_->ErrorLog("       Bat filename = " + PathText(files.batch));
   diagnostics_->ErrorLog("    Driver filename = " + PathText(files.driver));
@@ -141,28 +140,28 @@ void EngineJob::LogFailedLaunch() const {
   diagnostics_->ErrorLog("             Folder = " + PathText(files.folder));
 }
 
-Outcome EngineJob::Poll(Time now) {
+EngineJob::Outcome EngineJob::Poll(Time now) {
   // The process before the file: an engine that has ended writes nothing any more.
   const bool ended = process_ != 0 && !launcher_->IsRunning(process_);
   if (HasResults() && (ended || EndsWithLastLine(request_.files.results))) return Judge();
   if (TimedOut(now)) {
     const double seconds = std::chrono::duration<double>(*request_.timeout).count();
-    return Failed(Failure::kTimeout, "no answer within " + NumberText(seconds) + " s");
+    return JobFailed(Failure::kTimeout, "no answer within " + NumberText(seconds) + " s");
   }
   if (!ended) return {};
   if (!ended_at_) ended_at_ = now;
   if (now - *ended_at_ < kGrace) return {};
-  return Failed(Failure::kNoResults, "the engine ended without results." + FailureText());
+  return JobFailed(Failure::kNoResults, "the engine ended without results." + FailureText());
 }
 
-Outcome EngineJob::Judge() const {
+EngineJob::Outcome EngineJob::Judge() const {
   try {
     std::string text = ReadFile(request_.files.results, IONCAPModule::Results::kLargestFile);
     std::string difference = Difference(text);
-    if (!difference.empty()) return Failed(Failure::kOtherQuestion, std::move(difference));
+    if (!difference.empty()) return JobFailed(Failure::kOtherQuestion, std::move(difference));
     return {State::kComplete, Failure::kNone, std::move(text)};
   } catch (const Error& error) {
-    return Failed(Failure::kUnreadable, error.what());
+    return JobFailed(Failure::kUnreadable, error.what());
   }
 }
 
