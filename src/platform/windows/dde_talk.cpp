@@ -8,6 +8,7 @@
 #include "platform/windows/code_page.h"
 #include "platform/windows/dde_memory.h"
 #include "platform/windows/dde_text.h"
+#include "platform/windows/system_error.h"
 
 namespace skyhop::platform {
 namespace {
