@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <filesystem>
+#include <thread>
 
 #include "common/files.h"
 #include "platform/platform.h"
@@ -23,11 +25,13 @@ TEST(InstanceGuards, AreFreeAfterACrash) {
 
 TEST(InstanceGuards, AreNotHeldByAnEngineThatTheProgramLeftBehind) {
   const TemporaryFolder folder;
-  WriteFile(folder / "engine.bat", "sleep 60\n");
+  WriteFile(folder / "engine.bat", "echo > started\nsleep 60\n");
   const auto launcher = platform::MakeEngineLauncher();
   auto guard = platform::MakeInstanceGuard(folder.Path());
   const LaunchResult engine = launcher->StartBatch(folder / "engine.bat", "", folder.Path());
   ASSERT_TRUE(engine.Succeeded());
+  // The system lets the parent go on just before it closes the descriptors of the new program.
+  while (!std::filesystem::exists(folder / "started")) std::this_thread::yield();
   guard.reset();
   EXPECT_FALSE(platform::MakeInstanceGuard(folder.Path())->AnotherIsRunning());
   EXPECT_TRUE(launcher->IsRunning(engine.process));
