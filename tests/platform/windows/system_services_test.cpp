@@ -7,6 +7,7 @@
 #include "platform/platform.h"
 #include "platform/windows/code_page.h"
 #include "platform/windows/system_error.h"
+#include "support/error_number.h"
 #include "support/temporary_folder.h"
 
 namespace skyhop::testing {
@@ -90,21 +91,13 @@ TEST(WindowsFiles, ThatSomebodyHoldsOpenAreToldByTheirNumber) {
   const HANDLE held =
       ::CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
   ASSERT_NE(held, INVALID_HANDLE_VALUE);
-  const auto number = [](auto action) {
-    try {
-      action();
-    } catch (const Error& error) {
-      return error.Number();
-    }
-    return 0;
-  };
-  EXPECT_EQ(number([&] { (void)ReadFile(file, 100); }), 70);
-  EXPECT_EQ(number([&] { WriteFile(file, "new"); }), 70);
-  EXPECT_EQ(number([&] { WriteFileAtOnce(file, "new"); }), 70);
+  EXPECT_EQ(ErrorNumber([&] { (void)ReadFile(file, 100); }), 70);
+  EXPECT_EQ(ErrorNumber([&] { WriteFile(file, "new"); }), 70);
+  EXPECT_EQ(ErrorNumber([&] { WriteFileAtOnce(file, "new"); }), 70);
   ::CloseHandle(held);
   EXPECT_EQ(ReadFile(file, 100), "results") << "nothing was lost";
-  EXPECT_EQ(number([&] { (void)ReadFile(folder / "none", 100); }), 53);
-  EXPECT_NE(number([&] { WriteFile(folder / std::string(300, 'x'), "long"); }), 0);
+  EXPECT_EQ(ErrorNumber([&] { (void)ReadFile(folder / "none", 100); }), 53);
+  EXPECT_NE(ErrorNumber([&] { WriteFile(folder / std::string(300, 'x'), "long"); }), 0);
 }
 
 }  // namespace
