@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -23,9 +24,11 @@ class FakeFetcher : public UrlFetcher {
     return 1;
   }
   [[nodiscard]] std::int32_t Fetch(const std::string& url, const std::filesystem::path& file,
-                                   const std::stop_token& /*stop*/) noexcept override {
+                                   const std::stop_token& stop) noexcept override {
     fetched.push_back(url);
     if (during) during();
+    while (silent && !stop.stop_requested()) std::this_thread::yield();
+    if (stop.stop_requested()) return fetch_codes::kAborted;
     if (content) WriteFile(file, *content);
     return code;
   }
@@ -33,6 +36,7 @@ class FakeFetcher : public UrlFetcher {
   std::int32_t code = 0;
   std::optional<std::string> content;  ///< nothing: no file is written
   std::function<void()> during;
+  bool silent = false;  ///< answers nothing until the fetch is stopped
   std::vector<std::string> removed;
   std::vector<std::string> fetched;
 };

@@ -1,10 +1,14 @@
 #include "support/http_server.h"
 
+#ifdef _WIN32
+#include <winsock2.h>
+#else
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#endif
 
 #include <array>
 #include <stdexcept>
@@ -12,34 +16,51 @@
 namespace skyhop::testing {
 namespace {
 
+using Socket = HttpServer::Socket;
+
+#ifdef _WIN32
+// What the other systems have by these names.
+using socklen_t = int;
+constexpr int MSG_NOSIGNAL = 0;
+
+int poll(pollfd* waiting, unsigned long count, int timeout) {
+  return ::WSAPoll(waiting, count, timeout);
+}
+int close(Socket socket) {
+  return ::closesocket(socket);
+}
+WSADATA facts{};
+const int kStarted = ::WSAStartup(MAKEWORD(2, 2), &facts);
+#endif
+
 /// How soon the server notices that it has to end.
 constexpr int kPollMilliseconds = 20;
 
 /// A socket bound to a free port of the loopback interface.
-int BoundSocket(int& port) {
-  const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+Socket BoundSocket(int& port) {
+  const auto bound = static_cast<Socket>(::socket(AF_INET, SOCK_STREAM, 0));
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
   socklen_t size = sizeof address;
-  if (descriptor < 0 || ::bind(descriptor, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
-      ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+  if (::bind(bound, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
+      ::getsockname(bound, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
     throw std::runtime_error("no free port on the loopback interface");
   }
   port = ntohs(address.sin_port);
-  return descriptor;
+  return bound;
 }
 
-bool Readable(int descriptor) {
-  pollfd waiting{descriptor, POLLIN, 0};
-  return ::poll(&waiting, 1, kPollMilliseconds) > 0;
+bool Readable(Socket socket) {
+  pollfd waiting{socket, POLLIN, 0};
+  return poll(&waiting, 1, kPollMilliseconds) > 0;
 }
 
-bool SendAll(int connection, const std::string& bytes) {
+bool SendAll(Socket connection, const std::string& bytes) {
   std::size_t sent = 0;
   while (sent < bytes.size()) {
-    const ssize_t count =
-        ::send(connection, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    const auto left = static_cast<int>(bytes.size() - sent);
+    const auto count = ::send(connection, bytes.data() + sent, left, MSG_NOSIGNAL);
     if (count <= 0) return false;
     sent += static_cast<std::size_t>(count);
   }
@@ -55,7 +76,7 @@ HttpReply Reply(const std::string& status, const std::string& body, const std::s
 
 int UnusedPort() {
   int port = 0;
-  ::close(BoundSocket(port));
+  close(BoundSocket(port));
   return port;
 }
 
@@ -67,7 +88,7 @@ HttpServer::HttpServer() : listener_(BoundSocket(port_)) {
 HttpServer::~HttpServer() {
   stop_ = true;
   thread_.join();
-  ::close(listener_);
+  close(listener_);
 }
 
 void HttpServer::Serve(const std::string& path, const HttpReply& reply) {
@@ -87,19 +108,19 @@ std::vector<std::string> HttpServer::Requests() const {
 void HttpServer::Run() {
   while (!stop_) {
     if (!Readable(listener_)) continue;
-    const int connection = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-    if (connection < 0) continue;
+    const auto connection = static_cast<Socket>(::accept(listener_, nullptr, nullptr));
+    if (connection == static_cast<Socket>(-1)) continue;
     Answer(connection);
-    ::close(connection);
+    close(connection);
   }
 }
 
-std::string HttpServer::ReadHead(int connection) const {
+std::string HttpServer::ReadHead(Socket connection) const {
   std::string head;
   std::array<char, 4096> buffer{};
   while (!stop_ && head.find("\r\n\r\n") == std::string::npos) {
     if (!Readable(connection)) continue;
-    const ssize_t count = ::recv(connection, buffer.data(), buffer.size(), 0);
+    const auto count = ::recv(connection, buffer.data(), buffer.size(), 0);
     if (count <= 0) break;
     head.append(buffer.data(), static_cast<std::size_t>(count));
     // A client that begins with a TLS handshake never sends a head.
@@ -117,7 +138,7 @@ HttpReply HttpServer::ReplyTo(const std::string& head) {
   return found != replies_.end() ? found->second : Reply("404 Not Found", "<html>no such file");
 }
 
-void HttpServer::Answer(int connection) {
+void HttpServer::Answer(Socket connection) {
   const std::string head = ReadHead(connection);
   if (head.empty()) return;
   const HttpReply reply = ReplyTo(head);

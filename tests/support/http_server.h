@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <string>
@@ -25,6 +26,12 @@ struct HttpReply {
 /// A server on the loopback interface that gives fixed replies, one connection after the other.
 class HttpServer {
  public:
+#ifdef _WIN32
+  using Socket = std::uintptr_t;
+#else
+  using Socket = int;
+#endif
+
   HttpServer();
   ~HttpServer();
   HttpServer(const HttpServer&) = delete;
@@ -40,12 +47,12 @@ class HttpServer {
 
  private:
   void Run();
-  void Answer(int connection);
-  [[nodiscard]] std::string ReadHead(int connection) const;
+  void Answer(Socket connection);
+  [[nodiscard]] std::string ReadHead(Socket connection) const;
   [[nodiscard]] HttpReply ReplyTo(const std::string& head);
 
   int port_ = 0;  // before the listener, which fills it in
-  int listener_ = -1;
+  Socket listener_;
   std::atomic<bool> stop_ = false;
   mutable std::mutex mutex_;
   std::map<std::string, HttpReply> replies_;

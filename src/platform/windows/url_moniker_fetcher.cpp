@@ -134,7 +134,13 @@ std::int32_t UrlMonikerFetcher::Fetch(const std::string& url, const std::filesys
         ::URLDownloadToFileW(nullptr, address.c_str(), file.c_str(), kNewestVersion, watch);
     const bool insecure = watch->Insecure();
     watch->Release();
-    return insecure ? fetch_codes::kRedirectFailed : static_cast<std::int32_t>(result);
+    if (insecure || stop.stop_requested()) {
+      // The system keeps the part that came before the end.
+      std::error_code ignored;
+      std::filesystem::remove(file, ignored);
+    }
+    if (insecure) return fetch_codes::kRedirectFailed;
+    return stop.stop_requested() ? fetch_codes::kAborted : static_cast<std::int32_t>(result);
   } catch (const std::exception&) {
     return fetch_codes::kOutOfMemory;
   }
