@@ -94,9 +94,9 @@ class LinkTransport {
                                                                   const std::string& topic,
                                                                   LinkListener& listener) = 0;
 
-  /// Sends one command to another application's topic. Does not wait for the application: a busy
-  /// one gets the command when it answers, within kSlowAnswer. Throws like Connect if it is clear
-  /// at once that no application will get the command.
+  /// Sends one command to another application's topic and waits at most kLongestWait. A busy
+  /// application gets the command later, when it answers. Throws like Connect if it is clear at
+  /// once that no application will get the command.
   virtual void Tell(const std::string& application, const std::string& topic,
                     const std::string& command);
 };

@@ -112,8 +112,13 @@ void DdeLinks::Publish(const std::string& topic, const std::string& item,
 /// others are given just a moment, so that all of them together do not keep the window waiting.
 DdeTalk::Time DdeLinks::EndOfWait() const {
   constexpr milliseconds moment{50};
-  const bool held_up = std::any_of(attempts_.begin(), attempts_.end(),
-                                   [](const Attempt& one) { return one.talk->IsOpening(); });
+  const bool held_up =
+      std::any_of(attempts_.begin(), attempts_.end(),
+                  [](const Attempt& one) { return one.talk->IsOpening(); }) ||
+      std::any_of(talks_.begin(), talks_.end(), [](const std::weak_ptr<DdeTalk>& weak) {
+        const std::shared_ptr<DdeTalk> talk = weak.lock();
+        return talk && talk->IsOpening();
+      });
   return steady_clock::now() + (held_up ? moment : kLongestWait);
 }
 
@@ -158,6 +163,8 @@ void DdeLinks::Tell(const std::string& application, const std::string& topic,
   const std::shared_ptr<DdeTalk> talk = DdeTalk::Begin(application, topic);
   talk->Execute(DdeBytes(command, MachineCodePages().ansi));
   talk->End();
+  // One after another: searches for several partners at a time slow each other down.
+  (void)talk->WaitForOpening(EndOfWait());
   KeepUntilSent(talk);
 }
 
