@@ -81,7 +81,7 @@ DdeLinks::DdeLinks(std::string application)
     : application_(std::move(application)), topics_(application_, queue_.GetEntry()) {}
 
 DdeLinks::~DdeLinks() {
-  const auto until = steady_clock::now() + std::chrono::seconds(2);
+  const auto until = steady_clock::now() + std::chrono::seconds(1);
   for (const Attempt& attempt : attempts_) attempt.talk->End();
   for (const std::weak_ptr<DdeTalk>& weak : talks_) {
     const std::shared_ptr<DdeTalk> talk = weak.lock();

@@ -21,7 +21,7 @@ namespace skyhop::platform {
 class DdeLinks : public LinkTransport {
  public:
   explicit DdeLinks(std::string application);
-  /// Waits up to two seconds for commands that are on their way.
+  /// Waits up to a second for commands that are on their way.
   ~DdeLinks() override;
   DdeLinks(const DdeLinks&) = delete;
   DdeLinks& operator=(const DdeLinks&) = delete;
