@@ -55,8 +55,8 @@ class RunControl {
       : with_(collaborators),
         job_(collaborators.launcher, collaborators.pause, collaborators.diagnostics) {}
 
-  /// Looks for the IONCAP folder below the program folder. Returns whether it exists; if not, the
-  /// user is told, and no prediction can start.
+  /// Looks for the IONCAP folder below the program folder. Returns whether it exists; if not, a
+  /// message box reports it, and no prediction can start.
   bool LoadEngineData(const std::filesystem::path& program_folder);
 
   /// How long the next runs may take; none (default): for ever.

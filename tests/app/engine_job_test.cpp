@@ -56,7 +56,7 @@ class EngineJobTest : public ::testing::Test {
     ASSERT_TRUE(job_.Start(request_, begin_)) << job_.Problem();
   }
 
-  /// Polls until the run has an outcome. A hundredth of a second counts as `step`.
+  /// Polls until the run has an outcome. `step` is the pretended time between two polls.
   EngineJob::Outcome Await(milliseconds step = milliseconds(10)) {
     EngineJob::Outcome outcome;
     for (int i = 0; i < 3000 && outcome.state == State::kRunning; ++i) {

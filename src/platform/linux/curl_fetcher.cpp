@@ -102,7 +102,7 @@ class Request {
   CURLcode refusal_ = CURLE_OK;
 };
 
-/// How a transfer ended, as libcurl tells.
+/// The end of a transfer as libcurl reports it.
 struct TransferEnd {
   int code = 0;             ///< a CURLcode, 0 for a transfer that went through
   long status = 0;          ///< of the last HTTP response, 0 when there was none
@@ -111,7 +111,7 @@ struct TransferEnd {
 
 enum class Only { kAlways, kRedirected };
 
-/// An end of a transfer and what it is called. The first row that fits counts.
+/// An end of a transfer and its result code. The first matching row applies.
 struct Row {
   int code;
   std::int32_t result;

@@ -45,7 +45,7 @@ void IonCap::ExecuteTimer_Tick() {
     const EngineJob& job = with_.run.Job();
     const EngineJob::Outcome outcome = with_.run.Poll();
     const bool writing = outcome.state == EngineJob::State::kRunning && job.HasResults();
-    // An unknown process does not show when its file is complete, so that any content counts.
+    // Without a known process the window cannot see the engine's end, so it takes any content.
     if (writing && job.Process() != 0) {
       with_.diagnostics.DebugLog("   " + PathText(with_.run.ResultsFile()) +
                                  " is not complete yet");
