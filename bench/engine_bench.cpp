@@ -2,7 +2,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include "engine/ioncap_script.h"
 #include "engine/results_parser.h"
 #include "support/prediction_fixture.h"
 
@@ -13,15 +12,12 @@ using skyhop::testing::TestData;
 
 void DeckWritten(benchmark::State& state) {
   skyhop::testing::PredictionFixture with;
-  with.SetTransatlantic();
   // Debug lines would be kept in memory here; a user's program makes none either.
   with.log.diagnostics.SetDebugListener({});
-  skyhop::testing::FakePause pause;
-  ScriptCards cards(pause, with.log.diagnostics);
-  IonCapScript script(cards, with.panel, with.parameters, with.log.diagnostics);
   const std::filesystem::path file = with.log.folder / "script.txt";
   for ([[maybe_unused]] auto _ : state) {
-    if (!script.CreateIONCAPScript(26, file)) state.SkipWithError("the deck was not written");
+    if (!with.engine.decks.Write(with.Inputs(), file))
+      state.SkipWithError("the deck was not written");
   }
 }
 BENCHMARK(DeckWritten)->Unit(benchmark::kMicrosecond);

@@ -8,19 +8,18 @@
 namespace skyhop {
 
 CircuitRun::CircuitRun(Collaborators collaborators)
-    : with_(std::move(collaborators)), job_(with_.launcher, with_.pause, with_.diagnostics) {}
+    : with_(std::move(collaborators)),
+      decks_(with_.pause, with_.diagnostics),
+      job_(with_.launcher, with_.pause, with_.diagnostics) {}
 
-CircuitRun::Started CircuitRun::Start(EngineChoice engine,
-                                      const IONCAPModule::DeckParameters& asked,
-                                      const DeckWriter& write_deck, Time now) {
+CircuitRun::Started CircuitRun::Start(const PredictionInputs& asked, Time now) {
   return with_.diagnostics.Trap("CircuitRun.Start", Started::kFailed, [&] {
     End();
     problem_ = "the error log has the reason";
     EngineJob::Request request;
-    request.engine = engine;
     request.asked = asked;
     request.timeout = EngineJob::kTimeout;
-    request.finding = FindEngine(with_.host, with_.program_folder, engine);
+    request.finding = FindEngine(with_.host, with_.program_folder, asked.engine);
     const std::string path = PathText(request.finding.executable);
     if (!request.finding.exists) {
       problem_ = "the engine is missing: there is no " + path;
@@ -33,7 +32,7 @@ CircuitRun::Started CircuitRun::Start(EngineChoice engine,
     }
     std::unique_ptr<RunLock> lock = with_.locker.Lock();
     if (!lock) return Started::kBusy;
-    problem_ = Prepare(request, write_deck);
+    problem_ = Prepare(request);
     if (!problem_.empty()) return Started::kFailed;
     if (!job_.Start(request, now)) {
       problem_ = "the engine could not be started: " + job_.Problem();
@@ -45,12 +44,13 @@ CircuitRun::Started CircuitRun::Start(EngineChoice engine,
 }
 
 /// Returns why there is no deck, an empty text when there is one.
-std::string CircuitRun::Prepare(EngineJob::Request& request, const DeckWriter& write_deck) {
+std::string CircuitRun::Prepare(EngineJob::Request& request) {
   try {
-    request.files = FilesIn(with_.program_folder / EngineFolder(request.engine), request.engine,
-                            with_.names, with_.launcher);
+    const EngineChoice engine = request.asked.engine;
+    request.files =
+        FilesIn(with_.program_folder / EngineFolder(engine), engine, with_.names, with_.launcher);
     job_.Prepare(request.files);
-    if (!write_deck(request.files.deck)) return "the deck could not be written";
+    if (!decks_.Write(request.asked, request.files.deck)) return "the deck could not be written";
   } catch (const Error& error) {
     return std::string("the run cannot be prepared: ") + error.what();
   }

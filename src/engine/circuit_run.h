@@ -9,11 +9,11 @@
 
 #include "common/diagnostics.h"
 #include "common/pause.h"
-#include "engine/deck_parameters.h"
+#include "engine/deck_writer.h"
 #include "engine/engine_job.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
-#include "engine/results_table.h"
+#include "engine/prediction_inputs.h"
 #include "engine/run_lock.h"
 
 namespace skyhop {
@@ -26,8 +26,6 @@ namespace skyhop {
 class CircuitRun {
  public:
   using Time = EngineJob::Time;
-  /// Writes the deck into that file. Returns whether it is complete.
-  using DeckWriter = std::function<bool(const std::filesystem::path& file)>;
 
   enum class Started { kRuns, kBusy, kFailed };
 
@@ -38,7 +36,6 @@ class CircuitRun {
     std::chrono::milliseconds taken{};  ///< from the start to the outcome
   };
 
-  /// All must outlive the run.
   struct Collaborators {
     RunLocker& locker;
     EngineLauncher& launcher;
@@ -55,10 +52,9 @@ class CircuitRun {
   CircuitRun(const CircuitRun&) = delete;
   CircuitRun& operator=(const CircuitRun&) = delete;
 
-  /// Starts the engine, unless another run holds the lock. When it fails, Problem() has the reason.
-  /// `asked` is the question of the deck: the run fails when the results repeat another one.
-  [[nodiscard]] Started Start(EngineChoice engine, const IONCAPModule::DeckParameters& asked,
-                              const DeckWriter& write_deck, Time now);
+  /// Writes the deck of `asked` and starts its engine, unless another run holds the lock. When it
+  /// fails, Problem() has the reason. The run fails when the results repeat another question.
+  [[nodiscard]] Started Start(const PredictionInputs& asked, Time now);
   /// A clause without a capital letter and without a point.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
@@ -75,9 +71,10 @@ class CircuitRun {
   [[nodiscard]] bool MustBeEnded(Time now) const { return job_.MustBeEnded(now); }
 
  private:
-  [[nodiscard]] std::string Prepare(EngineJob::Request& request, const DeckWriter& write_deck);
+  [[nodiscard]] std::string Prepare(EngineJob::Request& request);
 
   Collaborators with_;
+  IONCAPModule::DeckWriter decks_;
   EngineJob job_;
   std::unique_ptr<RunLock> lock_;
   std::string problem_;

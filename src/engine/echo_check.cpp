@@ -101,11 +101,11 @@ std::string PlaceText(const Position& position) {
 /// Collects what differs.
 class Comparison {
  public:
-  Comparison(const ResultsHeading& heading, const DeckParameters& asked, EngineChoice engine)
+  Comparison(const ResultsHeading& heading, const PredictionInputs& asked)
       : heading_(heading),
         asked_(asked),
-        ioncap_(engine == EngineChoice::kIonCap),
-        rounding_(RoundingOf(engine)) {
+        ioncap_(asked.engine == EngineChoice::kIonCap),
+        rounding_(RoundingOf(asked.engine)) {
     CompareDate();
     ComparePositions();
     ComparePath();
@@ -128,18 +128,18 @@ class Comparison {
   void CompareDate() {
     const std::optional<unsigned> month = MonthOf(heading_.month);
     const std::optional<double> year = WholeNumberText(heading_.year);
-    const bool other_month = month && static_cast<int>(*month) != asked_.month;
-    const bool other_year = year && *year != asked_.year;
+    const bool other_month = month && static_cast<int>(*month) != asked_.Month();
+    const bool other_year = year && *year != asked_.Year();
     if (!other_month && !other_year) return;
     std::string shown;
     std::string wanted;
     if (month) {
       shown = MonthName(std::chrono::month(*month));
-      wanted = MonthName(std::chrono::month(static_cast<unsigned>(asked_.month)));
+      wanted = MonthName(std::chrono::month(static_cast<unsigned>(asked_.Month())));
     }
     if (year) {
       shown += (shown.empty() ? "" : " ") + NumberText(*year);
-      wanted += (wanted.empty() ? "" : " ") + std::to_string(asked_.year);
+      wanted += (wanted.empty() ? "" : " ") + std::to_string(asked_.Year());
     }
     Add(shown, wanted);
   }
@@ -216,7 +216,7 @@ class Comparison {
   }
 
   const ResultsHeading& heading_;
-  const DeckParameters& asked_;
+  const PredictionInputs& asked_;
   bool ioncap_;
   CardRounding rounding_;
   std::string text_;
@@ -224,9 +224,8 @@ class Comparison {
 
 }  // namespace
 
-std::string EchoDifference(const ResultsHeading& heading, const DeckParameters& asked,
-                           EngineChoice engine) {
-  return Comparison(heading, asked, engine).Text();
+std::string EchoDifference(const ResultsHeading& heading, const PredictionInputs& asked) {
+  return Comparison(heading, asked).Text();
 }
 
 }  // namespace skyhop::IONCAPModule

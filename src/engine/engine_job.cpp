@@ -204,12 +204,11 @@ std::filesystem::path EngineJob::Executable() const {
 }
 
 std::string EngineJob::Difference(std::string_view results) const {
-  return IONCAPModule::EchoDifference(IONCAPModule::ReadHeading(results), request_.asked,
-                                      request_.engine);
+  return IONCAPModule::EchoDifference(IONCAPModule::ReadHeading(results), request_.asked);
 }
 
 std::string EngineJob::FailureText() const {
-  return EngineFailureText(request_.engine, request_.finding, launcher_->Output(process_));
+  return EngineFailureText(request_.asked.engine, request_.finding, launcher_->Output(process_));
 }
 
 }  // namespace skyhop

@@ -8,9 +8,9 @@
 
 #include "common/diagnostics.h"
 #include "common/pause.h"
-#include "engine/deck_parameters.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
+#include "engine/prediction_inputs.h"
 #include "engine/results_table.h"
 
 namespace skyhop {
@@ -51,11 +51,10 @@ class EngineJob {
   static constexpr std::chrono::seconds kGrace{1};
 
   struct Request {
-    EngineChoice engine = EngineChoice::kNone;
+    PredictionInputs asked;  ///< the question that the results must repeat
     EngineFinding finding;
     EngineFiles files;
-    IONCAPModule::DeckParameters asked;  ///< the question that the results must repeat
-    bool snr = false;                    ///< a point SNR run, for the log
+    bool snr = false;                                  ///< a point SNR run, for the log
     std::optional<std::chrono::milliseconds> timeout;  ///< none: the run may take for ever
   };
 

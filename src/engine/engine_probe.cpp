@@ -4,7 +4,6 @@
 #include "common/files.h"
 #include "common/numbers.h"
 #include "common/text.h"
-#include "engine/probe_deck.h"
 #include "engine/results_parser.h"
 
 namespace skyhop {
@@ -73,6 +72,22 @@ std::string Sentence(std::string clause) {
 
 }  // namespace
 
+PredictionInputs ProbeQuestion(EngineChoice engine) {
+  PredictionInputs question;
+  question.engine = engine;
+  question.transmitter = {{40, 30, 0, -1}, {74, 15, 0, -1}};
+  question.receiver = {{51, 30, 0, -1}, {0, 7, 0, -1}};
+  question.power = 1500;
+  question.takeoff = 3;
+  question.availability = 10;
+  question.snr = 24;
+  question.noise = 2;
+  question.date = std::chrono::year(2026) / std::chrono::November / 15;
+  question.sunspot_number = 105;
+  question.k_index = 4;
+  return question;
+}
+
 EngineProbe::EngineProbe(const Collaborators& with)
     : diagnostics_(&with.diagnostics),
       run_({with.locker, with.launcher, with.host, with.pause, with.diagnostics,
@@ -86,11 +101,7 @@ std::optional<Outcome> EngineProbe::Start(EngineChoice engine, Time now) {
                                std::to_string(static_cast<int>(engine)));
         if (Running()) return Outcome{false, "Another test is still running."};
         engine_ = engine;
-        const auto write_deck = [&](const std::filesystem::path& file) {
-          WriteFile(file, ProbeDeck(engine));
-          return true;
-        };
-        switch (run_.Start(engine, ProbeQuestion(), write_deck, now)) {
+        switch (run_.Start(ProbeQuestion(engine), now)) {
           case CircuitRun::Started::kRuns:
             return std::nullopt;
           case CircuitRun::Started::kBusy:

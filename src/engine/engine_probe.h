@@ -7,9 +7,13 @@
 
 #include "common/diagnostics.h"
 #include "engine/circuit_run.h"
-#include "engine/results_table.h"
+#include "engine/prediction_inputs.h"
 
 namespace skyhop {
+
+/// The question of the test, which every engine is known to answer: New York to London, 1500 W, in
+/// November 2026 at a sunspot number of 105.
+[[nodiscard]] PredictionInputs ProbeQuestion(EngineChoice engine);
 
 /// Tries an engine out: runs it on a known circuit, in files of its own beside those of the
 /// predictions, and judges the results. After a good run these files are deleted; otherwise they
@@ -28,7 +32,6 @@ class EngineProbe {
     bool installed = true;
   };
 
-  /// All must outlive the probe.
   struct Collaborators {
     RunLocker& locker;
     EngineLauncher& launcher;

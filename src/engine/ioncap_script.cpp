@@ -11,17 +11,17 @@ constexpr float kTwoDecimals = 5.2F;
 
 }  // namespace
 
-bool IonCapScript::CreateIONCAPScript(std::int16_t method, const std::filesystem::path& file) {
+bool IonCapScript::CreateIONCAPScript(const PredictionInputs& inputs, std::int16_t method,
+                                      const std::filesystem::path& file) {
   return diagnostics_->Trap("IONCAPModule.CreateIONCAPScript", false, [&] {
     const int script = cards_->InitializeScript(file, false);
     if (script == -1) return false;
     // The file is closed whatever happens to its cards.
     const bool written = diagnostics_->Trap("IONCAPModule.CreateIONCAPScript", [&] {
-      const DeckParameters deck = ReadDeckParameters(*panel_, *parameters_, *diagnostics_);
-      SpecifyCircuit(script, deck);
-      SpecifySystem(script, deck);
-      SpecifyMonth(script, deck);
-      SpecifySunspots(script, deck);
+      SpecifyCircuit(script, inputs);
+      SpecifySystem(script, inputs);
+      SpecifyMonth(script, inputs);
+      SpecifySunspots(script, inputs);
       SpecifyTime(script);
       SpecifyAntennaSystem(script);
       SpecifyMethod(script, method);
@@ -43,36 +43,36 @@ void IonCapScript::PutPointed(int file, double value) {
   cards_->PutSingle(file, RoundToInteger(value), width);
 }
 
-void IonCapScript::SpecifyCircuit(int file, const DeckParameters& deck) {
+void IonCapScript::SpecifyCircuit(int file, const PredictionInputs& inputs) {
   cards_->PutString(file, "CIRCUIT", kNameWidth);
-  PutCoordinate(file, deck.transmitter.latitude, LatitudeLetter(deck.transmitter.latitude));
-  PutCoordinate(file, deck.transmitter.longitude, LongitudeLetter(deck.transmitter.longitude));
-  PutCoordinate(file, deck.receiver.latitude, LatitudeLetter(deck.receiver.latitude));
-  PutCoordinate(file, deck.receiver.longitude, LongitudeLetter(deck.receiver.longitude));
-  cards_->PutInteger(file, deck.short_path ? 0 : 1, kFieldWidth);
+  PutCoordinate(file, inputs.transmitter.latitude, LatitudeLetter(inputs.transmitter.latitude));
+  PutCoordinate(file, inputs.transmitter.longitude, LongitudeLetter(inputs.transmitter.longitude));
+  PutCoordinate(file, inputs.receiver.latitude, LatitudeLetter(inputs.receiver.latitude));
+  PutCoordinate(file, inputs.receiver.longitude, LongitudeLetter(inputs.receiver.longitude));
+  cards_->PutInteger(file, inputs.short_path ? 0 : 1, kFieldWidth);
   cards_->PutNewLine(file);
 }
 
-void IonCapScript::SpecifySystem(int file, const DeckParameters& deck) {
+void IonCapScript::SpecifySystem(int file, const PredictionInputs& inputs) {
   cards_->PutString(file, "SYSTEM", kNameWidth);
-  cards_->PutFloat(file, static_cast<float>(RoundToLong(deck.power) / 1000.0), kTwoDecimals);
-  cards_->PutString(file, NoiseCode(deck.noise), kFieldWidth);
-  PutPointed(file, deck.takeoff);
-  PutPointed(file, deck.availability);
-  PutPointed(file, deck.snr);
+  cards_->PutFloat(file, static_cast<float>(RoundToLong(inputs.power) / 1000.0), kTwoDecimals);
+  cards_->PutString(file, NoiseCode(inputs.noise), kFieldWidth);
+  PutPointed(file, inputs.takeoff);
+  PutPointed(file, inputs.availability);
+  PutPointed(file, inputs.snr);
   cards_->PutNewLine(file);
 }
 
-void IonCapScript::SpecifyMonth(int file, const DeckParameters& deck) {
+void IonCapScript::SpecifyMonth(int file, const PredictionInputs& inputs) {
   cards_->PutString(file, "MONTH", kNameWidth);
-  cards_->PutInteger(file, deck.year, kFieldWidth);
-  cards_->PutInteger(file, deck.month, kFieldWidth);
+  cards_->PutInteger(file, static_cast<std::int16_t>(inputs.Year()), kFieldWidth);
+  cards_->PutInteger(file, static_cast<std::int16_t>(inputs.Month()), kFieldWidth);
   cards_->PutNewLine(file);
 }
 
-void IonCapScript::SpecifySunspots(int file, const DeckParameters& deck) {
+void IonCapScript::SpecifySunspots(int file, const PredictionInputs& inputs) {
   cards_->PutString(file, "SUNSPOT", kNameWidth);
-  cards_->PutFloat(file, deck.sunspot_number, kTwoDecimals);
+  cards_->PutFloat(file, inputs.sunspot_number, kTwoDecimals);
   cards_->PutNewLine(file);
 }
 

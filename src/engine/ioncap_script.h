@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "common/diagnostics.h"
-#include "engine/deck_parameters.h"
+#include "engine/prediction_inputs.h"
 #include "engine/script_cards.h"
 
 namespace skyhop::IONCAPModule {
@@ -11,20 +11,19 @@ namespace skyhop::IONCAPModule {
 /// Writes the IONCAP deck.
 class IonCapScript {
  public:
-  /// All must outlive this object.
-  IonCapScript(ScriptCards& cards, const PredictionPanel& panel, const Parameters& parameters,
-               Diagnostics& diagnostics)
-      : cards_(&cards), panel_(&panel), parameters_(&parameters), diagnostics_(&diagnostics) {}
+  IonCapScript(ScriptCards& cards, Diagnostics& diagnostics)
+      : cards_(&cards), diagnostics_(&diagnostics) {}
 
-  /// Writes the whole deck for one method. Returns whether a complete deck is on disk; otherwise
-  /// the error log says why not.
-  [[nodiscard]] bool CreateIONCAPScript(std::int16_t method, const std::filesystem::path& file);
+  /// Writes the whole deck for one method. Returns whether a complete deck is on disk; if not, the
+  /// error log has the reason.
+  [[nodiscard]] bool CreateIONCAPScript(const PredictionInputs& inputs, std::int16_t method,
+                                        const std::filesystem::path& file);
 
  private:
-  void SpecifyCircuit(int file, const DeckParameters& deck);
-  void SpecifySystem(int file, const DeckParameters& deck);
-  void SpecifyMonth(int file, const DeckParameters& deck);
-  void SpecifySunspots(int file, const DeckParameters& deck);
+  void SpecifyCircuit(int file, const PredictionInputs& inputs);
+  void SpecifySystem(int file, const PredictionInputs& inputs);
+  void SpecifyMonth(int file, const PredictionInputs& inputs);
+  void SpecifySunspots(int file, const PredictionInputs& inputs);
   void SpecifyTime(int file);
   void SpecifyAntennaSystem(int file);
   void SpecifyAntenna(int file, std::int16_t a, std::int16_t b, std::int16_t c, std::int16_t d,
@@ -36,8 +35,6 @@ class IonCapScript {
   void PutPointed(int file, double value);
 
   ScriptCards* cards_;
-  const PredictionPanel* panel_;
-  const Parameters* parameters_;
   Diagnostics* diagnostics_;
 };
 

@@ -6,6 +6,7 @@
 #include "common/errors.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "geo/dx_grid.h"
 #include "geo/great_circle.h"
 #include "geo/path_services.h"
 
@@ -19,6 +20,16 @@ constexpr double kHorizon = 0.1;
 
 /// The most reliable percentage that the card's two digits tell; all of the days is out of reach.
 constexpr double kHighestAvailability = 99;
+
+/// A text as decks can hold it: what is not printable ASCII becomes a question mark.
+std::string AsciiText(std::string_view text) {
+  std::string ascii;
+  for (const char c : text) {
+    const bool continues = (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    if (!continues) ascii += c >= ' ' && c <= '~' ? c : '?';
+  }
+  return ascii;
+}
 
 }  // namespace
 
@@ -34,34 +45,33 @@ bool ItsScript::Create(const char* name, const std::filesystem::path& file, bool
   });
 }
 
-bool ItsScript::CreateScript(EngineChoice engine, std::int16_t method,
+bool ItsScript::CreateScript(const PredictionInputs& inputs, std::int16_t method,
                              const std::filesystem::path& file) {
   return Create("IONCAPModule.CreateITSScript", file, false, [&](int script) {
-    const DeckParameters deck = ReadDeckParameters(*panel_, *parameters_, *diagnostics_);
-    WriteCards(script, {deck, engine, method, std::nullopt});
+    WriteCards(script, {inputs, method, std::nullopt});
   });
 }
 
-bool ItsScript::CreatePointScript(const DeckParameters& deck, const PointOfDeck& point,
+bool ItsScript::CreatePointScript(const PredictionInputs& inputs, const PointOfDeck& point,
                                   const std::filesystem::path& file) {
   return Create("IONCAPModule.CreateSNRScript", file, true, [&](int script) {
-    WriteCards(script, {deck, EngineChoice::kVoaCapSnr, kPointMethod, point});
+    WriteCards(script, {inputs, kPointMethod, point});
   });
 }
 
 void ItsScript::WriteCards(int file, const Contents& contents) {
-  const DeckParameters& deck = contents.deck;
+  const PredictionInputs& inputs = contents.inputs;
   // One page for the whole day: no page heading falls between the hours.
   cards_->PutLine(file, "LINEMAX    9999       number of lines-per-page");
   cards_->PutLine(file, "COEFFS    CCIR");
   SpecifyHours(file, contents);
   SpecifySunspots(file, contents);
-  SpecifyLabel(file, deck);
-  SpecifyCircuit(file, deck);
-  SpecifySystem(file, deck);
+  SpecifyLabel(file, inputs);
+  SpecifyCircuit(file, inputs);
+  SpecifySystem(file, inputs);
   cards_->PutLine(file, "FPROB      1.00 1.00 1.00 0.00");
-  SpecifyAntenna(file, 1, deck);
-  SpecifyAntenna(file, 2, deck);
+  SpecifyAntenna(file, 1, inputs);
+  SpecifyAntenna(file, 2, inputs);
   SpecifyFrequencies(file, contents.point);
   PutName(file, "METHOD");
   PutNumber(file, contents.method, 0, 5);
@@ -83,50 +93,56 @@ void ItsScript::SpecifyHours(int file, const Contents& contents) {
   for (const int value : {first, last, 1, 1}) PutNumber(file, value, 0, 5);
   cards_->PutNewLine(file);
   PutName(file, "MONTH");
-  PutNumber(file, contents.deck.year, 0, 5);
+  PutNumber(file, contents.inputs.Year(), 0, 5);
   // Without a day the engine computes the monthly median.
-  PutNumber(file, contents.deck.month, 2, 5);
+  PutNumber(file, contents.inputs.Month(), 2, 5);
   cards_->PutNewLine(file);
 }
 
 void ItsScript::SpecifySunspots(int file, const Contents& contents) {
   PutName(file, "SUNSPOT");
-  PutNumber(file, static_cast<double>(contents.deck.sunspot_number), 1, 5);
-  if (contents.engine == EngineChoice::kIcePac) {
-    PutNumber(file, static_cast<double>(ComputeQindex(contents.deck.k_index)), 2, 5);
+  PutNumber(file, static_cast<double>(contents.inputs.sunspot_number), 1, 5);
+  if (contents.inputs.engine == EngineChoice::kIcePac) {
+    PutNumber(file, static_cast<double>(ComputeQindex(contents.inputs.k_index)), 2, 5);
   }
   cards_->PutNewLine(file);
 }
 
-void ItsScript::SpecifyLabel(int file, const DeckParameters& deck) {
+void ItsScript::SpecifyLabel(int file, const PredictionInputs& inputs) {
   PutName(file, "LABEL");
-  cards_->PutString(file, deck.transmitter_name, 20);
-  cards_->PutString(file, deck.receiver_name, 20);
+  const auto put = [&](const std::string& name, const Position& position) {
+    cards_->PutString(
+        file, AsciiText(name) + " " + DXGridModule::GetGridSquare(position, *diagnostics_), 20);
+  };
+  const std::string prefix(Trim(inputs.prefix));
+  const std::string dx = prefix.empty() ? "DX STATION" : "DX " + prefix;
+  put(inputs.to_dx ? "YOUR STATION" : dx, inputs.transmitter);
+  put(inputs.to_dx ? dx : "YOUR STATION", inputs.receiver);
   cards_->PutNewLine(file);
 }
 
-void ItsScript::SpecifyCircuit(int file, const DeckParameters& deck) {
+void ItsScript::SpecifyCircuit(int file, const PredictionInputs& inputs) {
   PutName(file, "CIRCUIT");
   const auto coordinate = [&](const Angle& angle, const char* letter, int width) {
     PutNumber(file, static_cast<double>(Magnitude(angle)), 2, width);
     cards_->PutString(file, letter, 1);
   };
-  coordinate(deck.transmitter.latitude, LatitudeLetter(deck.transmitter.latitude), 5);
-  coordinate(deck.transmitter.longitude, LongitudeLetter(deck.transmitter.longitude), 9);
-  coordinate(deck.receiver.latitude, LatitudeLetter(deck.receiver.latitude), 9);
-  coordinate(deck.receiver.longitude, LongitudeLetter(deck.receiver.longitude), 9);
-  cards_->PutString(file, deck.short_path ? "  S" : "  L", 4);
-  PutNumber(file, deck.short_path ? 0 : 1, 0, 5);
+  coordinate(inputs.transmitter.latitude, LatitudeLetter(inputs.transmitter.latitude), 5);
+  coordinate(inputs.transmitter.longitude, LongitudeLetter(inputs.transmitter.longitude), 9);
+  coordinate(inputs.receiver.latitude, LatitudeLetter(inputs.receiver.latitude), 9);
+  coordinate(inputs.receiver.longitude, LongitudeLetter(inputs.receiver.longitude), 9);
+  cards_->PutString(file, inputs.short_path ? "  S" : "  L", 4);
+  PutNumber(file, inputs.short_path ? 0 : 1, 0, 5);
   cards_->PutNewLine(file);
 }
 
-void ItsScript::SpecifySystem(int file, const DeckParameters& deck) {
+void ItsScript::SpecifySystem(int file, const PredictionInputs& inputs) {
   PutName(file, "SYSTEM");
   PutNumber(file, 1, 2, 5);
-  cards_->PutString(file, NoiseCode(deck.noise), 5);
-  PutNumber(file, std::max(deck.takeoff, kHorizon), 2, 5);
-  PutNumber(file, std::min(deck.availability, kHighestAvailability), 0, 5);
-  PutNumber(file, deck.snr, 1, 5);
+  cards_->PutString(file, NoiseCode(inputs.noise), 5);
+  PutNumber(file, std::max(inputs.takeoff, kHorizon), 2, 5);
+  PutNumber(file, std::min(inputs.availability, kHighestAvailability), 0, 5);
+  PutNumber(file, inputs.snr, 1, 5);
   // Multipath power tolerance in dB and delay tolerance in ms.
   PutNumber(file, 3, 2, 5);
   PutNumber(file, 0.1, 2, 5);
@@ -134,9 +150,9 @@ void ItsScript::SpecifySystem(int file, const DeckParameters& deck) {
 }
 
 /// The antenna at one end of the path: 1 the transmitter's, 2 the receiver's.
-void ItsScript::SpecifyAntenna(int file, int end, const DeckParameters& deck) {
+void ItsScript::SpecifyAntenna(int file, int end, const PredictionInputs& inputs) {
   const bool transmits = end == 1;
-  const Antenna& antenna = transmits ? deck.transmitter_antenna : deck.receiver_antenna;
+  const Antenna& antenna = transmits ? inputs.transmitter_antenna : inputs.receiver_antenna;
   const std::string problem = AntennaProblem(antenna);
   if (!problem.empty()) throw Error(errors::kInvalidCall, problem);
   PutName(file, "ANTENNA");
@@ -150,10 +166,10 @@ void ItsScript::SpecifyAntenna(int file, int end, const DeckParameters& deck) {
   cards_->PutString(file, antenna.file.empty() ? kIsotropicFile : antenna.file,
                     static_cast<int>(kLongestAntennaFile));
   cards_->PutString(file, "]", 1);
-  const Position& here = transmits ? deck.transmitter : deck.receiver;
-  const Position& there = transmits ? deck.receiver : deck.transmitter;
-  PutNumber(file, BeamAzimuth(antenna, here, there, deck.short_path), 1, 5);
-  PutPower(file, transmits ? deck.power : 0);
+  const Position& here = transmits ? inputs.transmitter : inputs.receiver;
+  const Position& there = transmits ? inputs.receiver : inputs.transmitter;
+  PutNumber(file, BeamAzimuth(antenna, here, there, inputs.short_path), 1, 5);
+  PutPower(file, transmits ? inputs.power : 0);
   cards_->PutNewLine(file);
 }
 

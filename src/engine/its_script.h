@@ -4,8 +4,7 @@
 #include <optional>
 
 #include "common/diagnostics.h"
-#include "engine/deck_parameters.h"
-#include "engine/results_table.h"
+#include "engine/prediction_inputs.h"
 #include "engine/script_cards.h"
 
 namespace skyhop::IONCAPModule {
@@ -20,25 +19,22 @@ struct PointOfDeck {
 /// day has the ten band line frequencies from 80 to 6 m.
 class ItsScript {
  public:
-  /// All must outlive this object.
-  ItsScript(ScriptCards& cards, const PredictionPanel& panel, const Parameters& parameters,
-            Diagnostics& diagnostics)
-      : cards_(&cards), panel_(&panel), parameters_(&parameters), diagnostics_(&diagnostics) {}
+  ItsScript(ScriptCards& cards, Diagnostics& diagnostics)
+      : cards_(&cards), diagnostics_(&diagnostics) {}
 
-  /// Writes the deck of `engine` for one method: 26 for the LUF/MUF table, 30 or 20 for SNR and
-  /// reliability. Returns whether a complete deck is on disk; otherwise the error log says why not.
-  [[nodiscard]] bool CreateScript(EngineChoice engine, std::int16_t method,
+  /// Writes the deck for one method: 26 for the LUF/MUF table, 30 or 20 for SNR and reliability.
+  /// Returns whether a complete deck is on disk; if not, the error log has the reason.
+  [[nodiscard]] bool CreateScript(const PredictionInputs& inputs, std::int16_t method,
                                   const std::filesystem::path& file);
 
   /// Writes VOACAP's deck for SNR and reliability (method 30) of one frequency at one hour; an SNR
   /// script, which can be open beside a prediction's. Returns the same.
-  [[nodiscard]] bool CreatePointScript(const DeckParameters& deck, const PointOfDeck& point,
+  [[nodiscard]] bool CreatePointScript(const PredictionInputs& inputs, const PointOfDeck& point,
                                        const std::filesystem::path& file);
 
  private:
   struct Contents {
-    const DeckParameters& deck;
-    EngineChoice engine;
+    const PredictionInputs& inputs;
     std::int16_t method;
     std::optional<PointOfDeck> point;
   };
@@ -49,10 +45,10 @@ class ItsScript {
   void WriteCards(int file, const Contents& contents);
   void SpecifyHours(int file, const Contents& contents);
   void SpecifySunspots(int file, const Contents& contents);
-  void SpecifyLabel(int file, const DeckParameters& deck);
-  void SpecifyCircuit(int file, const DeckParameters& deck);
-  void SpecifySystem(int file, const DeckParameters& deck);
-  void SpecifyAntenna(int file, int end, const DeckParameters& deck);
+  void SpecifyLabel(int file, const PredictionInputs& inputs);
+  void SpecifyCircuit(int file, const PredictionInputs& inputs);
+  void SpecifySystem(int file, const PredictionInputs& inputs);
+  void SpecifyAntenna(int file, int end, const PredictionInputs& inputs);
   void PutPower(int file, double watts);
   void SpecifyFrequencies(int file, const std::optional<PointOfDeck>& point);
   [[nodiscard]] double BeamAzimuth(const Antenna& antenna, const Position& from, const Position& to,
@@ -61,8 +57,6 @@ class ItsScript {
   void PutNumber(int file, double value, int decimals, int width);
 
   ScriptCards* cards_;
-  const PredictionPanel* panel_;
-  const Parameters* parameters_;
   Diagnostics* diagnostics_;
 };
 

@@ -1,241 +1,117 @@
 #include "engine/parameters.h"
 
-#include <array>
-#include <vector>
-
-#include "common/dates.h"
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
 
 namespace skyhop::IONCAPModule {
-namespace {
 
-constexpr std::array<const char*, 5> kDXPowers = {"5", "20", "100", "500", "1500"};
-constexpr std::int16_t kNoiseOptions = 4;
+Parameters::Parameters(UserMessages& messages, const Common::Settings& settings,
+                       Diagnostics& diagnostics)
+    : messages_(&messages), settings_(&settings), diagnostics_(&diagnostics) {}
 
-bool IsOption(int index, std::size_t count) {
-  return index >= 0 && index < static_cast<int>(count);
+void Parameters::Attach(ParametersWindow* window) {
+  window_ = window == nullptr ? &no_window_ : window;
 }
-
-}  // namespace
-
-Parameters::Parameters(PredictionPanel& panel, UserMessages& messages,
-                       const Common::Settings& settings, Diagnostics& diagnostics)
-    : panel_(&panel), messages_(&messages), settings_(&settings), diagnostics_(&diagnostics) {}
 
 void Parameters::SetPredictionPower(const std::string& power) {
   diagnostics_->DebugLog("IONCAPModule.SetPredictionPower, thePower = " + power);
-  power_ = power;
+  set_.power = power;
 }
 
 void Parameters::SetPredictionSNR(const std::string& snr) {
   diagnostics_->DebugLog("IONCAPModule.SetPredictionSNR, theSNR = " + snr);
-  snr_ = snr;
+  set_.snr = snr;
 }
 
 void Parameters::SetPredictionTakeoff(const std::string& takeoff) {
   diagnostics_->DebugLog("IONCAPModule.SetPredictionTakeoff, theTakeoff = " + takeoff);
-  takeoff_ = takeoff;
+  set_.takeoff = takeoff;
 }
 
 void Parameters::SetPredictionNoise(std::int16_t noise) {
   diagnostics_->DebugLog("IONCAPModule.SetPredictionNoise, theNoise = " + std::to_string(noise));
-  noise_ = noise;
+  set_.noise = noise;
 }
 
 void Parameters::SetLastPrefix(const std::string& prefix) {
   last_prefix_ = prefix;
-  // A label takes a single "&" for the mark of a shortcut.
-  panel_->SetText(PanelText::kLastPrefix, ReplaceAll(prefix, "&", "&&"));
+  window_->ShowPrefix(ReplaceAll(prefix, "&", "&&"));
 }
 
 void Parameters::SetPrefix() {
   diagnostics_->DebugLog("IONCAPModule.SetPrefix: " + last_prefix_);
-  prefix_ = last_prefix_;
+  set_.prefix = last_prefix_;
 }
 
 void Parameters::SetReceiverLatitude(const std::string& text) {
-  SetAngle("IONCAPModule.SetReceiverLatitude", text, Role::kReceiver, Part::kLatitude);
+  SetAngle("IONCAPModule.SetReceiverLatitude", text, Role::kReceiver,
+           LatLonModule::Axis::kLatitude);
 }
 
 void Parameters::SetReceiverLongitude(const std::string& text) {
-  SetAngle("IONCAPModule.SetReceiverLongitude", text, Role::kReceiver, Part::kLongitude);
+  SetAngle("IONCAPModule.SetReceiverLongitude", text, Role::kReceiver,
+           LatLonModule::Axis::kLongitude);
 }
 
 void Parameters::SetTransmitterLatitude(const std::string& text) {
-  SetAngle("IONCAPModule.SetTransmitterLatitude", text, Role::kTransmitter, Part::kLatitude);
+  SetAngle("IONCAPModule.SetTransmitterLatitude", text, Role::kTransmitter,
+           LatLonModule::Axis::kLatitude);
 }
 
 void Parameters::SetTransmitterLongitude(const std::string& text) {
-  SetAngle("IONCAPModule.SetTransmitterLongitude", text, Role::kTransmitter, Part::kLongitude);
+  SetAngle("IONCAPModule.SetTransmitterLongitude", text, Role::kTransmitter,
+           LatLonModule::Axis::kLongitude);
 }
 
 void Parameters::SetAngle(const std::string& operation, const std::string& text, Role role,
-                          Part part) {
+                          LatLonModule::Axis axis) {
   diagnostics_->Trap(operation, [&] {
-    Position& position = role == Role::kReceiver ? receiver_ : transmitter_;
-    Angle& angle = part == Part::kLatitude ? position.latitude : position.longitude;
+    const bool is_latitude = axis == LatLonModule::Axis::kLatitude;
+    Position& position = role == Role::kReceiver ? set_.receiver : set_.transmitter;
+    Angle& angle = is_latitude ? position.latitude : position.longitude;
     angle = LatLonModule::ParseAngle(text, *diagnostics_);
     if (LatLonModule::IsUndefined(angle)) return;
-
-    const int direction = panel_->Choice(PanelChoice::kPredictSignals);
-    const bool from = direction == direction_option::kFromTheDXStation;
-    const bool to = direction == direction_option::kToTheDXStation;
-    if (!from && !to) return;
-    const bool local = from == (role == Role::kReceiver);
-    if (part == Part::kLatitude) {
-      panel_->SetText(local ? PanelText::kLocalLat : PanelText::kDXLat,
-                      LatLonModule::LatitudeString(position));
-    } else {
-      panel_->SetText(local ? PanelText::kLocalLon : PanelText::kDXLon,
-                      LatLonModule::LongitudeString(position));
-    }
-    panel_->StationsChanged();
+    const bool is_local = set_.to_dx == (role == Role::kTransmitter);
+    window_->ShowCoordinate(is_local ? Station::kLocal : Station::kDX, axis,
+                            is_latitude ? LatLonModule::LatitudeString(position)
+                                        : LatLonModule::LongitudeString(position));
   });
 }
 
-std::string Parameters::DXPower() const {
-  return diagnostics_->Trap("IONCAPModule.DXPower", std::string("100"), [&] {
-    const int index = panel_->Choice(PanelChoice::kDXPwr);
-    return std::string(
-        IsOption(index, kDXPowers.size()) ? kDXPowers.at(static_cast<std::size_t>(index)) : "100");
-  });
+void Parameters::SetTransmitterAndNoise(const PredictionForm& form) {
+  const ParameterSet given = ParametersOf(form);
+  SetPredictionPower(given.power);
+  SetPredictionTakeoff(given.takeoff);
+  SetPredictionNoise(given.noise);
 }
 
-std::int16_t Parameters::LocalNoiseIndex() const {
-  return diagnostics_->Trap("IONCAPModule.LocalNoiseIndex", std::int16_t{3}, [&] {
-    const int index = panel_->Choice(PanelChoice::kLocalNoiseLevel);
-    return IsOption(index, kNoiseOptions) ? static_cast<std::int16_t>(index) : std::int16_t{3};
-  });
+void Parameters::SetCircuit(const PredictionForm& form) {
+  const ParameterSet given = ParametersOf(form);
+  set_.to_dx = given.to_dx;
+  set_.transmitter_antenna = given.transmitter_antenna;
+  set_.receiver_antenna = given.receiver_antenna;
+  set_.flux = given.flux;
+  set_.sunspot_number = given.sunspot_number;
+  set_.k_index = given.k_index;
+  set_.availability = given.availability;
+  set_.engine = given.engine;
+  SetDate(given.date);
+  SetReceiverLatitude(given.to_dx ? form.dx_latitude : form.local_latitude);
+  SetReceiverLongitude(given.to_dx ? form.dx_longitude : form.local_longitude);
+  SetTransmitterLatitude(given.to_dx ? form.local_latitude : form.dx_latitude);
+  SetTransmitterLongitude(given.to_dx ? form.local_longitude : form.dx_longitude);
+  SetPath(given.path);
+  SetPrefix();
 }
-
-std::int16_t Parameters::DXNoiseIndex() const {
-  return diagnostics_->Trap("IONCAPModule.DXNoiseIndex", std::int16_t{2}, [&] {
-    const int index = panel_->Choice(PanelChoice::kDXNoiseLevel);
-    return IsOption(index, kNoiseOptions) ? static_cast<std::int16_t>(index) : std::int16_t{2};
-  });
-}
-
-// Validation. A failed range check tells its own message first and the validation then its own one
-// as well: users and support know the pair.
-
-struct Parameters::Rule {
-  std::string text;
-  const char* missing;
-  bool (Parameters::*in_range)(const std::string&);
-  const char* illegal;
-};
 
 bool Parameters::PredictionParametersValid() {
   return diagnostics_->Trap("IONCAPModule.PredictionParametersValid", false, [&] {
-    if (!ParseDate(date_)) return Refuse("Illegal Date");
-
-    const std::string flux = panel_->Text(PanelText::kFlux);
-    const bool has_flux = !Trim(flux).empty();
-    if (!has_flux && Trim(panel_->Text(PanelText::kSSN)).empty()) {
-      return Refuse("Illegal Solar Flux and SSN");
-    }
-    if (has_flux && !SolarFluxValid(flux)) {
-      ParameterError("Illegal Solar Flux");
-      return false;
-    }
-    const std::array<Rule, 5> rules = {{
-        {panel_->Text(PanelText::kKindex), "No Geomagnetic K-index specified",
-         &Parameters::KindexValid, "Illegal Geomagnetic K-index"},
-        {power_, "No Transmitter Power specified", &Parameters::PowerValid,
-         "Illegal Transmitter Power"},
-        {snr_, "No SNR specified", &Parameters::SNRValid, "Illegal SNR"},
-        {panel_->Text(PanelText::kAvail), "No Availability specified",
-         &Parameters::AvailabilityValid, "Illegal Availability"},
-        {takeoff_, "No Transmitter TakeOff Angle specified", &Parameters::TakeoffValid,
-         "Illegal Transmitter TakeOff Angle"},
-    }};
-    for (const Rule& rule : rules) {
-      if (!Present(rule.text, rule.missing)) return false;
-      if (!(this->*rule.in_range)(rule.text)) {
-        ParameterError(rule.illegal);
-        return false;
-      }
-    }
-    return true;
+    const std::vector<std::string> faults = FaultsOf(set_);
+    if (!faults.empty()) window_->RestoreWindow();
+    for (const std::string& fault : faults) ParameterError(fault);
+    return faults.empty();
   });
-}
-
-bool Parameters::SolarFluxInRange(const std::string& flux) {
-  const double value = LeadingNumber(flux);
-  return value >= 64 && value <= 400;
-}
-
-bool Parameters::KindexInRange(const std::string& k_index) {
-  // The bound is far above the index's own scale on purpose: it only keeps out typing errors.
-  const double value = LeadingNumber(k_index);
-  return value >= 0 && value <= 20;
-}
-
-bool Parameters::PowerInRange(const std::string& power) {
-  return LeadingNumber(power) >= 0;
-}
-
-bool Parameters::PowerFitsCard(const std::string& power) {
-  return LeadingNumber(power) <= 999990;
-}
-
-bool Parameters::SunspotNumberFitsCard(const std::string& sunspot_number) {
-  return LeadingNumber(sunspot_number) <= 999;
-}
-
-bool Parameters::SNRInRange(const std::string& snr) {
-  const double value = LeadingNumber(snr);
-  return value >= -30 && value < 100;
-}
-
-bool Parameters::AvailabilityInRange(const std::string& availability) {
-  const double value = LeadingNumber(availability);
-  return value >= 0 && value < 100;
-}
-
-bool Parameters::TakeoffInRange(const std::string& takeoff) {
-  const double value = LeadingNumber(takeoff);
-  return value >= 0 && value <= 90;
-}
-
-bool Parameters::SolarFluxValid(const std::string& flux) {
-  return InRange(SolarFluxInRange(flux), "Illegal solar flux");
-}
-
-bool Parameters::KindexValid(const std::string& k_index) {
-  return InRange(KindexInRange(k_index), "Illegal geomagnetic K-index");
-}
-
-bool Parameters::PowerValid(const std::string& power) {
-  return InRange(PowerInRange(power), "Illegal Transmitter power");
-}
-
-bool Parameters::SNRValid(const std::string& snr) {
-  return InRange(SNRInRange(snr), "Illegal SNR");
-}
-
-bool Parameters::AvailabilityValid(const std::string& availability) {
-  return InRange(AvailabilityInRange(availability), "Illegal Availability");
-}
-
-bool Parameters::TakeoffValid(const std::string& takeoff) {
-  return InRange(TakeoffInRange(takeoff), "Illegal transmitter takeoff angle");
-}
-
-bool Parameters::InRange(bool in_range, const std::string& message) {
-  return in_range || Refuse(message);
-}
-
-bool Parameters::Present(const std::string& text, const std::string& message) {
-  return !Trim(text).empty() || Refuse(message);
-}
-
-bool Parameters::Refuse(const std::string& message) {
-  panel_->RestoreWindow();
-  ParameterError(message);
-  return false;
 }
 
 std::string Parameters::ValidatedSNR(const std::string& snr) {

@@ -6,29 +6,46 @@
 #include "common/diagnostics.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
-#include "engine/prediction_panel.h"
-#include "geo/lat_lon.h"
+#include "engine/prediction_inputs.h"
 
 namespace skyhop::IONCAPModule {
 
-/// The one parameter set that every engine script is written from.
+/// What the parameter set does to the window that shows it. Without a window nothing happens.
+class ParametersWindow {
+ public:
+  virtual ~ParametersWindow() = default;
+  /// Shows a station's coordinate in the form in which it was understood.
+  virtual void ShowCoordinate(Station /*station*/, LatLonModule::Axis /*axis*/,
+                              const std::string& /*text*/) {}
+  /// Shows the DX station's prefix; "&" is doubled in it, since a label takes a single one for the
+  /// mark of a shortcut.
+  virtual void ShowPrefix(const std::string& /*prefix*/) {}
+  /// Restores a minimised or maximised window, so that the user sees the field that a message
+  /// names.
+  virtual void RestoreWindow() {}
+};
+
+/// Keeps the parameter set that the chart's predictions are made from.
 ///
-/// Numbers are held as the texts that the user typed. The panel's fields are the authoritative copy
-/// of solar flux, sunspot number, K index and availability; the others are held here. The setters
-/// store what they are given: it is the window that refuses a value, and
-/// `PredictionParametersValid` that judges the set before a run.
+/// Numbers are held as the texts that the user typed. The setters store what they are given: the
+/// window refuses a value, and `PredictionParametersValid` judges the set before a run.
 class Parameters {
  public:
-  /// All arguments must outlive this object.
-  Parameters(PredictionPanel& panel, UserMessages& messages, const Common::Settings& settings,
-             Diagnostics& diagnostics);
+  Parameters(UserMessages& messages, const Common::Settings& settings, Diagnostics& diagnostics);
 
-  /// Restores the parameter set, the chart options and your station from the settings.
-  void Initialize();
-  /// Saves what Initialize restores, all of it or, when the store fails, nothing.
-  void Finalize();
+  /// `window` follows the setters from now on; null before it goes.
+  void Attach(ParametersWindow* window);
 
-  /// Watts of your transmitter.
+  /// Restores a form from the settings, with your station, and hands power, take-off angle and
+  /// required SNR over to the set.
+  [[nodiscard]] PredictionForm Initialize();
+  /// Saves what Initialize restores: everything or, when the store fails, nothing.
+  void Finalize(const PredictionForm& form);
+  /// Fills in your station's coordinates from the location application's settings, else from those
+  /// that this program saved.
+  void LocateQTH(PredictionForm& form);
+
+  /// Watts of the transmitter.
   void SetPredictionPower(const std::string& power);
   /// Required signal-to-noise ratio in dB (in a 1 Hz band).
   void SetPredictionSNR(const std::string& snr);
@@ -37,69 +54,34 @@ class Parameters {
   /// Man-made noise at the receiver, 0 "Industrial" to 3 "Remote".
   void SetPredictionNoise(std::int16_t noise);
   /// "Short Path" or "Long Path".
-  void SetPath(const std::string& path) { path_ = path; }
+  void SetPath(const std::string& path) { set_.path = path; }
   /// UTC date, "dd-mmm-yy".
-  void SetDate(const std::string& date) { date_ = date; }
-  /// Callsign prefix of the DX station that was looked up last; shown in the window.
+  void SetDate(const std::string& date) { set_.date = date; }
+  /// Call sign prefix of the DX station that was looked up last; shown in the window.
   void SetLastPrefix(const std::string& prefix);
+  [[nodiscard]] const std::string& LastPrefix() const { return last_prefix_; }
   /// Makes the last prefix the prediction's prefix.
   void SetPrefix();
 
   /// Parse the text and store the angle (degrees 360 when it cannot be read). A readable value is
-  /// written back, formatted, into the field of the station that has this role in the selected
-  /// direction.
+  /// shown in the field of the station that has this role in the direction of the set.
   void SetReceiverLatitude(const std::string& text);
   void SetReceiverLongitude(const std::string& text);
   void SetTransmitterLatitude(const std::string& text);
   void SetTransmitterLongitude(const std::string& text);
 
-  [[nodiscard]] Position GetReceiverLocation() const { return receiver_; }
-  [[nodiscard]] Position GetTransmitterLocation() const { return transmitter_; }
-  [[nodiscard]] const std::string& Power() const { return power_; }
-  [[nodiscard]] const std::string& Takeoff() const { return takeoff_; }
-  [[nodiscard]] const std::string& Snr() const { return snr_; }
-  [[nodiscard]] std::int16_t Noise() const { return noise_; }
-  [[nodiscard]] const std::string& Path() const { return path_; }
-  [[nodiscard]] const std::string& Date() const { return date_; }
-  [[nodiscard]] const std::string& Prefix() const { return prefix_; }
+  /// Hands over a form's power, take-off angle and noise.
+  void SetTransmitterAndNoise(const PredictionForm& form);
+  /// Hands over everything else that a form holds, except the required SNR.
+  void SetCircuit(const PredictionForm& form);
 
-  /// Watts of the DX station: the caption of the selected option, "100" when none is.
-  [[nodiscard]] std::string DXPower() const;
-  /// Noise index of your station, 3 when no option is selected.
-  [[nodiscard]] std::int16_t LocalNoiseIndex() const;
-  /// Noise index of the DX station, 2 when no option is selected.
-  [[nodiscard]] std::int16_t DXNoiseIndex() const;
+  [[nodiscard]] Position GetReceiverLocation() const { return set_.receiver; }
+  [[nodiscard]] Position GetTransmitterLocation() const { return set_.transmitter; }
+  [[nodiscard]] const ParameterSet& Set() const { return set_; }
 
-  /// Fills your station's coordinates from the location application's settings, else from the ones
-  /// that this program saved.
-  void LocateQTH();
-
-  /// Checks the set in a fixed order, stops at the first failure and tells the user about it.
-  /// Returns whether all checks passed.
+  /// Checks the set in a fixed order, stops at the first fault and shows the user its messages.
+  /// Returns whether there was none.
   [[nodiscard]] bool PredictionParametersValid();
-
-  // Range checks without user messages. A text without a number counts as 0.
-  [[nodiscard]] static bool SolarFluxInRange(const std::string& flux);
-  [[nodiscard]] static bool KindexInRange(const std::string& k_index);
-  [[nodiscard]] static bool PowerInRange(const std::string& power);
-  [[nodiscard]] static bool SNRInRange(const std::string& snr);
-  [[nodiscard]] static bool AvailabilityInRange(const std::string& availability);
-  [[nodiscard]] static bool TakeoffInRange(const std::string& takeoff);
-
-  /// Whether the engines' cards have room for the value: at most 999990 W and 999.
-  [[nodiscard]] static bool PowerFitsCard(const std::string& power);
-  [[nodiscard]] static bool SunspotNumberFitsCard(const std::string& sunspot_number);
-  static constexpr const char* kPowerTooLarge = "The engines cannot take more than 999990 W";
-  static constexpr const char* kSunspotNumberTooLarge =
-      "The engines cannot take a sunspot number above 999";
-
-  /// One range check: tells the user and returns false when the value is out of range.
-  [[nodiscard]] bool SolarFluxValid(const std::string& flux);
-  [[nodiscard]] bool KindexValid(const std::string& k_index);
-  [[nodiscard]] bool PowerValid(const std::string& power);
-  [[nodiscard]] bool SNRValid(const std::string& snr);
-  [[nodiscard]] bool AvailabilityValid(const std::string& availability);
-  [[nodiscard]] bool TakeoffValid(const std::string& takeoff);
 
   /// A required SNR that came from outside the window, clamped to -30 ... 99.
   [[nodiscard]] static std::string ValidatedSNR(const std::string& snr);
@@ -109,35 +91,21 @@ class Parameters {
 
  private:
   enum class Role { kReceiver, kTransmitter };
-  enum class Part { kLatitude, kLongitude };
 
-  struct Rule;
-
-  void SetAngle(const std::string& operation, const std::string& text, Role role, Part part);
-  [[nodiscard]] bool InRange(bool in_range, const std::string& message);
-  [[nodiscard]] bool Refuse(const std::string& message);
-  [[nodiscard]] bool Present(const std::string& text, const std::string& message);
-  void RestoreModeAndSnr();
-  void RestoreWebPages();
+  void SetAngle(const std::string& operation, const std::string& text, Role role,
+                LatLonModule::Axis axis);
+  void RestoreModeAndSnr(PredictionForm& form);
   [[nodiscard]] Angle TesseraAngle(const std::string& degrees_text, const std::string& prefix,
                                    int most);
   [[nodiscard]] std::string Stored(const std::string& key, const std::string& default_text) const;
   [[nodiscard]] int StoredOption(const std::string& key, int count, int default_index) const;
 
-  PredictionPanel* panel_;
   UserMessages* messages_;
   const Common::Settings* settings_;
   Diagnostics* diagnostics_;
-
-  Position receiver_;
-  Position transmitter_;
-  std::string power_ = "1500";
-  std::string takeoff_ = "3";
-  std::string snr_ = "24";
-  std::int16_t noise_ = 2;
-  std::string path_ = "Short Path";
-  std::string date_;
-  std::string prefix_;
+  ParametersWindow no_window_;
+  ParametersWindow* window_ = &no_window_;
+  ParameterSet set_;
   std::string last_prefix_;
 };
 

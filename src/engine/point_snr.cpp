@@ -42,17 +42,19 @@ void CheckRange(bool in_range, const std::string& what) {
   if (!in_range) throw Error(errors::kInvalidCall, what);
 }
 
-/// What a chart's prediction is refused for, too.
-void CheckConditions(const PredictionPanel& panel) {
-  const std::string flux = panel.Text(PanelText::kFlux);
-  const bool has_flux = !Trim(flux).empty();
-  CheckRange(has_flux || !Trim(panel.Text(PanelText::kSSN)).empty(),
+/// The faults that a prediction of the chart is refused for, too.
+void CheckConditions(const ParameterSet& circuit) {
+  const bool has_flux = !Trim(circuit.flux).empty();
+  CheckRange(has_flux || !Trim(circuit.sunspot_number).empty(),
              "there is neither a solar flux nor a sunspot number");
-  CheckRange(!has_flux || Parameters::SolarFluxInRange(flux),
-             "the solar flux is not from 64 to 400");
-  const std::string availability = panel.Text(PanelText::kAvail);
-  CheckRange(BeginsWithNumber(availability) && Parameters::AvailabilityInRange(availability),
+  CheckRange(!has_flux || SolarFluxInRange(circuit.flux), "the solar flux is not from 64 to 400");
+  CheckRange(BeginsWithNumber(circuit.availability) && AvailabilityInRange(circuit.availability),
              "the required availability is not from 0 to below 100 %");
+}
+
+void CheckPosition(const Position& position, const char* whose) {
+  CheckRange(!LatLonModule::IsUndefined(position),
+             std::string(whose) + " coordinates are missing or not valid");
 }
 
 }  // namespace
@@ -77,7 +79,7 @@ std::string PointSnr::PredictSNR(const PointRequest& request, Time now) {
   with_.diagnostics.Trap("IONCAPModule.PredictSNR", [&] {
     with_.diagnostics.DebugLog(
         "IONCAPModule.PredictSNR, theFreq = " + NumberText(request.frequency) +
-        ", theMode = " + request.mode + ", theSNR = " + request.snr);
+        ", theMode = " + request.mode + ", theSNR = " + request.circuit.snr);
     Cancel();
     try {
       Start(request, now);
@@ -93,35 +95,34 @@ std::string PointSnr::PredictSNR(const PointRequest& request, Time now) {
   return problem;
 }
 
-DeckParameters PointSnr::Deck(const PointRequest& request) const {
+PredictionInputs PointSnr::Inputs(const PointRequest& request) const {
+  ParameterSet circuit = request.circuit;
   CheckRange(request.frequency >= kLowestFrequency && request.frequency <= kHighestFrequency,
              "the frequency is not from 1.6 to 60 MHz");
-  CheckRange(BeginsWithNumber(request.snr) && Parameters::SNRInRange(request.snr),
+  CheckRange(BeginsWithNumber(circuit.snr) && SNRInRange(circuit.snr),
              "the required SNR is not from -30 to 99 dB");
-  const std::string takeoff =
-      Trim(request.takeoff).empty() ? with_.panel.Text(PanelText::kLocalTakeOff) : request.takeoff;
-  CheckRange(BeginsWithNumber(takeoff) && Parameters::TakeoffInRange(takeoff),
+  CheckRange(BeginsWithNumber(circuit.takeoff) && TakeoffInRange(circuit.takeoff),
              "the take-off angle is not from 0 to 90 degrees");
-  CheckConditions(with_.panel);
-  DeckParameters deck = ReadPointParameters(with_.panel, with_.parameters,
-                                            UtcDate(with_.clock.UtcNow()), with_.diagnostics);
-  deck.snr = DeckNumber(request.snr);
-  deck.takeoff = DeckNumber(takeoff);
-  if (!Trim(request.power).empty()) deck.power = DeckNumber(request.power);
-  CheckRange(deck.power > 0, "the transmitter has no power");
-  return deck;
+  CheckConditions(circuit);
+  CheckPosition(circuit.Local(), "Your Station's");
+  CheckPosition(circuit.DX(), "the DX station's");
+  circuit.date = DateText(UtcDate(with_.clock.UtcNow()));
+  circuit.engine = EngineChoice::kVoaCapSnr;
+  PredictionInputs inputs = InputsOf(circuit);
+  CheckRange(inputs.power > 0, "the transmitter has no power");
+  return inputs;
 }
 
 void PointSnr::Start(const PointRequest& request, Time now) {
   reception_ = {};
   reception_.request = request;
   reception_.hour = UtcHour(with_.clock.UtcNow());
-  const DeckParameters deck = Deck(request);
+  const PredictionInputs inputs = Inputs(request);
   const EngineFinding finding =
       FindEngine(with_.host, with_.program_folder, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
   if (!finding.reason.empty()) with_.diagnostics.DebugLog("   " + FindingText(finding));
   for (const std::size_t path : {kShortPath, kLongPath}) {
-    runs_.at(path).request = Prepare(path, deck, finding);
+    runs_.at(path).request = Prepare(path, inputs, finding);
   }
   StartPath(kShortPath, now);
   // Only the native engine takes a run folder. Two runs in one folder would share its temporary
@@ -134,7 +135,7 @@ void PointSnr::Start(const PointRequest& request, Time now) {
 }
 
 /// Deletes the old results of a path and writes its deck.
-EngineJob::Request PointSnr::Prepare(std::size_t path, DeckParameters deck,
+EngineJob::Request PointSnr::Prepare(std::size_t path, PredictionInputs inputs,
                                      const EngineFinding& finding) {
   const bool short_path = path == kShortPath;
   const std::filesystem::path folder =
@@ -142,19 +143,18 @@ EngineJob::Request PointSnr::Prepare(std::size_t path, DeckParameters deck,
   // Give each path its own run folder where the engine takes one, so that temporary files cannot
   // collide.
   const bool own_folder = finding.kind == EngineKind::kNative;
-  deck.short_path = short_path;
+  inputs.short_path = short_path;
   EngineJob::Request request;
-  request.engine = EngineChoice::kVoaCapSnr;
   request.finding = finding;
   request.files = FilesIn(own_folder ? folder / (short_path ? "short" : "long") : folder,
                           EngineChoice::kVoaCapSnr, short_path ? kShortPathNames : kLongPathNames,
                           with_.launcher);
-  request.asked = deck;
+  request.asked = inputs;
   request.snr = true;
   request.timeout = EngineJob::kTimeout;
   runs_.at(path).job.Prepare(request.files);
-  if (!with_.script.CreatePointScript(
-          deck, {HourOfDeck(reception_.hour), reception_.request.frequency}, request.files.deck)) {
+  if (!with_.decks.WritePoint(inputs, {HourOfDeck(reception_.hour), reception_.request.frequency},
+                              request.files.deck)) {
     throw Error(errors::kInvalidCall, kNotStarted);
   }
   return request;

@@ -10,13 +10,11 @@
 #include "common/clock.h"
 #include "common/diagnostics.h"
 #include "common/pause.h"
-#include "engine/deck_parameters.h"
+#include "engine/deck_writer.h"
 #include "engine/engine_job.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
-#include "engine/its_script.h"
-#include "engine/parameters.h"
-#include "engine/prediction_panel.h"
+#include "engine/prediction_inputs.h"
 
 namespace skyhop::IONCAPModule {
 
@@ -24,10 +22,8 @@ namespace skyhop::IONCAPModule {
 struct PointRequest {
   double frequency = 0;  ///< MHz, 1.6 to 60
   std::string mode;      ///< only passed on
-  std::string snr;       ///< required, dB in 1 Hz, -30 to below 100
-  /// The transmitter's, where they are not the panel's; empty otherwise.
-  std::string power;    ///< watts
-  std::string takeoff;  ///< degrees
+  /// Stations and conditions; the set's required SNR counts, its path and date do not.
+  ParameterSet circuit;
 };
 
 /// What is predicted of one path.
@@ -58,12 +54,9 @@ class PointSnr {
  public:
   using Time = EngineJob::Time;
 
-  /// All must outlive this object.
   struct Collaborators {
     const EngineHost& host;
-    ItsScript& script;
-    const PredictionPanel& panel;
-    const Parameters& parameters;
+    DeckWriter& decks;
     EngineLauncher& launcher;
     Pause& pause;
     Diagnostics& diagnostics;
@@ -97,9 +90,9 @@ class PointSnr {
     std::optional<EngineJob::Request> request;
   };
 
-  [[nodiscard]] DeckParameters Deck(const PointRequest& request) const;
+  [[nodiscard]] PredictionInputs Inputs(const PointRequest& request) const;
   void Start(const PointRequest& request, Time now);
-  [[nodiscard]] EngineJob::Request Prepare(std::size_t path, DeckParameters deck,
+  [[nodiscard]] EngineJob::Request Prepare(std::size_t path, PredictionInputs inputs,
                                            const EngineFinding& finding);
   void StartPath(std::size_t path, Time now);
   bool PollPath(std::size_t path, Time now);

@@ -7,8 +7,6 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "engine/panel_stations.h"
-#include "geo/path_services.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
@@ -78,25 +76,8 @@ void Results::LogFaults(const std::vector<std::string>& faults) {
 
 void Results::ShowTable(EngineChoice engine, const std::string& text) {
   heading_ = ReadHeading(text);
-  panel_->SetText(PanelText::kSummary, SummaryLine());
   ++tables_shown_;
-  chart_->DisplayTable(engine);
-}
-
-std::string Results::SummaryLine() const {
-  std::string line;
-  if (EqualsIgnoringCase(parameters_->Path(), "SHORT PATH")) line = "SP ";
-  if (EqualsIgnoringCase(parameters_->Path(), "LONG PATH")) line = "LP ";
-  line += std::string(Trim(parameters_->Snr())) + " db ";
-  line += FixedText(ComputeDistance(PanelStations(*panel_), *diagnostics_), 0);
-  line += panel_->Checked(PanelCheck::kDistanceMiles) ? " mi  " : " km  ";
-  const bool to = panel_->Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
-  line += std::string("propagation ") + (to ? "to" : "from") + " DX ";
-  line += panel_->Text(PanelText::kDXLat) + " " + panel_->Text(PanelText::kDXLon);
-  line += " on " + std::string(Trim(parameters_->Date()));
-  const std::string settings = panel_->SettingsName();
-  if (!settings.empty()) line += " (" + settings + " settings)";
-  return line;
+  if (on_table_) on_table_(engine);
 }
 
 }  // namespace skyhop::IONCAPModule

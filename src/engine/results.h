@@ -1,43 +1,31 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/diagnostics.h"
 #include "common/user_messages.h"
-#include "engine/parameters.h"
-#include "engine/prediction_panel.h"
 #include "engine/results_parser.h"
 #include "engine/results_table.h"
 
 namespace skyhop::IONCAPModule {
 
-/// Draws the results table after it was filled.
-class ResultsChart {
- public:
-  virtual ~ResultsChart() = default;
-
-  /// Computes the axis anew and paints the whole chart. `engine` tells how the table was filled.
-  virtual void DisplayTable(EngineChoice engine) = 0;
-};
-
-/// Takes the results files of the engines: fills the table, writes the summary line into the
-/// window and has the chart painted.
+/// Takes the results files of the engines: fills the table and announces it.
 class Results {
  public:
   /// Results files are some 3 to 45 kB; anything beyond this is something else.
   static constexpr std::size_t kLargestFile = std::size_t{16} << 20U;
 
-  /// All must outlive this object.
-  Results(ResultsTable& table, PredictionPanel& panel, const Parameters& parameters,
-          ResultsChart& chart, UserMessages& messages, Diagnostics& diagnostics)
-      : table_(&table),
-        panel_(&panel),
-        parameters_(&parameters),
-        chart_(&chart),
-        messages_(&messages),
-        diagnostics_(&diagnostics) {}
+  Results(ResultsTable& table, UserMessages& messages, Diagnostics& diagnostics)
+      : table_(&table), messages_(&messages), diagnostics_(&diagnostics) {}
+
+  /// `listener` is called whenever the table was filled, with the engine that tells how.
+  void SetTableListener(std::function<void(EngineChoice)> listener) {
+    on_table_ = std::move(listener);
+  }
 
   /// Deletes a results file before an engine is started, so that polling cannot see a stale one.
   /// Returns whether there is none now.
@@ -58,19 +46,14 @@ class Results {
   /// How many tables have been put on the chart, incomplete ones included.
   [[nodiscard]] int TablesShown() const { return tables_shown_; }
 
-  /// The prediction in one line: path, SNR, distance, direction, place, date.
-  [[nodiscard]] std::string SummaryLine() const;
-
  private:
   void LogFaults(const std::vector<std::string>& faults);
   void ShowTable(EngineChoice engine, const std::string& text);
 
   ResultsTable* table_;
-  PredictionPanel* panel_;
-  const Parameters* parameters_;
-  ResultsChart* chart_;
   UserMessages* messages_;
   Diagnostics* diagnostics_;
+  std::function<void(EngineChoice)> on_table_;
   ResultsHeading heading_;
   int tables_shown_ = 0;
 };

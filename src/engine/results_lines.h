@@ -8,6 +8,7 @@
 
 #include "common/errors.h"
 #include "common/numbers.h"
+#include "common/text.h"
 #include "engine/results_table.h"
 
 // What the parsers of results files share.
@@ -22,12 +23,8 @@ class LineReader {
   /// The next line, nothing at the end of the text.
   std::optional<std::string_view> Next() {
     if (rest_.empty()) return std::nullopt;
-    const std::size_t end = rest_.find('\n');
-    std::string_view line = rest_.substr(0, end);
-    rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     ++number_;
-    return line;
+    return TakeLine(rest_);
   }
 
   /// Number of the line that Next() returned last, counted from 1.

@@ -3,12 +3,10 @@
 #include "common/errors.h"
 #include "common/files.h"
 #include "common/program.h"
+#include "common/text.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
-
-constexpr std::int16_t kLufMufMethod = 26;
-constexpr std::int16_t kSnrMethod = 30;
 
 constexpr EngineFileNames kIonCapNames = {"script.txt", "results.txt", "ioncap.bat",
                                           "iondrive.txt"};
@@ -37,7 +35,7 @@ bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
 
 bool RunControl::ForecastPaths() {
   return with_.diagnostics.Trap("IONCAPModule.ForecastPaths", false, [&] {
-    switch (static_cast<EngineChoice>(with_.panel.Choice(PanelChoice::kEngineButton))) {
+    switch (with_.parameters.Set().engine) {
       case EngineChoice::kIonCap:
         return IonCapPaths();
       case EngineChoice::kIcePac:
@@ -62,8 +60,7 @@ bool RunControl::IcePacPaths() {
 }
 
 bool RunControl::VoaCapPaths() {
-  const bool snr =
-      with_.panel.Choice(PanelChoice::kEngineButton) == static_cast<int>(EngineChoice::kVoaCapSnr);
+  const bool snr = with_.parameters.Set().engine == EngineChoice::kVoaCapSnr;
   return Start("IONCAPModule.VoaCapPaths", snr ? EngineChoice::kVoaCapSnr : EngineChoice::kVoaCap);
 }
 
@@ -76,7 +73,7 @@ bool RunControl::Start(const std::string& name, EngineChoice engine) {
       with_.diagnostics.ErrorLog(name + ": the engines' folders are not known");
       return false;
     }
-    if (with_.timer.Running()) {
+    if (waiting_) {
       with_.diagnostics.DebugLog("   previous computation still running");
       return false;
     }
@@ -89,7 +86,8 @@ bool RunControl::Start(const std::string& name, EngineChoice engine) {
     displayed_ = false;
     difference_.clear();
     EngineJob::Request request;
-    request.engine = engine;
+    request.asked = InputsOf(with_.parameters.Set());
+    request.asked.engine = engine;
     request.finding = FindEngine(with_.host, program_folder_, engine);
     request.files =
         FilesIn(program_folder_ / EngineFolder(engine), engine,
@@ -101,28 +99,19 @@ bool RunControl::Start(const std::string& name, EngineChoice engine) {
     CreateFolder(request.files.results.parent_path());
     // With an old results file or an old deck left in place the engine's answer would not belong to
     // these parameters, so the run ends here; the error log has the reason.
-    if (!with_.results.InitializeResults(request.files.results) || !WriteDeck(request)) {
+    if (!with_.results.InitializeResults(request.files.results) ||
+        !with_.decks.Write(request.asked, request.files.deck)) {
       return false;
     }
-    request.asked = ReadDeckParameters(with_.panel, with_.parameters, with_.diagnostics);
     if (with_.diagnostics.GetDebug()) DebugFile(request.files.deck);
     if (!job_.Start(request, with_.clock.SteadyNow())) return false;
-    with_.timer.Start();
+    waiting_ = true;
     if (with_.diagnostics.GetDebug()) {
       DebugFile(request.files.batch);
       if (engine == EngineChoice::kIonCap) DebugFile(request.files.driver);
     }
     return true;
   });
-}
-
-bool RunControl::WriteDeck(const EngineJob::Request& request) {
-  if (request.engine == EngineChoice::kIonCap) {
-    return with_.ioncap_script.CreateIONCAPScript(kLufMufMethod, request.files.deck);
-  }
-  const std::int16_t method =
-      request.engine == EngineChoice::kVoaCapSnr ? kSnrMethod : kLufMufMethod;
-  return with_.its_script.CreateScript(request.engine, method, request.files.deck);
 }
 
 void RunControl::HandleIonCapTimer() {
@@ -139,7 +128,7 @@ void RunControl::HandleIonCapTimer() {
       with_.diagnostics.DebugLog("   " + name + " is empty");
       return;
     }
-    with_.timer.Stop();
+    waiting_ = false;
     with_.diagnostics.DebugLog("   " + name + " exists");
     displayed_ = false;
     HandOn();
@@ -148,7 +137,7 @@ void RunControl::HandleIonCapTimer() {
 }
 
 void RunControl::HandOn() {
-  const EngineChoice engine = job_.Asked().engine;
+  const EngineChoice engine = job_.Asked().asked.engine;
   const bool by_viewer = engine == EngineChoice::kIonCap && run_state_ == RunState::kViewer;
   if (by_viewer) {
     const LaunchResult opened = with_.launcher.OpenInViewer(viewer_, ResultsFile());
@@ -194,7 +183,7 @@ std::string RunControl::DeadEngineText() const {
 
 void RunControl::Abort() {
   with_.diagnostics.Trap("IONCAPModule.Abort", [&] {
-    with_.timer.Stop();
+    waiting_ = false;
     // An engine that ran on could put its results where the next run waits for its own.
     job_.End();
   });
@@ -210,11 +199,7 @@ void RunControl::DebugFile(const std::filesystem::path& file) {
     }
     const std::string content = ReadFile(file, Results::kLargestFile);
     for (std::string_view rest = content; !rest.empty();) {
-      const std::size_t end = rest.find('\n');
-      std::string_view line = rest.substr(0, end);
-      rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-      if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-      with_.diagnostics.DebugLog(line);
+      with_.diagnostics.DebugLog(TakeLine(rest));
     }
   });
 }

@@ -11,15 +11,12 @@
 #include "common/pause.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
+#include "engine/deck_writer.h"
 #include "engine/engine_job.h"
 #include "engine/engine_launcher.h"
 #include "engine/engine_search.h"
-#include "engine/execute_timer.h"
-#include "engine/ioncap_script.h"
-#include "engine/its_script.h"
 #include "engine/parameters.h"
 #include "engine/results.h"
-#include "engine/results_table.h"
 
 namespace skyhop::IONCAPModule {
 
@@ -34,14 +31,10 @@ enum class RunState : std::int16_t {
 /// Runs the chart's predictions: writes the deck, starts the engine, hands its results on.
 class RunControl {
  public:
-  /// The parts of the program that a run goes through; all must outlive the RunControl.
   struct Collaborators {
     Parameters& parameters;
-    PredictionPanel& panel;
-    IonCapScript& ioncap_script;
-    ItsScript& its_script;
+    DeckWriter& decks;
     Results& results;
-    ExecuteTimer& timer;
     EngineLauncher& launcher;
     const EngineHost& host;
     Pause& pause;
@@ -70,11 +63,14 @@ class RunControl {
   /// VOACAP, for the LUF/MUF table or for SNR and reliability, by the selected option.
   bool VoaCapPaths();
 
+  /// Whether a run waits for its results. The caller then calls Poll() from time to time.
+  [[nodiscard]] bool Waiting() const { return waiting_; }
+
   /// The state of the current run. Complete results, and those that are refused, are then taken by
   /// HandleIonCapTimer().
   [[nodiscard]] EngineJob::Outcome Poll() { return job_.Poll(with_.clock.SteadyNow()); }
 
-  /// One tick of the timer: takes the results file if it has any content.
+  /// Takes the results file if it has any content; the run waits no longer then.
   void HandleIonCapTimer();
 
   /// Stops waiting for the engine and ends it where the system reports its process.
@@ -106,7 +102,6 @@ class RunControl {
 
  private:
   bool Start(const std::string& name, EngineChoice engine);
-  [[nodiscard]] bool WriteDeck(const EngineJob::Request& request);
   [[nodiscard]] bool Refused();
   void HandOn();
 
@@ -117,6 +112,7 @@ class RunControl {
   std::optional<std::chrono::milliseconds> timeout_;
   RunState run_state_ = RunState::kNone;
   std::string difference_;
+  bool waiting_ = false;
   bool refused_ = false;
   bool displayed_ = false;
 };

@@ -43,32 +43,30 @@ std::int16_t Bearing(const std::string& from_latitude, const std::string& from_l
 
 std::int16_t ComputeBearingFromQTH(const StationFields& fields, Diagnostics& diagnostics) {
   return diagnostics.Trap("IONCAPModule.ComputeBearingFromQTH", std::int16_t{-1}, [&] {
-    return Bearing(fields.LocalLat(), fields.LocalLon(), fields.DXLat(), fields.DXLon(),
-                   diagnostics);
+    return Bearing(fields.local_lat, fields.local_lon, fields.dx_lat, fields.dx_lon, diagnostics);
   });
 }
 
 std::int16_t ComputeBearingFromDX(const StationFields& fields, Diagnostics& diagnostics) {
   return diagnostics.Trap("IONCAPModule.ComputeBearingFromDX", std::int16_t{-1}, [&] {
-    return Bearing(fields.DXLat(), fields.DXLon(), fields.LocalLat(), fields.LocalLon(),
-                   diagnostics);
+    return Bearing(fields.dx_lat, fields.dx_lon, fields.local_lat, fields.local_lon, diagnostics);
   });
 }
 
 float ComputeDistance(const StationFields& fields, Diagnostics& diagnostics) {
   return diagnostics.Trap("IONCAPModule.ComputeDistance", 0.0F, [&] {
     diagnostics.DebugLog("IONCAPModule.ComputeDistance");
-    if (!IsFilled(fields.LocalLat()) || !IsFilled(fields.LocalLon()) || !IsFilled(fields.DXLat()) ||
-        !IsFilled(fields.DXLon())) {
+    if (!IsFilled(fields.local_lat) || !IsFilled(fields.local_lon) || !IsFilled(fields.dx_lat) ||
+        !IsFilled(fields.dx_lon)) {
       return 0.0F;
     }
     diagnostics.DebugLog("   computing vector");
-    const Position station = ParsePosition(fields.LocalLat(), fields.LocalLon(), diagnostics);
-    const Position dx = ParsePosition(fields.DXLat(), fields.DXLon(), diagnostics);
+    const Position station = ParsePosition(fields.local_lat, fields.local_lon, diagnostics);
+    const Position dx = ParsePosition(fields.dx_lat, fields.dx_lon, diagnostics);
     if (LatLonModule::IsUndefined(station) || LatLonModule::IsUndefined(dx)) return 0.0F;
-    const bool miles = fields.DistanceMiles();
+    const bool miles = fields.distance_miles;
     const float distance = BeaconModule::ComputeVector(station, dx, miles, diagnostics).distance;
-    if (fields.ShortPath()) return distance;
+    if (fields.short_path) return distance;
     return StoreSingle((miles ? kEquatorMiles : kEquatorKilometres) - distance);
   });
 }

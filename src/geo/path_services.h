@@ -1,11 +1,23 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "common/diagnostics.h"
-#include "geo/station_fields.h"
 
-namespace skyhop::IONCAPModule {
+namespace skyhop {
+
+/// The inputs that describe the path, as texts, and the configured unit of distance.
+struct StationFields {
+  std::string local_lat;
+  std::string local_lon;
+  std::string dx_lat;
+  std::string dx_lon;
+  bool short_path = true;
+  bool distance_miles = true;  ///< statute miles, else kilometres
+};
+
+namespace IONCAPModule {
 
 /// The short-path bearing from the user's station to the DX station in whole degrees, 0 to 360,
 /// halves rounded to the even neighbour; -1 when one of the four coordinates cannot be read.
@@ -25,4 +37,5 @@ namespace skyhop::IONCAPModule {
 /// any other value.
 [[nodiscard]] float ComputeQindex(float k_index);
 
-}  // namespace skyhop::IONCAPModule
+}  // namespace IONCAPModule
+}  // namespace skyhop

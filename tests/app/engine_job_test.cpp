@@ -7,7 +7,7 @@
 
 #include "common/files.h"
 #include "common/text.h"
-#include "engine/probe_deck.h"
+#include "engine/engine_probe.h"
 #include "platform/platform.h"
 #include "support/diagnostics_fixture.h"
 #include "support/fake_launcher.h"
@@ -23,13 +23,12 @@ using State = EngineJob::State;
 /// The question of the deck that the samples between New York and London answer.
 EngineJob::Request RequestIn(const std::filesystem::path& folder, EngineLauncher& launcher) {
   EngineJob::Request request;
-  request.engine = EngineChoice::kVoaCap;
+  request.asked = ProbeQuestion(EngineChoice::kVoaCap);
   request.finding.executable = folder / "bin_win/voacapw.exe";
   request.finding.exists = true;
   request.finding.can_run = true;
-  request.files = FilesIn(folder, request.engine,
+  request.files = FilesIn(folder, request.asked.engine,
                           {"deck.txt", "results.txt", "run.bat", "drive.txt"}, launcher);
-  request.asked = ProbeQuestion();
   request.timeout = EngineJob::kTimeout;
   return request;
 }

@@ -23,15 +23,7 @@ using State = PathReception::State;
 /// Point predictions with real processes: the estimate engine, or shell scripts for engines.
 class PointSnrTest : public ::testing::Test {
  protected:
-  PointSnrTest() {
-    host_.estimate = SKYHOP_ESTIMATE_ENGINE;
-    with_.panel.SetText(PanelText::kLocalLat, "40 30' 0\" N");
-    with_.panel.SetText(PanelText::kLocalLon, "74 15' 0\" W");
-    with_.panel.SetText(PanelText::kDXLat, "51 30' 0\" N");
-    with_.panel.SetText(PanelText::kDXLon, "0 7' 0\" W");
-    with_.panel.SetText(PanelText::kLocalPwr, "1500");
-    with_.panel.SetText(PanelText::kLocalTakeOff, "3");
-  }
+  PointSnrTest() { host_.estimate = SKYHOP_ESTIMATE_ENGINE; }
 
   /// Makes a shell script the engine of the second folder. `$results` is where it has to write,
   /// `$path` is "short" or "long".
@@ -50,8 +42,13 @@ class PointSnrTest : public ::testing::Test {
     UseEngine(before + "\n'" SKYHOP_ESTIMATE_ENGINE "' \"$@\"");
   }
 
+  [[nodiscard]] PointRequest Request(double frequency, const std::string& snr) const {
+    PointRequest request{frequency, "FT8", ParametersOf(with_.form)};
+    request.circuit.snr = snr;
+    return request;
+  }
   [[nodiscard]] std::string Predict(double frequency = 14.074, const std::string& snr = "13") {
-    return point_.PredictSNR({frequency, "FT8", snr, "", ""}, begin_);
+    return point_.PredictSNR(Request(frequency, snr), begin_);
   }
 
   /// Polls until all is known, for some seconds at most.
@@ -82,11 +79,9 @@ class PointSnrTest : public ::testing::Test {
   FakePause pause_;
   std::unique_ptr<EngineLauncher> launcher_ = platform::MakeEngineLauncher();
   FakeEngineHost host_;
-  ScriptCards cards_{pause_, with_.log.diagnostics};
-  ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
   PointSnr::Time begin_{std::chrono::hours(5)};
-  PointSnr point_{{host_, its_, with_.panel, with_.parameters, *launcher_, pause_,
-                   with_.log.diagnostics, with_.log.clock, folder_}};
+  PointSnr point_{{host_, with_.engine.decks, *launcher_, pause_, with_.log.diagnostics,
+                   with_.log.clock, folder_}};
 };
 
 TEST_F(PointSnrTest, TheEstimatePredictsBothPathsForTheCurrentHour) {
@@ -115,7 +110,9 @@ TEST_F(PointSnrTest, TheEstimatePredictsBothPathsForTheCurrentHour) {
 
 TEST_F(PointSnrTest, DecksAreForTheHourTheFrequencyTheSnrAndEitherPath) {
   with_.log.clock.now = std::chrono::sys_days{std::chrono::year{2026} / 7 / 1};
-  EXPECT_EQ(point_.PredictSNR({7.1, "CW", "24.4", "100", "12"}, begin_), "");
+  with_.form.local_power = "100";
+  with_.form.takeoff = "12";
+  EXPECT_EQ(Predict(7.1, "24.4"), "");
   (void)Await();
   EXPECT_EQ(point_.Reception().hour, 0);
   const std::string deck = File("sspscript.txt");
@@ -129,9 +126,9 @@ TEST_F(PointSnrTest, DecksAreForTheHourTheFrequencyTheSnrAndEitherPath) {
 }
 
 TEST_F(PointSnrTest, TheOtherDirectionTakesTheOthersPowerAndNoise) {
-  with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
-  with_.panel.SetChoice(PanelChoice::kDXPwr, 0);
-  with_.panel.SetChoice(PanelChoice::kLocalNoiseLevel, 0);
+  with_.form.direction = direction_option::kFromTheDXStation;
+  with_.form.dx_power = 0;
+  with_.form.local_noise = 0;
   EXPECT_EQ(Predict(), "");
   (void)Await();
   const std::string deck = File("sspscript.txt");
@@ -145,27 +142,25 @@ TEST_F(PointSnrTest, ValuesThatMakeNoPredictionAreRefusedWithTheReason) {
   EXPECT_EQ(Predict(14.1, "100"), "the required SNR is not from -30 to 99 dB");
   EXPECT_EQ(Predict(14.1, "loud"), "the required SNR is not from -30 to 99 dB");
   const struct {
-    PanelText field;
+    std::string PredictionForm::*field;
     const char* text;
     const char* reason;
   } cases[] = {
-      {PanelText::kFlux, "", "there is neither a solar flux nor a sunspot number"},
-      {PanelText::kFlux, "63", "the solar flux is not from 64 to 400"},
-      {PanelText::kAvail, "", "the required availability is not from 0 to below 100 %"},
-      {PanelText::kAvail, "100", "the required availability is not from 0 to below 100 %"},
-      {PanelText::kLocalTakeOff, "", "the take-off angle is not from 0 to 90 degrees"},
-      {PanelText::kLocalTakeOff, "91", "the take-off angle is not from 0 to 90 degrees"},
-      {PanelText::kLocalPwr, "0", "the transmitter has no power"},
-      {PanelText::kDXLat, "", "the DX station's coordinates are missing or not valid"},
+      {&PredictionForm::flux, "", "there is neither a solar flux nor a sunspot number"},
+      {&PredictionForm::flux, "63", "the solar flux is not from 64 to 400"},
+      {&PredictionForm::availability, "", "the required availability is not from 0 to below 100 %"},
+      {&PredictionForm::availability, "100",
+       "the required availability is not from 0 to below 100 %"},
+      {&PredictionForm::takeoff, "", "the take-off angle is not from 0 to 90 degrees"},
+      {&PredictionForm::takeoff, "91", "the take-off angle is not from 0 to 90 degrees"},
+      {&PredictionForm::local_power, "0", "the transmitter has no power"},
+      {&PredictionForm::dx_latitude, "", "the DX station's coordinates are missing or not valid"},
   };
   for (const auto& [field, text, reason] : cases) {
-    const std::string good = with_.panel.Text(field);
-    with_.panel.SetText(field, text);
+    with_.form = skyhop::testing::Transatlantic();
+    with_.form.*field = text;
     EXPECT_EQ(Predict(), reason) << text;
-    with_.panel.SetText(field, good);
   }
-  EXPECT_EQ(point_.PredictSNR({14.1, "CW", "24", "100", "-1"}, begin_),
-            "the take-off angle is not from 0 to 90 degrees");
   EXPECT_FALSE(point_.Running());
   EXPECT_FALSE(std::filesystem::exists(folder_ / "ITSHFBC2/run/spsnr.bat"));
   EXPECT_TRUE(with_.log.errors.empty());

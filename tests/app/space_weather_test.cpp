@@ -45,9 +45,9 @@ class SpaceWeatherTest : public ::testing::Test {
  protected:
   SpaceWeatherTest() {
     configuration_.Load();
-    configuration_.SetUrl(PanelText::kSFIURL, "https://host/forecast");
-    configuration_.SetUrl(PanelText::kSSNURL, "https://host/ssn");
-    configuration_.SetUrl(PanelText::kWWVURL, "https://host/wwv");
+    configuration_.SetUrl(Address::kSFIURL, "https://host/forecast");
+    configuration_.SetUrl(Address::kSSNURL, "https://host/ssn");
+    configuration_.SetUrl(Address::kWWVURL, "https://host/wwv");
     service_.Attach(&window_);
     with_.fetcher.content = TestData("spaceweather/forecast.txt");
   }
@@ -101,28 +101,28 @@ TEST_F(SpaceWeatherTest, FetchesTheForecastAtOnceAndThenEveryHour) {
 }
 
 TEST_F(SpaceWeatherTest, TellsWhatEachAddressGaveLast) {
-  EXPECT_EQ(service_.LastGiven(PanelText::kSFIURL), "Not used since the program was started");
-  EXPECT_EQ(service_.LastGiven(PanelText::kSSNURL), "Sunspot number not downloaded so far");
-  EXPECT_EQ(service_.LastGiven(PanelText::kURL0), "");
+  EXPECT_EQ(service_.LastGiven(Address::kSFIURL), "Not used since the program was started");
+  EXPECT_EQ(service_.LastGiven(Address::kSSNURL), "Sunspot number not downloaded so far");
+  EXPECT_EQ(service_.LastGiven(Address::kURL0), "");
   service_.ShowForecast();
   Tick(minutes(0));
   const std::string moment = MomentText(with_.log.clock.now);
   with_.fetcher.content = TestData("spaceweather/wwv.txt");
   service_.UpdateCurrentConditions();
   with_.log.clock.now += minutes(130);
-  EXPECT_EQ(service_.LastGiven(PanelText::kSFIURL), "Forecast, 2 hours ago (" + moment + ")");
+  EXPECT_EQ(service_.LastGiven(Address::kSFIURL), "Forecast, 2 hours ago (" + moment + ")");
   const std::string values =
       "Solar flux 152, 2 hours ago (" + moment + "); K index 3, 2 hours ago (" + moment + ")";
-  EXPECT_EQ(service_.LastGiven(PanelText::kWWVURL), values);
+  EXPECT_EQ(service_.LastGiven(Address::kWWVURL), values);
 
   with_.fetcher.code = fetch_codes::kCannotConnect;
   service_.UpdateCurrentConditions();
-  EXPECT_EQ(service_.LastGiven(PanelText::kWWVURL),
+  EXPECT_EQ(service_.LastGiven(Address::kWWVURL),
             values +
                 "; last attempt just now: unable to download current conditions from "
                 "https://host/wwv - cannot connect");
-  configuration_.SetUrl(PanelText::kSFIURL, "https://elsewhere/forecast");
-  EXPECT_EQ(service_.LastGiven(PanelText::kSFIURL),
+  configuration_.SetUrl(Address::kSFIURL, "https://elsewhere/forecast");
+  EXPECT_EQ(service_.LastGiven(Address::kSFIURL),
             "Forecast, 2 hours ago (" + moment + ") from https://host/forecast");
 }
 

@@ -18,31 +18,29 @@ constexpr EngineChoice kIonCap = EngineChoice::kIonCap;
 constexpr EngineChoice kVoaCap = EngineChoice::kVoaCap;
 
 /// What the samples between New York and London were asked.
-DeckParameters London() {
+PredictionInputs London() {
   PredictionFixture with;
-  with.SetTransatlantic();
-  with.panel.SetText(PanelText::kSSN, "105");
-  with.panel.SetText(PanelText::kAvail, "10");
-  return ReadDeckParameters(with.panel, with.parameters, with.log.diagnostics);
+  with.form.sunspot_number = "105";
+  with.form.engine = kVoaCap;
+  return with.Inputs();
 }
 
 /// What the samples between Tokyo and Sao Paulo were asked.
-DeckParameters SaoPaulo() {
-  DeckParameters deck = London();
+PredictionInputs SaoPaulo() {
+  PredictionInputs deck = London();
   deck.short_path = false;
   deck.transmitter = {{35, 41, 0, -1}, {139, 46, 0, 1}};
   deck.receiver = {{23, 33, 0, 1}, {46, 38, 0, -1}};
   deck.power = 100;
   deck.availability = 50;
   deck.noise = 1;
-  deck.month = 3;
+  deck.date = std::chrono::year(2026) / 3 / 1;
   deck.sunspot_number = 140;
   return deck;
 }
 
-std::string Difference(const std::string& text, const DeckParameters& asked,
-                       EngineChoice engine = kVoaCap) {
-  return EchoDifference(ReadHeading(text), asked, engine);
+std::string Difference(const std::string& text, const PredictionInputs& asked) {
+  return EchoDifference(ReadHeading(text), asked);
 }
 
 TEST(EchoCheck, RealResultsAnswerTheirOwnQuestionOnly) {
@@ -64,7 +62,7 @@ TEST(EchoCheck, RealResultsAnswerTheirOwnQuestionOnly) {
 TEST(EchoCheck, EachPartOfTheQuestionCounts) {
   const struct {
     const char* what;
-    std::function<void(DeckParameters& deck)> change;
+    std::function<void(PredictionInputs& deck)> change;
     const char* difference;  ///< behind "Results are for "
   } cases[] = {
       {"transmitter", [](auto& deck) { deck.transmitter.latitude.minutes = 33; },
@@ -72,7 +70,7 @@ TEST(EchoCheck, EachPartOfTheQuestionCounts) {
       {"receiver", [](auto& deck) { deck.receiver.longitude.sign = 1; },
        "40.50 N 74.25 W to 51.50 N 0.12 W, not 40.50 N 74.25 W to 51.50 N 0.12 E"},
       {"path", [](auto& deck) { deck.short_path = false; }, "the short path, not the long path"},
-      {"year", [](auto& deck) { deck.year = 2027; }, "Nov 2026, not Nov 2027"},
+      {"year", [](auto& deck) { deck.date += std::chrono::years(1); }, "Nov 2026, not Nov 2027"},
       {"sunspots", [](auto& deck) { deck.sunspot_number = 79.3F; }, "sunspot number 105, not 79.3"},
       {"power", [](auto& deck) { deck.power = 5; }, "1500 W, not 5 W"},
       {"noise", [](auto& deck) { deck.noise = 0; }, "a noise of -150.0 dBW, not -140.4 dBW"},
@@ -93,7 +91,7 @@ TEST(EchoCheck, EachPartOfTheQuestionCounts) {
        {TestData("results/newyork-london-method26.results.txt"), estimate}) {
     EXPECT_EQ(Difference(text, London()), "");
     for (const auto& [what, change, difference] : cases) {
-      DeckParameters asked = London();
+      PredictionInputs asked = London();
       change(asked);
       EXPECT_EQ(Difference(text, asked), std::string("Results are for ") + difference) << what;
     }
@@ -103,7 +101,7 @@ TEST(EchoCheck, EachPartOfTheQuestionCounts) {
 TEST(EchoCheck, RoundingOfCardsAndHeadingsIsNoDifference) {
   const struct {
     const char* what;
-    std::function<void(DeckParameters& deck)> change;
+    std::function<void(PredictionInputs& deck)> change;
     EngineChoice engine;
     const char* shown;    ///< of the sample's heading
     const char* instead;  ///< what this heading shows
@@ -141,11 +139,11 @@ TEST(EchoCheck, RoundingOfCardsAndHeadingsIsNoDifference) {
   };
   const std::string sample = TestData("results/newyork-london-method26.results.txt");
   for (const auto& [what, change, engine, shown, instead, difference] : cases) {
-    DeckParameters asked = London();
+    PredictionInputs asked = London();
+    asked.engine = engine;
     change(asked);
     const bool as_it_is = std::string(shown).empty();
-    EXPECT_EQ(Difference(as_it_is ? sample : ReplaceAll(sample, shown, instead), asked, engine),
-              difference)
+    EXPECT_EQ(Difference(as_it_is ? sample : ReplaceAll(sample, shown, instead), asked), difference)
         << what;
   }
 }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <algorithm>
 
 #include "common/program.h"
 #include "support/prediction_fixture.h"
@@ -12,9 +12,28 @@ namespace {
 
 using skyhop::testing::PredictionFixture;
 
+/// Keeps what the set shows.
+class FakeWindow : public ParametersWindow {
+ public:
+  void ShowCoordinate(Station station, LatLonModule::Axis axis, const std::string& text) override {
+    const bool latitude = axis == LatLonModule::Axis::kLatitude;
+    shown.push_back((station == Station::kLocal ? "local " : "DX ") +
+                    std::string(latitude ? "latitude " : "longitude ") + text);
+  }
+  void ShowPrefix(const std::string& text) override { prefix = text; }
+  void RestoreWindow() override { ++restored; }
+
+  std::vector<std::string> shown;
+  std::string prefix;
+  int restored = 0;
+};
+
 class ParametersTest : public ::testing::Test {
  protected:
-  ParametersTest() { with_.SetTransatlantic(); }
+  ParametersTest() {
+    with_.Hand();
+    parameters_.Attach(&window_);
+  }
 
   void Store(const std::string& key, const std::string& value) {
     with_.store.SaveSetting(kProductName, "Configuration", key, value);
@@ -30,85 +49,69 @@ class ParametersTest : public ::testing::Test {
 
   PredictionFixture with_;
   Parameters& parameters_ = with_.parameters;
+  FakeWindow window_;
 };
 
-TEST_F(ParametersTest, ValidationStopsAtTheFirstFailureWithItsMessages) {
+TEST_F(ParametersTest, ValidationShowsTheMessagesOfTheFirstFault) {
   using Texts = std::vector<std::string>;
-  const auto text = [this](PanelText field, const char* value) {
-    return [this, field, value] { with_.panel.SetText(field, value); };
-  };
-  const auto power = [this](const char* value) {
-    return [this, value] { parameters_.SetPredictionPower(value); };
-  };
-  const auto snr = [this](const char* value) {
-    return [this, value] { parameters_.SetPredictionSNR(value); };
-  };
-  const auto takeoff = [this](const char* value) {
-    return [this, value] { parameters_.SetPredictionTakeoff(value); };
-  };
-  const auto date = [this](const char* value) {
-    return [this, value] { parameters_.SetDate(value); };
-  };
+  using Form = PredictionForm;
   const Texts flux_range = {"Illegal solar flux", "Illegal Solar Flux"};
   const Texts k_range = {"Illegal geomagnetic K-index", "Illegal Geomagnetic K-index"};
   const Texts takeoff_range = {"Illegal transmitter takeoff angle",
                                "Illegal Transmitter TakeOff Angle"};
   const struct {
-    std::function<void()> change;
+    std::string Form::*field;
+    const char* text;
     Texts messages;
   } cases[] = {
-      {[] {}, {}},
-      {date("31-Feb-26"), {"Illegal Date"}},
-      {date(""), {"Illegal Date"}},
-      {date("2026-11-15"), {}},
-      {text(PanelText::kFlux, "  "), {"Illegal Solar Flux and SSN"}},
-      {text(PanelText::kFlux, "63"), flux_range},
-      {text(PanelText::kFlux, "64"), {}},
-      {text(PanelText::kFlux, "400"), {}},
-      {text(PanelText::kFlux, "400.1"), flux_range},
-      {text(PanelText::kFlux, "flux"), flux_range},
-      {text(PanelText::kKindex, " "), {"No Geomagnetic K-index specified"}},
-      {text(PanelText::kKindex, "20"), {}},
-      {text(PanelText::kKindex, "21"), k_range},
-      {text(PanelText::kKindex, "-1"), k_range},
-      {power(""), {"No Transmitter Power specified"}},
-      {power("-0.1"), {"Illegal Transmitter power", "Illegal Transmitter Power"}},
-      {power("watts"), {}},
-      {snr(""), {"No SNR specified"}},
-      {snr("-30"), {}},
-      {snr("-30.5"), {"Illegal SNR", "Illegal SNR"}},
-      {snr("99.9"), {}},
-      {snr("100"), {"Illegal SNR", "Illegal SNR"}},
-      {text(PanelText::kAvail, ""), {"No Availability specified"}},
-      {text(PanelText::kAvail, "0"), {}},
-      {text(PanelText::kAvail, "99.9"), {}},
-      {text(PanelText::kAvail, "100"), {"Illegal Availability", "Illegal Availability"}},
-      {takeoff(" "), {"No Transmitter TakeOff Angle specified"}},
-      {takeoff("90"), {}},
-      {takeoff("90.5"), takeoff_range},
-      {takeoff("-1"), takeoff_range},
+      {&Form::date, "31-Feb-26", {"Illegal Date"}},
+      {&Form::date, "", {"Illegal Date"}},
+      {&Form::date, "2026-11-15", {}},
+      {&Form::flux, "  ", {"Illegal Solar Flux and SSN"}},
+      {&Form::flux, "63", flux_range},
+      {&Form::flux, "64", {}},
+      {&Form::flux, "400", {}},
+      {&Form::flux, "400.1", flux_range},
+      {&Form::flux, "flux", flux_range},
+      {&Form::k_index, " ", {"No Geomagnetic K-index specified"}},
+      {&Form::k_index, "20", {}},
+      {&Form::k_index, "21", k_range},
+      {&Form::k_index, "-1", k_range},
+      {&Form::local_power, "", {"No Transmitter Power specified"}},
+      {&Form::local_power, "-0.1", {"Illegal Transmitter power", "Illegal Transmitter Power"}},
+      {&Form::local_power, "watts", {}},
+      {&Form::snr, "", {"No SNR specified"}},
+      {&Form::snr, "-30", {}},
+      {&Form::snr, "-30.5", {"Illegal SNR", "Illegal SNR"}},
+      {&Form::snr, "99.9", {}},
+      {&Form::snr, "100", {"Illegal SNR", "Illegal SNR"}},
+      {&Form::availability, "", {"No Availability specified"}},
+      {&Form::availability, "0", {}},
+      {&Form::availability, "99.9", {}},
+      {&Form::availability, "100", {"Illegal Availability", "Illegal Availability"}},
+      {&Form::takeoff, " ", {"No Transmitter TakeOff Angle specified"}},
+      {&Form::takeoff, "90", {}},
+      {&Form::takeoff, "90.5", takeoff_range},
+      {&Form::takeoff, "-1", takeoff_range},
   };
-  for (const auto& [change, messages] : cases) {
-    with_.SetTransatlantic();
-    with_.panel.SetText(PanelText::kFlux, "150");
-    with_.panel.SetText(PanelText::kSSN, "");
-    with_.panel.SetText(PanelText::kKindex, "1");
-    with_.panel.SetText(PanelText::kAvail, "10");
+  for (const auto& [field, text, messages] : cases) {
+    with_.form = skyhop::testing::Transatlantic();
+    with_.form.*field = text;
+    with_.Hand();
     with_.messages.shown.clear();
-    with_.panel.restored = 0;
-    change();
-    EXPECT_EQ(parameters_.PredictionParametersValid(), messages.empty());
-    EXPECT_EQ(with_.messages.Texts(), messages);
-    EXPECT_EQ(with_.panel.restored, messages.empty() ? 0 : 1);
+    window_.restored = 0;
+    EXPECT_EQ(parameters_.PredictionParametersValid(), messages.empty()) << text;
+    EXPECT_EQ(with_.messages.Texts(), messages) << text;
+    EXPECT_EQ(window_.restored, messages.empty() ? 0 : 1) << text;
   }
 }
 
-TEST_F(ParametersTest, ASunspotNumberStandsInForTheFlux) {
-  with_.panel.SetText(PanelText::kFlux, " ");
-  with_.panel.SetText(PanelText::kSSN, "120");
-  with_.panel.SetText(PanelText::kKindex, "");
-  EXPECT_FALSE(parameters_.PredictionParametersValid());
-  EXPECT_EQ(with_.messages.Texts(), std::vector<std::string>{"No Geomagnetic K-index specified"});
+TEST_F(ParametersTest, SunspotNumberReplacesTheFlux) {
+  with_.form.flux = " ";
+  with_.form.sunspot_number = "120";
+  with_.form.k_index = "";
+  EXPECT_EQ(FaultsOf(ParametersOf(with_.form)),
+            std::vector<std::string>{"No Geomagnetic K-index specified"});
 }
 
 TEST_F(ParametersTest, MessagesCarryTheProductsNameAndReachTheLog) {
@@ -126,33 +129,53 @@ TEST_F(ParametersTest, AForeignSnrIsClamped) {
   }
 }
 
-TEST_F(ParametersTest, LocationsAreWrittenBackIntoTheFieldOfTheirStation) {
-  const struct {
-    int direction;
-    PanelText receiver;
-    PanelText transmitter;
-  } cases[] = {
-      {direction_option::kToTheDXStation, PanelText::kDXLat, PanelText::kLocalLat},
-      {direction_option::kFromTheDXStation, PanelText::kLocalLat, PanelText::kDXLat},
-  };
-  for (const auto& [direction, receiver, transmitter] : cases) {
-    with_.panel.SetChoice(PanelChoice::kPredictSignals, direction);
-    with_.panel.station_changes = 0;
-    parameters_.SetReceiverLatitude("10N");
-    parameters_.SetTransmitterLatitude("20 30'S");
-    EXPECT_EQ(with_.panel.Text(receiver), "10 0' 0\" N");
-    EXPECT_EQ(with_.panel.Text(transmitter), "20 30' 0\" S");
-    EXPECT_EQ(with_.panel.station_changes, 2);
+TEST_F(ParametersTest, ShowsCoordinatesInTheFieldsOfTheirStation) {
+  with_.form.local_latitude = "20 30'S";
+  with_.form.dx_latitude = "10N";
+  for (const int direction :
+       {direction_option::kToTheDXStation, direction_option::kFromTheDXStation}) {
+    with_.form.direction = direction;
+    window_.shown.clear();
+    with_.Hand();
+    ASSERT_EQ(window_.shown.size(), 4U);
+    std::sort(window_.shown.begin(), window_.shown.end());
+    EXPECT_EQ(window_.shown, (std::vector<std::string>{
+                                 "DX latitude 10 0' 0\" N", "DX longitude 0 7' 0\" W",
+                                 "local latitude 20 30' 0\" S", "local longitude 74 15' 0\" W"}));
+    const bool to = direction == direction_option::kToTheDXStation;
+    EXPECT_EQ(parameters_.GetReceiverLocation().latitude.degrees, to ? 10 : 20);
+    EXPECT_EQ(parameters_.GetTransmitterLocation().latitude.degrees, to ? 20 : 10);
   }
 }
 
-TEST_F(ParametersTest, AnUnreadableLocationIsStoredButNotWrittenBack) {
-  with_.panel.SetText(PanelText::kDXLon, "as typed");
-  with_.panel.station_changes = 0;
+TEST_F(ParametersTest, StoresButDoesNotShowAnUnreadableCoordinate) {
   parameters_.SetReceiverLongitude("nowhere");
-  EXPECT_EQ(with_.panel.Text(PanelText::kDXLon), "as typed");
-  EXPECT_EQ(with_.panel.station_changes, 0);
+  EXPECT_TRUE(window_.shown.empty());
   EXPECT_TRUE(LatLonModule::IsUndefined(parameters_.GetReceiverLocation().longitude));
+}
+
+TEST_F(ParametersTest, DirectionGivesTheStationsTheirRoles) {
+  with_.form.local_noise = 0;
+  with_.form.dx_noise = 3;
+  with_.form.local_antenna.gain = "5";
+  with_.form.dx_antenna.gain = "7";
+  const ParameterSet to = ParametersOf(with_.form);
+  EXPECT_EQ(to.power, "1500");
+  EXPECT_EQ(to.noise, 3);
+  EXPECT_EQ(to.transmitter.latitude.degrees, 40);
+  EXPECT_EQ(to.transmitter_antenna.gain, "5");
+  with_.form.direction = direction_option::kFromTheDXStation;
+  with_.form.path = path_option::kLong;
+  const ParameterSet from = ParametersOf(with_.form);
+  EXPECT_EQ(from.power, "100");
+  EXPECT_EQ(from.noise, 0);
+  EXPECT_EQ(from.transmitter.latitude.degrees, 51);
+  EXPECT_EQ(from.transmitter_antenna.gain, "7");
+  EXPECT_EQ(from.path, "Long Path");
+  EXPECT_EQ(from.Local(), to.Local());
+  EXPECT_EQ(from.DX(), to.DX());
+  with_.form.dx_latitude = "nowhere";
+  EXPECT_TRUE(LatLonModule::IsUndefined(ParametersOf(with_.form).DX()));
 }
 
 TEST_F(ParametersTest, SettersLogWhatTheyWereGiven) {
@@ -169,130 +192,118 @@ TEST_F(ParametersTest, SettersLogWhatTheyWereGiven) {
                                       "IONCAPModule.SetPredictionTakeoff, theTakeoff = 7",
                                       "IONCAPModule.SetPredictionNoise, theNoise = 3",
                                       "IONCAPModule.SetPrefix: G&M"}));
-  EXPECT_EQ(with_.panel.Text(PanelText::kLastPrefix), "G&&M");
-  EXPECT_EQ(parameters_.Prefix(), "G&M");
+  EXPECT_EQ(window_.prefix, "G&&M");
+  EXPECT_EQ(parameters_.Set().prefix, "G&M");
 }
 
 TEST_F(ParametersTest, UnselectedOptionsHaveTheirOwnFallbacks) {
-  with_.panel.SetChoice(PanelChoice::kDXPwr, 4);
-  EXPECT_EQ(parameters_.DXPower(), "1500");
-  for (const PanelChoice choice :
-       {PanelChoice::kDXPwr, PanelChoice::kLocalNoiseLevel, PanelChoice::kDXNoiseLevel}) {
-    with_.panel.SetChoice(choice, -1);
-  }
-  EXPECT_EQ(parameters_.DXPower(), "100");
-  EXPECT_EQ(parameters_.LocalNoiseIndex(), 3);
-  EXPECT_EQ(parameters_.DXNoiseIndex(), 2);
+  PredictionForm form;
+  form.dx_power = 4;
+  EXPECT_EQ(DXPower(form), "1500");
+  form.dx_power = -1;
+  EXPECT_EQ(DXPower(form), "100");
+  EXPECT_EQ(LocalNoiseIndex(form), 3);
+  EXPECT_EQ(DXNoiseIndex(form), 2);
 }
 
-TEST_F(ParametersTest, AFreshInstallationHasTheDocumentedDefaults) {
-  parameters_.Initialize();
-  const std::pair<PanelText, const char*> texts[] = {
-      {PanelText::kFlux, "100"},      {PanelText::kSSN, ""},      {PanelText::kKindex, "1"},
-      {PanelText::kAvail, "10"},      {PanelText::kSNR, "24"},    {PanelText::kLocalTakeOff, "3"},
-      {PanelText::kLocalPwr, "1500"}, {PanelText::kLocalLat, ""}, {PanelText::kLocalLon, ""}};
-  for (const auto& [text, expected] : texts) EXPECT_EQ(with_.panel.Text(text), expected);
-  EXPECT_EQ(with_.panel.Choice(PanelChoice::kDXPwr), 2);
-  EXPECT_EQ(with_.panel.Choice(PanelChoice::kDXNoiseLevel), 2);
-  EXPECT_EQ(with_.panel.Choice(PanelChoice::kLocalNoiseLevel), 2);
-  EXPECT_EQ(with_.panel.Choice(PanelChoice::kPredictSignals), 1);
-  EXPECT_EQ(with_.panel.Choice(PanelChoice::kModeSNRCombo), -1);
-  EXPECT_TRUE(with_.panel.Checked(PanelCheck::kOpenBandEnable));
-  EXPECT_TRUE(with_.panel.Checked(PanelCheck::kPlotEnable));
-  EXPECT_TRUE(with_.panel.Checked(PanelCheck::kDXTracksTesseraLocation));
+TEST_F(ParametersTest, FreshInstallationHasTheDocumentedDefaults) {
+  const PredictionForm form = parameters_.Initialize();
+  EXPECT_EQ(form.flux, "100");
+  EXPECT_EQ(form.sunspot_number, "");
+  EXPECT_EQ(form.k_index, "1");
+  EXPECT_EQ(form.availability, "10");
+  EXPECT_EQ(form.snr, "24");
+  EXPECT_EQ(form.takeoff, "3");
+  EXPECT_EQ(form.local_power, "1500");
+  EXPECT_EQ(form.local_latitude + form.local_longitude, "");
+  EXPECT_EQ(form.dx_power, 2);
+  EXPECT_EQ(form.dx_noise, 2);
+  EXPECT_EQ(form.local_noise, 2);
+  EXPECT_EQ(form.direction, direction_option::kToTheDXStation);
+  EXPECT_EQ(form.mode, -1);
+  EXPECT_TRUE(form.show_open_bands);
+  EXPECT_TRUE(form.show_critical_frequencies);
+  EXPECT_TRUE(form.dx_tracks_tessera);
 }
 
 TEST_F(ParametersTest, StoredOptionsAreReadWithTheirOldMeanings) {
   const struct {
     const char* key;
-    PanelChoice choice;
+    int PredictionForm::*choice;
     const char* stored;
     int expected;
   } cases[] = {
-      {"NoiseLevel", PanelChoice::kDXNoiseLevel, "0", 1},
-      {"NoiseLevel", PanelChoice::kDXNoiseLevel, "1", 1},
-      {"NoiseLevel", PanelChoice::kDXNoiseLevel, "2", 2},
-      {"NoiseLevel", PanelChoice::kDXNoiseLevel, "3", 2},
-      {"LcoalNoiseLevel", PanelChoice::kLocalNoiseLevel, "3", 3},
-      {"LcoalNoiseLevel", PanelChoice::kLocalNoiseLevel, "0", 0},
-      {"LcoalNoiseLevel", PanelChoice::kLocalNoiseLevel, "4", 2},
-      {"DXPower", PanelChoice::kDXPwr, "-1", 2},
-      {"DXPower", PanelChoice::kDXPwr, "letters", 2},
-      {"PredictSignals", PanelChoice::kPredictSignals, "0", 0},
-      {"SNRMode", PanelChoice::kModeSNRCombo, "4", 4},
-      {"SNRMode", PanelChoice::kModeSNRCombo, "-1.0", -1},
-      {"SNRMode", PanelChoice::kModeSNRCombo, "40000", -1},
-      {"SNRMode", PanelChoice::kModeSNRCombo, "CW", -1},
+      {"NoiseLevel", &PredictionForm::dx_noise, "0", 1},
+      {"NoiseLevel", &PredictionForm::dx_noise, "1", 1},
+      {"NoiseLevel", &PredictionForm::dx_noise, "2", 2},
+      {"NoiseLevel", &PredictionForm::dx_noise, "3", 2},
+      {"LcoalNoiseLevel", &PredictionForm::local_noise, "3", 3},
+      {"LcoalNoiseLevel", &PredictionForm::local_noise, "0", 0},
+      {"LcoalNoiseLevel", &PredictionForm::local_noise, "4", 2},
+      {"DXPower", &PredictionForm::dx_power, "-1", 2},
+      {"DXPower", &PredictionForm::dx_power, "letters", 2},
+      {"PredictSignals", &PredictionForm::direction, "0", 0},
+      {"SNRMode", &PredictionForm::mode, "4", 4},
+      {"SNRMode", &PredictionForm::mode, "-1.0", -1},
+      {"SNRMode", &PredictionForm::mode, "40000", -1},
+      {"SNRMode", &PredictionForm::mode, "CW", -1},
   };
   for (const auto& [key, choice, stored, expected] : cases) {
     Store(key, stored);
-    parameters_.Initialize();
-    EXPECT_EQ(with_.panel.Choice(choice), expected) << key << " = " << stored;
+    EXPECT_EQ(parameters_.Initialize().*choice, expected) << key << " = " << stored;
   }
 }
 
-TEST_F(ParametersTest, TheFormerEnthusiastsPageIsReplacedAtOnce) {
-  Store("URL1", "http://www.swpc.noaa.gov/communities/space-weather-enthusiasts");
-  parameters_.Initialize();
-  const std::string secure = "https://www.swpc.noaa.gov/communities/space-weather-enthusiasts";
-  EXPECT_EQ(with_.panel.Text(PanelText::kURL1), secure);
-  EXPECT_EQ(Saved("URL1"), secure);
-}
-
-TEST_F(ParametersTest, OneBadValueDoesNotCostTheOthers) {
-  Store("URL1", "http://www.swpc.noaa.gov/communities/space-weather-enthusiasts");
+TEST_F(ParametersTest, BadValueDoesNotCostTheOthers) {
   Store("DXTracksTessera", "perhaps");
   Store("SFI", "200");
   Store("XLat", "1 2' 3\" S");
-  with_.store.save_error = 70;
-  parameters_.Initialize();
-  EXPECT_EQ(with_.panel.Text(PanelText::kFlux), "200");
-  EXPECT_EQ(with_.panel.Text(PanelText::kLocalLat), "1 2' 3\" S");
-  EXPECT_NE(with_.panel.Text(PanelText::kURL2), "");
-  EXPECT_TRUE(with_.panel.Checked(PanelCheck::kDXTracksTesseraLocation));
-  EXPECT_EQ(with_.log.errors.size(), 1U);
+  const PredictionForm form = parameters_.Initialize();
+  EXPECT_EQ(form.flux, "200");
+  EXPECT_EQ(form.local_latitude, "1 2' 3\" S");
+  EXPECT_TRUE(form.dx_tracks_tessera);
 }
 
-TEST_F(ParametersTest, WhatWasSavedIsRestored) {
-  parameters_.Initialize();
-  with_.panel.SetText(PanelText::kFlux, "170");
-  with_.panel.SetText(PanelText::kSNR, "13");
-  with_.panel.SetText(PanelText::kLocalPwr, "5");
-  with_.panel.SetText(PanelText::kLocalLat, "40 30' 0\" N");
-  with_.panel.SetText(PanelText::kLocalLon, "74 15' 0\" W");
-  with_.panel.SetText(PanelText::kURL3, "https://example.org/&?=%20#x");
-  with_.panel.SetChecked(PanelCheck::kPlotEnable, false);
-  with_.panel.SetChoice(PanelChoice::kLocalNoiseLevel, 0);
-  with_.panel.SetChoice(PanelChoice::kPredictSignals, 0);
-  parameters_.Finalize();
+TEST_F(ParametersTest, RestoresWhatItSaved) {
+  PredictionForm form = parameters_.Initialize();
+  form.flux = "170";
+  form.snr = "13";
+  form.local_power = "5";
+  form.local_latitude = "40 30' 0\" N";
+  form.local_longitude = "74 15' 0\" W";
+  form.show_critical_frequencies = false;
+  form.local_noise = 0;
+  form.direction = direction_option::kFromTheDXStation;
+  parameters_.Finalize(form);
 
   PredictionFixture other;
   other.store.values = with_.store.values;
-  other.parameters.Initialize();
-  for (const PanelText text : {PanelText::kFlux, PanelText::kSNR, PanelText::kLocalPwr,
-                               PanelText::kLocalLat, PanelText::kLocalLon, PanelText::kURL3}) {
-    EXPECT_EQ(other.panel.Text(text), with_.panel.Text(text));
-  }
-  EXPECT_EQ(other.parameters.Power(), "5");
-  EXPECT_EQ(other.parameters.Snr(), "13");
-  EXPECT_FALSE(other.panel.Checked(PanelCheck::kPlotEnable));
-  EXPECT_TRUE(other.panel.Checked(PanelCheck::kOpenBandEnable));
-  EXPECT_EQ(other.panel.Choice(PanelChoice::kLocalNoiseLevel), 0);
-  EXPECT_EQ(other.panel.Choice(PanelChoice::kPredictSignals), 0);
+  const PredictionForm restored = other.parameters.Initialize();
+  EXPECT_EQ(restored.flux, "170");
+  EXPECT_EQ(restored.snr, "13");
+  EXPECT_EQ(restored.local_power, "5");
+  EXPECT_EQ(restored.local_latitude, form.local_latitude);
+  EXPECT_EQ(restored.local_longitude, form.local_longitude);
+  EXPECT_EQ(other.parameters.Set().power, "5");
+  EXPECT_EQ(other.parameters.Set().snr, "13");
+  EXPECT_FALSE(restored.show_critical_frequencies);
+  EXPECT_TRUE(restored.show_open_bands);
+  EXPECT_EQ(restored.local_noise, 0);
+  EXPECT_EQ(restored.direction, direction_option::kFromTheDXStation);
 }
 
-TEST_F(ParametersTest, AChosenModeKeepsTheUsersOwnSnrInTheSettings) {
+TEST_F(ParametersTest, ChosenModeKeepsTheUsersOwnSnrInTheSettings) {
   Store("SNR", "13");
-  with_.panel.SetChoice(PanelChoice::kModeSNRCombo, 2);
-  with_.panel.SetText(PanelText::kSNR, "45");
-  parameters_.Finalize();
+  with_.form.mode = 2;
+  with_.form.snr = "45";
+  parameters_.Finalize(with_.form);
   EXPECT_EQ(Saved("SNR"), "13");
   EXPECT_EQ(Saved("SNRMode"), "2");
 }
 
 TEST_F(ParametersTest, AFailingStoreIsReportedAndSavesNothing) {
   with_.store.save_error = 70;
-  parameters_.Finalize();
+  parameters_.Finalize(with_.form);
   EXPECT_EQ(with_.log.errors,
             std::vector<std::string>{
                 "program error 70 in module IONCAPModule.Finalize: the store fails"});
@@ -319,18 +330,18 @@ TEST_F(ParametersTest, TheStationComesFromTheLocationApplication) {
   for (const auto& [stored, latitude, longitude] : cases) {
     with_.store.values.clear();
     for (const auto& [key, value] : stored) StoreTessera(key, value);
-    parameters_.LocateQTH();
-    EXPECT_EQ(with_.panel.Text(PanelText::kLocalLat), latitude);
-    EXPECT_EQ(with_.panel.Text(PanelText::kLocalLon), longitude);
+    parameters_.LocateQTH(with_.form);
+    EXPECT_EQ(with_.form.local_latitude, latitude);
+    EXPECT_EQ(with_.form.local_longitude, longitude);
   }
 }
 
 TEST_F(ParametersTest, WithoutTheLocationApplicationTheOwnSettingsCount) {
   Store("XLat", "1 2' 3\" S");
   Store("Xlon", "4 5' 6\" W");
-  parameters_.LocateQTH();
-  EXPECT_EQ(with_.panel.Text(PanelText::kLocalLat), "1 2' 3\" S");
-  EXPECT_EQ(with_.panel.Text(PanelText::kLocalLon), "4 5' 6\" W");
+  parameters_.LocateQTH(with_.form);
+  EXPECT_EQ(with_.form.local_latitude, "1 2' 3\" S");
+  EXPECT_EQ(with_.form.local_longitude, "4 5' 6\" W");
 }
 
 }  // namespace

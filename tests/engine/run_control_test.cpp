@@ -13,23 +13,16 @@
 namespace skyhop::IONCAPModule {
 namespace {
 
-using skyhop::testing::FakeEngineHost;
 using skyhop::testing::FakeLauncher;
-using skyhop::testing::FakePause;
 using skyhop::testing::PredictionFixture;
 using skyhop::testing::TestData;
-
-class FakeChart : public ResultsChart {
- public:
-  void DisplayTable(EngineChoice engine) override { displayed.push_back(engine); }
-  std::vector<EngineChoice> displayed;
-};
 
 class RunControlTest : public ::testing::Test {
  protected:
   RunControlTest() {
-    with_.SetTransatlantic();
-    with_.panel.SetChecked(PanelCheck::kDistanceMiles, true);
+    with_.Hand();
+    with_.engine.results.SetTableListener(
+        [this](EngineChoice engine) { displayed_.push_back(engine); });
     // The launcher of these tests gives every folder a short name beside the long one.
     for (const char* name :
          {"IonCap", "~IonCap", "ITSHFBC/run", "~ITSHFBC/run", "ITSHFBC2/run", "~ITSHFBC2/run"}) {
@@ -40,7 +33,8 @@ class RunControlTest : public ::testing::Test {
   }
 
   void Choose(EngineChoice engine) {
-    with_.panel.SetChoice(PanelChoice::kEngineButton, static_cast<int>(engine));
+    with_.form.engine = engine;
+    with_.Hand();
   }
 
   [[nodiscard]] bool Logged(const std::string& line) const {
@@ -53,19 +47,10 @@ class RunControlTest : public ::testing::Test {
 
   PredictionFixture with_;
   std::filesystem::path folder_ = with_.log.folder.Path();
-  FakePause pause_;
-  FakeLauncher launcher_;
-  FakeEngineHost host_;
-  FakeChart chart_;
-  ManualTimer timer_;
-  ResultsTable table_;
-  ScriptCards cards_{pause_, with_.log.diagnostics};
-  IonCapScript ioncap_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
-  ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
-  Results results_{table_, with_.panel,    with_.parameters,
-                   chart_, with_.messages, with_.log.diagnostics};
-  RunControl run_{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_, host_,
-                   pause_, with_.log.clock, with_.messages, with_.settings, with_.log.diagnostics}};
+  FakeLauncher& launcher_ = with_.launcher;
+  RunControl& run_ = with_.engine.run;
+  ResultsTable& table_ = with_.engine.table;
+  std::vector<EngineChoice> displayed_;
 };
 
 TEST_F(RunControlTest, AnIonCapRunWritesScriptBatchAndDriverAndStartsTheBatch) {
@@ -82,7 +67,7 @@ TEST_F(RunControlTest, AnIonCapRunWritesScriptBatchAndDriverAndStartsTheBatch) {
   EXPECT_EQ(launcher_.starts[0].batch, folder_ / "~IonCap" / "ioncap.bat");
   EXPECT_EQ(launcher_.starts[0].parameter, Folder("~IonCap/iondrive.txt"));
   EXPECT_EQ(launcher_.starts[0].working_folder, folder_ / "~IonCap");
-  EXPECT_TRUE(timer_.Running());
+  EXPECT_TRUE(run_.Waiting());
   EXPECT_TRUE(
       Logged("IONCAPModule.RunScript: SNR = False, BatFilename = " + Folder("~IonCap/ioncap.bat") +
              ", ScriptFilename = " + Folder("~IonCap/script.txt")));
@@ -102,7 +87,7 @@ TEST_F(RunControlTest, TheOtherEnginesRunSilentlyInTheirRunFolder) {
   };
   for (const auto& [engine, executable, method] : cases) {
     Choose(engine);
-    timer_.Stop();
+    run_.Abort();
     ASSERT_TRUE(run_.ForecastPaths());
     EXPECT_EQ(Content("~ITSHFBC/run/icevoa.bat"),
               "cd [" + Folder("~ITSHFBC/run") + "]|\n[" + Folder(executable) + "] SILENT [" +
@@ -114,10 +99,10 @@ TEST_F(RunControlTest, TheOtherEnginesRunSilentlyInTheirRunFolder) {
 }
 
 TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
-  timer_.Start();
+  ASSERT_TRUE(run_.IonCapPaths());
   EXPECT_FALSE(run_.IonCapPaths());
   EXPECT_EQ(with_.log.debug.back(), "   previous computation still running");
-  timer_.Stop();
+  run_.Abort();
   with_.parameters.SetPredictionTakeoff("91");
   EXPECT_FALSE(run_.IonCapPaths());
   EXPECT_EQ(with_.log.debug.back(), "   parameters not ok");
@@ -125,16 +110,16 @@ TEST_F(RunControlTest, NothingStartsWhileARunIsGoingOnOrParametersAreWrong) {
   Choose(EngineChoice::kNone);
   EXPECT_FALSE(run_.ForecastPaths());
   EXPECT_EQ(with_.log.debug.back(), "   no engine selected");
-  EXPECT_TRUE(launcher_.starts.empty());
+  EXPECT_EQ(launcher_.starts.size(), 1U);
 }
 
 TEST_F(RunControlTest, WithoutTheEnginesFoldersNoFileIsTouched) {
-  RunControl lost{{with_.parameters, with_.panel, ioncap_, its_, results_, timer_, launcher_, host_,
-                   pause_, with_.log.clock, with_.messages, with_.settings, with_.log.diagnostics}};
-  EXPECT_FALSE(lost.IonCapPaths());
-  EXPECT_EQ(with_.log.errors, std::vector<std::string>{
+  PredictionFixture other;
+  other.Hand();
+  EXPECT_FALSE(other.engine.run.IonCapPaths());
+  EXPECT_EQ(other.log.errors, std::vector<std::string>{
                                   "IONCAPModule.IonCapPaths: the engines' folders are not known"});
-  EXPECT_TRUE(launcher_.starts.empty());
+  EXPECT_TRUE(other.launcher.starts.empty());
 }
 
 TEST_F(RunControlTest, AFileThatCannotBeReplacedEndsTheRunBeforeItStarts) {
@@ -154,7 +139,7 @@ TEST_F(RunControlTest, AFileThatCannotBeReplacedEndsTheRunBeforeItStarts) {
     EXPECT_FALSE(run_.IonCapPaths()) << obstacle;
     ASSERT_EQ(with_.log.errors.size(), 1U) << obstacle;
     EXPECT_EQ(with_.log.errors[0].find(error), 0U) << with_.log.errors[0];
-    EXPECT_FALSE(timer_.Running());
+    EXPECT_FALSE(run_.Waiting());
     std::filesystem::remove(folder_ / obstacle);
   }
   EXPECT_TRUE(launcher_.starts.empty());
@@ -164,7 +149,7 @@ TEST_F(RunControlTest, AFailedStartIsLoggedWithAllItsFiles) {
   launcher_.code = 5;
   EXPECT_FALSE(run_.IonCapPaths());
   EXPECT_FALSE(run_.ParametersRefused());
-  EXPECT_FALSE(timer_.Running());
+  EXPECT_FALSE(run_.Waiting());
   EXPECT_EQ(with_.log.errors,
             (std::vector<std::string>{
                 "IONCAPModule.RunScript ShellExecute failure: The operating system denied access "
@@ -224,28 +209,13 @@ TEST_F(RunControlTest, CutSnrResultsAreShownAsFarAsTheyGo) {
   for (const auto& [results, displayed, errors, reason] : cuts) {
     WriteFile(folder_ / "ITSHFBC" / "run" / "results.txt", results);
     with_.log.errors.clear();
-    chart_.displayed.clear();
+    displayed_.clear();
     run_.HandleIonCapTimer();
     EXPECT_FALSE(run_.LastRunDisplayed());
-    EXPECT_EQ(chart_.displayed.size(), displayed);
+    EXPECT_EQ(displayed_.size(), displayed);
     ASSERT_EQ(with_.log.errors.size(), errors);
     EXPECT_NE(with_.log.errors.back().find(reason), std::string::npos) << with_.log.errors.back();
   }
-}
-
-TEST_F(RunControlTest, TheSummaryNamesPathUnitDirectionAndSettings) {
-  EXPECT_EQ(results_.SummaryLine(),
-            "SP 24 db 3480 mi  propagation to DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26");
-  with_.panel.SetChoice(PanelChoice::kPath, path_option::kLong);
-  with_.parameters.SetPath("Long Path");
-  with_.panel.SetChecked(PanelCheck::kDistanceMiles, false);
-  with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
-  with_.panel.settings_name = "contest";
-  EXPECT_EQ(results_.SummaryLine(),
-            "LP 24 db 34473 km  propagation from DX 51 30' 0\" N 0 7' 0\" W on 15-Nov-26 "
-            "(contest settings)");
-  with_.parameters.SetPath("sideways");
-  EXPECT_EQ(results_.SummaryLine().substr(0, 6), "24 db ");
 }
 
 TEST(EngineOutput, NeitherABacktraceNorTheBatchFilesOwnLinesAreAReason) {

@@ -4,46 +4,50 @@
 #include <string>
 #include <vector>
 
+#include "common/errors.h"
 #include "common/files.h"
 #include "common/text.h"
-#include "engine/ioncap_script.h"
-#include "engine/its_script.h"
+#include "engine/deck_writer.h"
 #include "support/prediction_fixture.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
 
-using skyhop::testing::FakePause;
 using skyhop::testing::PredictionFixture;
 using skyhop::testing::TestData;
 
 class ScriptsTest : public ::testing::Test {
  protected:
-  ScriptsTest() { with_.SetTransatlantic(); }
-
   std::string IonCapDeck() {
-    EXPECT_TRUE(ioncap_.CreateIONCAPScript(26, script_));
+    form_.engine = EngineChoice::kIonCap;
+    EXPECT_TRUE(Write());
     return ReadFile(script_, 10000);
   }
 
-  std::string ItsDeck(EngineChoice engine, std::int16_t method) {
-    EXPECT_TRUE(its_.CreateScript(engine, method, script_));
+  std::string ItsDeck(EngineChoice engine) {
+    form_.engine = engine;
+    EXPECT_TRUE(Write());
     return ReplaceAll(ReadFile(script_, 10000), "\r\n", "\n");
   }
 
+  bool Write() {
+    PredictionInputs inputs = with_.Inputs();
+    inputs.prefix = prefix_;
+    return decks_.Write(inputs, script_);
+  }
+
   void SetTokyoSaoPaulo() {
-    with_.panel.SetChoice(PanelChoice::kPath, path_option::kLong);
-    with_.panel.SetText(PanelText::kSSN, "140");
-    with_.panel.SetText(PanelText::kAvail, "50");
-    with_.parameters.SetPredictionPower("100");
-    with_.parameters.SetPredictionNoise(1);
-    with_.parameters.SetDate("1-Mar-26");
-    with_.parameters.SetLastPrefix("PY");
-    with_.parameters.SetPrefix();
-    with_.parameters.SetTransmitterLatitude("35 41' 0\" N");
-    with_.parameters.SetTransmitterLongitude("139 46' 0\" E");
-    with_.parameters.SetReceiverLatitude("23 33' 0\" S");
-    with_.parameters.SetReceiverLongitude("46 38' 0\" W");
+    form_.path = path_option::kLong;
+    form_.sunspot_number = "140";
+    form_.availability = "50";
+    form_.local_power = "100";
+    form_.dx_noise = 1;
+    form_.date = "1-Mar-26";
+    prefix_ = "PY";
+    form_.local_latitude = "35 41' 0\" N";
+    form_.local_longitude = "139 46' 0\" E";
+    form_.dx_latitude = "23 33' 0\" S";
+    form_.dx_longitude = "46 38' 0\" W";
   }
 
   /// One line of a deck, without its end.
@@ -55,10 +59,9 @@ class ScriptsTest : public ::testing::Test {
   }
 
   PredictionFixture with_;
-  FakePause pause_;
-  ScriptCards cards_{pause_, with_.log.diagnostics};
-  IonCapScript ioncap_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
-  ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
+  PredictionForm& form_ = with_.form;
+  std::string prefix_;
+  DeckWriter& decks_ = with_.engine.decks;
   std::filesystem::path script_ = with_.log.folder / "script.txt";
 };
 
@@ -67,9 +70,9 @@ TEST_F(ScriptsTest, TheTransatlanticDeckIsExactToTheByte) {
 }
 
 TEST_F(ScriptsTest, LocationsFollowTheirRoles) {
-  with_.panel.SetChoice(PanelChoice::kPath, path_option::kLong);
-  with_.parameters.SetTransmitterLatitude("33 54' 0\" S");
-  with_.parameters.SetTransmitterLongitude("151 12' 59\" E");
+  form_.path = path_option::kLong;
+  form_.local_latitude = "33 54' 0\" S";
+  form_.local_longitude = "151 12' 59\" E";
   EXPECT_EQ(Card(IonCapDeck(), "CIRCUIT"),
             "CIRCUIT   03390S    15120E    05150N    00012W    00001");
 }
@@ -86,16 +89,16 @@ TEST_F(ScriptsTest, SystemCardsHoldWhateverPassedValidation) {
       {"5", 0, "0", "50", "-30", "SYSTEM    00001  -1.   0.  50. -30."},
       {"25", 1, "12.5", "90", "24.5", "SYSTEM    00003  -2.  12.  90.  24."},
       {"100 W", 3, "90", "99.9", "99", "SYSTEM    00010  -4.  90. 100.  99."},
-      {"watts", 9, "3", "10", "24", "SYSTEM    00000  -4.   3.  10.  24."},
+      {"watts", 3, "3", "10", "24", "SYSTEM    00000  -4.   3.  10.  24."},
       // Too wide for its field: the later columns shift.
       {"1000000", 2, "3", "10", "24", "SYSTEM    100000  -3.   3.  10.  24."},
   };
   for (const auto& row : cases) {
-    with_.parameters.SetPredictionPower(row.power);
-    with_.parameters.SetPredictionNoise(row.noise);
-    with_.parameters.SetPredictionTakeoff(row.takeoff);
-    with_.panel.SetText(PanelText::kAvail, row.availability);
-    with_.parameters.SetPredictionSNR(row.snr);
+    form_.local_power = row.power;
+    form_.dx_noise = row.noise;
+    form_.takeoff = row.takeoff;
+    form_.availability = row.availability;
+    form_.snr = row.snr;
     EXPECT_EQ(Card(IonCapDeck(), "SYSTEM"), row.card);
   }
 }
@@ -115,11 +118,11 @@ TEST_F(ScriptsTest, ItsCardsKeepTheDecimalsThatTheyHold) {
       {"10.5", "90", "98.4", "0", "90.00   98  0.0", "    0.0105"},
   };
   for (const auto& row : cases) {
-    with_.parameters.SetPredictionPower(row.power);
-    with_.parameters.SetPredictionTakeoff(row.takeoff);
-    with_.panel.SetText(PanelText::kAvail, row.availability);
-    with_.parameters.SetPredictionSNR(row.snr);
-    const std::string deck = ItsDeck(EngineChoice::kVoaCapSnr, 30);
+    form_.local_power = row.power;
+    form_.takeoff = row.takeoff;
+    form_.availability = row.availability;
+    form_.snr = row.snr;
+    const std::string deck = ItsDeck(EngineChoice::kVoaCapSnr);
     EXPECT_EQ(Card(deck, "SYSTEM"),
               std::string("SYSTEM     1.00  -3.") + row.system + " 3.00 0.10");
     EXPECT_EQ(Card(deck, "ANTENNA").substr(68), row.kilowatts);
@@ -137,36 +140,37 @@ TEST_F(ScriptsTest, TheSunspotNumberIsGivenOrDerived) {
                {"", "0", "SUNSPOT   00000"},     {"150", "-5", "SUNSPOT   -00500"},
                {"149.5", "", "SUNSPOT   10500"}};
   for (const auto& [flux, sunspot_number, card] : cases) {
-    with_.panel.SetText(PanelText::kFlux, flux);
-    with_.panel.SetText(PanelText::kSSN, sunspot_number);
+    form_.flux = flux;
+    form_.sunspot_number = sunspot_number;
     EXPECT_EQ(Card(IonCapDeck(), "SUNSPOT"), card) << flux << "/" << sunspot_number;
   }
 }
 
-TEST_F(ScriptsTest, AValueBeyondItsTypeOrFieldFailsWithTheReasonLogged) {
-  with_.parameters.SetPredictionPower("99999999999");
-  EXPECT_FALSE(ioncap_.CreateIONCAPScript(26, script_));
-  EXPECT_FALSE(its_.CreateScript(EngineChoice::kVoaCap, 26, script_));
-  with_.parameters.SetPredictionPower("1e999");
-  EXPECT_FALSE(its_.CreateScript(EngineChoice::kVoaCap, 26, script_));
-  ASSERT_EQ(with_.log.errors.size(), 3U);
+TEST_F(ScriptsTest, ValueBeyondItsTypeOrFieldFailsWithTheReason) {
+  form_.local_power = "99999999999";
+  EXPECT_FALSE(Write());
+  form_.engine = EngineChoice::kVoaCap;
+  EXPECT_FALSE(Write());
+  ASSERT_EQ(with_.log.errors.size(), 2U);
   EXPECT_EQ(with_.log.errors[0].find("program error 6 in module IONCAPModule.CreateIONCAPScript"),
             0U);
   EXPECT_EQ(with_.log.errors[1],
             "IONCAPModule.CloseScript: a field of the script could not be written");
-  EXPECT_EQ(with_.log.errors[2],
-            "program error 6 in module IONCAPModule.CreateITSScript: Overflow: 1e999");
+  form_.local_power = "1e999";
+  EXPECT_THROW(static_cast<void>(with_.Inputs()), Error);
+  form_ = skyhop::testing::Transatlantic();
+  form_.date = "soon";
+  EXPECT_THROW(static_cast<void>(with_.Inputs()), Error);
 }
 
 TEST_F(ScriptsTest, ItsDecksAreExactToTheByte) {
-  with_.panel.SetText(PanelText::kKindex, "4");
-  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCap, 26), TestData("decks/transatlantic-voacap26.txt"));
-  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCapSnr, 30), TestData("decks/transatlantic-voacap30.txt"));
+  form_.k_index = "4";
+  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCap), TestData("decks/transatlantic-voacap26.txt"));
+  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCapSnr), TestData("decks/transatlantic-voacap30.txt"));
   // It alone gets the geomagnetic index.
-  EXPECT_EQ(ItsDeck(EngineChoice::kIcePac, 26), TestData("decks/transatlantic-icepac26.txt"));
+  EXPECT_EQ(ItsDeck(EngineChoice::kIcePac), TestData("decks/transatlantic-icepac26.txt"));
   SetTokyoSaoPaulo();
-  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCapSnr, 30),
-            TestData("decks/tokyo-saopaulo-long-voacap30.txt"));
+  EXPECT_EQ(ItsDeck(EngineChoice::kVoaCapSnr), TestData("decks/tokyo-saopaulo-long-voacap30.txt"));
 }
 
 TEST_F(ScriptsTest, ItsDecksDifferFromThoseThatAnEngineWasRunWithOnlyInRemarks) {
@@ -194,10 +198,7 @@ TEST_F(ScriptsTest, ItsDecksDifferFromThoseThatAnEngineWasRunWithOnlyInRemarks) 
 }
 
 TEST_F(ScriptsTest, APointDeckHasOneHourAndOneFrequency) {
-  with_.parameters.SetPredictionTakeoff("3");
-  const DeckParameters deck =
-      ReadDeckParameters(with_.panel, with_.parameters, with_.log.diagnostics);
-  EXPECT_TRUE(its_.CreatePointScript(deck, {18, 14.074}, script_));
+  EXPECT_TRUE(decks_.WritePoint(with_.Inputs(), {18, 14.074}, script_));
   EXPECT_EQ(ReplaceAll(ReadFile(script_, 10000), "\r\n", "\n"),
             TestData("decks/transatlantic-point.txt"));
 }
@@ -238,11 +239,12 @@ TEST_F(ScriptsTest, EachEndOfThePathHasItsStationsAntenna) {
        "     0.000[a234567890/1234567890]108.3"},
   };
   for (const auto& row : cases) {
-    with_.panel.SetChoice(PanelChoice::kPredictSignals, row.direction);
-    with_.panel.SetChoice(PanelChoice::kPath, row.path);
-    with_.panel.SetAntenna(Station::kLocal, row.local);
-    with_.panel.SetAntenna(Station::kDX, row.dx);
-    const std::string deck = ItsDeck(EngineChoice::kVoaCap, 26);
+    form_.direction = row.direction;
+    form_.path = row.path;
+    form_.local_antenna = row.local;
+    form_.dx_power = 4;
+    form_.dx_antenna = row.dx;
+    const std::string deck = ItsDeck(EngineChoice::kVoaCap);
     EXPECT_EQ(Card(deck, "ANTENNA"),
               std::string("ANTENNA       1    1    2   30") + row.transmitter + "    1.5000");
     EXPECT_NE(
@@ -260,18 +262,18 @@ TEST_F(ScriptsTest, AnAntennaThatNoCardCanHoldIsRefused) {
                            {"", "x", ""},
                            {"", "", "361"}};
   for (const Antenna& antenna : cases) {
-    with_.panel.SetAntenna(Station::kDX, antenna);
+    form_.dx_antenna = antenna;
     with_.log.errors.clear();
-    EXPECT_FALSE(its_.CreateScript(EngineChoice::kVoaCap, 26, script_));
+    form_.engine = EngineChoice::kVoaCap;
+    EXPECT_FALSE(Write());
     ASSERT_FALSE(with_.log.errors.empty());
     EXPECT_NE(with_.log.errors[0].find("the antenna"), std::string::npos);
   }
 }
 
 TEST_F(ScriptsTest, StationNamesAreAsciiAndCutToTheirColumns) {
-  with_.parameters.SetLastPrefix("PØ/Ä1234");
-  with_.parameters.SetPrefix();
-  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCap, 26), "LABEL"),
+  prefix_ = "PØ/Ä1234";
+  EXPECT_EQ(Card(ItsDeck(EngineChoice::kVoaCap), "LABEL"),
             "LABEL     YOUR STATION FN20vm DX P?/?1234 IO91wm  ");
 }
 

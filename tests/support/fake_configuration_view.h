@@ -29,9 +29,9 @@ class FakeConfigurationView : public ConfigurationView {
     selected_mode = selected;
   }
   void SetMode(std::size_t row, const ModeSettings& settings) override { modes.at(row) = settings; }
-  void SetUrl(PanelText url, const std::string& text) override { urls[url] = text; }
-  void EnableOpen(PanelText url, bool on) override { open_enabled[url] = on; }
-  void SetUrlNote(PanelText url, const std::string& text) override { url_notes[url] = text; }
+  void SetUrl(Address url, const std::string& text) override { urls[url] = text; }
+  void EnableOpen(Address url, bool on) override { open_enabled[url] = on; }
+  void SetUrlNote(Address url, const std::string& text) override { url_notes[url] = text; }
   void SetPeers(std::span<const PeerState> all) override { peers.assign(all.begin(), all.end()); }
   void ShowToolTips(bool show) override { tool_tips = show; }
 
@@ -64,9 +64,9 @@ class FakeConfigurationView : public ConfigurationView {
   std::optional<bool> bands_enabled;
   std::vector<ModeSettings> modes;
   int selected_mode = -1;
-  std::map<PanelText, std::string> urls;
-  std::map<PanelText, bool> open_enabled;
-  std::map<PanelText, std::string> url_notes;
+  std::map<Address, std::string> urls;
+  std::map<Address, bool> open_enabled;
+  std::map<Address, std::string> url_notes;
   std::vector<PeerState> peers;
   bool tool_tips = false;
   bool shown = false;

@@ -7,7 +7,7 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "engine/prediction_panel.h"
+#include "engine/prediction_form.h"
 
 namespace skyhop {
 namespace {

@@ -33,13 +33,7 @@ PredictionProgram::PredictionProgram(const PredictOptions& options, std::ostream
       host(platform::MakeEngineHost()),
       diagnostics(folder, *clock_, *facts_),
       settings(*store_, diagnostics),
-      parameters(panel, messages, settings, diagnostics),
-      cards_(pause_, diagnostics),
-      ioncap_script(cards_, panel, parameters, diagnostics),
-      its_script(cards_, panel, parameters, diagnostics),
-      results(table, panel, parameters, chart_, messages, diagnostics),
-      run({parameters, panel, ioncap_script, its_script, results, timer, *launcher, *host, pause_,
-           *clock_, messages, settings, diagnostics}) {
+      engine({*launcher, *host, pause_, *clock_, messages, settings, diagnostics}) {
   diagnostics.SetErrorListener([this](std::string_view line) { error_lines.emplace_back(line); });
   if (options.verbose) {
     diagnostics.SetDebugListener([&err](std::string_view line) { err << line << '\n'; });

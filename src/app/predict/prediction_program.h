@@ -11,14 +11,7 @@
 #include "common/pause.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
-#include "engine/engine_launcher.h"
-#include "engine/ioncap_script.h"
-#include "engine/its_script.h"
-#include "engine/parameters.h"
-#include "engine/plain_panel.h"
-#include "engine/results.h"
-#include "engine/results_table.h"
-#include "engine/run_control.h"
+#include "engine/prediction_engine.h"
 #include "platform/platform.h"
 
 namespace skyhop {
@@ -47,18 +40,12 @@ class NoSettings : public SettingsStore {
   void Save(const std::string&, std::span<const SettingEntry>) override {}
 };
 
-/// Takes the place of a chart in a program that shows none.
-class NoChart : public IONCAPModule::ResultsChart {
- public:
-  void DisplayTable(EngineChoice /*engine*/) override {}
-};
-
 /// All parts of the program, wired for a run without a window.
 class PredictionProgram {
  public:
   PredictionProgram(const PredictOptions& options, std::ostream& err);
 
-  PlainPanel panel;
+  PredictionForm form;
   StreamMessages messages;
   std::filesystem::path folder;
   /// The engine was not chosen by the user: it is the automatic one.
@@ -77,19 +64,7 @@ class PredictionProgram {
   std::unique_ptr<EngineHost> host;
   Diagnostics diagnostics;
   Common::Settings settings;
-  IONCAPModule::Parameters parameters;
-  ResultsTable table;
-
- private:
-  NoChart chart_;
-  IONCAPModule::ScriptCards cards_;
-
- public:
-  IONCAPModule::IonCapScript ioncap_script;
-  IONCAPModule::ItsScript its_script;
-  IONCAPModule::Results results;
-  ManualTimer timer;
-  IONCAPModule::RunControl run;
+  PredictionEngine engine;
 
   [[nodiscard]] const Clock& GetClock() const { return *clock_; }
 };

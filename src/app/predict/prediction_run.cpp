@@ -82,10 +82,14 @@ class Runner {
   }
 
   int PrintDeck() {
-    if (!program_.parameters.PredictionParametersValid()) return exit_status::kInvalid;
+    if (!program_.engine.parameters.PredictionParametersValid()) return exit_status::kInvalid;
     const ScratchFolder folder;
     const std::filesystem::path script = folder.Path() / "deck.txt";
-    if (!WriteDeck(script)) {
+    const bool written = program_.diagnostics.Trap("PredictionRun.PrintDeck", false, [&] {
+      return program_.engine.decks.Write(IONCAPModule::InputsOf(program_.engine.parameters.Set()),
+                                         script);
+    });
+    if (!written) {
       SayErrors();
       return exit_status::kInvalid;
     }
@@ -94,18 +98,7 @@ class Runner {
     return Finish();
   }
 
-  [[nodiscard]] EngineChoice Engine() const {
-    return static_cast<EngineChoice>(program_.panel.Choice(PanelChoice::kEngineButton));
-  }
-
-  bool WriteDeck(const std::filesystem::path& script) {
-    const EngineChoice engine = Engine();
-    if (engine == EngineChoice::kIonCap) {
-      return program_.ioncap_script.CreateIONCAPScript(26, script);
-    }
-    return program_.its_script.CreateScript(engine, engine == EngineChoice::kVoaCapSnr ? 30 : 26,
-                                            script);
-  }
+  [[nodiscard]] EngineChoice Engine() const { return program_.form.engine; }
 
   int Predict() {
     const auto until = steady_clock::now() + milliseconds(std::llround(options_.timeout * 1000));
@@ -118,14 +111,14 @@ class Runner {
     for (const std::string& problem : problems) {
       program_.diagnostics.ErrorLog("cannot set up the program folder: " + problem);
     }
-    if (!program_.run.LoadEngineData(program_.folder)) {
+    if (!program_.engine.run.LoadEngineData(program_.folder)) {
       SayErrors();
       return exit_status::kEngineFailed;
     }
     if (!EngineAccepted()) return exit_status::kEngineFailed;
     const int messages = program_.messages.Count();
-    program_.run.SetTimeout(Left(until));
-    if (!program_.run.ForecastPaths()) {
+    program_.engine.run.SetTimeout(Left(until));
+    if (!program_.engine.run.ForecastPaths()) {
       SayErrors();
       return program_.messages.Count() > messages ? exit_status::kInvalid
                                                   : exit_status::kEngineFailed;
@@ -162,8 +155,9 @@ class Runner {
 
   void NoteAntennas(const EngineFinding& finding, bool estimate) {
     for (const Station station : {Station::kLocal, Station::kDX}) {
-      const std::string problem =
-          AntennaNote(program_.panel.AntennaOf(station), Engine(), finding, estimate);
+      const std::string problem = AntennaNote(
+          station == Station::kLocal ? program_.form.local_antenna : program_.form.dx_antenna,
+          Engine(), finding, estimate);
       const char* whose =
           station == Station::kLocal ? "your antenna " : "the DX station's antenna ";
       if (!problem.empty()) Say(whose + problem);
@@ -176,21 +170,21 @@ class Runner {
   }
 
   int WaitForResults(steady_clock::time_point until) {
-    const ProcessId process = program_.run.Job().Process();
+    const ProcessId process = program_.engine.run.Job().Process();
     EngineLauncher& launcher = *program_.launcher;
     launcher.EndWithThisProgram(process);
-    EngineJob::Outcome outcome = program_.run.Poll();
+    EngineJob::Outcome outcome = program_.engine.run.Poll();
     while (outcome.state == EngineJob::State::kRunning) {
       launcher.WaitForEnd(process, std::min(kFileCheck, Left(until)));
-      outcome = program_.run.Poll();
+      outcome = program_.engine.run.Poll();
     }
     if (outcome.failure != EngineJob::Failure::kTimeout &&
         outcome.failure != EngineJob::Failure::kNoResults) {
-      program_.run.HandleIonCapTimer();
+      program_.engine.run.HandleIonCapTimer();
     }
-    program_.run.Abort();
+    program_.engine.run.Abort();
     launcher.EndWithThisProgram(0);
-    if (program_.run.LastRunDisplayed()) return exit_status::kSuccess;
+    if (program_.engine.run.LastRunDisplayed()) return exit_status::kSuccess;
     TellFailure(outcome);
     return outcome.failure == EngineJob::Failure::kTimeout ? exit_status::kTimeOut
                                                            : exit_status::kEngineFailed;
@@ -198,13 +192,13 @@ class Runner {
 
   void TellFailure(const EngineJob::Outcome& outcome) {
     SayErrors();
-    const EngineJob& job = program_.run.Job();
+    const EngineJob& job = program_.engine.run.Job();
     const std::string engine = "the engine " + PathText(job.Executable());
     const std::string reason = job.FailureText();
     if (outcome.failure == EngineJob::Failure::kTimeout) {
       Say(engine + " has not finished after " + NumberText(options_.timeout) + " s");
     } else if (outcome.failure == EngineJob::Failure::kNoResults) {
-      Say("the engine " + program_.run.DeadEngineText());
+      Say("the engine " + program_.engine.run.DeadEngineText());
     } else if (!reason.empty()) {
       Say(engine + " gave no usable results." + reason);
     }
@@ -214,17 +208,16 @@ class Runner {
   }
 
   PredictionReport MakeReport() {
-    const std::string given = program_.panel.Text(PanelText::kSSN);
-    const IONCAPModule::DeckParameters deck =
-        IONCAPModule::ReadDeckParameters(program_.panel, program_.parameters, program_.diagnostics);
-    return {{program_.table, program_.diagnostics, Engine()},
-            program_.results.Heading(),
-            program_.panel.Text(PanelText::kSummary),
-            program_.parameters.Date(),
-            program_.panel.Text(PanelText::kFlux),
-            NumberText(deck.sunspot_number),
-            LeadingNumber(given) == 0 && !Trim(program_.panel.Text(PanelText::kFlux)).empty(),
-            IONCAPModule::NamesEstimate(program_.results.Heading().engine),
+    const ParameterSet& set = program_.engine.parameters.Set();
+    const IONCAPModule::ResultsHeading& heading = program_.engine.results.Heading();
+    return {{program_.engine.table, program_.diagnostics, Engine()},
+            heading,
+            SummaryLine(set, program_.form.distance_miles, {}, program_.diagnostics),
+            set.date,
+            set.flux,
+            NumberText(program_.engine.run.Job().Asked().asked.sunspot_number),
+            IONCAPModule::DerivesSunspotNumber(set),
+            IONCAPModule::NamesEstimate(heading.engine),
             fallback_reason_};
   }
 
@@ -247,9 +240,10 @@ class Runner {
   }
 
   std::string DrawChart(const PredictionReport& report) {
-    ChartPane pane(program_.table, program_.diagnostics, program_.GetClock());
+    ChartPane pane(program_.engine.table, program_.diagnostics, program_.GetClock());
     pane.DisplayTable(report.day.engine);
-    pane.SetTitle(ChartTitle(program_.panel, program_.parameters, {}, program_.diagnostics));
+    const ParameterSet& set = program_.engine.parameters.Set();
+    pane.SetTitle(ChartTitle(set, program_.form.distance_miles, {}, program_.diagnostics));
     AskedPrediction asked;
     asked.sunspot_number = StoreSingle(LeadingNumber(report.sunspot_number));
     asked.from_flux = report.sunspot_number_derived;
@@ -257,11 +251,7 @@ class Runner {
     pane.SetProvenance(
         Provenance(report.heading, report.day.engine, asked, program_.GetClock().UtcNow()));
     if (const auto date = ParseDate(report.date)) {
-      const bool to =
-          program_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
-      const SunRow transmitter = ComputeSunRow(program_.parameters.GetTransmitterLocation(), *date);
-      const SunRow receiver = ComputeSunRow(program_.parameters.GetReceiverLocation(), *date);
-      pane.SetSolarBars(to ? SolarBars{transmitter, receiver} : SolarBars{receiver, transmitter});
+      pane.SetSolarBars({ComputeSunRow(set.Local(), *date), ComputeSunRow(set.DX(), *date)});
     }
     // A picture of a whole day has no present time.
     return PictureAsSvg(pane, {.time_index = false});

@@ -10,10 +10,22 @@
 #include "ui/beacon/beacon_links.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/view_panel.h"
+#include "ui/prediction/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {
+
+/// A timer of the links as one of the view's timers.
+class ViewLinkTimer : public LinkTimer {
+ public:
+  ViewLinkTimer(PredictionView& view, WindowTimer timer) : view_(&view), timer_(timer) {}
+  void Start(std::chrono::milliseconds interval) override { view_->StartTimer(timer_, interval); }
+  void Stop() override { view_->StopTimer(timer_); }
+
+ private:
+  PredictionView* view_;
+  WindowTimer timer_;
+};
 
 /// The links with the other programs of the suite. The window's controller is made with `Server`
 /// and `Peers`, which do nothing until Attach tells them the controller.

@@ -17,8 +17,7 @@
 #include "common/pause.h"
 #include "common/settings.h"
 #include "engine/circuit_run.h"
-#include "engine/ioncap_script.h"
-#include "engine/its_script.h"
+#include "engine/prediction_engine.h"
 #include "engine/run_lock.h"
 #include "interop/link_transport.h"
 #include "interop/snr_answers.h"
@@ -97,18 +96,10 @@ class SkyhopProgram : private ConfigurationHost {
   Common::Settings settings_;
   Configuration configuration_;
   FreqDependentModule::BandTable bands_;
-  ResultsTable table_;
+  PredictionEngine engine_;
   ChartPane pane_;
   // The toolkit destroys windows that have been closed; these see it.
   wxWeakRef<PredictionFrame> frame_;
-  ViewPanel panel_;
-  ViewTimer timer_;
-  IONCAPModule::Parameters parameters_;
-  IONCAPModule::ScriptCards cards_;
-  IONCAPModule::IonCapScript ioncap_script_;
-  IONCAPModule::ItsScript its_script_;
-  IONCAPModule::Results results_;
-  IONCAPModule::RunControl run_;
   wxWeakRef<ForecastFrame> forecast_frame_;
   wxWeakRef<ConditionsFrame> conditions_frame_;
   SpaceWeatherParts space_weather_;

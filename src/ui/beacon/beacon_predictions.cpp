@@ -12,9 +12,6 @@ namespace {
 
 using BeaconModule::Beacon;
 
-constexpr std::int16_t kLufMufMethod = 26;
-constexpr std::int16_t kSnrMethod = 30;
-
 constexpr EngineFileNames kFileNames = {"beacon.txt", "beaconresults.txt", "beacon.bat",
                                         "beacondrive.txt"};
 
@@ -29,37 +26,25 @@ bool SameBeacons(const std::vector<Beacon>& a, const std::vector<Beacon>& b) {
 
 }  // namespace
 
-BeaconInputs ReadBeaconInputs(const PredictionPanel& panel,
-                              const IONCAPModule::Parameters& parameters) {
-  BeaconInputs inputs;
-  const auto latitude = LatLonModule::LatitudeIn(panel.Text(PanelText::kLocalLat));
-  const auto longitude = LatLonModule::LongitudeIn(panel.Text(PanelText::kLocalLon));
-  if (latitude && longitude) inputs.station = {*latitude, *longitude};
-  inputs.antenna = panel.AntennaOf(Station::kLocal);
-  inputs.flux = panel.Text(PanelText::kFlux);
-  inputs.sunspot_number = panel.Text(PanelText::kSSN);
-  inputs.k_index = panel.Text(PanelText::kKindex);
-  inputs.availability = panel.Text(PanelText::kAvail);
-  inputs.snr = panel.Text(PanelText::kSNR);
-  inputs.takeoff = panel.Text(PanelText::kLocalTakeOff);
-  inputs.noise = parameters.LocalNoiseIndex();
-  inputs.engine = static_cast<EngineChoice>(panel.Choice(PanelChoice::kEngineButton));
-  return inputs;
+ParameterSet BeaconParameters(const PredictionForm& form) {
+  PredictionForm from_beacon = form;
+  from_beacon.direction = direction_option::kFromTheDXStation;
+  from_beacon.path = path_option::kShort;
+  from_beacon.dx_latitude.clear();
+  from_beacon.dx_longitude.clear();
+  from_beacon.dx_antenna = {};
+  from_beacon.date.clear();
+  ParameterSet set = IONCAPModule::ParametersOf(from_beacon);
+  set.power = BeaconPredictions::kPower;
+  return set;
 }
 
 BeaconPredictions::BeaconPredictions(const Collaborators& collaborators)
     : with_(collaborators),
-      parameters_(panel_, messages_, with_.settings, with_.diagnostics),
-      cards_(with_.pause, with_.diagnostics),
-      ioncap_script_(cards_, panel_, parameters_, with_.diagnostics),
-      its_script_(cards_, panel_, parameters_, with_.diagnostics),
       run_({with_.locker, with_.launcher, with_.host, with_.pause, with_.diagnostics,
-            with_.program_folder, kFileNames}) {
-  panel_.SetChoice(PanelChoice::kPath, path_option::kShort);
-  panel_.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
-}
+            with_.program_folder, kFileNames}) {}
 
-void BeaconPredictions::Want(const BeaconInputs& inputs, const std::vector<Beacon>& beacons,
+void BeaconPredictions::Want(const ParameterSet& inputs, const std::vector<Beacon>& beacons,
                              const std::vector<double>& frequencies, UtcTime now) {
   const UtcTime hour = std::chrono::floor<std::chrono::hours>(now);
   const bool same = wanted_ && wanted_->inputs == inputs && wanted_->frequencies == frequencies &&
@@ -129,11 +114,13 @@ void BeaconPredictions::Begin(Time now) {
   if (busy_ && now - *busy_ < kBusyPause) return;
   busy_.reset();
   if (wanted_->inputs.engine == EngineChoice::kNone) return GiveUp("no engine is selected");
-  if (!HandInputs(queue_.back())) return GiveUp(messages_.last);
-  const IONCAPModule::DeckParameters asked =
-      IONCAPModule::ReadDeckParameters(panel_, parameters_, with_.diagnostics);
-  switch (run_.Start(
-      wanted_->inputs.engine, asked, [this](const auto& file) { return WriteDeck(file); }, now)) {
+  const ParameterSet set = SetFor(queue_.back());
+  if (LatLonModule::IsUndefined(set.receiver)) {
+    return GiveUp("your station's location is missing");
+  }
+  const std::vector<std::string> faults = IONCAPModule::FaultsOf(set);
+  if (!faults.empty()) return GiveUp(faults.back());
+  switch (run_.Start(IONCAPModule::InputsOf(set), now)) {
     case CircuitRun::Started::kRuns:
       return;
     case CircuitRun::Started::kBusy:
@@ -149,38 +136,11 @@ void BeaconPredictions::GiveUp(const std::string& problem) {
   queue_.clear();
 }
 
-bool BeaconPredictions::HandInputs(const Beacon& beacon) {
-  const BeaconInputs& inputs = wanted_->inputs;
-  panel_.SetText(PanelText::kFlux, inputs.flux);
-  panel_.SetText(PanelText::kSSN, inputs.sunspot_number);
-  panel_.SetText(PanelText::kKindex, inputs.k_index);
-  panel_.SetText(PanelText::kAvail, inputs.availability);
-  panel_.SetChoice(PanelChoice::kEngineButton, static_cast<int>(inputs.engine));
-  panel_.SetAntenna(Station::kLocal, inputs.antenna);
-  parameters_.SetPredictionPower(kPower);
-  parameters_.SetPredictionSNR(inputs.snr);
-  parameters_.SetPredictionTakeoff(inputs.takeoff);
-  parameters_.SetPredictionNoise(inputs.noise);
-  parameters_.SetPath("Short Path");
-  parameters_.SetDate(DateText(UtcDate(wanted_->hour)));
-  parameters_.SetTransmitterLatitude(LatLonModule::LatitudeString(beacon.position));
-  parameters_.SetTransmitterLongitude(LatLonModule::LongitudeString(beacon.position));
-  if (LatLonModule::IsUndefined(inputs.station)) {
-    messages_.last = "your station's location is missing";
-    return false;
-  }
-  parameters_.SetReceiverLatitude(LatLonModule::LatitudeString(inputs.station));
-  parameters_.SetReceiverLongitude(LatLonModule::LongitudeString(inputs.station));
-  return parameters_.PredictionParametersValid();
-}
-
-bool BeaconPredictions::WriteDeck(const std::filesystem::path& file) {
-  const EngineChoice engine = wanted_->inputs.engine;
-  if (engine == EngineChoice::kIonCap) {
-    return ioncap_script_.CreateIONCAPScript(kLufMufMethod, file);
-  }
-  const std::int16_t method = engine == EngineChoice::kVoaCapSnr ? kSnrMethod : kLufMufMethod;
-  return its_script_.CreateScript(engine, method, file);
+ParameterSet BeaconPredictions::SetFor(const Beacon& beacon) const {
+  ParameterSet set = wanted_->inputs;
+  set.transmitter = beacon.position;
+  set.date = DateText(UtcDate(wanted_->hour));
+  return set;
 }
 
 void BeaconPredictions::Take(const std::string& results) {

@@ -10,36 +10,15 @@
 #include "beacon/beacon_location.h"
 #include "common/clock.h"
 #include "common/diagnostics.h"
-#include "common/settings.h"
 #include "engine/circuit_run.h"
-#include "engine/ioncap_script.h"
-#include "engine/its_script.h"
-#include "engine/parameters.h"
-#include "engine/plain_panel.h"
+#include "engine/prediction_inputs.h"
 #include "engine/results_table.h"
 
 namespace skyhop {
 
-/// What the predictions to the beacons depend on, as the prediction window has it.
-struct BeaconInputs {
-  /// Your station; undefined while it is missing or not valid.
-  Position station{LatLonModule::UndefinedAngle(), LatLonModule::UndefinedAngle()};
-  Antenna antenna;  ///< of your station
-  std::string flux;
-  std::string sunspot_number;
-  std::string k_index;
-  std::string availability;
-  std::string snr;
-  std::string takeoff;
-  std::int16_t noise = 0;  ///< at your station
-  EngineChoice engine = EngineChoice::kNone;
-
-  friend bool operator==(const BeaconInputs&, const BeaconInputs&) = default;
-};
-
-/// Somebody may be typing there: nothing is told about what cannot be read.
-[[nodiscard]] BeaconInputs ReadBeaconInputs(const PredictionPanel& panel,
-                                            const IONCAPModule::Parameters& parameters);
+/// The parameter set of the beacons' predictions: a beacon, which is left undefined, transmits to
+/// your station by the short path. The date is left empty.
+[[nodiscard]] ParameterSet BeaconParameters(const PredictionForm& form);
 
 /// How open the frequencies of the beacons are predicted to be from each beacon to your station,
 /// for all hours of the day: one run of the selected engine for each beacon, one after another in
@@ -59,13 +38,11 @@ class BeaconPredictions {
   /// Until a run that finds the engines' folders in use tries again.
   static constexpr std::chrono::seconds kBusyPause{1};
 
-  /// All must outlive this object.
   struct Collaborators {
     RunLocker& locker;
     EngineLauncher& launcher;
     const EngineHost& host;
     Pause& pause;
-    const Common::Settings& settings;
     Diagnostics& diagnostics;
     const Clock& clock;
     std::filesystem::path program_folder;
@@ -75,7 +52,7 @@ class BeaconPredictions {
 
   /// Sets what is to be predicted: beacons on frequencies in kHz, by these inputs at this moment.
   /// What is predicted already and still holds is kept.
-  void Want(const BeaconInputs& inputs, const std::vector<BeaconModule::Beacon>& beacons,
+  void Want(const ParameterSet& inputs, const std::vector<BeaconModule::Beacon>& beacons,
             const std::vector<double>& frequencies, UtcTime now);
 
   /// Goes on with the runs. Returns whether something new is known. A run begins in another poll
@@ -104,15 +81,8 @@ class BeaconPredictions {
                                      double frequency) const;
 
  private:
-  /// Keeps messages that nobody has asked for from the user.
-  class KeptMessages : public UserMessages {
-   public:
-    void Show(const std::string& text, const std::string& /*caption*/) override { last = text; }
-    std::string last;
-  };
-
   struct Wanted {
-    BeaconInputs inputs;
+    ParameterSet inputs;
     std::vector<BeaconModule::Beacon> beacons;
     std::vector<double> frequencies;
     UtcTime hour;
@@ -126,20 +96,13 @@ class BeaconPredictions {
 
   void Begin(Time now);
   void KeepDay(UtcTime now);
-  [[nodiscard]] bool HandInputs(const BeaconModule::Beacon& beacon);
-  [[nodiscard]] bool WriteDeck(const std::filesystem::path& file);
+  [[nodiscard]] ParameterSet SetFor(const BeaconModule::Beacon& beacon) const;
   void Finish(const CircuitRun::Outcome& outcome);
   void Take(const std::string& results);
   [[nodiscard]] std::optional<Levels> LevelsOf(double frequency) const;
   void GiveUp(const std::string& problem);
 
   Collaborators with_;
-  KeptMessages messages_;
-  PlainPanel panel_;
-  IONCAPModule::Parameters parameters_;
-  IONCAPModule::ScriptCards cards_;
-  IONCAPModule::IonCapScript ioncap_script_;
-  IONCAPModule::ItsScript its_script_;
   ResultsTable table_;
   CircuitRun run_;
 

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,8 +36,8 @@ class BeaconWindow : public BeaconMonitor {
     BeaconView& view;
     BeaconPredictions& predictions;
     BeaconModule::BeaconPeers& peers;
-    const PredictionPanel& panel;
-    const IONCAPModule::Parameters& parameters;
+    /// Reads the inputs of the prediction window.
+    std::function<PredictionForm()> read_form;
     UserMessages& messages;
     const Common::Settings& settings;
     Diagnostics& diagnostics;
@@ -139,10 +140,10 @@ class BeaconWindow : public BeaconMonitor {
   BeaconModule::FollowOptions options_;  ///< `retune` has no part in it
   bool custom_ = false;
 
-  BeaconInputs inputs_;
+  ParameterSet inputs_ = BeaconParameters({});
   /// What the main window has instead of them.
   struct Typed {
-    BeaconInputs inputs;
+    ParameterSet inputs;
     std::string latitude;  ///< as it stands there
     std::string longitude;
     friend bool operator==(const Typed&, const Typed&) = default;

@@ -113,8 +113,8 @@ void BeaconWindow::ReadFiles() {
 /// while is meant.
 void BeaconWindow::WatchInputs() {
   const milliseconds passed = with_.timekeeping.Passed();
-  const Typed typed{ReadBeaconInputs(with_.panel, with_.parameters),
-                    with_.panel.Text(PanelText::kLocalLat), with_.panel.Text(PanelText::kLocalLon)};
+  const PredictionForm form = with_.read_form();
+  const Typed typed{BeaconParameters(form), form.local_latitude, form.local_longitude};
   if (typed.inputs == inputs_) {
     typed_.reset();
   } else if (typed_ != typed) {
@@ -123,24 +123,24 @@ void BeaconWindow::WatchInputs() {
   } else if (passed - typed_since_ >= kSettled) {
     TakeInputs();
   }
-  if (with_.panel.Checked(PanelCheck::kDistanceMiles) != miles_) LocateStation();
+  if (form.distance_miles != miles_) LocateStation();
 }
 
 void BeaconWindow::TakeInputs() {
   typed_.reset();
-  const BeaconInputs inputs = ReadBeaconInputs(with_.panel, with_.parameters);
-  const bool moved = inputs.station != inputs_.station;
+  const ParameterSet inputs = BeaconParameters(with_.read_form());
+  const bool moved = inputs.receiver != inputs_.receiver;
   inputs_ = inputs;
   if (moved) LocateStation();
 }
 
 void BeaconWindow::LocateStation() {
-  miles_ = with_.panel.Checked(PanelCheck::kDistanceMiles);
+  miles_ = with_.read_form().distance_miles;
   slot_target_.reset();
   ways_.clear();
   for (const BeaconModule::Beacon& beacon : files_.locations.beacons) {
     ways_.push_back(
-        BeaconModule::WayTo(inputs_.station, beacon.position, miles_, with_.diagnostics));
+        BeaconModule::WayTo(inputs_.receiver, beacon.position, miles_, with_.diagnostics));
   }
   with_.view.Refresh();
 }

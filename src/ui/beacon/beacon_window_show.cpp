@@ -233,7 +233,7 @@ std::string BeaconWindow::SilenceText(UtcTime now) const {
     case Selection::By::kCall:
       break;
     case Selection::By::kOctant: {
-      if (LatLonModule::IsUndefined(inputs_.station)) return "your station's location is missing";
+      if (LatLonModule::IsUndefined(inputs_.receiver)) return "your station's location is missing";
       const auto octant = static_cast<std::size_t>(selection_.octant);
       return "no beacon to the " + std::string(BeaconModule::kOctantNames.at(octant)) +
              " transmits in this slot";

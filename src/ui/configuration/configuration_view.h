@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/prediction_panel.h"
 #include "ui/shared/configuration.h"
 #include "ui/shared/window_placement.h"
 
@@ -55,18 +54,18 @@ inline constexpr std::array<const char*, 4> kEngineCaptions = {
 
 /// An address that the configuration holds, and what stands beside its field.
 struct ConfigUrl {
-  PanelText url;
+  Address url;
   const char* label;
 };
 /// First the downloads, then the web pages.
 inline constexpr std::array<ConfigUrl, 7> kConfigUrls = {{
-    {PanelText::kSFIURL, "Predicted SFI and A-index"},
-    {PanelText::kSSNURL, "Predicted Sunspot Numbers"},
-    {PanelText::kWWVURL, "Predicted Solar and Geomagnetic Conditions"},
-    {PanelText::kURL0, "Web page 1"},
-    {PanelText::kURL1, "Web page 2"},
-    {PanelText::kURL2, "Web page 3"},
-    {PanelText::kURL3, "Web page 4"},
+    {Address::kSFIURL, "Predicted SFI and A-index"},
+    {Address::kSSNURL, "Predicted Sunspot Numbers"},
+    {Address::kWWVURL, "Predicted Solar and Geomagnetic Conditions"},
+    {Address::kURL0, "Web page 1"},
+    {Address::kURL1, "Web page 2"},
+    {Address::kURL2, "Web page 3"},
+    {Address::kURL3, "Web page 4"},
 }};
 
 /// An application of the suite as the window lists it.
@@ -106,11 +105,11 @@ class ConfigurationView {
   virtual void SetModes(std::span<const ModeSettings> modes, int selected) = 0;
   /// One row of it; selection and the other rows stay.
   virtual void SetMode(std::size_t row, const ModeSettings& settings) = 0;
-  virtual void SetUrl(PanelText url, const std::string& text) = 0;
+  virtual void SetUrl(Address url, const std::string& text) = 0;
   /// Whether the address can be opened.
-  virtual void EnableOpen(PanelText url, bool enabled) = 0;
+  virtual void EnableOpen(Address url, bool enabled) = 0;
   /// What the address gave last, to stand below it; empty for nothing.
-  virtual void SetUrlNote(PanelText url, const std::string& text) = 0;
+  virtual void SetUrlNote(Address url, const std::string& text) = 0;
   virtual void SetPeers(std::span<const PeerState> peers) = 0;
   virtual void ShowToolTips(bool show) = 0;
 

@@ -138,7 +138,7 @@ void IoncapConfig::FillBands() {
   }
 }
 
-void IoncapConfig::FillUrl(PanelText url) {
+void IoncapConfig::FillUrl(Address url) {
   const std::string& text = with_.configuration.Url(url);
   with_.view.SetUrl(url, text);
   with_.view.EnableOpen(url, !Trim(text).empty());

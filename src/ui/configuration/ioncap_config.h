@@ -95,8 +95,8 @@ class IoncapConfig : public ConfigurationWindow {
   void RestoreModesCmd_Click();
 
   // Addresses.
-  void URL_Change(PanelText url, const std::string& text);
-  void OpenURLCmd_Click(PanelText url);
+  void URL_Change(Address url, const std::string& text);
+  void OpenURLCmd_Click(Address url);
   void RestoreURLsCmd_Click();
 
   // Diagnostics and windows.
@@ -111,7 +111,7 @@ class IoncapConfig : public ConfigurationWindow {
  private:
   void Fill();
   void FillBands();
-  void FillUrl(PanelText url);
+  void FillUrl(Address url);
   void ShowUrlNotes();
   void ShowModes(int selected);
   void ShowFindings();

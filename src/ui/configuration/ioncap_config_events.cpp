@@ -5,7 +5,6 @@
 #include "common/files.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "ui/configuration/default_urls.h"
 #include "ui/configuration/input_rules.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/shared/web_address.h"
@@ -181,7 +180,7 @@ void IoncapConfig::SaveModes(const std::vector<ModeSettings>& modes, int selecte
 
 // --- Addresses ----------------------------------------------------------------------------------
 
-void IoncapConfig::URL_Change(PanelText url, const std::string& text) {
+void IoncapConfig::URL_Change(Address url, const std::string& text) {
   with_.diagnostics.Trap("IoncapConfig.URL_Change", [&] {
     const std::string wanted(Trim(text));
     const bool saved =
@@ -191,7 +190,7 @@ void IoncapConfig::URL_Change(PanelText url, const std::string& text) {
   });
 }
 
-void IoncapConfig::OpenURLCmd_Click(PanelText url) {
+void IoncapConfig::OpenURLCmd_Click(Address url) {
   with_.diagnostics.Trap("IoncapConfig.OpenURLCmd_Click", [&] {
     const std::string text(Trim(with_.configuration.Url(url)));
     with_.diagnostics.DebugLog("IoncapConfig.OpenURLCmd_Click, theURL = " + text);

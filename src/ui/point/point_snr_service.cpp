@@ -9,13 +9,13 @@
 #include "common/text.h"
 #include "geo/dx_grid.h"
 #include "ui/point/snr_display.h"
+#include "ui/prediction/view_form.h"
 #include "ui/shared/mode_names.h"
 #include "ui/shared/raised.h"
 
 namespace skyhop {
 namespace {
 
-using IONCAPModule::DeckParameters;
 using IONCAPModule::PathReception;
 using IONCAPModule::PointReception;
 
@@ -34,19 +34,16 @@ std::string Problems(const PointReception& reception) {
 constexpr const char* kReplaced = "replaced by another request";
 constexpr const char* kProgramEnds = "the program ends";
 
-bool ToTheDXStation(const PredictionPanel& panel) {
-  return panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
-}
-
 }  // namespace
 
 bool PointSnrService::Basis::SameAs(const Basis& other) const {
-  // Required reliability and K index do not count for what is shown.
-  const auto inputs = [](const DeckParameters& of) {
-    return std::tie(of.transmitter, of.receiver, of.power, of.takeoff, of.noise, of.year, of.month,
-                    of.sunspot_number, of.transmitter_antenna, of.receiver_antenna);
+  // Required SNR, reliability, K index and the day of the month make no difference.
+  const auto compared = [](const PredictionInputs& of) {
+    return std::tuple(of.to_dx, of.transmitter, of.receiver, of.power, of.takeoff, of.noise,
+                      of.Year(), of.Month(), of.sunspot_number, of.transmitter_antenna,
+                      of.receiver_antenna);
   };
-  return to == other.to && hour == other.hour && inputs(deck) == inputs(other.deck);
+  return hour == other.hour && compared(inputs) == compared(other.inputs);
 }
 
 void PointSnrService::Predict(double frequency, const std::string& mode, const std::string& snr) {
@@ -128,19 +125,17 @@ void PointSnrService::Start(const Order& order) {
   DisplaySNR();
 }
 
-/// The inputs as they are there for what was wanted last; nothing while they cannot be read.
+/// The inputs of now for the prediction that was wanted last; nothing while they cannot be read.
 std::optional<PointSnrService::Basis> PointSnrService::BasisNow() {
   const UtcTime now = with_.clock.UtcNow();
-  const IONCAPModule::PointRequest request = RequestFor(last_->wanted);
+  ParameterSet circuit = RequestFor(last_->wanted).circuit;
+  circuit.date = DateText(UtcDate(now));
+  if (LatLonModule::IsUndefined(circuit.transmitter) ||
+      LatLonModule::IsUndefined(circuit.receiver)) {
+    return std::nullopt;
+  }
   try {
-    Basis basis{IONCAPModule::ReadPointParameters(with_.panel, with_.parameters, UtcDate(now),
-                                                  with_.diagnostics),
-                ToTheDXStation(with_.panel), UtcHourMinute(now).hour};
-    if (!request.power.empty()) basis.deck.power = RoundToLong(LeadingNumber(request.power));
-    if (!request.takeoff.empty()) {
-      basis.deck.takeoff = RoundToInteger(LeadingNumber(request.takeoff));
-    }
-    return basis;
+    return Basis{IONCAPModule::InputsOf(circuit), UtcHourMinute(now).hour};
   } catch (const Error&) {
     return std::nullopt;
   }
@@ -149,26 +144,28 @@ std::optional<PointSnrService::Basis> PointSnrService::BasisNow() {
 /// Where the prediction that begins goes: the DX station's square, as far as the window shows it.
 std::string PointSnrService::CircuitNow() const {
   if (!basis_) return {};
-  const DeckParameters& deck = basis_->deck;
-  std::string square =
-      DXGridModule::GetGridSquare(basis_->to ? deck.receiver : deck.transmitter, with_.diagnostics);
+  const PredictionInputs& inputs = basis_->inputs;
+  std::string square = DXGridModule::GetGridSquare(
+      inputs.to_dx ? inputs.receiver : inputs.transmitter, with_.diagnostics);
   const std::string shown(Trim(with_.view.Text(TextField::kDXGrid)));
   if (!shown.empty() && EqualsIgnoringCase(square.substr(0, shown.size()), shown)) square = shown;
-  return (basis_->to ? "to " : "from ") + square;
+  return (inputs.to_dx ? "to " : "from ") + square;
 }
 
 IONCAPModule::PointRequest PointSnrService::RequestFor(const Wanted& wanted) {
   IONCAPModule::PointRequest request;
   request.frequency = wanted.frequency;
   request.mode = wanted.mode;
-  request.snr = Trim(wanted.snr).empty() ? RequiredSnr(wanted.mode) : wanted.snr;
-  if (!ToTheDXStation(with_.panel) || !with_.configuration.FreqDependentEnabled()) return request;
+  request.circuit = IONCAPModule::ParametersOf(FormOf(with_.view, with_.configuration));
+  request.circuit.prefix = with_.parameters.Set().prefix;
+  request.circuit.snr = Trim(wanted.snr).empty() ? RequiredSnr(wanted.mode) : wanted.snr;
+  if (!request.circuit.to_dx || !with_.configuration.FreqDependentEnabled()) return request;
   const std::int16_t band =
       with_.bands.GetbandIndex(with_.bands.GetBandNameForFreq(wanted.frequency));
   if (band < 0) return request;
   const BandSettings& settings = with_.configuration.Band(static_cast<std::size_t>(band));
-  request.power = Trim(settings.power);
-  request.takeoff = Trim(settings.takeoff);
+  if (!Trim(settings.power).empty()) request.circuit.power = settings.power;
+  if (!Trim(settings.takeoff).empty()) request.circuit.takeoff = settings.takeoff;
   return request;
 }
 
@@ -176,7 +173,7 @@ IONCAPModule::PointRequest PointSnrService::RequestFor(const Wanted& wanted) {
 std::string PointSnrService::RequiredSnr(const std::string& mode) const {
   const std::vector<ModeSettings>& modes = with_.configuration.Modes();
   if (const auto nearest = NearestMode(mode, modes)) return modes[*nearest].snr;
-  return with_.panel.Text(PanelText::kSNR);
+  return with_.view.Text(TextField::kSNR);
 }
 
 void PointSnrService::SNRExecuteTimer_Tick() {
@@ -215,7 +212,7 @@ void PointSnrService::RefuseNext(const std::string& problem) {
   const Order order = *std::exchange(next_, std::nullopt);
   if (!order.requester) return;
   PointReception nothing;
-  nothing.request.snr = order.requester->snr;
+  nothing.request.circuit.snr = order.requester->snr;
   nothing.hour = UtcHourMinute(with_.clock.UtcNow()).hour;
   Answer(*order.requester, nothing, problem);
 }
@@ -224,7 +221,7 @@ void PointSnrService::Answer(const SNRRequest& request, const PointReception& re
                              const std::string& problem) {
   std::string record = records_.EncodeField("freq", request.first) +
                        records_.EncodeField("mode", request.mode) +
-                       records_.EncodeField("reqsnr", reception.request.snr) +
+                       records_.EncodeField("reqsnr", reception.request.circuit.snr) +
                        records_.EncodeField("tag", request.fourth) +
                        records_.EncodeField("utc", PaddedNumber(reception.hour, 2));
   for (std::size_t index = 0; index < reception.paths.size(); ++index) {

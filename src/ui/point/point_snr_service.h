@@ -9,7 +9,6 @@
 #include "bands/bands.h"
 #include "common/clock.h"
 #include "common/diagnostics.h"
-#include "engine/deck_parameters.h"
 #include "engine/parameters.h"
 #include "engine/point_snr.h"
 #include "interop/command_target.h"
@@ -31,11 +30,9 @@ class PointSnrService : public PointPrediction {
   /// How often the engines are looked at.
   static constexpr std::chrono::milliseconds kInterval{250};
 
-  /// All must outlive this object.
   struct Collaborators {
     PredictionView& view;
     IONCAPModule::PointSnr& point;
-    const PredictionPanel& panel;
     const IONCAPModule::Parameters& parameters;
     const Configuration& configuration;
     FreqDependentModule::BandTable& bands;
@@ -71,8 +68,7 @@ class PointSnrService : public PointPrediction {
   };
   /// What a prediction rests on beside what was wanted.
   struct Basis {
-    IONCAPModule::DeckParameters deck;
-    bool to = true;  ///< the DX station receives
+    PredictionInputs inputs;
     int hour = 0;
 
     /// Whether an engine would answer the same.

@@ -15,7 +15,8 @@ SnrRow RowOf(const PathReception& reception, const PointReception& whole) {
   SnrRow row;
   if (reception.state == PathReception::State::kFailed) row.problem = reception.problem;
   if (reception.state != PathReception::State::kDone) return row;
-  const double margin = static_cast<double>(reception.snr) - LeadingNumber(whole.request.snr);
+  const double margin =
+      static_cast<double>(reception.snr) - LeadingNumber(whole.request.circuit.snr);
   const int power = IONCAPModule::DecibelMilliwatts(reception.signal_power);
   row.snr = std::to_string(std::lround(reception.snr)) + " dB";
   row.margin = (margin < 0 ? "" : "+") + std::to_string(std::lround(margin)) + " dB";
@@ -31,7 +32,7 @@ std::string Headline(const PointReception& reception, const std::string& circuit
   std::string text = NumberText(reception.request.frequency) + " MHz " + circuit + " at " +
                      PaddedNumber(reception.hour, 2) + " UTC";
   if (!reception.request.mode.empty()) text += ", " + reception.request.mode;
-  return text + ", " + reception.request.snr + " dB required in 1 Hz";
+  return text + ", " + reception.request.circuit.snr + " dB required in 1 Hz";
 }
 
 }  // namespace

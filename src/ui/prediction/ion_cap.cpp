@@ -13,14 +13,18 @@
 namespace skyhop {
 namespace {
 
-constexpr std::array<PanelText, 4> kWebPages = {PanelText::kURL0, PanelText::kURL1,
-                                                PanelText::kURL2, PanelText::kURL3};
+constexpr std::array<Address, 4> kWebPages = {Address::kURL0, Address::kURL1, Address::kURL2,
+                                              Address::kURL3};
 
 }  // namespace
 
-IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
-  with_.panel.SetStationsListener([this] { StationsChanged(); });
-  with_.panel.SetTextListener([this](TextField field) { TextWritten(field); });
+IonCap::IonCap(Collaborators collaborators)
+    : with_(std::move(collaborators)),
+      parameters_(with_.engine.parameters),
+      run_(with_.engine.run) {
+  parameters_.Attach(this);
+  with_.engine.results.SetTableListener(
+      [this](EngineChoice engine) { with_.chart.DisplayTable(engine); });
   with_.chart.SetTimeIndexListener(
       [this] { with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false); });
   with_.chart.SetBandListener([this](std::int16_t band) { ChooseBand(band); });
@@ -32,8 +36,8 @@ IonCap::IonCap(Collaborators collaborators) : with_(std::move(collaborators)) {
 
 IonCap::~IonCap() {
   with_.space_weather.Attach(nullptr);
-  with_.panel.SetStationsListener({});
-  with_.panel.SetTextListener({});
+  with_.engine.results.SetTableListener({});
+  parameters_.Attach(nullptr);
   with_.chart.SetTimeIndexListener({});
   with_.chart.SetBandListener({});
 }
@@ -215,7 +219,7 @@ std::string IonCap::GetPropFormCaption() const {
 
 void IonCap::DXPwr_Click() {
   with_.diagnostics.Trap("IonCap.DXPwr_Click", [&] {
-    with_.parameters.SetPredictionPower(with_.parameters.DXPower());
+    parameters_.SetPredictionPower(IONCAPModule::DXPower(Form()));
     UpdateConditions();
     InputsChanged();
   });
@@ -223,7 +227,7 @@ void IonCap::DXPwr_Click() {
 
 void IonCap::DXNoiseLevel_Click() {
   with_.diagnostics.Trap("IonCap.DXNoiseLevel_Click", [&] {
-    with_.parameters.SetPredictionNoise(with_.parameters.DXNoiseIndex());
+    parameters_.SetPredictionNoise(IONCAPModule::DXNoiseIndex(Form()));
     UpdateConditions();
     InputsChanged();
   });
@@ -231,7 +235,7 @@ void IonCap::DXNoiseLevel_Click() {
 
 void IonCap::LocalNoiseLevel_Click() {
   with_.diagnostics.Trap("IonCap.LocalNoiseLevel_Click", [&] {
-    with_.parameters.SetPredictionNoise(with_.parameters.LocalNoiseIndex());
+    parameters_.SetPredictionNoise(IONCAPModule::LocalNoiseIndex(Form()));
     UpdateConditions();
     InputsChanged();
   });

@@ -14,31 +14,19 @@
 #include "common/diagnostics.h"
 #include "common/settings.h"
 #include "common/user_messages.h"
-#include "engine/deck_parameters.h"
 #include "engine/engine_launcher.h"
-#include "engine/parameters.h"
-#include "engine/results.h"
-#include "engine/run_control.h"
+#include "engine/prediction_engine.h"
 #include "interop/command_target.h"
 #include "interop/peer_window.h"
 #include "report/chart_title.h"
 #include "report/provenance.h"
 #include "ui/prediction/chart/chart_pane.h"
 #include "ui/prediction/prediction_view.h"
-#include "ui/prediction/view_panel.h"
+#include "ui/prediction/view_form.h"
 #include "ui/shared/configuration.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {
-
-/// Everything that a chart was computed for.
-struct ChartInputs {
-  IONCAPModule::DeckParameters deck;
-  std::chrono::year_month_day date;
-  EngineChoice engine = EngineChoice::kNone;
-
-  friend bool operator==(const ChartInputs&, const ChartInputs&) = default;
-};
 
 /// A prediction from the start of its engine to its end.
 struct PredictionRun {
@@ -47,7 +35,7 @@ struct PredictionRun {
   UtcTime started;
   AskedPrediction asked;
   EngineFinding finding;
-  std::optional<ChartInputs> inputs;
+  std::optional<PredictionInputs> inputs;
   std::string title;
   std::string summary;
   int tables_shown = 0;
@@ -59,20 +47,19 @@ struct PredictionRun {
 ///
 /// It is also what the commands of peers drive and what follows the values that they publish: a
 /// text of theirs that a user could not have entered is logged and changes nothing.
-class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
+class IonCap : public CommandTarget,
+               public PeerWindow,
+               public DownloadWindow,
+               private IONCAPModule::ParametersWindow {
  public:
-  /// All must outlive the controller.
   struct Collaborators {
     PredictionView& view;
-    ViewPanel& panel;
     ChartPane& chart;
     Configuration& configuration;
     ConfigurationWindow& configuration_window;
     TextWindow& files_window;
     FreqDependentModule::BandTable& bands;
-    IONCAPModule::Parameters& parameters;
-    IONCAPModule::Results& results;
-    IONCAPModule::RunControl& run;
+    PredictionEngine& engine;
     EngineLauncher& launcher;
     const EngineHost& host;
     InstanceGuard& instance;
@@ -223,14 +210,21 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
+  void ShowCoordinate(Station station, LatLonModule::Axis axis, const std::string& text) override;
+  void ShowPrefix(const std::string& prefix) override;
+  void RestoreWindow() override;
+
   // The chart.
-  [[nodiscard]] std::optional<ChartInputs> CurrentInputs();
+  [[nodiscard]] PredictionForm Form() const { return FormOf(with_.view, with_.configuration); }
+  [[nodiscard]] std::optional<PredictionInputs> CurrentInputs();
   void MarkOldChart();
   void InputsChanged();
   [[nodiscard]] Notice FinishedNotice(const PredictionRun& run) const;
   [[nodiscard]] std::string TitleOfRun() const;
   void FillPicture(ChartPane& picture) const;
 
+  /// How often the results file is looked at.
+  static constexpr std::chrono::milliseconds kPollInterval{1000};
   /// How often the engine's process is looked at.
   static constexpr std::chrono::milliseconds kWatchInterval{100};
 
@@ -266,7 +260,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   [[nodiscard]] std::optional<std::size_t> BandInForce();
   void HandFrequencyDependentSettings();
   [[nodiscard]] bool StationsCanBePredicted();
-  void HandPathAndDate();
   void StartRun();
   void RunStarted(std::unique_ptr<RunLock> lock);
   void GiveUpStart();
@@ -298,7 +291,6 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void Put(TextField field, const std::string& text);
   void RememberTexts();
   void SettleFields();
-  void TextWritten(TextField field);
   void PutToday();
   void FollowClock();
   void ForgetPrefix();
@@ -333,7 +325,11 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void UpdateSolarBars();
   void PreviewSolarBars();
 
+  [[nodiscard]] std::string Summary() const;
+
   Collaborators with_;
+  IONCAPModule::Parameters& parameters_;
+  IONCAPModule::RunControl& run_;
   /// Gone with this object: listeners that cannot be taken back ask for it.
   std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   bool loaded_ = false;
@@ -341,8 +337,9 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   bool snr_display_active_ = false;
   std::string caption_;
   std::string caption_hint_;
-  std::optional<ChartInputs> chart_inputs_;  ///< that the chart was computed for
-  std::optional<ChartInputs> failed_inputs_;
+  std::string settings_name_;  ///< of the settings set of the next prediction; empty: the ordinary
+  std::optional<PredictionInputs> chart_inputs_;  ///< that the chart was computed for
+  std::optional<PredictionInputs> failed_inputs_;
   bool failed_ = false;           ///< the last prediction that was asked for, with failed_inputs_
   SolarBars chart_bars_;          ///< of the chart's prediction
   std::string provenance_;        ///< of the chart's numbers

@@ -13,35 +13,27 @@
 namespace skyhop {
 
 /// What a prediction that starts now would be computed for; nothing while an input is missing.
-std::optional<ChartInputs> IonCap::CurrentInputs() {
-  const auto date = ParseDate(with_.view.Text(TextField::kTheDate));
-  if (!date || !PositionOf(Station::kLocal) || !PositionOf(Station::kDX)) return std::nullopt;
-  ChartInputs inputs;
+std::optional<PredictionInputs> IonCap::CurrentInputs() {
+  if (!PositionOf(Station::kLocal) || !PositionOf(Station::kDX)) return std::nullopt;
+  PredictionInputs inputs;
   try {
-    inputs.deck = IONCAPModule::ReadUnnamedParameters(with_.panel, with_.parameters, *date,
-                                                      with_.diagnostics);
-    inputs.deck.snr = IONCAPModule::DeckNumber(with_.parameters.Snr());
+    ParameterSet set = IONCAPModule::ParametersOf(Form());
+    set.snr = parameters_.Set().snr;
     if (const std::optional<std::size_t> band = BandInForce()) {
       const BandSettings& settings = with_.configuration.Band(*band);
-      if (!Trim(settings.power).empty()) {
-        inputs.deck.power = IONCAPModule::DeckNumber(settings.power);
-      }
-      if (!Trim(settings.takeoff).empty()) {
-        inputs.deck.takeoff = IONCAPModule::DeckNumber(settings.takeoff);
-      }
+      if (!Trim(settings.power).empty()) set.power = settings.power;
+      if (!Trim(settings.takeoff).empty()) set.takeoff = settings.takeoff;
     }
+    inputs = IONCAPModule::InputsOf(set);
   } catch (const Error&) {
-    // A number beyond its range is reported when a prediction is asked for.
+    // A date that is none and a number beyond its range are reported by a prediction.
     return std::nullopt;
   }
-  inputs.deck.short_path = with_.view.Selected(OptionGroup::kPath) == path_option::kShort;
-  inputs.date = *date;
-  inputs.engine = static_cast<EngineChoice>(with_.configuration.Engine());
   // Inputs that the engine does not read make no difference.
-  if (inputs.engine != EngineChoice::kIcePac) inputs.deck.k_index = 0;
+  if (inputs.engine != EngineChoice::kIcePac) inputs.k_index = 0;
   if (inputs.engine == EngineChoice::kIonCap) {
-    inputs.deck.transmitter_antenna = {};
-    inputs.deck.receiver_antenna = {};
+    inputs.transmitter_antenna = {};
+    inputs.receiver_antenna = {};
   }
   return inputs;
 }
@@ -50,7 +42,7 @@ std::optional<ChartInputs> IonCap::CurrentInputs() {
 /// when the last attempt to predict these has failed.
 void IonCap::MarkOldChart() {
   if (!with_.chart.HasResult()) return;
-  const std::optional<ChartInputs> current = CurrentInputs();
+  const std::optional<PredictionInputs> current = CurrentInputs();
   const bool failed = failed_ && current == failed_inputs_;
   with_.chart.SetOld(failed || !current || current != chart_inputs_);
 }
@@ -70,10 +62,11 @@ void IonCap::ShowFinished(const PredictionRun& run) {
   chart_bars_ = with_.chart.Sun();
   with_.chart.SetTitle(run.title);
   // The inputs may have changed since; the line keeps what was asked.
-  with_.panel.SetText(PanelText::kSummary, run.summary);
-  provenance_ = Provenance(with_.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
+  with_.view.SetLabel(Label::kSummary, run.summary);
+  provenance_ =
+      Provenance(with_.engine.results.Heading(), run.engine, run.asked, with_.clock.UtcNow());
   with_.view.SetLabel(Label::kProvenance, provenance_);
-  const IONCAPModule::ResultsHeading& heading = with_.results.Heading();
+  const IONCAPModule::ResultsHeading& heading = with_.engine.results.Heading();
   with_.view.SetLabel(Label::kComputedBy, std::string(Trim(EngineName(heading.engine, run.engine) +
                                                            " " + heading.version)));
   ShowEngine(run.engine);
@@ -90,7 +83,7 @@ Notice IonCap::FinishedNotice(const PredictionRun& run) const {
     notice.text += (notice.text.empty() ? "" : " ") + text;
     notice.action = action;
   };
-  if (IsEstimate(with_.results.Heading().engine)) {
+  if (IsEstimate(with_.engine.results.Heading().engine)) {
     const std::string name = EngineName({}, run.engine);
     say((run.finding.reason.empty() ? name + " is not installed."
                                     : name + " did not run. " + run.finding.reason) +
@@ -107,7 +100,7 @@ Notice IonCap::FinishedNotice(const PredictionRun& run) const {
 
 std::string IonCap::TitleOfRun() const {
   return ChartTitle(
-      with_.panel, with_.parameters,
+      parameters_.Set(), with_.configuration.DistanceMiles(),
       {with_.view.Text(TextField::kLocalGrid), with_.view.Text(TextField::kDXGrid), SelectedMode()},
       with_.diagnostics);
 }
@@ -134,7 +127,7 @@ std::string IonCap::ResultsAsCsv() const {
   return with_.diagnostics.Trap("IonCap.ResultsAsCsv", std::string(), [&] {
     if (!with_.chart.HasResult()) return std::string();
     return CsvReport({with_.chart.Table(), with_.diagnostics, with_.chart.Engine()},
-                     with_.results.Heading());
+                     with_.engine.results.Heading());
   });
 }
 

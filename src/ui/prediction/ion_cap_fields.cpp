@@ -14,8 +14,6 @@
 namespace skyhop {
 namespace {
 
-using IONCAPModule::Parameters;
-
 constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
@@ -128,7 +126,7 @@ void IonCap::Field_Enter(TextField field) {
       case TextField::kDXGrid:
         UpdateDXLatLon();
         ForgetPrefix();
-        with_.parameters.SetPrefix();
+        parameters_.SetPrefix();
         break;
       case TextField::kSNRFrequency:
         SNRPredictCmd_Click();
@@ -249,15 +247,15 @@ void IonCap::HandOn(TextField field, const std::string& text) {
       if (!Trim(text).empty()) ForgetPrefix();
       break;
     case TextField::kLocalPwr:
-      with_.parameters.SetPredictionPower(text);
+      parameters_.SetPredictionPower(text);
       UpdateConditions();
       break;
     case TextField::kLocalTakeOff:
-      with_.parameters.SetPredictionTakeoff(text);
+      parameters_.SetPredictionTakeoff(text);
       UpdateConditions();
       break;
     case TextField::kSNR:
-      with_.parameters.SetPredictionSNR(text);
+      parameters_.SetPredictionSNR(text);
       // It is the user's own value now, and saved as such.
       with_.view.Select(OptionGroup::kModeSNRCombo, -1);
       break;
@@ -306,22 +304,24 @@ const char* IonCap::Problem(TextField field, const std::string& text) {
     case TextField::kDXGrid:
       return unless(DXGridModule::IsGridSquare(Trim(text)), "Illegal grid square");
     case TextField::kLocalPwr:
-      if (!Parameters::PowerFitsCard(text)) return Parameters::kPowerTooLarge;
-      return unless(IsNumber(text, Parameters::PowerInRange(text)), "Illegal Local Power");
+      if (!IONCAPModule::PowerFitsCard(text)) return IONCAPModule::kPowerTooLarge;
+      return unless(IsNumber(text, IONCAPModule::PowerInRange(text)), "Illegal Local Power");
     case TextField::kLocalTakeOff:
-      return unless(IsNumber(text, Parameters::TakeoffInRange(text)),
+      return unless(IsNumber(text, IONCAPModule::TakeoffInRange(text)),
                     "Illegal local takeoff angle");
     case TextField::kFlux:
-      return unless(IsNumber(text, Parameters::SolarFluxInRange(text)), "Illegal solar flux");
+      return unless(IsNumber(text, IONCAPModule::SolarFluxInRange(text)), "Illegal solar flux");
     case TextField::kKindex:
-      return unless(IsNumber(text, Parameters::KindexInRange(text)), "Illegal geomagnetic K-index");
+      return unless(IsNumber(text, IONCAPModule::KindexInRange(text)),
+                    "Illegal geomagnetic K-index");
     case TextField::kSSN:
-      if (!Parameters::SunspotNumberFitsCard(text)) return Parameters::kSunspotNumberTooLarge;
+      if (!IONCAPModule::SunspotNumberFitsCard(text)) return IONCAPModule::kSunspotNumberTooLarge;
       return unless(IsNumber(text, LeadingNumber(text) >= 0), "Illegal SSN");
     case TextField::kAvail:
-      return unless(IsNumber(text, Parameters::AvailabilityInRange(text)), "Illegal Availability");
+      return unless(IsNumber(text, IONCAPModule::AvailabilityInRange(text)),
+                    "Illegal Availability");
     case TextField::kSNR:
-      return unless(IsNumber(text, Parameters::SNRInRange(text)), "Illegal SNR");
+      return unless(IsNumber(text, IONCAPModule::SNRInRange(text)), "Illegal SNR");
     case TextField::kSNRFrequency:
       return unless(WholeNumberText(text).has_value(), "Illegal frequency");
     case TextField::kTheDate:
@@ -366,11 +366,23 @@ void IonCap::SettleFields() {
   }
 }
 
-/// The program itself has written a field that belongs to the engines' inputs.
-void IonCap::TextWritten(TextField field) {
-  with_.view.MarkRefused(field, false);
-  StateOf(field) = {with_.view.Text(field), std::nullopt};
+/// The parameter set has understood a coordinate; the field shows it in the program's own form.
+void IonCap::ShowCoordinate(Station station, LatLonModule::Axis axis, const std::string& text) {
+  const bool latitude = axis == LatLonModule::Axis::kLatitude;
+  const TextField field = station == Station::kLocal
+                              ? (latitude ? TextField::kLocalLat : TextField::kLocalLon)
+                              : (latitude ? TextField::kDXLat : TextField::kDXLon);
+  Put(field, text);
   InputsChanged();
+  StationsChanged();
+}
+
+void IonCap::ShowPrefix(const std::string& prefix) {
+  with_.view.SetLabel(Label::kPrefix, prefix);
+}
+
+void IonCap::RestoreWindow() {
+  with_.view.RestoreWindow();
 }
 
 void IonCap::TheDate_DblClick() {
@@ -398,7 +410,7 @@ void IonCap::FollowClock() {
 
 /// The prefix that a peer looked up is not that of the place that the user chose now.
 void IonCap::ForgetPrefix() {
-  with_.parameters.SetLastPrefix("");
+  parameters_.SetLastPrefix("");
 }
 
 }  // namespace skyhop

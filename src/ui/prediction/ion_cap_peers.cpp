@@ -189,7 +189,7 @@ void IonCap::FollowStation(const PeerPlace& place) {
 void IonCap::UseTesseraLocation() {
   if (!with_.view.Checked(CheckBox::kDXTracksTesseraLocation)) return;
   if (!UsePeersPlace(TextField::kDXLat, TextField::kDXLon, tessera_)) return;
-  with_.parameters.SetLastPrefix(IsPlain(tessera_.country) ? tessera_.country : "");
+  parameters_.SetLastPrefix(IsPlain(tessera_.country) ? tessera_.country : "");
 }
 
 /// Puts a peer's coordinates into a station's fields, both or none: one of them would move the

@@ -5,7 +5,6 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "engine/deck_parameters.h"
 #include "engine/engine_search.h"
 #include "geo/coordinate_text.h"
 #include "ui/prediction/ion_cap.h"
@@ -40,14 +39,14 @@ void IonCap::PathsButton_Click() {
     if (!HandPowerTakeoffAndNoise()) return;
     HandFrequencyDependentSettings();
     // A refused SNR was not handed on; the validation is to find it.
-    const std::string snr = with_.parameters.Snr();
+    const std::string snr = parameters_.Set().snr;
     const std::string shown_snr = with_.view.Text(TextField::kSNR);
     const bool snr_refused = StateOf(TextField::kSNR).refused == shown_snr;
-    if (snr_refused) with_.parameters.SetPredictionSNR(shown_snr);
+    if (snr_refused) parameters_.SetPredictionSNR(shown_snr);
     with_.view.Select(OptionGroup::kDDEOption, requested_by_peer_ ? dde_option::kRequestedByPeer
                                                                   : dde_option::kRequestedHere);
     InitiateForecast();
-    if (snr_refused) with_.parameters.SetPredictionSNR(snr);
+    if (snr_refused) parameters_.SetPredictionSNR(snr);
   });
   PredictForWaitingPeer();
 }
@@ -91,27 +90,22 @@ bool IonCap::RefuseSecondRun() {
 }
 
 bool IonCap::HandPowerTakeoffAndNoise() {
-  const bool from =
-      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
-  const std::string power =
-      from ? with_.parameters.DXPower() : with_.view.Text(TextField::kLocalPwr);
-  const std::string takeoff = with_.view.Text(TextField::kLocalTakeOff);
+  const PredictionForm form = Form();
+  const ParameterSet given = IONCAPModule::ParametersOf(form);
   const char* problem = nullptr;
-  using IONCAPModule::Parameters;
-  if (!Parameters::SunspotNumberFitsCard(with_.view.Text(TextField::kSSN))) {
-    problem = Parameters::kSunspotNumberTooLarge;
+  if (!IONCAPModule::SunspotNumberFitsCard(given.sunspot_number)) {
+    problem = IONCAPModule::kSunspotNumberTooLarge;
   }
-  if (Refused(takeoff, Parameters::TakeoffInRange(takeoff))) problem = kInvalidTakeoff;
-  if (!Parameters::PowerFitsCard(power)) problem = Parameters::kPowerTooLarge;
-  if (Refused(power, Parameters::PowerInRange(power))) problem = kInvalidPower;
+  if (Refused(given.takeoff, IONCAPModule::TakeoffInRange(given.takeoff))) {
+    problem = kInvalidTakeoff;
+  }
+  if (!IONCAPModule::PowerFitsCard(given.power)) problem = IONCAPModule::kPowerTooLarge;
+  if (Refused(given.power, IONCAPModule::PowerInRange(given.power))) problem = kInvalidPower;
   if (problem != nullptr) {
     with_.messages.Show(problem, kProductName);
     return false;
   }
-  with_.parameters.SetPredictionPower(power);
-  with_.parameters.SetPredictionTakeoff(takeoff);
-  with_.parameters.SetPredictionNoise(from ? with_.parameters.LocalNoiseIndex()
-                                           : with_.parameters.DXNoiseIndex());
+  parameters_.SetTransmitterAndNoise(form);
   return true;
 }
 
@@ -127,22 +121,22 @@ std::optional<std::size_t> IonCap::BandInForce() {
 }
 
 void IonCap::HandFrequencyDependentSettings() {
-  with_.panel.SetSettingsName({});
+  settings_name_.clear();
   const std::optional<std::size_t> band = BandInForce();
   if (!band) return;
   const BandSettings& settings = with_.configuration.Band(*band);
   const bool power = !Trim(settings.power).empty();
   const bool takeoff = !Trim(settings.takeoff).empty();
-  if (power) with_.parameters.SetPredictionPower(settings.power);
-  if (takeoff) with_.parameters.SetPredictionTakeoff(settings.takeoff);
-  if (power || takeoff) with_.panel.SetSettingsName(std::string(kBandNames.at(*band)));
+  if (power) parameters_.SetPredictionPower(settings.power);
+  if (takeoff) parameters_.SetPredictionTakeoff(settings.takeoff);
+  if (power || takeoff) settings_name_ = kBandNames.at(*band);
 }
 
 void IonCap::InitiateForecast() {
   const bool answered = with_.diagnostics.Trap("IonCap.InitiateForecast", false, [&] {
     with_.diagnostics.DebugLog("IonCap.InitiateForecast");
     if ((Running() && RefuseSecondRun()) || !StationsCanBePredicted()) return true;
-    HandPathAndDate();
+    parameters_.SetCircuit(Form());
     StartRun();
     // The bars of a chart stay with it when there is no new prediction.
     if (Running() || !with_.chart.HasResult()) UpdateSolarBars();
@@ -155,7 +149,7 @@ void IonCap::InitiateForecast() {
 /// Something has failed on the way; the log has it. No engine may go on for a window that does not
 /// wait for it.
 void IonCap::GiveUpStart() {
-  if (Running()) with_.run.Abort();
+  if (Running()) run_.Abort();
   (void)LeaveRun();
   Fail("The prediction was not started" + with_.diagnostics.CaptionHint());
 }
@@ -188,25 +182,6 @@ bool IonCap::StationsCanBePredicted() {
   return true;
 }
 
-void IonCap::HandPathAndDate() {
-  IONCAPModule::Parameters& parameters = with_.parameters;
-  parameters.SetDate(with_.view.Text(TextField::kTheDate));
-  // Each setter writes its coordinate back in another form, so all four are read before.
-  const std::string local_latitude = with_.view.Text(TextField::kLocalLat);
-  const std::string local_longitude = with_.view.Text(TextField::kLocalLon);
-  const std::string dx_latitude = with_.view.Text(TextField::kDXLat);
-  const std::string dx_longitude = with_.view.Text(TextField::kDXLon);
-  const bool from =
-      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
-  parameters.SetReceiverLatitude(from ? local_latitude : dx_latitude);
-  parameters.SetReceiverLongitude(from ? local_longitude : dx_longitude);
-  parameters.SetTransmitterLatitude(from ? dx_latitude : local_latitude);
-  parameters.SetTransmitterLongitude(from ? dx_longitude : local_longitude);
-  const bool short_path = with_.panel.Choice(PanelChoice::kPath) == path_option::kShort;
-  parameters.SetPath(short_path ? "Short Path" : "Long Path");
-  parameters.SetPrefix();
-}
-
 void IonCap::StartRun() {
   std::unique_ptr<RunLock> lock = with_.locker.Lock();
   if (!lock) {
@@ -214,9 +189,9 @@ void IonCap::StartRun() {
          PathText(with_.program_folder));
     return;
   }
-  if (with_.run.ForecastPaths()) {
+  if (run_.ForecastPaths()) {
     RunStarted(std::move(lock));
-  } else if (with_.run.ParametersRefused()) {
+  } else if (run_.ParametersRefused()) {
     Fail("The prediction was not started: the parameters need correction");
   } else {
     const EngineFinding engine = FindEngine(
@@ -232,16 +207,17 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
   run.lock = std::move(lock);
   run.engine = static_cast<EngineChoice>(with_.configuration.Engine());
   run.started = with_.clock.UtcNow();
-  run.summary = with_.results.SummaryLine();
-  run.tables_shown = with_.results.TablesShown();
+  run.summary = Summary();
+  run.tables_shown = with_.engine.results.TablesShown();
   run.asked = Asked();
-  run.finding = with_.run.Job().Asked().finding;
+  run.finding = run_.Job().Asked().finding;
   run.inputs = CurrentInputs();
   run.title = TitleOfRun();
   SaveStations();
   EnablePredicting(false);
+  with_.view.StartTimer(WindowTimer::kExecuteTimer, kPollInterval);
   with_.view.Enable(Button::kShowFilesCmd, true);
-  if (with_.run.Job().Process() != 0) {
+  if (run_.Job().Process() != 0) {
     with_.view.StartTimer(WindowTimer::kEngineWatch, kWatchInterval);
   }
   ShowEngine(run.engine);
@@ -249,15 +225,17 @@ void IonCap::RunStarted(std::unique_ptr<RunLock> lock) {
 }
 
 AskedPrediction IonCap::Asked() const {
-  const IONCAPModule::DeckParameters deck =
-      IONCAPModule::ReadDeckParameters(with_.panel, with_.parameters, with_.diagnostics);
   AskedPrediction asked;
-  asked.sunspot_number = deck.sunspot_number;
-  asked.solar_flux = with_.view.Text(TextField::kFlux);
-  asked.from_flux =
-      LeadingNumber(with_.view.Text(TextField::kSSN)) == 0 && !Trim(asked.solar_flux).empty();
+  asked.sunspot_number = run_.Job().Asked().asked.sunspot_number;
+  asked.solar_flux = parameters_.Set().flux;
+  asked.from_flux = IONCAPModule::DerivesSunspotNumber(parameters_.Set());
   asked.by_peer = with_.view.Selected(OptionGroup::kDDEOption) == dde_option::kRequestedByPeer;
   return asked;
+}
+
+std::string IonCap::Summary() const {
+  return SummaryLine(parameters_.Set(), with_.configuration.DistanceMiles(), settings_name_,
+                     with_.diagnostics);
 }
 
 }  // namespace skyhop

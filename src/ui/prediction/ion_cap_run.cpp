@@ -35,20 +35,19 @@ const char* NameOf(EngineChoice engine, const std::array<const char*, 4>& names)
 }  // namespace
 
 bool IonCap::Running() const {
-  return with_.view.TimerRunning(WindowTimer::kExecuteTimer);
+  return run_.Waiting();
 }
 
 void IonCap::ExecuteTimer_Tick() {
   with_.diagnostics.Trap("IonCap.ExecuteTimer_Tick", [&] {
     if (!Running()) return;
     ShowProgress();
-    const EngineJob& job = with_.run.Job();
-    const EngineJob::Outcome outcome = with_.run.Poll();
+    const EngineJob& job = run_.Job();
+    const EngineJob::Outcome outcome = run_.Poll();
     const bool writing = outcome.state == EngineJob::State::kRunning && job.HasResults();
     // Without a known process the window cannot see the engine's end, so it takes any content.
     if (writing && job.Process() != 0) {
-      with_.diagnostics.DebugLog("   " + PathText(with_.run.ResultsFile()) +
-                                 " is not complete yet");
+      with_.diagnostics.DebugLog("   " + PathText(run_.ResultsFile()) + " is not complete yet");
       return;
     }
     TakeResults(outcome);
@@ -62,7 +61,7 @@ void IonCap::EngineWatch_Tick() {
       with_.view.StopTimer(WindowTimer::kEngineWatch);
       return;
     }
-    const EngineJob::Outcome outcome = with_.run.Poll();
+    const EngineJob::Outcome outcome = run_.Poll();
     if (outcome.state != EngineJob::State::kRunning) TakeResults(outcome);
   });
   PredictForWaitingPeer();
@@ -70,19 +69,19 @@ void IonCap::EngineWatch_Tick() {
 
 void IonCap::TakeResults(const EngineJob::Outcome& outcome) {
   if (outcome.failure == EngineJob::Failure::kNoResults) return FailDeadEngine();
-  with_.run.HandleIonCapTimer();
+  run_.HandleIonCapTimer();
   if (!Running()) FinishRun();
 }
 
 void IonCap::FinishRun() {
-  const bool displayed = with_.run.LastRunDisplayed();
+  const bool displayed = run_.LastRunDisplayed();
   const PredictionRun run = LeaveRun();
   if (displayed) {
     ShowFinished(run);
     ShowNotice(FinishedNotice(run));
     return;
   }
-  if (with_.results.TablesShown() != run.tables_shown) {
+  if (with_.engine.results.TablesShown() != run.tables_shown) {
     // Results that end early are on the chart as far as they go.
     ShowFinished(run);
     ShowNotice({Notice::Kind::kFailed,
@@ -90,16 +89,16 @@ void IonCap::FinishRun() {
     return;
   }
   const std::string results = "The results of " + std::string(NameOf(run.engine, kEngineNames));
-  const std::string& difference = with_.run.Difference();
+  const std::string& difference = run_.Difference();
   Fail((difference.empty() ? results + " could not be displayed"
                            : results + " answer another question. " + difference) +
        with_.diagnostics.CaptionHint());
 }
 
 void IonCap::FailDeadEngine() {
-  const std::string reason = with_.run.DeadEngineText();
+  const std::string reason = run_.DeadEngineText();
   with_.diagnostics.ErrorLog("IonCap.ExecuteTimer_Tick: " + reason);
-  with_.run.Abort();
+  run_.Abort();
   (void)LeaveRun();
   Fail(reason + with_.diagnostics.CaptionHint());
 }
@@ -109,7 +108,7 @@ void IonCap::AbortButton_Click() {
     with_.diagnostics.DebugLog("IonCap.AbortButton_Click");
     const bool running = Running();
     waiting_request_.reset();
-    with_.run.Abort();
+    run_.Abort();
     UpdateCaption(GetPropFormCaption());
     if (!running) return;
     (void)LeaveRun();
@@ -121,8 +120,9 @@ void IonCap::AbortButton_Click() {
 
 /// Ends the run, whatever way it ended. Others may predict from here on.
 PredictionRun IonCap::LeaveRun() {
+  with_.view.StopTimer(WindowTimer::kExecuteTimer);
   with_.view.StopTimer(WindowTimer::kEngineWatch);
-  with_.run.EndEngine();
+  run_.EndEngine();
   PredictionRun run;
   if (running_) run = std::move(*running_);
   running_.reset();
@@ -170,7 +170,7 @@ void IonCap::EnablePredicting(bool enable) {
 void IonCap::ShowFilesCmd_Click() {
   with_.diagnostics.Trap("IonCap.ShowFilesCmd_Click", [&] {
     with_.diagnostics.DebugLog("IonCap.ShowFilesCmd_Click");
-    const std::filesystem::path results = with_.run.ResultsFile();
+    const std::filesystem::path results = run_.ResultsFile();
     if (results.empty()) return;
     const std::filesystem::path deck = results.parent_path() / "script.txt";
     const std::string viewer =

@@ -79,12 +79,12 @@ void IonCap::InitializeWindow() {
 }
 
 void IonCap::InitializeEngines() {
-  if (with_.run.LoadEngineData(with_.program_folder)) PutToday();
+  if (run_.LoadEngineData(with_.program_folder)) PutToday();
 }
 
 void IonCap::InitializeParameters() {
   ShowModes();
-  with_.parameters.Initialize();
+  ShowForm(parameters_.Initialize(), with_.view, with_.configuration);
   RestoreStations();
   with_.view.Select(OptionGroup::kDDEOption, dde_option::kRequestedHere);
   if (with_.view.Selected(OptionGroup::kModeSNRCombo) >= 0) {
@@ -92,7 +92,7 @@ void IonCap::InitializeParameters() {
   } else if (Trim(with_.view.Text(TextField::kSNR)).empty()) {
     // The stored mode is no longer in the list, so the field's own value counts again.
     Put(TextField::kSNR, with_.settings.GetStringSetting(kProductName, kSection, "SNR", "24"));
-    with_.parameters.SetPredictionSNR(with_.view.Text(TextField::kSNR));
+    parameters_.SetPredictionSNR(with_.view.Text(TextField::kSNR));
   }
   with_.chart.SetOpenBandEnable(with_.view.Checked(CheckBox::kOpenBandEnable));
   with_.chart.SetPlotEnable(with_.view.Checked(CheckBox::kPlotEnable));
@@ -135,7 +135,7 @@ void IonCap::UseMode() {
   if (selected < 0 || selected >= static_cast<int>(modes_.size())) return;
   const std::string& snr = modes_[static_cast<std::size_t>(selected)].snr;
   Put(TextField::kSNR, snr);
-  with_.parameters.SetPredictionSNR(snr);
+  parameters_.SetPredictionSNR(snr);
   InputsChanged();
 }
 
@@ -203,7 +203,7 @@ void IonCap::Form_Unload() {
   step([&] {
     // A run counts even when its timer has stopped already.
     if (!running_ && !Running()) return;
-    with_.run.Abort();
+    run_.Abort();
     (void)LeaveRun();
   });
   step([&] { with_.point_prediction.Terminate(); });
@@ -213,7 +213,10 @@ void IonCap::Form_Unload() {
     SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);
   });
   step([&] { with_.peers.Terminate(); });
-  step([&] { with_.parameters.Finalize(); });
+  step([&] {
+    parameters_.Finalize(Form());
+    with_.configuration.SaveUrls();
+  });
   step([&] { with_.server.Terminate(); });
   step([&] { with_.space_weather.Terminate(); });
   step([&] { with_.beacons.Form_Unload(); });

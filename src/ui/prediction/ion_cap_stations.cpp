@@ -6,7 +6,6 @@
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "engine/panel_stations.h"
 #include "geo/dx_grid.h"
 #include "geo/path_services.h"
 #include "ui/prediction/ion_cap.h"
@@ -87,7 +86,7 @@ void IonCap::RestoreStations() {
   if (LatLonModule::LatitudeIn(latitude) && LatLonModule::LongitudeIn(longitude)) {
     Put(TextField::kDXLat, latitude);
     Put(TextField::kDXLon, longitude);
-    with_.parameters.SetLastPrefix(stored("DXPrefix"));
+    parameters_.SetLastPrefix(stored("DXPrefix"));
   }
   for (const Station station : {Station::kLocal, Station::kDX}) {
     const bool local = station == Station::kLocal;
@@ -131,7 +130,7 @@ void IonCap::SaveStations() {
       add("DXLat", with_.view.Text(TextField::kDXLat));
       add("DXLon", with_.view.Text(TextField::kDXLon));
       add("DXGrid", with_.view.Text(TextField::kDXGrid));
-      add("DXPrefix", ReplaceAll(with_.panel.Text(PanelText::kLastPrefix), "&&", "&"));
+      add("DXPrefix", parameters_.LastPrefix());
     }
     add("Path", std::to_string(with_.view.Selected(OptionGroup::kPath)));
     with_.settings.Store().Save(kProductName, entries);
@@ -188,11 +187,17 @@ void IonCap::UpdateStationLabels() {
   std::string from_dx;
   std::string distance;
   if (PositionOf(Station::kLocal) && PositionOf(Station::kDX)) {
-    const PanelStations stations(with_.panel);
+    const PredictionForm form = Form();
+    const StationFields stations{form.local_latitude,
+                                 form.local_longitude,
+                                 form.dx_latitude,
+                                 form.dx_longitude,
+                                 form.path == path_option::kShort,
+                                 form.distance_miles};
     from_qth = BearingText(IONCAPModule::ComputeBearingFromQTH(stations, with_.diagnostics));
     from_dx = BearingText(IONCAPModule::ComputeBearingFromDX(stations, with_.diagnostics));
     distance = FixedText(IONCAPModule::ComputeDistance(stations, with_.diagnostics), 0) +
-               (stations.DistanceMiles() ? " miles" : " km");
+               (stations.distance_miles ? " miles" : " km");
   }
   with_.view.SetLabel(Label::kBearingFromQTH, from_qth);
   with_.view.SetLabel(Label::kBearingFromDX, from_dx);
@@ -200,28 +205,23 @@ void IonCap::UpdateStationLabels() {
 }
 
 void IonCap::UpdateConditions() {
-  const bool from =
-      with_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kFromTheDXStation;
-  const auto noise = [](std::int16_t index) {
-    return std::string(kNoises.at(static_cast<std::size_t>(index))) + " noise";
-  };
-  std::string power =
-      Watts(from ? with_.parameters.DXPower() : with_.view.Text(TextField::kLocalPwr));
+  const ParameterSet set = IONCAPModule::ParametersOf(Form());
+  const std::string noise = std::string(kNoises.at(static_cast<std::size_t>(set.noise))) + " noise";
+  std::string power = Watts(set.power);
   if (const std::optional<std::size_t> band = BandInForce()) {
     const BandSettings& settings = with_.configuration.Band(*band);
     const std::string origin =
         " (as set for " + std::string(kBandLabelTexts.at(*band)) + ", in place of ";
     if (!Trim(settings.power).empty()) power = Watts(settings.power) + origin + power + ")";
     if (!Trim(settings.takeoff).empty()) {
-      power += " from " + std::string(Trim(settings.takeoff)) + "\u00B0 up" + origin +
-               with_.view.Text(TextField::kLocalTakeOff) + "\u00B0)";
+      power += " from " + std::string(Trim(settings.takeoff)) + "\u00B0 up" + origin + set.takeoff +
+               "\u00B0)";
     }
   }
-  with_.view.SetLabel(Label::kConditions,
-                      from ? "The DX station transmits " + power + "; your station listens in " +
-                                 noise(with_.parameters.LocalNoiseIndex())
-                           : "Your station transmits " + power + "; the DX station listens in " +
-                                 noise(with_.parameters.DXNoiseIndex()));
+  with_.view.SetLabel(
+      Label::kConditions,
+      set.to_dx ? "Your station transmits " + power + "; the DX station listens in " + noise
+                : "The DX station transmits " + power + "; your station listens in " + noise);
 }
 
 }  // namespace skyhop

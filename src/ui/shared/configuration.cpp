@@ -6,8 +6,6 @@
 #include <utility>
 
 #include "bands/bands.h"
-#include "common/default_addresses.h"
-#include "common/errors.h"
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
@@ -40,31 +38,25 @@ constexpr int kEngineCount = 4;
 constexpr const char* kUnknownModeSnr = "24";
 
 struct UrlSetting {
-  PanelText url;
   const char* key;
   const char* default_text;
 };
 
-constexpr std::array<UrlSetting, 7> kUrls = {{
-    {PanelText::kURL0, "URL0", ""},
-    {PanelText::kURL1, "URL1", ""},
-    {PanelText::kURL2, "URL2", ""},
-    {PanelText::kURL3, "URL3", ""},
-    {PanelText::kSSNURL, "SSNURL", default_addresses::kSunspotNumber},
-    {PanelText::kSFIURL, "SFIURL", default_addresses::kForecast},
-    {PanelText::kWWVURL, "WWVURL", default_addresses::kCurrentConditions},
+/// By Address. The data and the first three pages are those of NOAA's Space Weather Prediction
+/// Center.
+constexpr std::array<UrlSetting, kAddressCount> kUrls = {{
+    {"URL0", "https://www.swpc.noaa.gov/communities/radio-communications"},
+    {"URL1", "https://www.swpc.noaa.gov/communities/space-weather-enthusiasts"},
+    {"URL2", "https://services.swpc.noaa.gov/images/planetary-k-index.gif"},
+    {"URL3", ""},
+    {"SSNURL", "https://services.swpc.noaa.gov/json/solar-cycle/predicted-solar-cycle.json"},
+    {"SFIURL", "https://services.swpc.noaa.gov/text/45-day-ap-forecast.txt"},
+    {"WWVURL", "https://services.swpc.noaa.gov/text/wwv.txt"},
 }};
-/// The parameter set restores the addresses of web pages, which come first.
-constexpr std::size_t kFirstDownload = 4;
 
-std::size_t UrlIndex(PanelText url) {
-  const auto* const found = std::find_if(kUrls.begin(), kUrls.end(),
-                                         [&](const UrlSetting& known) { return known.url == url; });
-  if (found == kUrls.end()) {
-    throw Error(errors::kInvalidCall, "no address: text " + std::to_string(static_cast<int>(url)));
-  }
-  return static_cast<std::size_t>(found - kUrls.begin());
-}
+/// Of "URL1".
+constexpr const char* kFormerEnthusiastsPage =
+    "http://www.swpc.noaa.gov/communities/space-weather-enthusiasts";
 
 /// What the keys of a station's antenna begin with.
 std::string StationKey(Station station, const char* key) {
@@ -124,6 +116,10 @@ std::vector<ModeSettings> StoredModes(const Common::Settings& settings) {
 
 }  // namespace
 
+const char* DefaultUrl(Address address) {
+  return kUrls.at(static_cast<std::size_t>(address)).default_text;
+}
+
 Antenna StoredAntenna(const Common::Settings& settings, Station station) {
   const auto text = [&](const char* key) {
     return settings.GetStringSetting(kProductName, kAntennas, StationKey(station, key), "");
@@ -153,9 +149,7 @@ void Configuration::Load() {
   distance_miles_ = flag(kConfiguration, kDistanceMilesKey, true);
   diag_mode_ = flag(kConfiguration, kDiagModeKey, false);
   download_ssn_at_start_ = flag(kConfiguration, kDownloadSsnKey, true);
-  for (std::size_t url = kFirstDownload; url < kUrls.size(); ++url) {
-    urls_.at(url) = text(kConfiguration, kUrls.at(url).key, kUrls.at(url).default_text);
-  }
+  LoadUrls();
   freq_dependent_enabled_ = flag(kPerBand, kFreqDependentEnabledKey, false);
   for (std::size_t band = 0; band < kBandCount; ++band) {
     bands_.at(band) = {text(kPerBand, BandKey(kTakeoffKey, band), ""),
@@ -166,8 +160,17 @@ void Configuration::Load() {
   dual_monitor_ = flag(kWindows, kDualMonitorKey, false);
 }
 
-const std::string& Configuration::Url(PanelText url) const {
-  return urls_.at(UrlIndex(url));
+void Configuration::LoadUrls() {
+  for (std::size_t url = 0; url < kUrls.size(); ++url) {
+    urls_.at(url) = settings_->GetStringSetting(kProductName, kConfiguration, kUrls.at(url).key,
+                                                kUrls.at(url).default_text);
+  }
+  std::string& page = urls_.at(static_cast<std::size_t>(Address::kURL1));
+  if (page != kFormerEnthusiastsPage) return;
+  page = DefaultUrl(Address::kURL1);
+  diagnostics_->Trap("IoncapConfig.Load", [&] {
+    settings_->Store().SaveSetting(kProductName, kConfiguration, "URL1", page);
+  });
 }
 
 bool Configuration::SetEngine(int engine) {
@@ -215,8 +218,8 @@ bool Configuration::SetModes(const std::vector<ModeSettings>& modes) {
   return Change(Item::kModes, modes_, accepted, entries);
 }
 
-bool Configuration::SetUrl(PanelText url, const std::string& text) {
-  const std::size_t index = UrlIndex(url);
+bool Configuration::SetUrl(Address address, const std::string& text) {
+  const auto index = static_cast<std::size_t>(address);
   return Change(Item::kUrls, urls_.at(index), text, {{kConfiguration, kUrls.at(index).key, text}});
 }
 
@@ -239,8 +242,12 @@ bool Configuration::SetDownloadSsnAtStart(bool download) {
                 {{kConfiguration, kDownloadSsnKey, BooleanText(download)}});
 }
 
-void Configuration::RestoreUrl(PanelText url, const std::string& text) {
-  urls_.at(UrlIndex(url)) = text;
+void Configuration::SaveUrls() {
+  std::vector<SettingEntry> entries;
+  for (std::size_t url = 0; url < kUrls.size(); ++url) {
+    entries.push_back({kConfiguration, kUrls.at(url).key, urls_.at(url)});
+  }
+  settings_->Store().Save(kProductName, entries);
 }
 
 template <class Value>

@@ -7,7 +7,7 @@
 
 #include "common/diagnostics.h"
 #include "common/settings.h"
-#include "engine/prediction_panel.h"
+#include "engine/antenna.h"
 #include "engine/results_table.h"
 
 namespace skyhop {
@@ -29,6 +29,14 @@ struct ModeSettings {
   friend bool operator==(const ModeSettings&, const ModeSettings&) = default;
 };
 
+/// The web addresses that the configuration holds: the pages of the menu, then the downloads of
+/// sunspot numbers, of the forecast and of the current conditions.
+enum class Address { kURL0, kURL1, kURL2, kURL3, kSSNURL, kSFIURL, kWWVURL };
+inline constexpr std::size_t kAddressCount = 7;
+
+/// The address of a fresh installation; empty for `kURL3`.
+[[nodiscard]] const char* DefaultUrl(Address address);
+
 /// What the configuration window sets and the rest of the program uses. A change is saved at once
 /// and then told to the listeners.
 class Configuration {
@@ -47,14 +55,13 @@ class Configuration {
   };
   using Listener = std::function<void(Item)>;
 
-  /// Both must outlive this object.
   Configuration(const Common::Settings& settings, Diagnostics& diagnostics);
 
   /// The engine of a fresh installation, an EngineChoice; IONCAP unless set.
   void SetDefaultEngine(int engine) { default_engine_ = engine; }
 
-  /// Restores all values but the addresses of web pages, which the parameter set restores through
-  /// RestoreUrl. Listeners are not called.
+  /// Restores all values. Replaces the former unencrypted address of the space-weather page by the
+  /// secure one and saves that at once. Listeners are not called.
   void Load();
 
   /// `listener` is called after each change, in the order of registration.
@@ -70,9 +77,9 @@ class Configuration {
   [[nodiscard]] const BandSettings& Band(std::size_t band) const { return bands_.at(band); }
   /// In the order in which `ModeSNRCombo` offers them.
   [[nodiscard]] const std::vector<ModeSettings>& Modes() const { return modes_; }
-  /// The text of one of the addresses `kURL0` to `kURL3`, `kSSNURL`, `kSFIURL`, `kWWVURL`.
-  /// Throws Error 5 for any other text.
-  [[nodiscard]] const std::string& Url(PanelText url) const;
+  [[nodiscard]] const std::string& Url(Address address) const {
+    return urls_.at(static_cast<std::size_t>(address));
+  }
   [[nodiscard]] bool DiagMode() const { return diag_mode_; }
   [[nodiscard]] bool ShowToolTips() const { return show_tool_tips_; }
   [[nodiscard]] bool DualMonitor() const { return dual_monitor_; }
@@ -91,20 +98,21 @@ class Configuration {
   /// Returns false and changes nothing when a mode's name is empty, comes twice (in whatever case),
   /// has a comma in it or cannot be part of a setting's name. Blanks around the texts don't count.
   bool SetModes(const std::vector<ModeSettings>& modes);
-  /// Throws Error 5 for a text that is none of the addresses.
-  bool SetUrl(PanelText url, const std::string& text);
+  bool SetUrl(Address address, const std::string& text);
   bool SetDiagMode(bool on);
   bool SetShowToolTips(bool show);
   bool SetDualMonitor(bool dual);
   bool SetDownloadSsnAtStart(bool download);
 
-  /// Sets an address without saving it: the parameter set saves them when the program ends.
-  void RestoreUrl(PanelText url, const std::string& text);
+  /// Saves all addresses, also those that the user has not changed.
+  void SaveUrls();
 
  private:
   template <class Value>
   bool Change(Item item, Value& member, const Value& value,
               const std::vector<SettingEntry>& entries);
+
+  void LoadUrls();
 
   const Common::Settings* settings_;
   Diagnostics* diagnostics_;
@@ -117,7 +125,7 @@ class Configuration {
   bool freq_dependent_enabled_ = false;
   std::array<BandSettings, kBandCount> bands_;
   std::vector<ModeSettings> modes_;
-  std::array<std::string, 7> urls_;
+  std::array<std::string, kAddressCount> urls_;
   bool diag_mode_ = false;
   bool show_tool_tips_ = true;
   bool dual_monitor_ = false;

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "common/instance_guard.h"
-#include "engine/prediction_panel.h"
 #include "engine/run_lock.h"
 #include "interop/command_target.h"
+#include "ui/shared/configuration.h"
 #include "ui/shared/controls.h"
 
 namespace skyhop {
@@ -81,7 +81,7 @@ class SpaceWeather {
   /// that no download fills.
   [[nodiscard]] virtual std::string OriginOf(TextField /*field*/) const { return {}; }
   /// What a download address gave last and how old that is; empty for addresses of web pages.
-  [[nodiscard]] virtual std::string LastGiven(PanelText /*url*/) const { return {}; }
+  [[nodiscard]] virtual std::string LastGiven(Address /*url*/) const { return {}; }
 };
 
 /// Predicts the signal-to-noise ratio at one frequency.

@@ -81,16 +81,16 @@ std::string SpaceWeatherService::LastForecast() const {
          from;
 }
 
-std::string SpaceWeatherService::LastGiven(PanelText url) const {
+std::string SpaceWeatherService::LastGiven(Address url) const {
   switch (url) {
-    case PanelText::kSFIURL:
+    case Address::kSFIURL:
       return LastForecast();
-    case PanelText::kSSNURL: {
+    case Address::kSSNURL: {
       const std::string address = with_.host.Url(DownloadKind::kSunspotNumber);
       return "Sunspot number " + with_.origins.Last(SolarValue::kSunspotNumber, address) +
              with_.origins.LastFailure(SolarValue::kSunspotNumber);
     }
-    case PanelText::kWWVURL: {
+    case Address::kWWVURL: {
       const std::string address = with_.host.Url(DownloadKind::kCurrentConditions);
       // Both come from the same file: what failed for the flux failed for the index, too.
       std::string failure = with_.origins.LastFailure(SolarValue::kFlux);

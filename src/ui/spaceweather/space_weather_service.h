@@ -68,7 +68,7 @@ class SpaceWeatherService : public SpaceWeather {
   void UpdateCurrentConditions() override;
   void ShowCurrentConditions() override;
   [[nodiscard]] std::string OriginOf(TextField field) const override;
-  [[nodiscard]] std::string LastGiven(PanelText url) const override;
+  [[nodiscard]] std::string LastGiven(Address url) const override;
 
  private:
   [[nodiscard]] bool ForecastIsDue() const;

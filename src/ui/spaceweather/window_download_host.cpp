@@ -17,13 +17,13 @@ TextField FieldOf(SolarValue value) {
 std::string WindowDownloadHost::Url(DownloadKind kind) const {
   switch (kind) {
     case DownloadKind::kForecast:
-      return configuration_->Url(PanelText::kSFIURL);
+      return configuration_->Url(Address::kSFIURL);
     case DownloadKind::kCurrentConditions:
-      return configuration_->Url(PanelText::kWWVURL);
+      return configuration_->Url(Address::kWWVURL);
     case DownloadKind::kSunspotNumber:
       break;
   }
-  return configuration_->Url(PanelText::kSSNURL);
+  return configuration_->Url(Address::kSSNURL);
 }
 
 void WindowDownloadHost::EnableDownloads(bool enable) {

@@ -57,21 +57,21 @@ void ConfigUrlPage::AddRow(std::size_t index) {
   rows_.at(index) = {field, open, AddSubText("")};
 }
 
-ConfigUrlPage::Row& ConfigUrlPage::Find(PanelText url) {
+ConfigUrlPage::Row& ConfigUrlPage::Find(Address url) {
   std::size_t index = 0;
   while (kConfigUrls.at(index).url != url) ++index;
   return rows_.at(index);
 }
 
-void ConfigUrlPage::SetUrl(PanelText url, const std::string& text) {
+void ConfigUrlPage::SetUrl(Address url, const std::string& text) {
   Find(url).field->SetText(text);
 }
 
-void ConfigUrlPage::EnableOpen(PanelText url, bool enabled) {
+void ConfigUrlPage::EnableOpen(Address url, bool enabled) {
   EnableKeepingFocus(*Find(url).open, enabled);
 }
 
-void ConfigUrlPage::SetNote(PanelText url, const std::string& text) {
+void ConfigUrlPage::SetNote(Address url, const std::string& text) {
   SetText(Find(url).note, text);
 }
 

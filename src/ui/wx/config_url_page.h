@@ -15,10 +15,10 @@ class ConfigUrlPage : public ConfigPage {
  public:
   ConfigUrlPage(wxWindow* parent, const ConfigEvents& events);
 
-  void SetUrl(PanelText url, const std::string& text);
-  void EnableOpen(PanelText url, bool enabled);
+  void SetUrl(Address url, const std::string& text);
+  void EnableOpen(Address url, bool enabled);
   void SetDownloadSsnAtStart(bool on) { at_start_->SetValue(on); }
-  void SetNote(PanelText url, const std::string& text);
+  void SetNote(Address url, const std::string& text);
 
  private:
   struct Row {
@@ -27,7 +27,7 @@ class ConfigUrlPage : public ConfigPage {
     wxStaticText* note;
   };
   void AddRow(std::size_t index);
-  [[nodiscard]] Row& Find(PanelText url);
+  [[nodiscard]] Row& Find(Address url);
 
   std::array<Row, kConfigUrls.size()> rows_{};
   wxCheckBox* at_start_ = nullptr;

@@ -177,15 +177,15 @@ void ConfigurationFrame::SetMode(std::size_t row, const ModeSettings& settings) 
   WithControls([this, row, settings] { modes_->SetMode(row, settings); });
 }
 
-void ConfigurationFrame::SetUrl(PanelText url, const std::string& text) {
+void ConfigurationFrame::SetUrl(Address url, const std::string& text) {
   WithControls([this, url, text] { urls_->SetUrl(url, text); });
 }
 
-void ConfigurationFrame::EnableOpen(PanelText url, bool enabled) {
+void ConfigurationFrame::EnableOpen(Address url, bool enabled) {
   WithControls([this, url, enabled] { urls_->EnableOpen(url, enabled); });
 }
 
-void ConfigurationFrame::SetUrlNote(PanelText url, const std::string& text) {
+void ConfigurationFrame::SetUrlNote(Address url, const std::string& text) {
   WithControls([this, url, text] { urls_->SetNote(url, text); });
 }
 

@@ -42,9 +42,9 @@ class ConfigurationFrame : public SideFrame, public ConfigurationView {
   void EnableBands(bool enabled) override;
   void SetModes(std::span<const ModeSettings> modes, int selected) override;
   void SetMode(std::size_t row, const ModeSettings& settings) override;
-  void SetUrl(PanelText url, const std::string& text) override;
-  void EnableOpen(PanelText url, bool enabled) override;
-  void SetUrlNote(PanelText url, const std::string& text) override;
+  void SetUrl(Address url, const std::string& text) override;
+  void EnableOpen(Address url, bool enabled) override;
+  void SetUrlNote(Address url, const std::string& text) override;
   void SetPeers(std::span<const PeerState> peers) override;
   void ShowToolTips(bool show) override;
   void ShowWindow() override;

@@ -22,16 +22,7 @@ class BeaconPredictionsTest : public ::testing::Test {
     InstallEngine(Folder() / "IonCap/ioncap.exe");
     InstallEngine(Folder() / "ITSHFBC/bin_win/voacapw.exe");
     std::filesystem::create_directories(Folder() / "ITSHFBC/run");
-    inputs_ = {{{40, 30, 0, -1}, {74, 15, 0, -1}},
-               {},
-               "150",
-               "",
-               "1",
-               "10",
-               "24",
-               "3",
-               2,
-               EngineChoice::kIonCap};
+    inputs_ = BeaconParameters(Transatlantic());
   }
 
   [[nodiscard]] const std::filesystem::path& Folder() const { return fixture_.log.folder.Path(); }
@@ -63,12 +54,12 @@ class BeaconPredictionsTest : public ::testing::Test {
   FakeEngineHost host_;
   OneLocker locker_;
   BeaconPredictions::Time time_{hours(5)};
-  BeaconInputs inputs_;
+  ParameterSet inputs_;
   std::vector<Beacon> beacons_ = {At("OH2B", {60, 19, 0, -1}, {24, 23, 0, 1}),
                                   At("YV5B", {10, 24, 0, -1}, {66, 53, 0, -1})};
   std::vector<double> frequencies_ = {14100, 28200};
-  BeaconPredictions predictions_{{locker_, launcher_, host_, pause_, fixture_.settings,
-                                  fixture_.log.diagnostics, fixture_.log.clock, Folder()}};
+  BeaconPredictions predictions_{
+      {locker_, launcher_, host_, pause_, fixture_.log.diagnostics, fixture_.log.clock, Folder()}};
 };
 
 TEST_F(BeaconPredictionsTest, EveryBeaconIsRunOnceAndItsBandsAreKnownForTheDay) {
@@ -100,7 +91,7 @@ TEST_F(BeaconPredictionsTest, TheBeaconTransmitsWithItsPowerToYourStation) {
 
 TEST_F(BeaconPredictionsTest, YourAntennaReceivesThem) {
   inputs_.engine = EngineChoice::kVoaCap;
-  inputs_.antenna.file = "samples/sample.23";
+  inputs_.receiver_antenna.file = "samples/sample.23";
   Want();
   PollAll();
   ASSERT_EQ(launcher_.decks.size(), 2U) << predictions_.Problem();
@@ -199,7 +190,7 @@ TEST_F(BeaconPredictionsTest, ProblemsAreTold) {
     std::size_t starts;
   };
   for (const Case& c : std::initializer_list<Case>{
-           {"no station", [this] { inputs_.station.latitude = LatLonModule::UndefinedAngle(); },
+           {"no station", [this] { inputs_.receiver.latitude = LatLonModule::UndefinedAngle(); },
             "No predictions: your station's location is missing", 0},
            {"flux", [this] { inputs_.flux = "20"; }, "No predictions: Illegal Solar Flux", 0},
            {"no engine selected", [this] { inputs_.engine = EngineChoice::kNone; },
@@ -213,7 +204,7 @@ TEST_F(BeaconPredictionsTest, ProblemsAreTold) {
            {"damaged results", [this] { launcher_.answer = "no table"; },
             "The results for YV5B cannot be read", 2},
        }) {
-    const BeaconInputs good = inputs_;
+    const ParameterSet good = inputs_;
     launcher_.starts.clear();
     predictions_.Forget();
     c.spoil();

@@ -34,10 +34,6 @@ class BeaconWindowTest : public ::testing::Test {
       std::filesystem::copy_file(std::filesystem::path(SKYHOP_SHIPPED) / name, Folder() / name);
     }
     InstallEngine(Folder() / "IonCap/ioncap.exe");
-    fixture_.panel.SetText(PanelText::kLocalLat, "40 30' 0\" N");
-    fixture_.panel.SetText(PanelText::kLocalLon, "74 15' 0\" W");
-    fixture_.panel.SetText(PanelText::kSNR, "24");
-    fixture_.panel.SetText(PanelText::kLocalTakeOff, "3");
     fixture_.log.clock.now = kHour;
   }
 
@@ -79,9 +75,9 @@ class BeaconWindowTest : public ::testing::Test {
   FakeTimekeeping timekeeping_;
   FakeBeaconView view_;
   FakeBeaconPeers peers_;
-  BeaconPredictions predictions_{{locker_, launcher_, host_, pause_, fixture_.settings,
-                                  fixture_.log.diagnostics, fixture_.log.clock, Folder()}};
-  BeaconWindow window_{{view_, predictions_, peers_, fixture_.panel, fixture_.parameters,
+  BeaconPredictions predictions_{
+      {locker_, launcher_, host_, pause_, fixture_.log.diagnostics, fixture_.log.clock, Folder()}};
+  BeaconWindow window_{{view_, predictions_, peers_, [this] { return fixture_.form; },
                         fixture_.messages, fixture_.settings, fixture_.log.diagnostics,
                         fixture_.log.clock, timekeeping_, Folder()}};
 };
@@ -177,7 +173,7 @@ TEST_F(BeaconWindowTest, FollowingMovesAntennaAndMapWhereWanted) {
   window_.Check_Click(BeaconCheck::kSelectBearing, true);
   EXPECT_EQ(peers_.Take(), (Texts{"lookup OA4B Lima", "bearing 183"}));
   peers_.transceiver = 0;
-  fixture_.panel.SetText(PanelText::kLocalLat, "");
+  fixture_.form.local_latitude = "";
   Pass(seconds(10));
   EXPECT_EQ(peers_.Take(), Texts{"lookup YV5B Caracas"})
       << "without your place there is no bearing";
@@ -193,7 +189,7 @@ TEST_F(BeaconWindowTest, SelectsByDirection) {
   Select(kByOctant, "SE");
   EXPECT_GT(view_.refreshes, refreshes) << "the day has other beacons";
   EXPECT_EQ(view_.target, "Nothing to listen for: no beacon to the SE transmits in this slot");
-  fixture_.panel.SetText(PanelText::kLocalLon, "nowhere");
+  fixture_.form.local_longitude = "nowhere";
   Pass(seconds(3));
   EXPECT_EQ(view_.target, "Nothing to listen for: your station's location is missing");
 }
@@ -201,8 +197,8 @@ TEST_F(BeaconWindowTest, SelectsByDirection) {
 TEST_F(BeaconWindowTest, ADirectionBeginsAtItsEdge) {
   WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,20 N,8 43' E\n");
   WriteFile(Folder() / BeaconModule::kScheduleFile, "frequencies,14100\nOH2B\n");
-  fixture_.panel.SetText(PanelText::kLocalLat, "0 0' N");
-  fixture_.panel.SetText(PanelText::kLocalLon, "0 0' E");
+  fixture_.form.local_latitude = "0 0' N";
+  fixture_.form.local_longitude = "0 0' E";
   window_.Show();
   EXPECT_EQ(view_.rows[0].texts[4].substr(0, 3), "22\xC2") << "22.6 degrees";
   Select(kByOctant, "NE");
@@ -215,17 +211,17 @@ TEST_F(BeaconWindowTest, WhatIsBeingTypedDoesNotCount) {
   ASSERT_FALSE(predictions_.Working());
   const std::string way = view_.rows[0].texts[4];
   for (const char* typed : {"40 30' 0\" ", "40 30", "40 3", "4", "5", "5x", "5", ""}) {
-    fixture_.panel.SetText(PanelText::kLocalLat, typed);
+    fixture_.form.local_latitude = typed;
     Pass(seconds(1));
     EXPECT_NE(view_.rows[0].texts[4], "") << typed;
   }
-  fixture_.panel.SetText(PanelText::kLocalLat, "40 30' N");
+  fixture_.form.local_latitude = "40 30' N";
   Pass(seconds(3));
   EXPECT_NE(view_.rows[0].texts[7], "") << "the same place in other words";
   EXPECT_EQ(launcher_.starts.size(), 18U);
-  fixture_.panel.SetText(PanelText::kFlux, "1");
+  fixture_.form.flux = "1";
   Pass(seconds(1));
-  fixture_.panel.SetText(PanelText::kFlux, "180");
+  fixture_.form.flux = "180";
   Pass(seconds(1));
   EXPECT_FALSE(predictions_.Working());
   Pass(seconds(2));
@@ -242,7 +238,7 @@ TEST_F(BeaconWindowTest, PredictionsLeaveTheBeginOfASlotAlone) {
   EXPECT_EQ(launcher_.starts.size(), 1U);
   // Ending an engine takes longer than starting one.
   Now() = kHour + seconds(18);
-  fixture_.panel.SetText(PanelText::kFlux, "180");
+  fixture_.form.flux = "180";
   timekeeping_.Pass(fixture_.log.clock, milliseconds(1));
   window_.Timer_Tick();
   timekeeping_.passed += BeaconWindow::kSettled;
@@ -280,7 +276,7 @@ TEST_F(BeaconWindowTest, OptionsComeBackButFollowingDoesNot) {
   EXPECT_EQ(Setting("Rotate"), "True");
   window_.Form_Unload();
 
-  BeaconWindow again({view_, predictions_, peers_, fixture_.panel, fixture_.parameters,
+  BeaconWindow again({view_, predictions_, peers_, [this] { return fixture_.form; },
                       fixture_.messages, fixture_.settings, fixture_.log.diagnostics,
                       fixture_.log.clock, timekeeping_, Folder()});
   view_ = {};

@@ -8,7 +8,6 @@
 #include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/prediction_fixture.h"
-#include "ui/configuration/default_urls.h"
 
 namespace skyhop {
 namespace {
@@ -348,14 +347,9 @@ TEST_F(IoncapConfigTest, AnAnswerOfTheEstimateIsNoInstalledEngine) {
 }
 
 TEST_F(IoncapConfigTest, DefaultAddressesAreThoseOfAFreshInstallation) {
-  with_.parameters.Initialize();
-  for (const PanelText page :
-       {PanelText::kURL0, PanelText::kURL1, PanelText::kURL2, PanelText::kURL3}) {
-    EXPECT_EQ(DefaultUrl(page), with_.panel.Text(page));
-  }
   Load();
-  for (const PanelText download : {PanelText::kSFIURL, PanelText::kSSNURL, PanelText::kWWVURL}) {
-    EXPECT_EQ(DefaultUrl(download), configuration_.Url(download));
+  for (const ConfigUrl& row : kConfigUrls) {
+    EXPECT_EQ(configuration_.Url(row.url), DefaultUrl(row.url));
   }
   for (const ConfigUrl& row : kConfigUrls) window_.URL_Change(row.url, "elsewhere");
   window_.RestoreURLsCmd_Click();
@@ -368,18 +362,18 @@ TEST_F(IoncapConfigTest, DefaultAddressesAreThoseOfAFreshInstallation) {
 
 TEST_F(IoncapConfigTest, OnlyWebAddressesAreOpened) {
   Load();
-  window_.URL_Change(PanelText::kURL3, "  HTTPS://example.org/a b  ");
+  window_.URL_Change(Address::kURL3, "  HTTPS://example.org/a b  ");
   EXPECT_EQ(Stored("Configuration", "URL3"), "HTTPS://example.org/a b");
-  window_.OpenURLCmd_Click(PanelText::kURL3);
+  window_.OpenURLCmd_Click(Address::kURL3);
   EXPECT_EQ(view_.opened, std::vector<std::string>{"HTTPS://example.org/a b"});
   EXPECT_EQ(Message(), "");
   view_.can_open = false;
-  window_.OpenURLCmd_Click(PanelText::kURL3);
+  window_.OpenURLCmd_Click(Address::kURL3);
   EXPECT_EQ(Message(), "No browser could be started for HTTPS://example.org/a b");
   view_.opened.clear();
   for (const char* text : {"/usr/bin/program", "file:///etc/passwd", "www.example.org", ""}) {
-    window_.URL_Change(PanelText::kURL3, text);
-    window_.OpenURLCmd_Click(PanelText::kURL3);
+    window_.URL_Change(Address::kURL3, text);
+    window_.OpenURLCmd_Click(Address::kURL3);
     EXPECT_NE(Message().find("is no address of a web page"), std::string::npos);
   }
   EXPECT_TRUE(view_.opened.empty());
@@ -387,6 +381,8 @@ TEST_F(IoncapConfigTest, OnlyWebAddressesAreOpened) {
 
 TEST_F(IoncapConfigTest, AChangeThatIsNotSavedIsToldAndCountsNevertheless) {
   Load();
+  configuration_.SetUrl(Address::kURL0, "elsewhere");
+  configuration_.SetUrl(Address::kURL2, "elsewhere");
   with_.store.save_error = 75;
   window_.DistanceUnit_Click(distance_unit::kKilometres);
   EXPECT_FALSE(configuration_.DistanceMiles());
@@ -453,18 +449,10 @@ TEST_F(IoncapConfigTest, ChangesMadeElsewhereAreShown) {
   Load();
   configuration_.SetEngine(1);
   configuration_.SetDistanceMiles(false);
-  configuration_.SetUrl(PanelText::kSSNURL, "https://example.org");
+  configuration_.SetUrl(Address::kSSNURL, "https://example.org");
   EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 1);
   EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
-  EXPECT_EQ(view_.urls[PanelText::kSSNURL], "https://example.org");
-}
-
-TEST_F(IoncapConfigTest, WebPagesThatAreRestoredLaterAreShown) {
-  Load();
-  configuration_.RestoreUrl(PanelText::kURL0, "https://example.org");
-  window_.Show();
-  EXPECT_EQ(view_.urls[PanelText::kURL0], "https://example.org");
-  EXPECT_TRUE(view_.open_enabled[PanelText::kURL0]);
+  EXPECT_EQ(view_.urls[Address::kSSNURL], "https://example.org");
 }
 
 TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {

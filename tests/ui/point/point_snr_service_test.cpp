@@ -12,6 +12,7 @@
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
 #include "support/prediction_fixture.h"
+#include "ui/prediction/view_form.h"
 #include "ui/shared/mode_names.h"
 
 namespace skyhop::testing {
@@ -34,13 +35,8 @@ class PointSnrServiceTest : public ::testing::Test {
     for (const char* name : {"IonCap", "ITSHFBC2/run", "~ITSHFBC2/run"}) {
       std::filesystem::create_directories(folder_ / name);
     }
-    with_.panel.SetText(PanelText::kLocalLat, "40 30' 0\" N");
-    with_.panel.SetText(PanelText::kLocalLon, "74 15' 0\" W");
-    with_.panel.SetText(PanelText::kDXLat, "51 30' 0\" N");
-    with_.panel.SetText(PanelText::kDXLon, "0 7' 0\" W");
-    with_.panel.SetText(PanelText::kLocalPwr, "100");
-    with_.panel.SetText(PanelText::kLocalTakeOff, "3");
-    with_.panel.SetText(PanelText::kSNR, "24");
+    with_.form.local_power = "100";
+    ShowForm(with_.form, view_, configuration_);
     WriteFile(folder_ / "DefaultBands.txt", "20M, 14.0, 14.35\n");
   }
 
@@ -84,15 +80,13 @@ class PointSnrServiceTest : public ::testing::Test {
   FakePause pause_;
   FakeLauncher launcher_;
   FakeEngineHost host_;
-  IONCAPModule::ScriptCards cards_{pause_, with_.log.diagnostics};
-  IONCAPModule::ItsScript its_{cards_, with_.panel, with_.parameters, with_.log.diagnostics};
-  IONCAPModule::PointSnr point_{{host_, its_, with_.panel, with_.parameters, launcher_, pause_,
+  IONCAPModule::PointSnr point_{{host_, with_.engine.decks, launcher_, pause_,
                                  with_.log.diagnostics, with_.log.clock, folder_}};
   Configuration configuration_{with_.settings, with_.log.diagnostics};
   FreqDependentModule::BandTable bands_{folder_, with_.log.diagnostics};
   KeptAnswers answers_;
-  PointSnrService service_{{view_, point_, with_.panel, with_.parameters, configuration_, bands_,
-                            answers_, with_.log.diagnostics, with_.log.clock}};
+  PointSnrService service_{{view_, point_, with_.parameters, configuration_, bands_, answers_,
+                            with_.log.diagnostics, with_.log.clock}};
 };
 
 TEST_F(PointSnrServiceTest, WhatIsPredictedIsShownAsItComes) {
@@ -134,8 +128,8 @@ TEST_F(PointSnrServiceTest, TheLongPathWaitsForTheFolderOfTheShortPath) {
 }
 
 TEST_F(PointSnrServiceTest, TheAnswerToAnotherQuestionIsRefused) {
-  with_.panel.SetText(PanelText::kLocalPwr, "1500");
-  with_.panel.SetText(PanelText::kSSN, "105");
+  view_.SetText(TextField::kLocalPwr, "1500");
+  view_.SetText(TextField::kSSN, "105");
   service_.Predict(14.074, "", "24");
   const std::string results = TestData("results/newyork-london-method30.results.txt");
   for (const char* file : {"spsnr.txt", "lpsnr.txt"}) {
@@ -162,11 +156,11 @@ TEST_F(PointSnrServiceTest, WhatRestsOnOtherInputsIsMarkedUntilTheyAreBack) {
   bands_.InitializeBandArray();
   service_.Predict(14.1, "CW", "");
   const std::string headline = view_.snr.headline;
-  const auto text = [&](PanelText field, const char* value) {
-    return [=, this] { with_.panel.SetText(field, value); };
+  const auto text = [&](TextField field, const char* value) {
+    return [=, this] { view_.SetText(field, value); };
   };
-  const auto choice = [&](PanelChoice group, int index) {
-    return [=, this] { with_.panel.SetChoice(group, index); };
+  const auto choice = [&](OptionGroup group, int index) {
+    return [=, this] { view_.Select(group, index); };
   };
   const struct {
     const char* what;
@@ -174,18 +168,18 @@ TEST_F(PointSnrServiceTest, WhatRestsOnOtherInputsIsMarkedUntilTheyAreBack) {
     std::function<void()> back;
     bool old;
   } cases[] = {
-      {"station", text(PanelText::kDXLat, "52 30' 0\" N"), text(PanelText::kDXLat, "51 30' 0\" N"),
+      {"station", text(TextField::kDXLat, "52 30' 0\" N"), text(TextField::kDXLat, "51 30' 0\" N"),
        true},
-      {"form of the coordinates", text(PanelText::kDXLat, "51 30' N"), {}, false},
-      {"power", text(PanelText::kLocalPwr, "5"), text(PanelText::kLocalPwr, "100"), true},
-      {"the other's power", choice(PanelChoice::kDXPwr, 4), {}, false},
-      {"the other's noise", choice(PanelChoice::kDXNoiseLevel, 0),
-       choice(PanelChoice::kDXNoiseLevel, 2), true},
-      {"direction", choice(PanelChoice::kPredictSignals, 0),
-       choice(PanelChoice::kPredictSignals, 1), true},
-      {"path", choice(PanelChoice::kPath, path_option::kLong), {}, false},
-      {"flux", text(PanelText::kFlux, "80"), text(PanelText::kFlux, "150"), true},
-      {"K index", text(PanelText::kKindex, "7"), {}, false},
+      {"form of the coordinates", text(TextField::kDXLat, "51 30' N"), {}, false},
+      {"power", text(TextField::kLocalPwr, "5"), text(TextField::kLocalPwr, "100"), true},
+      {"the other's power", choice(OptionGroup::kDXPwr, 4), {}, false},
+      {"the other's noise", choice(OptionGroup::kDXNoiseLevel, 0),
+       choice(OptionGroup::kDXNoiseLevel, 2), true},
+      {"direction", choice(OptionGroup::kPredictSignals, 0),
+       choice(OptionGroup::kPredictSignals, 1), true},
+      {"path", choice(OptionGroup::kPath, path_option::kLong), {}, false},
+      {"flux", text(TextField::kFlux, "80"), text(TextField::kFlux, "150"), true},
+      {"K index", text(TextField::kKindex, "7"), {}, false},
       {"minutes", [this] { with_.log.clock.now += 50min; }, {}, false},
       {"hour", [this] { with_.log.clock.now += 10min; }, [this] { with_.log.clock.now -= 10min; },
        true},
@@ -208,7 +202,7 @@ TEST_F(PointSnrServiceTest, WhatRestsOnOtherInputsIsMarkedUntilTheyAreBack) {
     EXPECT_FALSE(service_.InputsChanged());
     EXPECT_FALSE(view_.snr.old) << what;
   }
-  with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
+  view_.Select(OptionGroup::kPredictSignals, direction_option::kFromTheDXStation);
   service_.Predict(14.1, "CW", "");
   EXPECT_EQ(view_.snr.headline.find("14.1 MHz from IO91wm at 13 UTC"), 0U) << view_.snr.headline;
   view_.SetText(TextField::kDXGrid, "IO91");
@@ -251,7 +245,7 @@ TEST_F(PointSnrServiceTest, TheBandsOwnPowerAndAngleCountForTheOwnTransmitter) {
   service_.Predict(14.1, "CW", "");
   EXPECT_NE(Deck().find(" 9.00   10"), std::string::npos) << Deck();
   EXPECT_NE(Deck().find("    0.0070\r\n"), std::string::npos);
-  with_.panel.SetChoice(PanelChoice::kPredictSignals, direction_option::kFromTheDXStation);
+  view_.Select(OptionGroup::kPredictSignals, direction_option::kFromTheDXStation);
   service_.Predict(14.1, "CW", "");
   EXPECT_NE(Deck().find(" 3.00   10"), std::string::npos);
   EXPECT_NE(Deck().find("    0.1000\r\n"), std::string::npos);
@@ -391,7 +385,7 @@ TEST_F(PointSnrServiceTest, TheDialIsPredictedOnceAndAfterPeers) {
   service_.Follow(7.03, "CW");
   EXPECT_EQ(ticks(), 4U) << "told again, it is no news";
   EXPECT_FALSE(TimerRuns());
-  with_.panel.SetText(PanelText::kLocalPwr, "5");
+  view_.SetText(TextField::kLocalPwr, "5");
   EXPECT_TRUE(service_.InputsChanged());
   service_.Follow(7.03, "CW");
   EXPECT_EQ(ticks(), 6U) << "for the power of now";

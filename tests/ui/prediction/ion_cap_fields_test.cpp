@@ -200,8 +200,8 @@ TEST_F(IonCapTest, AStoredTextThatIsRefusedIsMarked) {
   settings_.Store().SaveSetting("Skyhop", "Configuration", "Availability", "103");
   Start();
   EXPECT_TRUE(view_.Marked(TextField::kAvail));
-  panel_.SetText(PanelText::kAvail, "90");
-  EXPECT_FALSE(view_.Marked(TextField::kAvail)) << "the program itself knows better";
+  EXPECT_TRUE(Type(TextField::kAvail, "90"));
+  EXPECT_FALSE(view_.Marked(TextField::kAvail));
 }
 
 TEST_F(IonCapTest, AnSnrOfTheUsersOwnEndsTheChoiceOfAMode) {
@@ -212,17 +212,17 @@ TEST_F(IonCapTest, AnSnrOfTheUsersOwnEndsTheChoiceOfAMode) {
   EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), 0);
   Type(TextField::kSNR, "30");
   EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), -1);
-  EXPECT_EQ(parameters_.Snr(), "30");
+  EXPECT_EQ(parameters_.Set().snr, "30");
 }
 
 TEST_F(IonCapTest, OptionsPassTheirChoiceAtOnce) {
   Start();
   Choose(OptionGroup::kDXPwr, 3, &IonCap::DXPwr_Click);
-  EXPECT_EQ(parameters_.Power(), "500");
+  EXPECT_EQ(parameters_.Set().power, "500");
   Choose(OptionGroup::kDXNoiseLevel, 1, &IonCap::DXNoiseLevel_Click);
-  EXPECT_EQ(parameters_.Noise(), 1);
+  EXPECT_EQ(parameters_.Set().noise, 1);
   Choose(OptionGroup::kLocalNoiseLevel, 0, &IonCap::LocalNoiseLevel_Click);
-  EXPECT_EQ(parameters_.Noise(), 0);
+  EXPECT_EQ(parameters_.Set().noise, 0);
   EXPECT_EQ(view_.Shown(Label::kConditions),
             "Your station transmits 1500 W; the DX station listens in residential noise");
   Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click);
@@ -239,14 +239,14 @@ TEST_F(IonCapTest, EnterInAGridSquareMovesTheStationThere) {
   EXPECT_EQ(view_.Text(TextField::kLocalGrid), "FN42");
   EXPECT_EQ(view_.Text(TextField::kLocalLat), "42 30' 0\" N");
   EXPECT_EQ(view_.Text(TextField::kLocalLon), "71 0' 0\" W");
-  EXPECT_EQ(parameters_.Prefix(), "G");
+  EXPECT_EQ(parameters_.Set().prefix, "G");
   view_.SetText(TextField::kDXGrid, " jn58TD");
   window_.Field_Enter(TextField::kDXGrid);
   EXPECT_EQ(view_.Text(TextField::kDXGrid), "JN58td");
   EXPECT_EQ(view_.Text(TextField::kDXLat), "48 8' 45\" N");
   EXPECT_EQ(view_.Text(TextField::kDXLon), "11 37' 30\" E");
   // The country that was looked up for the place before is not this one's.
-  EXPECT_EQ(parameters_.Prefix(), "");
+  EXPECT_EQ(parameters_.Set().prefix, "");
   EXPECT_EQ(view_.Shown(Label::kPrefix), "");
   // Enter does it again even when the text has not changed.
   view_.SetText(TextField::kDXLat, "");
@@ -280,7 +280,7 @@ TEST_F(IonCapTest, BearingsAndDistanceFollowStationsPathAndUnit) {
   EXPECT_EQ(view_.Shown(Label::kDistance), "5602 km");
   Choose(OptionGroup::kPath, path_option::kLong, &IonCap::Path_Click);
   EXPECT_EQ(view_.Shown(Label::kDistance), "34473 km");
-  // A peer moves the DX station, which receives.
+  // The parameter set moves the DX station, which receives.
   parameters_.SetReceiverLatitude("48 8' 45\" N");
   parameters_.SetReceiverLongitude("11 37' 30\" E");
   EXPECT_EQ(view_.Text(TextField::kDXGrid), "JN58td");

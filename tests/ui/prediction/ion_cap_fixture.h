@@ -204,6 +204,11 @@ class IonCapTest : public ::testing::Test {
     return std::find(log_.debug.begin(), log_.debug.end(), line) != log_.debug.end();
   }
 
+  /// The summary of the prediction that was asked for last.
+  [[nodiscard]] std::string Summary() {
+    return SummaryLine(parameters_.Set(), configuration_.DistanceMiles(), "", log_.diagnostics);
+  }
+
   Events events_;
   LoggedDiagnostics log_;
   std::filesystem::path folder_ = log_.folder.Path();
@@ -213,21 +218,16 @@ class IonCapTest : public ::testing::Test {
   MemorySettingsStore store_;
   Common::Settings settings_{store_, log_.diagnostics};
   Configuration configuration_{settings_, log_.diagnostics};
-  ViewPanel panel_{view_, configuration_};
-  ViewTimer timer_{view_};
   FreqDependentModule::BandTable bands_{folder_, log_.diagnostics};
-  IONCAPModule::Parameters parameters_{panel_, messages_, settings_, log_.diagnostics};
-  ResultsTable table_;
-  ChartPane chart_{table_, log_.diagnostics, clock_};
   FakePause pause_;
   FakeLauncher launcher_;
   FakeEngineHost host_;
-  IONCAPModule::ScriptCards cards_{pause_, log_.diagnostics};
-  IONCAPModule::IonCapScript ioncap_{cards_, panel_, parameters_, log_.diagnostics};
-  IONCAPModule::ItsScript its_{cards_, panel_, parameters_, log_.diagnostics};
-  IONCAPModule::Results results_{table_, panel_, parameters_, chart_, messages_, log_.diagnostics};
-  IONCAPModule::RunControl run_{{parameters_, panel_, ioncap_, its_, results_, timer_, launcher_,
-                                 host_, pause_, clock_, messages_, settings_, log_.diagnostics}};
+  PredictionEngine engine_{
+      {launcher_, host_, pause_, clock_, messages_, settings_, log_.diagnostics}};
+  IONCAPModule::Parameters& parameters_ = engine_.parameters;
+  IONCAPModule::RunControl& run_ = engine_.run;
+  ResultsTable& table_ = engine_.table;
+  ChartPane chart_{table_, log_.diagnostics, clock_};
   FakeInstance instance_;
   OneLocker locker_;
   FakeServer server_{events_};
@@ -238,15 +238,12 @@ class IonCapTest : public ::testing::Test {
   FakeConfigurationWindow configuration_window_{events_, configuration_};
   FakeTextWindow files_window_;
   IonCap window_{{view_,
-                  panel_,
                   chart_,
                   configuration_,
                   configuration_window_,
                   files_window_,
                   bands_,
-                  parameters_,
-                  results_,
-                  run_,
+                  engine_,
                   launcher_,
                   host_,
                   instance_,

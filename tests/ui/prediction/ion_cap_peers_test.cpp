@@ -63,7 +63,7 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
     window_.EngineWatch_Tick();
   };
   window_.PathsButton_Click();
-  const std::string summary = results_.SummaryLine();
+  const std::string summary = Summary();
   window_.PredictForPeer({true, std::nullopt}, "1");
   window_.FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"});
   window_.PredictForPeer({true, false}, "2");
@@ -75,12 +75,12 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
   EXPECT_TRUE(Logged("IonCap.PredictForPeer, theValue = 2"));
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kLong);
   EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
-  EXPECT_EQ(panel_.Text(PanelText::kSummary), summary) << "the chart is that of the first circuit";
-  const std::string second = results_.SummaryLine();
+  EXPECT_EQ(view_.Shown(Label::kSummary), summary) << "the chart is that of the first circuit";
+  const std::string second = Summary();
   EXPECT_NE(second, summary);
   end_run();
   EXPECT_EQ(launcher_.starts.size(), 2U) << "of two requests the last one only";
-  EXPECT_EQ(panel_.Text(PanelText::kSummary), second);
+  EXPECT_EQ(view_.Shown(Label::kSummary), second);
 
   // A run that fails makes way, too; one that the user ends does not.
   window_.PathsButton_Click();
@@ -106,19 +106,19 @@ TEST_F(IonCapPeersTest, ValuesPublishedBeforeACommandBelongToItsPrediction) {
   peers_.on_values = [&] { window_.FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"}); };
   window_.PredictForPeer({true, std::nullopt}, "0");
   EXPECT_EQ(launcher_.starts.size(), 1U);
-  EXPECT_NE(results_.SummaryLine().find("10 30' 0\" N 20 0' 0\" E"), std::string::npos);
+  EXPECT_NE(Summary().find("10 30' 0\" N 20 0' 0\" E"), std::string::npos);
 }
 
 TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   Start();
   window_.PathsButton_Click();
-  const std::string snr = parameters_.Snr();
+  const std::string snr = parameters_.Set().snr;
   window_.PredictForPeer({true, false}, "0");
   window_.FreqPredictForPeer({true, false}, "14074", "FT8", "10");
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   EXPECT_EQ(Requester(), dde_option::kRequestedHere);
   EXPECT_EQ(launcher_.starts.size(), 1U);
-  EXPECT_EQ(parameters_.Snr(), snr);
+  EXPECT_EQ(parameters_.Set().snr, snr);
   EXPECT_EQ(events_.back(), "point FT8 10") << "a point is predicted beside it";
 }
 
@@ -162,7 +162,7 @@ TEST_F(IonCapPeersTest, AFrequencyIsTakenInKilohertzOrMegahertz) {
   }
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kLong);
   EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
-  EXPECT_EQ(parameters_.Snr(), "33");
+  EXPECT_EQ(parameters_.Set().snr, "33");
   for (const char* frequency : {"", "x", "14074x"}) {
     events_.clear();
     window_.FreqPredictForPeer({false, true}, frequency, "FT8", "");
@@ -221,7 +221,7 @@ TEST_F(IonCapPeersTest, ValuesThatAUserCouldNotEnterAreRefusedWithoutAMessage) {
     }
   }
   EXPECT_EQ(view_.Text(TextField::kLocalGrid), "KK00am");
-  EXPECT_EQ(parameters_.Power(), "400");
+  EXPECT_EQ(parameters_.Set().power, "400");
   EXPECT_TRUE(messages_.shown.empty());
 }
 

@@ -1,6 +1,7 @@
 #include "common/files.h"
 #include "common/text.h"
 #include "ion_cap_fixture.h"
+#include "support/answering_launcher.h"
 
 namespace skyhop::testing {
 namespace {
@@ -126,11 +127,11 @@ TEST_F(IonCapRunTest, TheDirectionDecidesWhoTransmitsAndWhoListens) {
     EXPECT_TRUE(Logged("IonCap.PathsButton_Click"));
     EXPECT_EQ(view_.Selected(OptionGroup::kPath), path);
     EXPECT_EQ(view_.Selected(OptionGroup::kPredictSignals), direction);
-    EXPECT_EQ(parameters_.Path(), path == 0 ? "Short Path" : "Long Path");
-    EXPECT_EQ(parameters_.Power(), power);
-    EXPECT_EQ(parameters_.Takeoff(), "6");
-    EXPECT_EQ(parameters_.Noise(), noise);
-    EXPECT_EQ(parameters_.Date(), "15-Nov-26");
+    EXPECT_EQ(parameters_.Set().path, path == 0 ? "Short Path" : "Long Path");
+    EXPECT_EQ(parameters_.Set().power, power);
+    EXPECT_EQ(parameters_.Set().takeoff, "6");
+    EXPECT_EQ(parameters_.Set().noise, noise);
+    EXPECT_EQ(parameters_.Set().date, "15-Nov-26");
     EXPECT_EQ(parameters_.GetReceiverLocation().latitude.degrees, receiver_latitude);
     EXPECT_EQ(parameters_.GetTransmitterLocation().latitude.degrees, 91 - receiver_latitude);
     EXPECT_TRUE(window_.Running());
@@ -169,9 +170,12 @@ TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
               0U)
         << view_.Shown(Label::kConditions);
     window_.PathsButton_Click();
-    EXPECT_EQ(parameters_.Power(), power) << kilohertz.value_or(-1);
-    EXPECT_EQ(parameters_.Takeoff(), takeoff) << kilohertz.value_or(-1);
-    EXPECT_EQ(panel_.SettingsName().empty(), note.empty());
+    EXPECT_EQ(parameters_.Set().power, power) << kilohertz.value_or(-1);
+    EXPECT_EQ(parameters_.Set().takeoff, takeoff) << kilohertz.value_or(-1);
+    EngineWrites(AnswerToAny(Method26()));
+    window_.ExecuteTimer_Tick();
+    EXPECT_EQ(view_.Shown(Label::kSummary).ends_with("0M settings)"), !note.empty())
+        << view_.Shown(Label::kSummary);
     window_.AbortButton_Click();
   }
 }
@@ -219,8 +223,8 @@ TEST_F(IonCapRunTest, ASecondPredictionChangesNothingOfTheFirst) {
     (window_.*click)();
     EXPECT_EQ(log_.debug.back(), "   previous computation still running");
   }
-  EXPECT_EQ(parameters_.Power(), "1500");
-  EXPECT_EQ(parameters_.Date(), "15-Nov-26");
+  EXPECT_EQ(parameters_.Set().power, "1500");
+  EXPECT_EQ(parameters_.Set().date, "15-Nov-26");
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   EXPECT_EQ(view_.notice, notice);
   EXPECT_EQ(launcher_.starts.size(), 1U);
@@ -586,9 +590,9 @@ TEST_F(IonCapRunTest, PredictJudgesRefusedInputsWithItsOwnMessages) {
   Type(TextField::kLocalTakeOff, "5");
   Type(TextField::kSNR, "-12");
   const auto expect_last_valid_values = [&] {
-    EXPECT_EQ(parameters_.Power(), "200");
-    EXPECT_EQ(parameters_.Takeoff(), "5");
-    EXPECT_EQ(parameters_.Snr(), "-12");
+    EXPECT_EQ(parameters_.Set().power, "200");
+    EXPECT_EQ(parameters_.Set().takeoff, "5");
+    EXPECT_EQ(parameters_.Set().snr, "-12");
   };
   const std::string place = "the 'Your Stations' panel on the Main window's Parameters tab";
   const std::vector<std::string> power = {"Invalid power specified in " + place};
@@ -664,7 +668,8 @@ TEST_F(IonCapTest, ThePathHasOneDistance) {
       Choose(OptionGroup::kPath, path, &IonCap::Path_Click);
       const std::string label = view_.Shown(Label::kDistance);
       const std::string number = label.substr(0, label.find(' '));
-      const std::string summary = results_.SummaryLine();
+      parameters_.SetCircuit(FormOf(view_, configuration_));
+      const std::string summary = Summary();
       EXPECT_NE(summary.find(" " + number + (miles ? " mi  " : " km  ")), std::string::npos)
           << label << " and " << summary;
     }

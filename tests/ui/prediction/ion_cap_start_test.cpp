@@ -37,7 +37,7 @@ TEST_F(IonCapTest, AFreshInstallationStartsUsable) {
   EXPECT_EQ(view_.Text(TextField::kTheDate), "15-Nov-26");
   EXPECT_EQ(view_.Text(TextField::kLocalGrid), "FN20vm");
   EXPECT_EQ(view_.Text(TextField::kSNR), "24");
-  EXPECT_EQ(parameters_.Snr(), "24");
+  EXPECT_EQ(parameters_.Set().snr, "24");
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   EXPECT_EQ(view_.modes.front(), "CW");
   for (const CheckBox box : {CheckBox::kPlotEnable, CheckBox::kOpenBandEnable,
@@ -78,7 +78,7 @@ TEST_F(IonCapTest, TheStoredModeBringsItsSnrWhileItIsInTheList) {
     ASSERT_TRUE(window_.Form_Load());
     EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), selected) << mode;
     EXPECT_EQ(view_.Text(TextField::kSNR), snr) << mode;
-    EXPECT_EQ(parameters_.Snr(), snr) << mode;
+    EXPECT_EQ(parameters_.Set().snr, snr) << mode;
   }
 }
 
@@ -252,7 +252,7 @@ TEST_F(IonCapTest, FollowsTheConfigurationAtOnce) {
   configuration_.SetModes({{"FT8", "13"}, {"Psk", "30"}, {"ssb", "40"}});
   EXPECT_EQ(view_.modes, (std::vector<std::string>{"FT8", "Psk", "ssb"}));
   EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), 2);
-  EXPECT_EQ(parameters_.Snr(), "40");
+  EXPECT_EQ(parameters_.Set().snr, "40");
   configuration_.SetModes({{"FT8", "13"}});
   EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), -1);
   EXPECT_EQ(view_.Text(TextField::kSNR), "40");
@@ -316,8 +316,8 @@ TEST_F(IonCapTest, TheMenuOffersThePagesThatHaveAnAddress) {
             (std::vector<WebPage>{{0, "Radio communications (swpc.noaa.gov)",
                                    "https://www.swpc.noaa.gov/communities/radio-communications"},
                                   {2, "example.org", "http://example.org:8080/"}}));
-  configuration_.SetUrl(PanelText::kURL0, "");
-  configuration_.SetUrl(PanelText::kURL3, "https://example.org/images/planetary_k%20index.gif?x=1");
+  configuration_.SetUrl(Address::kURL0, "");
+  configuration_.SetUrl(Address::kURL3, "https://example.org/images/planetary_k%20index.gif?x=1");
   ASSERT_EQ(view_.web_pages.size(), 2U);
   EXPECT_EQ(view_.web_pages.back().title, "Planetary k index (example.org)");
   EXPECT_EQ(view_.web_pages.back().number, 3);

@@ -40,7 +40,7 @@ TEST_F(ConfigurationTest, OfAFreshInstallationHasItsDefaults) {
   EXPECT_FALSE(configuration_.DualMonitor());
   EXPECT_EQ(configuration_.Band(10), BandSettings{});
   EXPECT_EQ(configuration_.Modes(), DefaultModes());
-  EXPECT_EQ(configuration_.Url(PanelText::kWWVURL), "https://services.swpc.noaa.gov/text/wwv.txt");
+  EXPECT_EQ(configuration_.Url(Address::kWWVURL), "https://services.swpc.noaa.gov/text/wwv.txt");
   EXPECT_TRUE(store_.values.empty());
   EXPECT_TRUE(told_.empty());
 }
@@ -95,9 +95,9 @@ TEST_F(ConfigurationTest, SavesEachChangeAtOnceAndTellsIt) {
          return c.SetBand(0, {"", "100"});
        },
        Item::kFreqDependent, "FreqDependentSettings", "FreqDependentPower160M", "100"},
-      {"page", [](Configuration& c) { return c.SetUrl(PanelText::kURL3, "https://a.b/"); },
+      {"page", [](Configuration& c) { return c.SetUrl(Address::kURL3, "https://a.b/"); },
        Item::kUrls, "Configuration", "URL3", "https://a.b/"},
-      {"download", [](Configuration& c) { return c.SetUrl(PanelText::kSFIURL, ""); }, Item::kUrls,
+      {"download", [](Configuration& c) { return c.SetUrl(Address::kSFIURL, ""); }, Item::kUrls,
        "Configuration", "SFIURL", ""},
       {"tool tips", [](Configuration& c) { return c.SetShowToolTips(false); }, Item::kShowToolTips,
        "General", "ShowToolTips", "False"},
@@ -134,7 +134,7 @@ TEST_F(ConfigurationTest, ComesBackInTheNextRun) {
   configuration_.SetBand(3, {"5.5", "400"});
   const std::vector<ModeSettings> modes = {{"FT8", "14"}, {"Digital voice", "30"}};
   configuration_.SetModes(modes);
-  configuration_.SetUrl(PanelText::kSSNURL, "https://example.org/ssn");
+  configuration_.SetUrl(Address::kSSNURL, "https://example.org/ssn");
   configuration_.SetShowToolTips(false);
   Configuration next(settings_, log_.diagnostics);
   next.Load();
@@ -142,7 +142,7 @@ TEST_F(ConfigurationTest, ComesBackInTheNextRun) {
   EXPECT_FALSE(next.DistanceMiles());
   EXPECT_EQ(next.Band(3), (BandSettings{"5.5", "400"}));
   EXPECT_EQ(next.Modes(), modes);
-  EXPECT_EQ(next.Url(PanelText::kSSNURL), "https://example.org/ssn");
+  EXPECT_EQ(next.Url(Address::kSSNURL), "https://example.org/ssn");
   EXPECT_FALSE(next.ShowToolTips());
 }
 
@@ -195,14 +195,18 @@ TEST_F(ConfigurationTest, HoldsForThisRunWhenItCannotBeSaved) {
       << log_.errors[0];
 }
 
-TEST_F(ConfigurationTest, LeavesWebPagesToTheParameterSet) {
-  Store("Configuration", "URL0", "https://stored/");
-  configuration_.RestoreUrl(PanelText::kURL0, "https://restored/");
+TEST_F(ConfigurationTest, ReplacesTheFormerEnthusiastsPageAtOnce) {
+  Store("Configuration", "URL1", "http://www.swpc.noaa.gov/communities/space-weather-enthusiasts");
+  Store("Configuration", "URL3", "https://example.org/&?=%20#x");
   configuration_.Load();
-  EXPECT_EQ(configuration_.Url(PanelText::kURL0), "https://restored/");
-  EXPECT_EQ(Stored("Configuration", "URL0"), "https://stored/");
+  const std::string secure = "https://www.swpc.noaa.gov/communities/space-weather-enthusiasts";
+  EXPECT_EQ(configuration_.Url(Address::kURL1), secure);
+  EXPECT_EQ(Stored("Configuration", "URL1"), secure);
+  EXPECT_EQ(configuration_.Url(Address::kURL3), "https://example.org/&?=%20#x");
   EXPECT_TRUE(told_.empty());
-  EXPECT_THROW(static_cast<void>(configuration_.Url(PanelText::kSummary)), Error);
+  configuration_.SaveUrls();
+  EXPECT_EQ(Stored("Configuration", "URL0"), configuration_.Url(Address::kURL0));
+  EXPECT_EQ(Stored("Configuration", "WWVURL"), configuration_.Url(Address::kWWVURL));
 }
 
 TEST_F(ConfigurationTest, ListenersMayRegisterOthers) {

@@ -8,7 +8,7 @@
 
 #include "common/clock.h"
 #include "common/diagnostics.h"
-#include "engine/results.h"
+#include "engine/results_table.h"
 #include "engine/results_table.h"
 #include "report/csv_report.h"
 #include "ui/drawing/chart_palette.h"
@@ -33,7 +33,7 @@ class ChartHost {
 /// The whole chart of the window: plot, axes, labels, colour keys, solar bars and time index. It
 /// decides what is where, what a pointer or a key does there, and draws on a Surface. Places are
 /// pixels on the pane.
-class ChartPane : public IONCAPModule::ResultsChart {
+class ChartPane {
  public:
   /// All must outlive this object. `table` is what the engines' results are read into; the pane
   /// shows a copy of it, so that results which turn out to be unreadable leave the chart alone.
@@ -54,7 +54,7 @@ class ChartPane : public IONCAPModule::ResultsChart {
   void ShowLike(const ChartPane& other);
 
   /// A result is in the table: shows it and puts the time index at the current time.
-  void DisplayTable(EngineChoice engine) override;
+  void DisplayTable(EngineChoice engine);
   [[nodiscard]] bool HasResult() const { return chart_.Plotted(); }
   [[nodiscard]] EngineChoice Engine() const { return engine_; }
 
