@@ -2,13 +2,13 @@
 
 #include <memory>
 
-/// What a window needs from the operating system beyond the toolkit. A library of its own, since
-/// programs without windows do without it.
+/// The services of the operating system that a window needs beyond the toolkit. They are a separate
+/// library because programs without windows do not need them.
 namespace skyhop::platform {
 
-/// While it lives, a toolkit that starts leaves the display's 3D drivers alone. Loading them takes
-/// time and some 50 MB, and nothing here is drawn with them. What the environment says of it goes
-/// first. No other thread may run meanwhile.
+/// While this object lives, a toolkit that starts does not load the display's 3D drivers. Loading
+/// them takes time and some 50 MB, and the program draws nothing with them. A setting for them in
+/// the environment takes precedence. No other thread may run meanwhile.
 class PlainDisplayStart {
  public:
   PlainDisplayStart();
@@ -20,21 +20,21 @@ class PlainDisplayStart {
   bool changed_ = false;
 };
 
-/// Begins to look up the system's fonts beside the rest of the start: the first text that is
-/// measured would have to wait for them. Called once the toolkit has started.
+/// Starts to load the system's fonts in the background, so that the first measured text does not
+/// wait for them. Call it after the toolkit has started.
 void LoadFontsAhead();
 
 /// Tells screen readers that a caption names a field. Both are native handles of the toolkit's
 /// windows.
 void TieLabel(void* label, void* field);
 
-/// Lays a window out in its size before it is shown: the toolkit may otherwise forget place and
-/// size while it waits for the window manager. `window` is the native handle.
+/// Gives a window its layout at this size before it is shown. Otherwise the toolkit may lose place
+/// and size while it waits for the window manager. `window` is the native handle.
 void LayOutHidden(void* window, int width, int height);
 
-/// While it lives, the program's windows are light or dark as the desktop wishes, also when the
-/// wish changes. Where the desktop does not tell, they are as the toolkit's own settings say. Made
-/// after the toolkit has started.
+/// While this object lives, the program's windows are light or dark as the desktop's setting
+/// demands, and follow its changes. Without such a setting, the toolkit's own settings apply.
+/// Create it after the toolkit has started.
 class ColorSchemeFollower {
  public:
   ColorSchemeFollower();
@@ -47,19 +47,19 @@ class ColorSchemeFollower {
   std::unique_ptr<State> state_;
 };
 
-/// From now on the system's requests to end the program are kept for EndRequested instead of ending
-/// it at once: those of a terminal, a session that ends, or a service manager. A second request
-/// ends it all the same.
+/// From now on, a request of the system to end the program does not end it at once: EndRequested
+/// reports it. Such requests come from a terminal, a session that ends, or a service manager. A
+/// second request ends the program at once.
 void KeepEndRequests();
 
-/// Whether such a request has come.
+/// Whether the system has made such a request.
 [[nodiscard]] bool EndRequested();
 
-/// Whether the user has struck Esc in a window of the program while its events were held back. The
-/// key is taken, so that it does nothing else; the other events stay.
+/// Whether the user has pressed Esc in a window of the program while its events were held back.
+/// Removes the key press from the queue and keeps the other events.
 bool TakeEscapeKey();
 
-/// Cancels the native dialogs that are open. Returns whether there were any.
+/// Cancels the open native dialogs. Returns whether there were any.
 bool CancelNativeDialogs();
 
 }  // namespace skyhop::platform

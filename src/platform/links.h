@@ -5,11 +5,12 @@
 
 #include "interop/link_transport.h"
 
-/// Links between programs. A library of its own, since programs without windows do without it.
+/// Links between programs. They are a separate library because programs without windows do not need
+/// them.
 namespace skyhop::platform {
 
-/// The links of an application, over what programs of this system use for it. Always yields an
-/// object, even where links cannot be used.
+/// The links of an application, over the mechanism that programs use for links on this system.
+/// Always returns an object, even if links cannot be used.
 [[nodiscard]] std::unique_ptr<LinkTransport> MakeLinkTransport(const std::string& application);
 
 }  // namespace skyhop::platform

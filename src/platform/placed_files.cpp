@@ -34,7 +34,7 @@ std::ostream& operator<<(std::ostream& out, const FileStamp& stamp) {
   return out << stamp.size << ' ' << stamp.seconds << ' ' << stamp.nanoseconds;
 }
 
-/// A record that is missing or damaged is an empty one: every file then counts as the user's own.
+/// A missing or damaged record is empty: every file is then treated as the user's own.
 Record ReadRecord(const std::filesystem::path& path) {
   Record record;
   std::string content;

@@ -8,21 +8,21 @@
 
 namespace skyhop::platform {
 
-/// A file that comes with the program and the place it takes in the program folder.
+/// A file that is shipped with the program, and its place in the program folder.
 struct ShippedFile {
   std::filesystem::path source;
   std::filesystem::path target;  ///< relative to the program folder
   bool executable = false;
 };
 
-/// Places the files as FillProgramFolder says. A record of what was placed is kept in the program
-/// folder as "installed-files.txt".
+/// Places the files as FillProgramFolder describes. "installed-files.txt" in the program folder
+/// records the placed files.
 [[nodiscard]] std::vector<std::string> PlaceFiles(const std::filesystem::path& folder,
                                                   const std::vector<ShippedFile>& files);
 
-// Each back end has its own of the following.
+// Each back end implements the following.
 
-/// Size and time of a file: enough to tell whether it is still the one that was placed.
+/// Size and time of a file. They show whether the file is still the one that was placed.
 struct FileStamp {
   std::uintmax_t size = 0;
   std::int64_t seconds = 0;
@@ -34,10 +34,10 @@ struct FileStamp {
 /// The stamp of a file, nothing when there is none.
 [[nodiscard]] std::optional<FileStamp> StampOf(const std::filesystem::path& path);
 
-/// Has the system write a file to the disk, for WriteFileAtOnce. Throws the Errors of FileError.
+/// Makes the system write a file to the disk, for WriteFileAtOnce. Throws the Errors of FileError.
 void SyncFile(const std::filesystem::path& path);
 
-/// The full path of the running executable; empty where the system does not name it.
+/// The full path of the running executable; empty if the system does not provide it.
 [[nodiscard]] std::filesystem::path ExecutablePath();
 
 /// The installed estimate engine.

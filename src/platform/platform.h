@@ -16,7 +16,8 @@
 #include "engine/run_lock.h"
 #include "spaceweather/url_fetcher.h"
 
-/// The operating system's services. `app/` is the only user; everybody else gets the interfaces.
+/// The operating system's services. Only `app/` calls these functions; all other folders use the
+/// interfaces.
 namespace skyhop::platform {
 
 [[nodiscard]] std::unique_ptr<SettingsStore> MakeSettingsStore();
@@ -24,42 +25,43 @@ namespace skyhop::platform {
 [[nodiscard]] std::unique_ptr<Timekeeping> MakeTimekeeping();
 [[nodiscard]] std::unique_ptr<MachineFacts> MakeMachineFacts();
 [[nodiscard]] std::unique_ptr<EngineLauncher> MakeEngineLauncher();
-/// What this machine has for running engines, looked up anew at each question.
+/// Finds the programs with which this machine can run engines. Every call looks for them again.
 [[nodiscard]] std::unique_ptr<EngineHost> MakeEngineHost();
 [[nodiscard]] std::unique_ptr<UrlFetcher> MakeUrlFetcher();
 
-/// Has the console of a program without a window take UTF-8. Returns the program's arguments, its
-/// name first, as UTF-8.
+/// Makes the console of a program without a window accept UTF-8. Returns the program's arguments as
+/// UTF-8, its name first.
 [[nodiscard]] std::vector<std::string> StartConsole(int argc, const char* const* argv);
 
-/// The program's own folder: its band definitions, its error log, the engines' folders.
+/// The program's own folder: it holds the band definitions, the error log and the engines' folders.
 /// Throws the Errors of FileError when it cannot be created.
 [[nodiscard]] std::filesystem::path ProgramFolder();
 
-/// Puts the files that come with the program into the program folder: band definitions, the
-/// beacons' locations and schedule and, as the engine of the "IonCap" folder, the estimate engine.
-/// A file that the user changed or put there is never overwritten; one that this function placed is
-/// brought up to date. Returns what went wrong, one text each; nothing when all is well.
+/// Puts the shipped files into the program folder: band definitions, the beacons' locations and
+/// schedule and, as the engine of the "IonCap" folder, the estimate engine. Never overwrites a file
+/// that the user changed or put there; updates a file that this function placed. Returns one text
+/// per problem, nothing if there is none.
 [[nodiscard]] std::vector<std::string> FillProgramFolder(const std::filesystem::path& folder);
 
 /// A file that is installed with the program's data, such as "icons/skyhop.svg".
 [[nodiscard]] std::filesystem::path DataFile(const std::filesystem::path& name);
 
-/// The page that the help command opens: "index.htm" in the program folder when the user has one
-/// there, else the one that was installed with the program.
+/// The page that the help command opens: the user's own "index.htm" in the program folder if it
+/// exists, else the installed one.
 [[nodiscard]] std::filesystem::path HelpFile(const std::filesystem::path& program_folder);
 
-/// Guards the program folder against a second instance, as long as the guard lives; whatever ends
-/// the program frees it. A folder that cannot be written counts as one without another instance.
+/// Guards the program folder against a second instance while the guard lives. The guard ends with
+/// the program, even after a crash. A folder that cannot be locked is treated as one without
+/// another instance.
 [[nodiscard]] std::unique_ptr<InstanceGuard> MakeInstanceGuard(
     const std::filesystem::path& program_folder);
 
 /// Locks as LockRuns does.
 [[nodiscard]] std::unique_ptr<RunLocker> MakeRunLocker(const std::filesystem::path& program_folder);
 
-/// Holds the engine folders against other runs of the program, as long as the lock lives. Waits at
-/// most `longest` for it; returns null when another program still holds it then. Throws the Errors
-/// of FileError when the folder cannot be opened.
+/// Locks the engine folders against other runs of the program while the lock lives. Waits at most
+/// `longest`; returns null if another program still holds the lock then. Throws the Errors of
+/// FileError if the folder cannot be opened.
 [[nodiscard]] std::unique_ptr<RunLock> LockRuns(const std::filesystem::path& program_folder,
                                                 std::chrono::milliseconds longest);
 

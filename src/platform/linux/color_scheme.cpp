@@ -1,4 +1,4 @@
-// The desktop's wish for light or dark windows, as its portal tells it.
+// The desktop's setting for light or dark windows, read from its portal.
 
 #include <gio/gio.h>
 #include <gtk/gtk.h>
@@ -25,7 +25,7 @@ struct ColorSchemeFollower::State {
   GCancellable* cancel = g_cancellable_new();
   GDBusConnection* bus = nullptr;
   guint subscription = 0;
-  gboolean own = FALSE;  ///< the toolkit's setting when the desktop has no wish
+  gboolean own = FALSE;  ///< the toolkit's setting if the desktop has none
 
   State() {
     g_object_get(gtk_settings_get_default(), kPreferDark, &own, nullptr);
@@ -33,7 +33,7 @@ struct ColorSchemeFollower::State {
   }
 
   ~State() {
-    // What is still under way then calls back with an error and without using this object.
+    // Pending calls then call back with an error and do not use this object.
     g_cancellable_cancel(cancel);
     if (bus != nullptr) {
       g_dbus_connection_signal_unsubscribe(bus, subscription);
@@ -45,7 +45,7 @@ struct ColorSchemeFollower::State {
   State(const State&) = delete;
   State& operator=(const State&) = delete;
 
-  /// Takes ownership of `value`, which may lie in other variants.
+  /// Takes ownership of `value`, which other variants may enclose.
   void Apply(GVariant* value) const {
     while (g_variant_is_of_type(value, G_VARIANT_TYPE_VARIANT) != FALSE) {
       GVariant* const inner = g_variant_get_variant(value);
@@ -57,7 +57,7 @@ struct ColorSchemeFollower::State {
       const gboolean dark = wish == kDark ? TRUE : wish == kLight ? FALSE : own;
       GtkSettings* const settings = gtk_settings_get_default();
       g_object_set(settings, kPreferDark, dark, nullptr);
-      // Windows that paint by themselves are told of another theme only, not of its other variant.
+      // Windows with their own painting react to another theme only, not to its other variant.
       g_object_notify(G_OBJECT(settings), "gtk-theme-name");
     }
     g_variant_unref(value);

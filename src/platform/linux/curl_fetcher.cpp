@@ -26,7 +26,7 @@ constexpr const char* kSecureScheme = "https";
 using Handle = std::unique_ptr<CURL, decltype(&curl_easy_cleanup)>;
 using List = std::unique_ptr<curl_slist, decltype(&curl_slist_free_all)>;
 
-/// What comes in, up to a limit.
+/// The received content, up to a limit.
 struct Body {
   std::string content;
   std::size_t limit = 0;
@@ -49,20 +49,20 @@ extern "C" int SkyhopFollowProgress(void* stop, curl_off_t, curl_off_t, curl_off
   return static_cast<const std::stop_token*>(stop)->stop_requested() ? 1 : 0;
 }
 
-/// Whether an address is fetched in clear text: it names the scheme, HTTPS is the usual one.
+/// Whether an address explicitly selects plain HTTP. Without a scheme, HTTPS applies.
 bool IsPlainHttp(std::string_view url) {
   constexpr std::string_view scheme = "http:";
   return EqualsIgnoringCase(url.substr(0, scheme.size()), scheme);
 }
 
-/// The request as a whole. Returns the first refusal of the library.
+/// The options of one request.
 class Request {
  public:
   Request(CURL* handle, const FetchLimits& limits) : handle_(handle), limits_(limits) {}
 
   [[nodiscard]] CURLcode Prepare(const std::string& url, curl_slist* headers, Body& body,
                                  const std::stop_token& stop) {
-    // Blanks are no part of an address; as the user typed it they may well be.
+    // An address has no blanks, but the user may have typed some.
     const std::string address = ReplaceAll(Trim(url), " ", "%20");
     Set(CURLOPT_URL, address.c_str());
     Set(CURLOPT_DEFAULT_PROTOCOL, "https");
@@ -105,8 +105,8 @@ class Request {
 /// The end of a transfer as libcurl reports it.
 struct TransferEnd {
   int code = 0;             ///< a CURLcode, 0 for a transfer that went through
-  long status = 0;          ///< of the last HTTP response, 0 when there was none
-  bool redirected = false;  ///< the failure is that of an address that the server sent us to
+  long status = 0;          ///< of the last HTTP response, 0 if there was none
+  bool redirected = false;  ///< the failure concerns an address to which the server redirected
 };
 
 enum class Only { kAlways, kRedirected };
@@ -121,7 +121,7 @@ struct Row {
 };
 
 constexpr auto kRows = std::to_array<Row>({
-    // A response without the content that was asked for.
+    // A response without the requested content.
     {CURLE_OK, fetch_codes::kOk, Only::kAlways, 0, 299},
     {CURLE_OK, fetch_codes::kRedirectFailed, Only::kAlways, 300, 399},
     {CURLE_HTTP_RETURNED_ERROR, fetch_codes::kAuthenticationRequired, Only::kAlways, 401, 401},
@@ -143,7 +143,7 @@ constexpr auto kRows = std::to_array<Row>({
     {CURLE_URL_MALFORMAT, fetch_codes::kInvalidUrl},
     {CURLE_REMOTE_FILE_NOT_FOUND, fetch_codes::kObjectNotFound},
 
-    // The way to the server.
+    // The connection to the server.
     {CURLE_COULDNT_RESOLVE_HOST, fetch_codes::kResourceNotFound},
     {CURLE_COULDNT_RESOLVE_PROXY, fetch_codes::kCannotConnect},
     {CURLE_COULDNT_CONNECT, fetch_codes::kCannotConnect},
@@ -183,7 +183,7 @@ constexpr auto kRows = std::to_array<Row>({
     {CURLE_HTTP2_STREAM, fetch_codes::kDownloadFailure},
     {CURLE_BAD_CONTENT_ENCODING, fetch_codes::kCannotLoadData},
     {CURLE_FILESIZE_EXCEEDED, fetch_codes::kCannotLoadData},
-    // Only content beyond the limit is refused while it comes in.
+    // SkyhopTakeBytes refuses only content beyond the limit.
     {CURLE_WRITE_ERROR, fetch_codes::kCannotLoadData},
 
     // This machine.
@@ -209,7 +209,7 @@ TransferEnd EndOf(CURL* handle, CURLcode code) {
   curl_easy_getinfo(handle, CURLINFO_RESPONSE_CODE, &end.status);
   long redirects = 0;
   curl_easy_getinfo(handle, CURLINFO_REDIRECT_COUNT, &redirects);
-  // A redirect that the library refuses to follow is not counted.
+  // The library does not count a redirect that it refuses to follow.
   end.redirected = redirects > 0 || (end.status >= 300 && end.status <= 399);
   return end;
 }
@@ -227,8 +227,8 @@ std::int32_t Transfer(const std::string& url, const FetchLimits& limits, Body& b
   return FetchCode(EndOf(handle.get(), code));
 }
 
-/// An existing file that its owner has protected. The system would let a file be replaced whose
-/// folder can be written.
+/// Whether an existing file is write-protected by its owner. The check is needed because the system
+/// replaces any file in a writable folder.
 bool IsReadOnly(const std::filesystem::path& file) {
   std::error_code none;
   const std::filesystem::file_status status = std::filesystem::status(file, none);
@@ -264,7 +264,7 @@ std::int32_t CurlFetcher::Fetch(const std::string& url, const std::filesystem::p
     if (stop.stop_requested()) return fetch_codes::kAborted;
     return code == fetch_codes::kOk ? Write(file, body.content) : code;
   } catch (...) {
-    // Nothing but memory can run out here.
+    // Only a lack of memory can throw here.
     return fetch_codes::kOutOfMemory;
   }
 }

@@ -10,20 +10,20 @@ namespace skyhop::platform {
 
 /// Bounds of a fetch.
 struct FetchLimits {
-  /// Until the server is found and has accepted the connection.
+  /// Time until the server is found and has accepted the connection.
   std::chrono::milliseconds connect{10'000};
-  /// All of it.
+  /// Time for the whole fetch.
   std::chrono::milliseconds whole{60'000};
-  /// Bytes of content.
+  /// Limit of the content in bytes.
   std::size_t size = std::size_t{8} << 20U;
   /// A file with the authorities whose certificates are trusted; empty for those of the system.
   std::string authorities;
 };
 
-/// Fetches by HTTP and HTTPS, nothing else, redirects included, and by HTTPS only where the address
-/// says so; an address without a scheme is taken for HTTPS. Proxies of the environment are used,
-/// certificates are checked, caches on the way are told to ask the server. The file is written as a
-/// whole once the content is complete: a failure leaves an older one as it was.
+/// Fetches by HTTP and HTTPS only. An address without a scheme means HTTPS. A redirect from HTTPS
+/// must lead to HTTPS. Uses the proxies of the environment, checks certificates and asks caches for
+/// a fresh copy. Writes the file only when the content is complete, so a failure leaves an older
+/// file unchanged.
 class CurlFetcher : public UrlFetcher {
  public:
   explicit CurlFetcher(FetchLimits limits = {});

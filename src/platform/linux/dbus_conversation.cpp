@@ -9,7 +9,7 @@ namespace {
 using WeakPeer = std::weak_ptr<DBusPeer>;
 using PeerBox = GBox<WeakPeer>;
 
-/// The question for one item's first value.
+/// A pending request for an item's first value.
 struct AskedItem {
   WeakPeer peer;
   std::string item;
@@ -33,7 +33,7 @@ std::shared_ptr<DBusPeer> DBusPeer::Open(GDBusConnection* connection,
                                          LinkListener& listener) {
   std::shared_ptr<DBusPeer> peer(
       new DBusPeer(connection, application, ObjectPath(topic), listener));
-  // Watched before it is asked for, so that no end goes unnoticed.
+  // Watch the name before asking for its owner, so that no end is missed.
   peer->WatchName();
   peer->FindOwner();
   peer->CheckTopic();
@@ -67,8 +67,8 @@ void DBusPeer::FindOwner() {
   owner_ = FirstText(reply.get());
 }
 
-/// There is no question whether a topic exists; one for the item without name serves as it. A topic
-/// answers it with whatever it likes.
+/// D-Bus has no direct test for a topic. This requests the item without a name; an existing topic
+/// answers with a value or an error of its own.
 void DBusPeer::CheckTopic() {
   GErrorPointer error;
   if (CallRequest("", error) || FailureOf(*error) == CallFailure::kRefused) return;
@@ -118,7 +118,7 @@ void DBusPeer::Call(const char* method, const std::string& text, GAsyncReadyCall
 
 void DBusPeer::Execute(const std::string& command) {
   if (!open_) return;
-  // A box goes to the callback only once nothing can throw any more.
+  // The callback owns the box only once the call has started, so free it after an exception.
   gpointer box = PeerBox::Make(weak_from_this());
   try {
     Call("Execute", command, OnExecuted, box);

@@ -9,7 +9,7 @@
 
 namespace skyhop::platform {
 
-/// One conversation's end on the bus. What the bus calls back holds it weakly, so it can be
+/// One end of a conversation on the bus. Pending bus callbacks hold it weakly, so it can be
 /// destroyed at any time.
 class DBusPeer : public std::enable_shared_from_this<DBusPeer> {
  public:
@@ -26,7 +26,7 @@ class DBusPeer : public std::enable_shared_from_this<DBusPeer> {
   [[nodiscard]] std::string Request(const std::string& item);
   void Advise(const std::string& item);
   [[nodiscard]] bool IsOpen() const { return open_; }
-  /// The peer is gone: tells the listener, once.
+  /// Tells the listener once that the peer is gone.
   void NotifyClosed();
 
  private:

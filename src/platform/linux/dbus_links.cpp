@@ -22,7 +22,7 @@ constexpr const char* kIntrospection =
 constexpr const char* kTooLong = "org.marlo.Link.Error.TooLong";
 constexpr const char* kNoSuchItem = "org.marlo.Link.Error.NoSuchItem";
 
-/// The session bus that runs already; empty when there is none. GLib would start one.
+/// The running session bus; empty if there is none. GLib would start one.
 std::string BusAddress() {
   if (const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
       address != nullptr && *address != '\0') {
@@ -86,7 +86,7 @@ DBusLinks::~DBusLinks() {
   for (const auto& [name, registration] : served_) {
     g_dbus_connection_unregister_object(connection_.get(), registration);
   }
-  // What was sent last, such as this program's farewell, still has to go out.
+  // The last messages, such as this program's farewell, must still go out.
   g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
   g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);
 }
@@ -177,7 +177,8 @@ void DBusLinks::OnCall(GDBusConnection*, const char*, const char*, const char*, 
     return;
   }
   if (std::string_view(method) == "Execute") {
-    // Answered before: a command may show a message and wait for the user, the peer need not.
+    // Answer before executing: a command may show a message and wait for the user, and the peer
+    // must not wait for that.
     g_dbus_method_invocation_return_value(call, nullptr);
     topic->Execute(text);
     return;

@@ -12,11 +12,11 @@ namespace skyhop::platform {
 
 /// Links over the session bus. A topic is the object "/<Topic>" of the bus name
 /// "org.marlo.<Application>", its interface "org.marlo.Link" has the methods Execute(s) and
-/// Request(s) -> s and the signal Changed(s, s) with item and value. A vanished bus name is a
-/// closed link.
+/// Request(s) -> s and the signal Changed(s, s) with item and value. When the bus name vanishes,
+/// the link is closed.
 ///
-/// Callbacks come out of the main context that is the thread's default when this object is made.
-/// The bus is not started where there is none.
+/// Callbacks run in the main context that is the thread's default when this object is created. Does
+/// not start a bus if none is running.
 class DBusLinks : public LinkTransport {
  public:
   explicit DBusLinks(std::string application);

@@ -18,12 +18,12 @@ PlainDisplayStart::PlainDisplayStart() : changed_(std::getenv(kDrivers) == nullp
 }
 
 PlainDisplayStart::~PlainDisplayStart() {
-  // It is not meant for the programs that this one starts.
+  // Programs that this one starts must not inherit the setting.
   if (changed_) ::unsetenv(kDrivers);
 }
 
 void LoadFontsAhead() {
-  // A font map has a thread of its own that reads the font configuration.
+  // A new font map reads the font configuration on its own thread.
   pango_cairo_font_map_get_default();
 }
 
@@ -31,14 +31,14 @@ void TieLabel(void* label, void* field) {
   auto* const label_widget = static_cast<GtkWidget*>(label);
   auto* const field_widget = static_cast<GtkWidget*>(field);
   if (!GTK_IS_LABEL(label_widget) || !GTK_IS_WIDGET(field_widget)) return;
-  // Sets both ends of the accessible relation, and where the caption's shortcut leads.
+  // Sets both ends of the accessible relation, and the field that the caption's shortcut selects.
   gtk_label_set_mnemonic_widget(GTK_LABEL(label_widget), field_widget);
 }
 
 void LayOutHidden(void* window, int width, int height) {
   auto* const widget = static_cast<GtkWidget*>(window);
   if (!GTK_IS_WINDOW(widget)) return;
-  // Whoever allocates has to have asked.
+  // GTK requires a size request before an allocation.
   gtk_widget_get_preferred_size(widget, nullptr, nullptr);
   GtkAllocation area{0, 0, width, height};
   gtk_widget_size_allocate(widget, &area);

@@ -6,7 +6,7 @@
 namespace skyhop::platform {
 namespace {
 
-// A signal's handler reaches nothing but what is global.
+// A signal handler can use only global variables.
 volatile std::sig_atomic_t end_requested = 0;
 
 extern "C" void OnEndSignal(int) {
@@ -18,7 +18,7 @@ extern "C" void OnEndSignal(int) {
 void KeepEndRequests() {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     struct sigaction previous {};
-    // Who started the program may have said that it is to live on, as "nohup" does.
+    // The caller may have made the program ignore the signal, as "nohup" does.
     if (::sigaction(signal, nullptr, &previous) == 0 && previous.sa_handler == SIG_IGN) continue;
     struct sigaction action {};
     action.sa_handler = &OnEndSignal;

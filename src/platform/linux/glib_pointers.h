@@ -23,7 +23,7 @@ struct GErrorFree {
 };
 using GErrorPointer = std::unique_ptr<GError, GErrorFree>;
 
-/// Something owned by a registration with GLib, freed by it through Free.
+/// A value that a registration with GLib owns. GLib frees it through Free.
 template <class Value>
 struct GBox {
   Value value;

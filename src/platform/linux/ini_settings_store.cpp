@@ -23,7 +23,7 @@ constexpr std::size_t kLargestIni = std::size_t{256} << 20U;
 constexpr auto kPrivate = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
 constexpr std::chrono::milliseconds kLockInterval{10};
 
-/// Tells whether a file is still the one that was read.
+/// Identifies a file's content: equal fingerprints mean that the file has not changed.
 using Fingerprint = std::tuple<bool, dev_t, ino_t, off_t, std::int64_t, long>;
 
 Fingerprint FingerprintOf(const std::filesystem::path& path) {
@@ -81,7 +81,7 @@ IniSettingsStore::File& IniSettingsStore::Load(const std::string& application) {
   try {
     content = ReadFile(path, kLargestIni);
   } catch (const Error& error) {
-    // No file yet is an empty store; everything else is a failure.
+    // A missing file is an empty store; every other error is a failure.
     if (error.Number() != errors::kFileNotFound) throw;
   }
   file->damaged = content.find('\0') != std::string::npos;
@@ -104,7 +104,7 @@ FileDescriptor IniSettingsStore::LockFolder() {
   if (!folder.IsOpen()) return folder;
   const auto until = std::chrono::steady_clock::now() + kLongestWait;
   while (::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) {
-    // File systems without locks are used without.
+    // Go on without a lock on a file system that has none.
     if (errno != EWOULDBLOCK && errno != EINTR) break;
     if (held_ || std::chrono::steady_clock::now() >= until) {
       held_ = true;
@@ -121,7 +121,7 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
   for (const SettingEntry& entry : entries) CheckEntry(entry);
   CreateFolder(folder_);
 
-  // Two programs that save at once would each write the other one's old values back.
+  // Without the lock, two programs that save at once would each write the other's old values back.
   const FileDescriptor lock = LockFolder();
 
   const std::filesystem::path path = FileOf(application);
@@ -130,7 +130,7 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
     const char* const value = file.ini.GetValue(entry.section.c_str(), entry.key.c_str(), nullptr);
     return value != nullptr && Trim(entry.value) == value;
   };
-  // Writing the same once more would only wait for the disk.
+  // Writing the same content again would only wait for the disk.
   if (!file.damaged && std::all_of(entries.begin(), entries.end(), kept)) return;
   try {
     for (const SettingEntry& entry : entries) {
@@ -155,7 +155,7 @@ void IniSettingsStore::Save(const std::string& application, std::span<const Sett
     file.damaged = false;
     file.fingerprint = FingerprintOf(path);
   } catch (...) {
-    // What is in memory now was never saved; the next call starts from the file again.
+    // The values in memory were not saved; the next call reads the file again.
     files_.erase(UpperCase(application));
     throw;
   }

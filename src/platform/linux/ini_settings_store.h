@@ -11,8 +11,8 @@
 
 namespace skyhop::platform {
 
-/// Settings as one INI file per application in a folder of the user. Files are read again when
-/// somebody else changed them. Comments and keys that this program does not know stay.
+/// Settings as one INI file per application in a folder of the user. Reads a file again when
+/// another program has changed it. Keeps comments and keys that this program does not know.
 class IniSettingsStore : public SettingsStore {
  public:
   static constexpr std::chrono::milliseconds kLongestWait{500};
@@ -24,8 +24,8 @@ class IniSettingsStore : public SettingsStore {
                                  const std::string& key, const std::string& default_text) override;
 
   /// Waits at most kLongestWait for another program that saves; then throws Error
-  /// kPermissionDenied. While that program goes on holding the folder, later calls do not wait.
-  /// A file that is damaged beyond what a settings file can hold is kept beside the new one, with
+  /// kPermissionDenied. While that program still holds the folder, later calls do not wait. If a
+  /// file holds bytes that no settings file can hold, keeps a copy beside the new one, with
   /// ".damaged" appended to its name.
   void Save(const std::string& application, std::span<const SettingEntry> entries) override;
 
@@ -39,7 +39,7 @@ class IniSettingsStore : public SettingsStore {
 
   std::filesystem::path folder_;
   std::map<std::string, std::unique_ptr<File>> files_;
-  bool held_ = false;  ///< by another program, for all of kLongestWait
+  bool held_ = false;  ///< another program held the lock for all of kLongestWait
 };
 
 }  // namespace skyhop::platform

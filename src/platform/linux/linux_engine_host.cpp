@@ -9,14 +9,14 @@
 namespace skyhop::platform {
 namespace {
 
-/// A program of the search path, as the shell would find it.
+/// A program on the search path, found as the shell finds it.
 std::optional<std::filesystem::path> OnSearchPath(const char* name) {
   const char* const variable = std::getenv("PATH");
   for (std::string_view rest = variable == nullptr ? "" : variable; !rest.empty();) {
     const std::size_t end = rest.find(':');
     const std::filesystem::path folder = rest.substr(0, end);
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    // A relative folder would be another one where the engine is started.
+    // A relative folder would mean another one in the engine's working folder.
     if (!folder.is_absolute()) continue;
     const std::filesystem::path program = folder / name;
     std::error_code ignored;

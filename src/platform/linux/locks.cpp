@@ -21,8 +21,8 @@
 namespace skyhop::platform {
 namespace {
 
-// All descriptors here are closed in child processes: an engine that outlives the program must not
-// go on holding the program's locks.
+// Child processes inherit none of these descriptors: an engine that outlives the program must not
+// keep the program's locks.
 
 class FileRunLock : public RunLock {
  public:
@@ -43,8 +43,8 @@ class FolderRunLocker : public RunLocker {
   std::filesystem::path folder_;
 };
 
-/// The address at which the instance that holds `lock` is asked for its window: a name of the
-/// system that needs no file, one for each lock file.
+/// The address for requests to show the window of the instance that holds `lock`. It is an abstract
+/// socket name, so it needs no file. Each lock file has one.
 class ShowAddress {
  public:
   explicit ShowAddress(const FileDescriptor& lock) {
@@ -74,7 +74,7 @@ FileDescriptor Socket() {
 class FileInstanceGuard : public InstanceGuard {
  public:
   explicit FileInstanceGuard(const std::filesystem::path& file)
-      // A lock needs no right to write, so that a file of another user's can be locked too.
+      // A lock needs only read access, so this can lock another user's file too.
       : file_(::open(file.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0644)) {
     (void)TryLock();
   }
@@ -94,13 +94,13 @@ class FileInstanceGuard : public InstanceGuard {
   void AnswerShow(const std::function<void()>& show) override {
     if (!Listen()) return;
     for (;;) {
-      // Closing it is the answer.
+      // The answer is to close the connection.
       const FileDescriptor asking(
           ::accept4(requests_->Get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
       if (!asking.IsOpen()) return;
       ucred peer{};
       socklen_t size = sizeof(peer);
-      // Another user does not see the desktop that the window is on.
+      // Ignore other users: they do not see the desktop with the window.
       if (::getsockopt(asking.Get(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 &&
           peer.uid == ::getuid()) {
         show();
@@ -109,7 +109,7 @@ class FileInstanceGuard : public InstanceGuard {
   }
 
  private:
-  /// Whether requests can come in. What fails once is not tried again.
+  /// Whether requests can arrive. Tries to set this up only once.
   [[nodiscard]] bool Listen() {
     if (!requests_) {
       requests_ = Socket();
@@ -122,11 +122,11 @@ class FileInstanceGuard : public InstanceGuard {
     return requests_->IsOpen();
   }
 
-  /// False when another instance has the lock. Locking what is locked already succeeds.
+  /// False if another instance has the lock. True if this instance already has it.
   [[nodiscard]] bool TryLock() const {
     if (!file_.IsOpen()) return true;
     while (::flock(file_.Get(), LOCK_EX | LOCK_NB) != 0) {
-      // File systems without locks cannot tell.
+      // A file system without locks cannot show another instance.
       if (errno != EINTR) return errno != EWOULDBLOCK;
     }
     return true;
@@ -146,7 +146,7 @@ std::unique_ptr<RunLock> LockRuns(const std::filesystem::path& program_folder,
     throw FileError(std::error_code(errno, std::generic_category()),
                     "cannot open " + PathText(program_folder));
   }
-  // The folder itself carries the lock: it needs no file, so a read-only folder can be locked too.
+  // Lock the folder itself: that needs no file, so a read-only folder works too.
   while (::flock(folder.Get(), LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK && errno != EINTR) break;
     if (std::chrono::steady_clock::now() >= until) return nullptr;

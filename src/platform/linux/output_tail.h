@@ -10,14 +10,14 @@
 
 namespace skyhop::platform {
 
-/// Reads what a process prints in the background, so that it never waits for a reader, and keeps
-/// the last 4 kB.
+/// Reads a process's output in the background, so that the process never blocks on a full pipe.
+/// Keeps the last 4 kB.
 class OutputTail {
  public:
-  /// Reads `pipe` until all who can write into it have closed it.
+  /// Reads `pipe` until all processes that can write into it have closed it.
   explicit OutputTail(FileDescriptor pipe);
 
-  /// What was printed last. Waits a moment for the end of the output.
+  /// The end of the output. Waits up to a fifth of a second for the output to end.
   [[nodiscard]] std::string Text() const;
 
  private:
@@ -28,7 +28,7 @@ class OutputTail {
     bool ended = false;
   };
 
-  // The reading thread may outlive this object when a grandchild keeps the pipe open.
+  // Shared, since the reading thread outlives this object when a grandchild keeps the pipe open.
   std::shared_ptr<State> state_;
 };
 

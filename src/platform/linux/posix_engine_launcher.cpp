@@ -19,7 +19,7 @@
 #include "platform/linux/output_tail.h"
 #include "platform/linux/process_group.h"
 
-// The header of this glibc lacks the C linkage that its function has.
+// This glibc's header lacks the C linkage of its function.
 extern "C" {
 #include <sys/pidfd.h>
 }
@@ -31,11 +31,11 @@ namespace {
 
 constexpr int kStarted = 33;
 
-/// Of so many ended processes it is still known what they printed: who started several engines asks
-/// after the first only when the last runs.
+/// The launcher keeps the output of this many ended processes: a caller that started several
+/// engines asks for the first one's output only when the last one runs.
 constexpr std::ptrdiff_t kEndedKept = 8;
 
-/// The shell's codes for what the system calls `error`.
+/// The code of a LaunchResult for the system's `error`.
 int LaunchCode(int error) {
   switch (error) {
     case ENOENT:
@@ -91,13 +91,14 @@ bool IsPlain(char c) {
 
 struct PosixEngineLauncher::Child {
   ProcessId process = 0;
-  FileDescriptor handle;  ///< becomes readable when the process ends; closed where there is none
+  FileDescriptor
+      handle;  ///< becomes readable when the process ends; closed if the system provides none
   std::optional<OutputTail> output;
   bool ended = false;
   bool reaped = false;
 
-  /// Asks the system whether the process ended, notes it if so, and returns it. An ended process is
-  /// not reaped here: until then the system gives the number of its group to no other process.
+  /// Returns whether the process has ended, and remembers it. Does not reap the process: until it
+  /// is reaped, the system gives the number of its group to no other process.
   bool Update() {
     if (ended) return true;
     siginfo_t status{};
@@ -109,7 +110,7 @@ struct PosixEngineLauncher::Child {
     return true;
   }
 
-  /// Lets go of a process that has ended.
+  /// Releases a process that has ended.
   void Reap() {
     if (!Update() || reaped) return;
     (void)::waitpid(static_cast<pid_t>(process), nullptr, WNOHANG);
@@ -160,7 +161,7 @@ LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
   ::posix_spawn_file_actions_adddup2(settings.Actions(), writer.Get(), STDOUT_FILENO);
   ::posix_spawn_file_actions_adddup2(settings.Actions(), writer.Get(), STDERR_FILENO);
   ::posix_spawn_file_actions_addchdir_np(settings.Actions(), working_folder.c_str());
-  // A group of its own, so that an engine can be ended together with the shell that started it.
+  // A separate group, so that the engine can be ended together with the shell that started it.
   ::posix_spawnattr_setflags(settings.Attributes(), POSIX_SPAWN_SETPGROUP);
   ::posix_spawnattr_setpgroup(settings.Attributes(), 0);
 
@@ -170,7 +171,7 @@ LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
   if (error != 0) return {LaunchCode(error), 0};
   Child child{process, FileDescriptor(::pidfd_open(process, 0)), std::nullopt};
   if (printing == Printing::kKept) child.output.emplace(std::move(reader));
-  // The system may give the number of a process that has ended to a new one.
+  // The system may reuse the number of an ended process.
   std::erase_if(children_, [&](const Child& known) { return known.process == process; });
   children_.push_back(std::move(child));
   return {kStarted, process};
@@ -179,7 +180,7 @@ LaunchResult PosixEngineLauncher::Spawn(const char* const* arguments,
 LaunchResult PosixEngineLauncher::StartBatch(const std::filesystem::path& batch,
                                              const std::string& parameter,
                                              const std::filesystem::path& working_folder) {
-  // The shell itself always starts, so a missing batch file has to be found out before.
+  // The shell always starts, so check here for a missing batch file.
   if (::access(batch.c_str(), R_OK) != 0) return {LaunchCode(errno), 0};
   std::error_code ignored;
   if (!std::filesystem::is_directory(working_folder, ignored)) return {LaunchCode(ENOTDIR), 0};
@@ -191,7 +192,7 @@ LaunchResult PosixEngineLauncher::StartBatch(const std::filesystem::path& batch,
 LaunchResult PosixEngineLauncher::OpenInViewer(const std::string& viewer,
                                                const std::filesystem::path& file) {
   const char* const own[] = {viewer.c_str(), file.c_str(), nullptr};
-  // A viewer outlives this program, so nobody may be left to read what it prints.
+  // A viewer may outlive this program, so discard its output: nothing would read the pipe.
   const LaunchResult result = Spawn(own, file.parent_path(), Printing::kThrownAway);
   if (result.Succeeded()) return result;
   const char* const desktop[] = {"xdg-open", file.c_str(), nullptr};
@@ -238,7 +239,7 @@ std::string PosixEngineLauncher::Output(ProcessId process) {
 }
 
 std::filesystem::path PosixEngineLauncher::ShortPath(const std::filesystem::path& path) {
-  // There are no short names here; quoting does what they are for.
+  // Linux has no short names. BatchText quotes paths instead.
   return path;
 }
 
@@ -248,7 +249,7 @@ std::string PosixEngineLauncher::BatchText(const std::filesystem::path& path) co
     throw Error(errors::kInvalidCall, "a batch file cannot hold a path with a line break: " + text);
   }
   if (!text.empty() && std::all_of(text.begin(), text.end(), IsPlain)) return text;
-  // Between single quotes everything stands for itself but the single quote.
+  // Between single quotes, only the single quote is special.
   std::string quoted = "'";
   for (const char c : text) {
     if (c == '\'') {
@@ -261,7 +262,7 @@ std::string PosixEngineLauncher::BatchText(const std::filesystem::path& path) co
 }
 
 std::string PosixEngineLauncher::DriverText(const std::filesystem::path& path) const {
-  // The engine reads one path a line and knows no quotes.
+  // The engine reads one path per line and does not interpret quotes.
   std::string text = path.string();
   if (text.find_first_of("\r\n") != std::string::npos) {
     throw Error(errors::kInvalidCall,

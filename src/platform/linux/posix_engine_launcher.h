@@ -6,17 +6,18 @@
 
 namespace skyhop::platform {
 
-/// Runs batch files with /bin/sh. What the processes print is thrown away but for its last lines.
-/// What is known of a process that has ended is kept until some more have been started and ended.
+/// Runs batch files with /bin/sh. Keeps only the end of a process's output. Forgets an ended
+/// process after some more processes have started and ended.
 class PosixEngineLauncher : public EngineLauncher {
  public:
   PosixEngineLauncher();
-  /// Leaves running engines alone.
+  /// Does not end running engines.
   ~PosixEngineLauncher() override;
 
   LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
                           const std::filesystem::path& working_folder) override;
-  /// A viewer that is not there, such as one of another system, is replaced by the desktop's own.
+  /// If the viewer does not exist, for example because it belongs to another system, uses the
+  /// desktop's own.
   LaunchResult OpenInViewer(const std::string& viewer, const std::filesystem::path& file) override;
   [[nodiscard]] bool IsRunning(ProcessId process) override;
   bool WaitForEnd(ProcessId process, std::chrono::milliseconds longest) override;

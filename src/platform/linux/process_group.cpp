@@ -19,12 +19,12 @@ namespace {
 
 constexpr std::chrono::milliseconds kTimeToEnd{500};
 
-/// The process group that ends with this program, 0 for none. A signal handler can reach nothing
-/// but variables of the whole program.
+/// The process group that ends with this program, 0 for none. It is global because a signal handler
+/// can use nothing else.
 volatile sig_atomic_t interrupted_group = 0;
 
-/// Calls only what a signal handler may call. Reaps the shell, which would count as a member of its
-/// group otherwise.
+/// Calls only functions that a signal handler may call. Reaps the shell, which would otherwise
+/// still count as a member of its group.
 extern "C" void EndGroupAndSelf(int signal) {
   static constexpr int kStep = 10;  // ms
   const auto group = static_cast<pid_t>(interrupted_group);
@@ -40,8 +40,8 @@ extern "C" void EndGroupAndSelf(int signal) {
   ::raise(signal);
 }
 
-/// State and process group of a process, from a line of /proc/PID/stat. The program's name, in
-/// parentheses before them, may hold anything.
+/// Whether a line of /proc/PID/stat describes a running process of `group`. The program's name, in
+/// parentheses before state and group, may hold any character.
 bool RunsInGroup(const std::string& line, pid_t group) {
   const std::size_t name_end = line.rfind(')');
   if (name_end == std::string::npos) return false;
@@ -53,8 +53,8 @@ bool RunsInGroup(const std::string& line, pid_t group) {
   return fields && member_of == group && state != 'Z' && state != 'X';
 }
 
-/// Whether a process of the group runs. kill() alone cannot answer: it also counts processes that
-/// have ended while their parents have not asked for their status.
+/// Whether a process of the group runs. kill() alone cannot show that: it also counts ended
+/// processes that their parents have not reaped.
 bool GroupRuns(pid_t group) {
   if (::kill(-group, 0) != 0 && errno == ESRCH) return false;
   std::error_code error;
@@ -79,7 +79,7 @@ void WaitForGroup(pid_t group, std::chrono::milliseconds longest) {
 }  // namespace
 
 void EndGroup(pid_t group) {
-  // The shell obeys at once, whatever the engine that it started does.
+  // The shell ends at once even if its engine does not, so check the whole group.
   for (const int signal : {SIGTERM, SIGKILL}) {
     if (!GroupRuns(group)) break;
     ::kill(-group, signal);
@@ -91,12 +91,13 @@ void EndGroupWithThisProgram(pid_t group) {
   interrupted_group = static_cast<sig_atomic_t>(group);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction action {};
-    // A signal that is ignored, as in a background job, stays ignored.
+    // Keep ignoring a signal that is ignored, as in a background job.
     if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
     action = {};
     action.sa_handler = EndGroupAndSelf;
-    // The second one, sent from inside the handler, does what it does by default. It waits for the
-    // handler's end, as others of the user do: the engine has to be gone by then.
+    // EndGroupAndSelf raises the signal again, for its default action. This second signal waits for
+    // the end of the handler, and so do further signals of the user: the engine must have ended by
+    // then.
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int held : {SIGINT, SIGTERM, SIGHUP}) ::sigaddset(&action.sa_mask, held);
     ::sigaction(signal, &action, nullptr);

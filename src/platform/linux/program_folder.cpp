@@ -24,7 +24,7 @@ std::filesystem::path InstallationPrefix() {
 /// The folder that `variable` names if it holds an absolute path, else `fallback` below the user's
 /// home folder. Throws Error 76 when the user has no home folder.
 std::filesystem::path UserFolder(const char* variable, const char* fallback) {
-  // The base directory rules have programs ignore a relative path in such a variable.
+  // The base directory rules require programs to ignore a relative path in such a variable.
   if (const char* folder = std::getenv(variable); folder != nullptr && folder[0] == '/') {
     return folder;
   }

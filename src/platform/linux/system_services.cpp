@@ -41,13 +41,13 @@ class LinuxTimekeeping : public Timekeeping {
 
   [[nodiscard]] State ClockState() const override {
     timex facts{};
-    // Only asks. Where the system does not let it, the call fails.
+    // This only queries. The call fails if the system forbids it.
     if (::adjtimex(&facts) < 0) return State::kUnknown;
     return (facts.status & STA_UNSYNC) == 0 ? State::kSynchronised : State::kUnsynchronised;
   }
 };
 
-/// "6.1.12-3" as 0x06010C: a byte each for the first three numbers.
+/// "6.1.12-3" as hexadecimal "6010c": one byte for each of the first three numbers.
 std::string VersionAsHexadecimal(const char* release) {
   const char* const end = release + std::char_traits<char>::length(release);
   unsigned value = 0;

@@ -37,8 +37,8 @@ std::wstring Wide(std::string_view text, unsigned code_page) {
 }
 
 std::string Narrow(std::wstring_view text, unsigned code_page, bool* lacking) {
-  // The flag keeps letters from turning into others that look like them. UTF-8 has every letter,
-  // and the system refuses both the flag and the question there.
+  // The flag prevents replacement by similar letters. For UTF-8, which has every letter, the system
+  // refuses both the flag and `asked`.
   const DWORD flags = code_page == kUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
   BOOL replaced = FALSE;
   BOOL* const asked = code_page == kUtf8 ? nullptr : &replaced;

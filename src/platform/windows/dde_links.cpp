@@ -14,13 +14,14 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// The listener of a conversation as long as it is to be called; the window's thread only.
+/// The listener of a conversation. `open` is true while it may be called. Only the window's thread
+/// uses it.
 struct Ear {
   LinkListener* listener;
   bool open = true;
 };
 
-/// Has a talk tell the ear on the window's thread.
+/// Events that a talk passes to the ear on the window's thread.
 DdeTalk::Events TellingOf(const std::shared_ptr<Ear>& ear,
                           const std::shared_ptr<WindowQueue::Entry>& queue) {
   DdeTalk::Events events;
@@ -108,8 +109,8 @@ void DdeLinks::Publish(const std::string& topic, const std::string& item,
   topics_.Publish(topic, item, value);
 }
 
-/// One window that hangs holds up every attempt to open a conversation. While one is held up,
-/// others are given just a moment, so that all of them together do not keep the window waiting.
+/// One hanging window delays every attempt to open a conversation. During such a delay, further
+/// attempts wait only a moment, so that together they do not block the program's window.
 DdeTalk::Time DdeLinks::EndOfWait() const {
   constexpr milliseconds moment{50};
   const bool held_up =
@@ -135,7 +136,7 @@ DdeLinks::Attempt DdeLinks::TakeUpAttempt(const std::string& application,
   return attempt;
 }
 
-/// Those that came to an end after all, while nobody asked again for a while.
+/// Ends attempts that have finished if no caller has asked again for a minute.
 void DdeLinks::DropOldAttempts() {
   constexpr std::chrono::minutes longest{1};
   std::erase_if(attempts_, [&](const Attempt& one) {
@@ -163,7 +164,7 @@ void DdeLinks::Tell(const std::string& application, const std::string& topic,
   const std::shared_ptr<DdeTalk> talk = DdeTalk::Begin(application, topic);
   talk->Execute(DdeBytes(command, MachineCodePages().ansi));
   talk->End();
-  // One after another: searches for several partners at a time slow each other down.
+  // Wait here: simultaneous searches for several partners slow each other down.
   (void)talk->WaitForOpening(EndOfWait());
   KeepUntilSent(talk);
 }

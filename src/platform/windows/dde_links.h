@@ -11,17 +11,17 @@
 
 namespace skyhop::platform {
 
-/// Links over DDE. The application's name is the service, texts are those of the machine's own code
-/// page, advise loops are hot ones of clipboard text. Several programs may serve under one name;
-/// which of them a peer reaches is the system's choice, so that nobody is refused a name.
+/// Links over DDE. The application's name is the service; texts use the machine's own code page;
+/// advise loops are hot loops of clipboard text. Several programs may serve the same name, and the
+/// system chooses which of them a peer reaches.
 ///
-/// Callbacks come out of the message loop of the thread that made this object. Topics are served on
-/// that thread; each conversation that it opens has a thread of its own, which the program does not
-/// wait for longer than it says.
+/// Callbacks run in the message loop of the thread that created this object. This thread serves the
+/// topics. Each conversation that the program opens has its own thread. The program waits for it no
+/// longer than LinkTransport states.
 class DdeLinks : public LinkTransport {
  public:
   explicit DdeLinks(std::string application);
-  /// Waits up to a second for commands that are on their way.
+  /// Waits up to a second for pending commands.
   ~DdeLinks() override;
   DdeLinks(const DdeLinks&) = delete;
   DdeLinks& operator=(const DdeLinks&) = delete;
@@ -38,7 +38,8 @@ class DdeLinks : public LinkTransport {
             const std::string& command) override;
 
  private:
-  /// An attempt that nobody waits for any more: it goes on, and the next one takes it up.
+  /// An attempt whose caller has stopped waiting. It continues, and the next Connect to the same
+  /// topic takes it up.
   struct Attempt {
     std::string application;
     std::string topic;

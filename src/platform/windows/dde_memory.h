@@ -12,8 +12,7 @@
 
 namespace skyhop::platform {
 
-/// A name as DDE passes it around, for as long as this object lives. Belongs to an instance, that
-/// is, to a use of DDE by one thread.
+/// Owns a DDE string handle. It belongs to an instance, that is, to the use of DDE by one thread.
 class DdeName {
  public:
   DdeName(DWORD instance, std::string_view name)
@@ -32,14 +31,14 @@ class DdeName {
   HSZ handle_;
 };
 
-/// The text of a name that DDE passes.
+/// The text of a DDE string handle.
 [[nodiscard]] inline std::string NameText(DWORD instance, HSZ name) {
   wchar_t text[256] = {};
   const DWORD length = ::DdeQueryStringW(instance, name, text, 256, CP_WINUNICODE);
   return Utf8({text, length});
 }
 
-/// A copy of the bytes of a block that DDE passes.
+/// A copy of the bytes of a DDE data handle.
 [[nodiscard]] inline std::string BlockBytes(HDDEDATA block) {
   DWORD size = 0;
   const BYTE* const bytes = ::DdeAccessData(block, &size);

@@ -21,9 +21,9 @@ void DispatchMessages() {
   while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
 }
 
-/// Waits for a system object, at most until a time. Meanwhile this thread's windows answer the
-/// questions of other programs, since the one waited for may have to ask them; nothing else
-/// happens. Returns whether the object was set.
+/// Waits for a system object, at most until a time. Meanwhile this thread's windows answer only
+/// messages that other programs send, since the program at the other end may have to ask them.
+/// Returns whether the object was set.
 [[nodiscard]] bool WaitPatiently(HANDLE object, steady_clock::time_point until) {
   while (true) {
     const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
@@ -37,12 +37,12 @@ void DispatchMessages() {
   }
 }
 
-/// The talk whose thread this is: DDE calls back without saying for whom.
+/// The talk of this thread. DDE does not pass it to the callback.
 thread_local DdeTalk* own_talk = nullptr;
 
-/// Wakes this thread from time to time. While DDE waits for a peer, some systems let nobody ask
-/// this thread's windows anything unless a message wakes it, and whoever looks for a partner asks
-/// every window there is.
+/// Wakes this thread regularly. On some systems, while DDE waits for a peer, a thread answers the
+/// messages of other programs only when a message wakes it. A program that looks for a partner asks
+/// every window, so it would hang.
 class Heartbeat {
  public:
   Heartbeat() {
@@ -51,7 +51,7 @@ class Heartbeat {
                             WT_EXECUTEINTIMERTHREAD);
   }
   ~Heartbeat() {
-    // Waits for a beat that is under way.
+    // Waits for a running Beat to end.
     if (timer_ != nullptr) ::DeleteTimerQueueTimer(nullptr, timer_, INVALID_HANDLE_VALUE);
   }
   Heartbeat(const Heartbeat&) = delete;
@@ -75,8 +75,8 @@ DdeTalk::DdeTalk(std::string application, std::string topic)
 
 std::shared_ptr<DdeTalk> DdeTalk::Begin(std::string application, std::string topic) {
   std::shared_ptr<DdeTalk> talk(new DdeTalk(std::move(application), std::move(topic)));
-  // The thread keeps the talk, and nobody waits for the thread: one that is held up by a program
-  // that hangs goes on holding what is its own.
+  // The thread owns the talk, and no other thread waits for it. A thread that a hanging program
+  // blocks keeps its own resources.
   auto own_pointer = std::make_unique<std::shared_ptr<DdeTalk>>(talk);
   const Handle thread(::CreateThread(nullptr, 0, OnThread, own_pointer.get(), 0, nullptr));
   if (!thread.IsOpen()) throw LastSystemError("cannot start a thread");
@@ -124,7 +124,7 @@ std::shared_ptr<DdeTalk::Question> DdeTalk::Ask(const std::string& item, Time un
   question->item = item;
   Leave([this, question] {
     if (question->forgotten) return;
-    // Longer than anybody waits, so that no answer in time is not taken for a refusal.
+    // Longer than any caller waits, so that a late answer is not reported as a refusal.
     question->value = RequestValue(question->item, 2 * LinkTransport::kLongestWait);
     ::SetEvent(question->answered.Get());
   });
@@ -188,7 +188,7 @@ void DdeTalk::Converse() {
     }
     AwaitWork();
   }
-  // None of it does anything any more, but somebody may wait for an answer.
+  // The remaining work sends nothing, but a caller may wait for its answer.
   while (const std::optional<Work> work = NextWork()) (*work)();
 }
 
@@ -204,7 +204,8 @@ void DdeTalk::AwaitWork() {
   AwaitMessages(work_waits_.Get(), milliseconds(INFINITE));
 }
 
-/// Lets the peer do something, or end, which it may not tell.
+/// Waits for `also`, a message of the peer or the end of the peer. A peer may end without a
+/// message.
 void DdeTalk::AwaitMessages(HANDLE also, milliseconds longest) {
   HANDLE objects[2] = {};
   DWORD count = 0;
@@ -213,7 +214,7 @@ void DdeTalk::AwaitMessages(HANDLE also, milliseconds longest) {
   ::MsgWaitForMultipleObjectsEx(count, objects, static_cast<DWORD>(longest.count()), QS_ALLINPUT,
                                 MWMO_INPUTAVAILABLE);
   const bool peer_ended = PeerGone();
-  // After the look at the peer, so that its last words are heard.
+  // Dispatch after checking the peer, so that its last messages are received.
   DispatchMessages();
   if (peer_ended) LoseLink();
 }
@@ -225,13 +226,13 @@ bool DdeTalk::PeerGone() const {
 
 DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std::string& block,
                                   std::string* value, milliseconds longest) {
-  // An acknowledgement may be left of the transaction before; this one would take it for its
-  // answer.
+  // Dispatch an acknowledgement that is left of the previous transaction; this transaction would
+  // take it for its own answer.
   DispatchMessages();
   if (lost_) return Answer::kNone;
   std::optional<DdeName> name;
   if (item != nullptr) name.emplace(instance_, *item);
-  // The block is copied, zero included; the function just does not say so.
+  // The function copies the block with its zero, although its parameter is not const.
   auto* const bytes = reinterpret_cast<BYTE*>(const_cast<char*>(block.c_str()));
   const Heartbeat heartbeat;
   const HDDEDATA data = ::DdeClientTransaction(
@@ -239,7 +240,7 @@ DdeTalk::Answer DdeTalk::Transact(UINT type, const std::string* item, const std:
       conversation_, name ? name->Get() : nullptr, item != nullptr ? CF_TEXT : 0, type,
       static_cast<DWORD>(longest.count()), nullptr);
   if (data != nullptr) {
-    // Where no value was asked for, the handle is none but just not null.
+    // If no value was requested, this is not a real handle, only a value other than null.
     if (value != nullptr) {
       *value = BlockBytes(data);
       ::DdeFreeDataHandle(data);
@@ -263,7 +264,7 @@ void DdeTalk::SendCommand(const std::string& bytes) {
     const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
     const Answer answer =
         left.count() > 0 ? Transact(XTYP_EXECUTE, nullptr, bytes, nullptr, left) : Answer::kNone;
-    // A refusal is the peer's own decision.
+    // A refusal is the peer's decision, so do not try again.
     if (answer == Answer::kDone || answer == Answer::kRefused) return;
     if (answer == Answer::kNone) return LoseLink();
     AwaitMessages(nullptr, while_busy);
@@ -289,7 +290,7 @@ std::optional<std::string> DdeTalk::RequestValue(const std::string& item, millis
   return DdeText(value, code_page_);
 }
 
-/// `item` is what the peer calls it, whose letters may be large or small where ours are not.
+/// `item` is the peer's spelling, which may differ from ours in case.
 void DdeTalk::TellChange(const std::string& item, HDDEDATA data) {
   const auto found =
       std::find_if(advised_.begin(), advised_.end(),

@@ -18,14 +18,14 @@
 
 namespace skyhop::platform {
 
-/// A conversation with a topic of another application, on a thread of its own: opening one asks
-/// every window of the desktop, and a single one that hangs holds up whoever asks. Nothing here but
-/// the waits named so takes time.
+/// A conversation with a topic of another application, on its own thread: opening a conversation
+/// asks every window of the desktop, and a single hanging window blocks the thread that asks. Only
+/// WaitForOpening, Ask and WaitForEnd block the caller.
 class DdeTalk {
  public:
   using Time = std::chrono::steady_clock::time_point;
 
-  /// Called on the conversation's own thread, until the talk has been told to end.
+  /// Callbacks. They run on the conversation's own thread until End is called.
   struct Events {
     std::function<void(const std::string& item, const std::string& value)> changed;
     std::function<void()> closed;
@@ -33,36 +33,37 @@ class DdeTalk {
 
   enum class Opening { kUnknown, kOpen, kNobody };
 
-  /// A question and what becomes of it.
+  /// A request for an item's value, and its answer.
   struct Question {
     std::string item;
     Handle answered{::CreateEventW(nullptr, TRUE, FALSE, nullptr)};
-    std::optional<std::string> value;  ///< to be read once answered
+    std::optional<std::string> value;  ///< valid once `answered` is set
     std::atomic<bool> forgotten = false;
   };
 
-  /// Starts to open a conversation.
+  /// Starts to open a conversation in the background.
   [[nodiscard]] static std::shared_ptr<DdeTalk> Begin(std::string application, std::string topic);
   DdeTalk(const DdeTalk&) = delete;
   DdeTalk& operator=(const DdeTalk&) = delete;
 
-  /// Waits at most until a time. kUnknown when the conversation is neither open nor refused then.
+  /// Waits for the opening, at most until a time. Returns kUnknown if the conversation is neither
+  /// open nor refused by then.
   [[nodiscard]] Opening WaitForOpening(Time until);
-  /// Who is told from now on. Returns false when the conversation has ended before.
+  /// Sets the receiver of events. Returns false if the conversation has already ended.
   [[nodiscard]] bool Tell(Events events);
   /// Whether it is still being opened.
   [[nodiscard]] bool IsOpening() const { return opening_ == Opening::kUnknown; }
 
-  /// Sends bytes without their zero at the end. Commands go out one after the other.
+  /// Sends a command; `bytes` are without the zero at the end. Commands are sent one after another.
   void Execute(std::string bytes);
   void Advise(std::string item);
-  /// Asks and waits at most until a time. Returns null when there is no answer by then, else the
-  /// question with its value.
+  /// Requests an item's value and waits at most until a time. Returns null if no answer arrives by
+  /// then, else the question with its value.
   [[nodiscard]] std::shared_ptr<Question> Ask(const std::string& item, Time until);
 
-  /// Ends the conversation once all that was sent has arrived.
+  /// Ends the conversation after all pending commands and requests.
   void End();
-  /// Waits until that has happened, at most until a time.
+  /// Waits until the conversation has ended, at most until a time.
   void WaitForEnd(Time until);
 
  private:
@@ -73,7 +74,7 @@ class DdeTalk {
   static DWORD WINAPI OnThread(void* own_pointer);
   static HDDEDATA CALLBACK OnEvent(UINT type, UINT format, HCONV conversation, HSZ topic, HSZ item,
                                    HDDEDATA data, ULONG_PTR, ULONG_PTR);
-  /// How a transaction ended.
+  /// The result of a transaction.
   enum class Answer { kDone, kRefused, kBusy, kNone };
 
   void Run();
@@ -82,7 +83,8 @@ class DdeTalk {
   void AwaitWork();
   void AwaitMessages(HANDLE also, std::chrono::milliseconds longest);
   [[nodiscard]] bool PeerGone() const;
-  /// Sends `block`, or asks about `item` when there is one; `value`, if any, gets what came back.
+  /// Sends `block`, or requests `item` if it is not null. Stores the answer in `value` if that is
+  /// not null.
   [[nodiscard]] Answer Transact(UINT type, const std::string* item, const std::string& block,
                                 std::string* value, std::chrono::milliseconds longest);
   [[nodiscard]] std::optional<Work> NextWork();
@@ -108,7 +110,7 @@ class DdeTalk {
   bool ending_ = false;
   bool ended_ = false;
 
-  // The thread's own.
+  // Used by the conversation's own thread only.
   DWORD instance_ = 0;
   HCONV conversation_ = nullptr;
   HWND peer_window_ = nullptr;

@@ -10,7 +10,8 @@
 namespace skyhop::platform {
 namespace {
 
-/// Texts of the suite begin with digits, whose second byte is zero where characters have two.
+/// Texts of the suite begin with digits. The second byte of such a text is zero if its characters
+/// have 16 bits.
 bool LooksWide(std::string_view bytes) {
   return bytes.size() >= 4 && bytes[0] != '\0' && bytes[1] == '\0' && bytes[3] == '\0';
 }

@@ -13,7 +13,7 @@
 namespace skyhop::platform {
 namespace {
 
-/// Those that serve on this thread: DDE calls back without saying for whom.
+/// The objects that serve on this thread. DDE does not pass the object to the callback.
 thread_local std::vector<DdeTopics*> servers;
 
 HDDEDATA Answer(ULONG_PTR value) {
@@ -92,7 +92,7 @@ bool DdeTopics::Accepts(HSZ topic, HSZ application) const {
 HDDEDATA DdeTopics::Take(HSZ topic, HDDEDATA command) {
   const std::shared_ptr<Served> served = Find(NameText(instance_, topic));
   const DWORD size = ::DdeGetData(command, nullptr, 0, 0);
-  // Twice the length for those who send 16-bit characters, and a zero.
+  // Some programs send 16-bit characters, which double the length; add two bytes for the zero.
   if (!served || size > 2 * LinkTopic::kLongestCommand + 2) return Answer(DDE_FNOTPROCESSED);
   std::string text = DdeText(BlockBytes(command), code_page_);
   if (text.size() > LinkTopic::kLongestCommand) return Answer(DDE_FNOTPROCESSED);
@@ -120,7 +120,7 @@ HDDEDATA DdeTopics::Value(HSZ topic, HSZ item, bool as_published) const {
   }
   if (!value || value->size() > LinkTopic::kLongestCommand) return nullptr;
   std::string bytes = DdeBytes(*value, code_page_);
-  // With the zero at its end.
+  // The size includes the zero at the end.
   return ::DdeCreateDataHandle(instance_, reinterpret_cast<BYTE*>(bytes.data()),
                                static_cast<DWORD>(bytes.size() + 1), 0, item, CF_TEXT, 0);
 }
@@ -152,7 +152,7 @@ HDDEDATA CALLBACK DdeTopics::OnEvent(UINT type, UINT format, HCONV conversation,
     case XTYP_ADVSTART:
       return Answer(format == CF_TEXT && server.HasItem(first, second) ? TRUE : FALSE);
     case XTYP_ADVREQ:
-      // Some systems ask on behalf of items of that name in all topics.
+      // Some systems ask for items of that name in all topics.
       return server.conversations_[conversation] == UpperCase(NameText(server.instance_, first))
                  ? server.Value(first, second, true)
                  : nullptr;

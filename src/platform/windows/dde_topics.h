@@ -14,8 +14,9 @@
 
 namespace skyhop::platform {
 
-/// The topics that an application serves, on the thread that made this object. Commands are taken
-/// at once and carried out from `queue`, so that one that waits for the user holds up no peer.
+/// Serves an application's topics on the thread that created this object. Acknowledges a command at
+/// once and executes it from `queue`, so that a command that waits for the user does not block its
+/// peer.
 class DdeTopics {
  public:
   DdeTopics(std::string application, std::shared_ptr<WindowQueue::Entry> queue);
@@ -23,10 +24,10 @@ class DdeTopics {
   DdeTopics(const DdeTopics&) = delete;
   DdeTopics& operator=(const DdeTopics&) = delete;
 
-  /// Why nothing can be served; empty when it can.
+  /// The reason why nothing can be served; empty if there is none.
   [[nodiscard]] const std::string& Problem() const { return problem_; }
 
-  /// As those of LinkTransport, names being good.
+  /// As in LinkTransport. The names must be valid (see IsDdeName).
   void Serve(const std::string& name, LinkTopic& topic);
   void Unserve(const std::string& name);
   void Publish(const std::string& topic, const std::string& item, const std::string& value);
@@ -51,7 +52,7 @@ class DdeTopics {
   const unsigned code_page_;
   DWORD instance_ = 0;
   std::string problem_;
-  // Commands that wait hold theirs weakly, so that none comes after the topic's end.
+  // Waiting commands hold their entry weakly, so that none runs after Unserve.
   std::map<std::string, std::shared_ptr<Served>> served_;  ///< by name in capitals
   std::map<HCONV, std::string> conversations_;             ///< their topics in capitals
 };

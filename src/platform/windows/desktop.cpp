@@ -17,7 +17,7 @@ PlainDisplayStart::PlainDisplayStart() = default;
 PlainDisplayStart::~PlainDisplayStart() = default;
 
 void LoadFontsAhead() {
-  // They are the system's business here.
+  // The system loads its fonts itself.
 }
 
 void TieLabel(void* label, void* field) {
@@ -56,7 +56,7 @@ bool TakeEscapeKey() {
 }
 
 void LayOutHidden(void* /*window*/, int /*width*/, int /*height*/) {
-  // Windows shows a window at once, where it is to be.
+  // Windows shows a window at its final place at once.
 }
 
 }  // namespace skyhop::platform

@@ -7,11 +7,11 @@
 namespace skyhop::platform {
 namespace {
 
-// The system calls on a thread of its own, and it reaches nothing but what is global.
+// The system calls the handler on a separate thread, and the handler can use only global variables.
 std::atomic<bool> end_requested = false;
 
 BOOL WINAPI OnConsoleEvent(DWORD) {
-  // The second one ends the program.
+  // With FALSE, a second request ends the program.
   return end_requested.exchange(true) ? FALSE : TRUE;
 }
 
@@ -29,7 +29,7 @@ BOOL CALLBACK CancelDialog(HWND window, LPARAM any) {
 }  // namespace
 
 void KeepEndRequests() {
-  // The end of a session comes to the windows themselves; this is for a terminal.
+  // This handles the requests of a terminal. Windows get the end of a session as a message.
   ::SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
 }
 
@@ -43,8 +43,7 @@ bool CancelNativeDialogs() {
   return any;
 }
 
-// The system's controls are light whatever its own windows are, so that a dark desktop changes
-// nothing here.
+// The system's controls are always light, so a dark desktop changes nothing here.
 struct ColorSchemeFollower::State {};
 
 ColorSchemeFollower::ColorSchemeFollower() = default;

@@ -6,7 +6,8 @@
 
 namespace skyhop::platform {
 
-/// Owns a system object until it is closed. Both of the system's words for "none" count as none.
+/// Owns a handle of a system object. Treats both of the system's invalid values, null and
+/// INVALID_HANDLE_VALUE, as none.
 class Handle {
  public:
   Handle() = default;

@@ -11,15 +11,14 @@
 namespace skyhop::platform {
 namespace {
 
-// A lock is a named object of the system that exists as long as somebody has it open, and the
-// system closes what a program that ends, in whatever way, leaves open. Child processes do not
-// inherit it.
+// A lock is a named system object that exists while a program has it open. The system closes the
+// objects of a program that ends, even after a crash. Child processes do not inherit it.
 
-/// How long a start waits until the instance that runs has brought its window up.
+/// The longest time that a second start waits for the running instance to show its window.
 constexpr std::chrono::milliseconds kLongestShow{2000};
 
-/// A name that a folder has for everybody, however its path is spelled.
-/// Throws the Errors of FileError when the folder cannot be opened.
+/// A name for a folder, the same for all users and for every spelling of its path. Throws the
+/// Errors of FileError when the folder cannot be opened.
 std::wstring LockName(const wchar_t* kind, const std::filesystem::path& folder) {
   const std::string what = "cannot open " + PathText(folder);
   const Handle opened(::CreateFileW(folder.c_str(), FILE_READ_ATTRIBUTES,
@@ -38,7 +37,7 @@ std::wstring LockName(const wchar_t* kind, const std::filesystem::path& folder) 
   return name;
 }
 
-/// The object of this name, closed when somebody else has it.
+/// The object with this name; closed if another holder has it.
 Handle Take(const std::wstring& name) {
   Handle lock(::CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
   if (::GetLastError() == ERROR_ALREADY_EXISTS) lock.Close();
@@ -70,10 +69,11 @@ class ObjectInstanceGuard : public InstanceGuard {
     try {
       name_ = LockName(L"program", folder);
       object_ = Take(name_);
-      // Set while a start waits for the window of the instance that runs.
+      // Set while a second start waits for the running instance's window.
       show_ = Handle(::CreateEventW(nullptr, TRUE, FALSE, (name_ + L"-show").c_str()));
     } catch (const Error&) {
-      // A folder that cannot be opened cannot tell; the program says what is wrong with it later.
+      // A folder that cannot be opened cannot show another instance. The program reports its error
+      // later.
     }
   }
 
@@ -85,7 +85,7 @@ class ObjectInstanceGuard : public InstanceGuard {
 
   void ShowOther() override {
     if (!show_.IsOpen()) return;
-    // The system lets only the program that the user works with bring up windows.
+    // The system allows only the active program to bring up windows, so pass this right on.
     ::AllowSetForegroundWindow(ASFW_ANY);
     ::SetEvent(show_.Get());
     const auto until = std::chrono::steady_clock::now() + kLongestShow;

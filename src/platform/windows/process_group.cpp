@@ -6,8 +6,8 @@ namespace skyhop::platform {
 
 ProcessGroup::ProcessGroup(HANDLE process) : job_(::CreateJobObjectW(nullptr, nullptr)) {
   if (!job_.IsOpen() || !::AssignProcessToJobObject(job_.Get(), process)) return;
-  // Children join the group by themselves from now on. One that the process was quick enough to
-  // start before has to be fetched.
+  // From now on, children join the group automatically. Add a child that the process has already
+  // started.
   const DWORD parent = ::GetProcessId(process);
   const Handle snapshot(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
   PROCESSENTRY32W entry{};
@@ -27,7 +27,7 @@ void ProcessGroup::End() {
 
 void ProcessGroup::EndWithThisProgram(bool yes) {
   if (!job_.IsOpen()) return;
-  // The system closes a program's handles when it ends, and the last one takes the group along.
+  // The system closes a program's handles when it ends, and closing the last handle ends the group.
   JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
   limits.BasicLimitInformation.LimitFlags = yes ? JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE : 0;
   ::SetInformationJobObject(job_.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits);

@@ -6,14 +6,14 @@
 
 namespace skyhop::platform {
 
-/// A process with all that it starts: they can be ended together.
+/// A process with all processes that it starts. They can be ended together.
 class ProcessGroup {
  public:
-  /// Takes in a process that was just started, with what it has started by now.
+  /// Adds a process that was just started, and the processes that it has already started.
   explicit ProcessGroup(HANDLE process);
 
   void End();
-  /// Whether the group ends when this program does, however that happens.
+  /// With `yes`, makes the group end with this program, even after a crash; without, cancels that.
   void EndWithThisProgram(bool yes);
   /// Whether a process of the group is still running.
   [[nodiscard]] bool IsRunning() const;

@@ -47,7 +47,8 @@ std::optional<StoredValue> Fetch(HKEY key, const std::wstring& name, const std::
     const LSTATUS status =
         ::RegQueryValueExW(key, name.c_str(), nullptr, &value.type, value.bytes.data(), &size);
     if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
-    // Without room the size alone is told; it may have grown until the next call.
+    // Without enough room the function returns only the size, which may have grown before the next
+    // call.
     if (status == ERROR_MORE_DATA || (status == ERROR_SUCCESS && size > value.bytes.size())) {
       value.bytes.resize(size);
       continue;
@@ -58,7 +59,7 @@ std::optional<StoredValue> Fetch(HKEY key, const std::wstring& name, const std::
   }
 }
 
-/// The number in the first bytes, which are the lowest.
+/// The number in these bytes, lowest byte first.
 std::uint64_t Number(const std::vector<BYTE>& bytes) {
   std::uint64_t number = 0;
   for (std::size_t i = bytes.size(); i > 0; --i) number = (number << 8U) | bytes[i - 1];
@@ -72,7 +73,7 @@ std::string TextOf(const StoredValue& value, const std::string& what) {
       std::wstring text(value.bytes.size() / sizeof(wchar_t), L'\0');
       std::copy_n(value.bytes.data(), text.size() * sizeof(wchar_t),
                   reinterpret_cast<BYTE*>(text.data()));
-      // The end mark is part of the value where the writer counted it in.
+      // Cut at the end mark, which some programs store with the value.
       return std::string(Trim(Utf8(text.substr(0, text.find(L'\0')))));
     }
     case REG_DWORD:
@@ -96,7 +97,7 @@ std::string NameOf(const std::string& section, const std::string& key) {
   return "the setting " + section + "/" + key;
 }
 
-/// One value on its way into the registry, with what was there before.
+/// One value to be written to the registry, with the previous value.
 class PendingValue {
  public:
   PendingValue(const std::wstring& key_path, const SettingEntry& entry)
@@ -173,8 +174,8 @@ std::string RegistrySettingsStore::Read(const std::string& application, const st
 void RegistrySettingsStore::Save(const std::string& application,
                                  std::span<const SettingEntry> entries) {
   for (const SettingEntry& entry : entries) CheckEntry(entry);
-  // All keys are open before the first value changes, so that hardly anything can fail half-way;
-  // what then still does is taken back.
+  // Open all keys before changing the first value, so that few failures can occur half-way. A
+  // failure restores the previous values.
   std::vector<PendingValue> values;
   values.reserve(entries.size());
   for (const SettingEntry& entry : entries) {

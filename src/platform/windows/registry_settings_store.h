@@ -7,8 +7,8 @@
 namespace skyhop::platform {
 
 /// Settings in the user's part of the registry: a key per application and section below `root`, a
-/// text value per setting. A number that somebody else put there is read as its decimal text;
-/// values of other types cannot be read (Error 13) and are replaced by a save.
+/// text value per setting. A number that another program stored is read as its decimal text. Values
+/// of other types cannot be read (Error 13); a save replaces them.
 class RegistrySettingsStore : public SettingsStore {
  public:
   /// `root` is a key below HKEY_CURRENT_USER, such as "Software\Marlo".

@@ -18,7 +18,7 @@
 namespace skyhop::platform {
 namespace {
 
-/// The system counts tenths of microseconds from the year 1601 on.
+/// The system counts tenths of microseconds from the year 1601.
 using FileTicks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
 constexpr FileTicks kEpoch{116'444'736'000'000'000};
 
@@ -45,7 +45,7 @@ class SystemClock : public Clock {
     SYSTEMTIME fields{};
     SYSTEMTIME local_fields{};
     FILETIME local{};
-    // By the rules of the year of `time`, summer time included.
+    // Use the rules of the year of `time`, including summer time.
     if (!::FileTimeToSystemTime(&universal, &fields) ||
         !::SystemTimeToTzSpecificLocalTime(nullptr, &fields, &local_fields) ||
         !::SystemTimeToFileTime(&local_fields, &local)) {
@@ -60,7 +60,7 @@ class WindowsTimekeeping : public Timekeeping {
   [[nodiscard]] std::chrono::milliseconds Passed() const override {
     return std::chrono::milliseconds(::GetTickCount64());
   }
-  /// Only the time service knows, and it does not tell everybody.
+  /// Only the time service has this state, and not every user may read it.
   [[nodiscard]] State ClockState() const override { return State::kUnknown; }
 };
 
@@ -80,7 +80,7 @@ std::string SystemText(const wchar_t* name) {
   return status == ERROR_SUCCESS ? Utf8(text) : std::string();
 }
 
-/// The true version: what the older functions tell depends on what a program claims to know.
+/// The true version. The older functions report a version that depends on the program's manifest.
 OSVERSIONINFOW SystemVersion() {
   OSVERSIONINFOW version{};
   version.dwOSVersionInfoSize = sizeof version;
@@ -123,7 +123,7 @@ class WindowsMachineFacts : public MachineFacts {
                                std::to_string(version.dwBuildNumber);
     const std::string product = SystemText(L"ProductName");
     machine.system_name = (product.empty() ? "Windows" : product) + " " + number;
-    // A byte each for the first two numbers, two for the build.
+    // One byte for each of the first two numbers, two bytes for the build.
     char text[9] = {};
     std::snprintf(text, sizeof text, "%02X%02X%04X",
                   static_cast<unsigned>(version.dwMajorVersion & 0xFFU),
@@ -172,13 +172,14 @@ std::unique_ptr<UrlFetcher> MakeUrlFetcher() {
 }
 
 std::vector<std::string> StartConsole(int argc, const char* const* argv) {
-  // The console stays when the program has ended, and other programs print there too.
+  // Restore the code page at the end: the console outlives the program, and other programs print
+  // there too.
   static UINT before = 0;
   before = ::GetConsoleOutputCP();
   if (before != 0 && ::SetConsoleOutputCP(CP_UTF8)) {
     (void)std::atexit([] { ::SetConsoleOutputCP(before); });
   }
-  // The arguments in `argv` have lost what the machine's code page lacks.
+  // `argv` lacks the letters that the machine's code page lacks.
   int count = 0;
   wchar_t** const wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   if (wide == nullptr) return {argv, argv + argc};

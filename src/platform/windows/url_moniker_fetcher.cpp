@@ -18,12 +18,12 @@ namespace {
 /// Asks for the newest version (BINDF_GETNEWESTVERSION).
 constexpr DWORD kNewestVersion = 16;
 
-/// The system's component model, which every thread that fetches has to open for itself.
+/// The system's component model. Every thread that fetches must open it.
 class ComponentModel {
  public:
   ComponentModel() : result_(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
   ~ComponentModel() {
-    // Where somebody else opened it in another way, it serves as it is and is theirs to close.
+    // If other code opened it in another mode, it works as it is, and that code closes it.
     if (SUCCEEDED(result_)) ::CoUninitialize();
   }
   ComponentModel(const ComponentModel&) = delete;
@@ -44,8 +44,8 @@ bool IsHttps(std::wstring_view url) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// Gets the progress of one download from the system, which may keep it for longer than the
-/// download, and ends the download when it was stopped or leaves HTTPS.
+/// Receives the progress of one download from the system, and ends the download when it is stopped
+/// or leaves HTTPS. The system may keep this object longer than the download.
 class ProgressWatch final : public IBindStatusCallback {
  public:
   ProgressWatch(const std::wstring& url, std::stop_token stop)
@@ -53,7 +53,7 @@ class ProgressWatch final : public IBindStatusCallback {
   ProgressWatch(const ProgressWatch&) = delete;
   ProgressWatch& operator=(const ProgressWatch&) = delete;
 
-  /// Whether the download was ended by a redirect.
+  /// Whether a redirect ended the download.
   [[nodiscard]] bool Insecure() const { return insecure_; }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
@@ -102,8 +102,9 @@ class ProgressWatch final : public IBindStatusCallback {
 
 #pragma GCC diagnostic pop
 
-/// How long a server may take to answer the call and to send something, for all of this program's
-/// downloads. The system's own limits are minutes, for which the window would wait.
+/// Limits the time that a server may take to accept the connection and to send something, for all
+/// of this program's downloads. The system's own limits are minutes, and the window would wait that
+/// long.
 void LimitWaiting() noexcept {
   const auto set = [](DWORD option, DWORD value) {
     ::InternetSetOptionW(nullptr, option, &value, sizeof value);
@@ -135,7 +136,7 @@ std::int32_t UrlMonikerFetcher::Fetch(const std::string& url, const std::filesys
     const bool insecure = watch->Insecure();
     watch->Release();
     if (insecure || stop.stop_requested()) {
-      // The system keeps the part that came before the end.
+      // The system keeps an incomplete file.
       std::error_code ignored;
       std::filesystem::remove(file, ignored);
     }

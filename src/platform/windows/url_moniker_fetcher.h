@@ -4,11 +4,12 @@
 
 namespace skyhop::platform {
 
-/// Fetches as the system's browser does: with the user's proxies, certificates and limits of time.
+/// Fetches like the system's browser, with the user's proxies and certificates. The time limits are
+/// this program's own.
 ///
-/// The system asks whether to go on whenever something happens, so a fetch that is stopped ends at
-/// once while data comes in, else at the system's limit of time. It also reports redirects: one
-/// from https to another scheme ends the fetch with kRedirectFailed.
+/// The system asks at every event whether to continue. A stopped fetch therefore ends at once while
+/// data arrives, else at a time limit. The system also reports redirects: one from https to another
+/// scheme ends the fetch with kRedirectFailed.
 class UrlMonikerFetcher : public UrlFetcher {
  public:
   std::int32_t RemoveFromCache(const std::string& url) noexcept override;

@@ -18,7 +18,7 @@ WindowQueue::WindowQueue() {
   look.lpfnWndProc = OnMessage;
   look.hInstance = ::GetModuleHandleW(nullptr);
   look.lpszClassName = kClass;
-  ::RegisterClassExW(&look);  // fails where another queue did it
+  ::RegisterClassExW(&look);  // fails if another queue has registered it
   entry_->window_ = ::CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                       look.hInstance, nullptr);
   if (entry_->window_ == nullptr) throw LastSystemError("cannot create a message window");
@@ -52,8 +52,8 @@ LRESULT CALLBACK WindowQueue::OnMessage(HWND window, UINT message, WPARAM word, 
   return 0;
 }
 
-/// One piece at a time, with a message for the rest: other events get their turn between two, and
-/// work that shows a message box does not hold up what comes behind it.
+/// Does one piece of work and posts a message for the rest. Other events are handled between two
+/// pieces, and work that shows a message box does not block the work behind it.
 void WindowQueue::DoSome(const std::shared_ptr<Entry>& entry) {
   Work work;
   {

@@ -9,19 +9,19 @@
 
 namespace skyhop::platform {
 
-/// Work that other threads, and callbacks in which nothing must wait, leave to the thread that made
-/// this object: it is done in order, out of that thread's message loop.
+/// A queue of work for the thread that created this object. Other threads, and callbacks that must
+/// not wait, add work; the thread does it in order from its message loop.
 class WindowQueue {
  public:
   using Work = std::function<void()>;
 
   WindowQueue();
-  /// What has not been done by now never is.
+  /// Drops the work that is not done yet.
   ~WindowQueue();
   WindowQueue(const WindowQueue&) = delete;
   WindowQueue& operator=(const WindowQueue&) = delete;
 
-  /// Where to leave work. May outlive the queue, and is used by any thread.
+  /// Accepts work from any thread. May outlive the queue.
   class Entry {
    public:
     void Post(Work work);
@@ -30,7 +30,7 @@ class WindowQueue {
     friend class WindowQueue;
     std::mutex mutex_;
     std::deque<Work> waiting_;
-    HWND window_ = nullptr;  ///< null once the queue has gone
+    HWND window_ = nullptr;  ///< null after the queue's end
   };
   [[nodiscard]] const std::shared_ptr<Entry>& GetEntry() const { return entry_; }
 

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kTimeToEnd{2000};
 
-/// An argument as a program's command line holds it.
+/// An argument for a command line, quoted if it contains blanks.
 std::wstring Argument(const std::wstring& text) {
   if (text.empty() || text.find_first_of(L" \t") == std::wstring::npos) return text;
   return L'"' + text + L'"';
@@ -29,12 +29,13 @@ struct ShellStart {
   Handle process;
 };
 
-/// Opens a file or a program as the user would by a double click.
+/// Opens a file or a program like a double click.
 ShellStart ShellOpen(const std::wstring& file, const std::wstring& parameter,
                      const std::wstring& folder, int show) {
   SHELLEXECUTEINFOW start{};
   start.cbSize = sizeof start;
-  // Failures come back as codes instead of boxes; a console program may end right after this call.
+  // Return failures as codes instead of showing boxes. Finish before returning, since a console
+  // program may end right after this call.
   start.fMask = SEE_MASK_NOCLOSEPROCESS | SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
   start.hwnd = ::GetDesktopWindow();
   start.lpVerb = L"Open";
@@ -46,7 +47,7 @@ ShellStart ShellOpen(const std::wstring& file, const std::wstring& parameter,
   return {static_cast<int>(reinterpret_cast<INT_PTR>(start.hInstApp)), Handle(start.hProcess)};
 }
 
-/// Whether the command processor takes the text for one word and nothing else.
+/// Whether the command processor reads the text as one word without special characters.
 bool IsPlain(const std::string& text) {
   return std::all_of(text.begin(), text.end(), [](char c) {
     return static_cast<unsigned char>(c) > 0x7F || IsLetter(c) || IsDigit(c) ||
@@ -81,7 +82,7 @@ LaunchResult WindowsEngineLauncher::StartBatch(const std::filesystem::path& batc
                                                const std::string& parameter,
                                                const std::filesystem::path& working_folder) {
   ForgetEnded();
-  // The shell takes any folder, and the batch file would then run in another one.
+  // The shell accepts any folder and would run the batch file in another one.
   std::error_code ignored;
   if (!std::filesystem::is_directory(working_folder, ignored)) return {SE_ERR_PNF, 0};
   ShellStart start =
@@ -117,7 +118,7 @@ void WindowsEngineLauncher::End(ProcessId process) {
   Child* child = Find(process);
   if (child == nullptr) return;
   child->group.End();
-  // A process that could not be taken into its group.
+  // This ends a process that could not be added to its group.
   if (!WaitForEnd(process, kTimeToEnd)) ::TerminateProcess(child->process.Get(), 1);
   const auto until = std::chrono::steady_clock::now() + kTimeToEnd;
   while (child->group.IsRunning() && std::chrono::steady_clock::now() < until) ::Sleep(5);
@@ -128,7 +129,7 @@ void WindowsEngineLauncher::EndWithThisProgram(ProcessId process) {
 }
 
 std::string WindowsEngineLauncher::Output(ProcessId /*process*/) {
-  // The shell gives every batch file a console of its own, which nobody can read.
+  // The shell runs every batch file in its own console, which this program cannot read.
   return {};
 }
 
@@ -147,7 +148,7 @@ std::filesystem::path WindowsEngineLauncher::ShortPath(const std::filesystem::pa
 std::string WindowsEngineLauncher::BatchText(const std::filesystem::path& path) const {
   std::string text = PathInCodePage(path, MachineCodePages().oem);
   if (!text.empty() && IsPlain(text)) return text;
-  // A percent sign names a variable even between quotes; doubled it stands for itself.
+  // A percent sign starts a variable even between quotes, so double it.
   std::string quoted = "\"";
   for (const char c : text) quoted.append(c == '%' ? 2 : 1, c);
   return quoted + '"';

@@ -7,17 +7,16 @@
 
 namespace skyhop::platform {
 
-/// Runs batch files through the shell, hidden. What the processes print is lost.
+/// Runs batch files through the shell, hidden. Their output is lost.
 class WindowsEngineLauncher : public EngineLauncher {
  public:
   WindowsEngineLauncher();
-  /// Leaves running engines alone.
+  /// Does not end running engines.
   ~WindowsEngineLauncher() override;
 
   LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,
                           const std::filesystem::path& working_folder) override;
-  /// A viewer that is not there is replaced by the program that the user's files of this kind open
-  /// with.
+  /// If the viewer does not exist, uses the program with which the user's files of this kind open.
   LaunchResult OpenInViewer(const std::string& viewer, const std::filesystem::path& file) override;
   [[nodiscard]] bool IsRunning(ProcessId process) override;
   bool WaitForEnd(ProcessId process, std::chrono::milliseconds longest) override;
