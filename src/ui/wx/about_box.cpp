@@ -22,7 +22,7 @@ void ShowAboutBox(wxWindow* parent) {
   auto* title =
       new wxStaticText(&dialog, wxID_ANY, ToWx(std::string(kProductName) + " " + VersionText()));
   title->SetFont(title->GetFont().Bold().Scaled(1.4F));
-  // The size that a label asks for does not follow its font at once.
+  // A label's best size does not follow its font at once.
   title->SetMinSize(title->GetTextExtent(title->GetLabel()));
   words->Add(title, between);
   for (const char* text :

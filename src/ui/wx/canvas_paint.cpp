@@ -13,10 +13,10 @@
 namespace skyhop {
 namespace {
 
-/// What the canvas lies on.
+/// The colour around the canvas.
 wxColour SurroundingColour(const wxWindow& window) {
 #ifdef __WXGTK__
-  // Panels are transparent here: what shows through is the window's own colour.
+  // Panels are transparent here, so the window's own colour is visible.
   return wxGetTopLevelParent(window.GetParent())->GetBackgroundColour();
 #else
   return window.GetParent()->GetBackgroundColour();
@@ -33,7 +33,7 @@ ChartPalette CanvasPalette(const wxWindow& window) {
 }
 
 double CanvasTextSize(const wxWindow& window) {
-  // Smaller than the controls' text, so that the labels stay behind what they label.
+  // Smaller than the controls' text, so that the labels do not dominate the chart.
   return std::max(9.0, std::round(window.GetFont().GetPixelSize().GetHeight() * 0.86));
 }
 
@@ -48,7 +48,7 @@ void PaintCanvas(const wxWindow& window, wxBitmap& bitmap,
   wxMemoryDC dc(bitmap);
   std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::Create(dc));
   if (!context) return;
-  // The surface counts in device pixels itself, to keep lines sharp.
+  // The surface uses device pixels itself, to keep lines sharp.
   context->Scale(1 / scale, 1 / scale);
   WxSurface surface(std::move(context), size.x, size.y, scale, window.GetFont());
   paint(surface);

@@ -10,20 +10,20 @@
 
 namespace skyhop {
 
-/// The palette for a canvas in `window` that fits the desktop's present theme; its background is
-/// what the canvas lies on.
+/// The palette for a canvas in `window`, for the desktop's present theme. The palette's background
+/// is the colour around the canvas.
 [[nodiscard]] ChartPalette CanvasPalette(const wxWindow& window);
 
 /// The height of a canvas's labels, in the window's pixels.
 [[nodiscard]] double CanvasTextSize(const wxWindow& window);
 
-/// Paints a whole canvas into `bitmap`, as sharp as the screen can show it. `bitmap` is made anew
-/// when it does not fit the window; `paint` counts in the window's pixels. The window must not be
+/// Paints a whole canvas into `bitmap`, in the full resolution of the screen. Creates `bitmap`
+/// again if it does not fit the window. `paint` uses the window's pixels. The window must not be
 /// empty.
 void PaintCanvas(const wxWindow& window, wxBitmap& bitmap,
                  const std::function<void(Surface&)>& paint);
 
-/// The frame around a canvas that has the keyboard.
+/// Paints the frame around a canvas that has the keyboard focus.
 void PaintFocus(const wxWindow& window, wxDC& dc);
 
 [[nodiscard]] inline Point ToPoint(const wxPoint& at) {

@@ -10,10 +10,10 @@ namespace skyhop {
 CommitField::CommitField(wxWindow* parent, std::function<void()> on_commit)
     : wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER),
       on_commit_(std::move(on_commit)) {
-  // The toolkit's own least height does not follow the text's.
+  // The toolkit's own minimum height does not follow the text's.
   SetMinSize(wxSize(-1, std::max(GetBestSize().y, GetCharHeight() + FromDIP(9))));
   Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
-    // A message box must not come up while the focus is on its way.
+    // A message box must not open while the focus moves.
     CallAfter([this] { Commit(); });
     event.Skip();
   });

@@ -7,16 +7,16 @@
 
 namespace skyhop {
 
-/// A text field whose text counts once the user has left the field or struck Enter in it.
+/// A text field whose text takes effect when the user leaves the field or presses Enter in it.
 class CommitField : public wxTextCtrl {
  public:
-  /// `on_commit` is called when a changed text counts.
+  /// Calls `on_commit` when a changed text takes effect.
   CommitField(wxWindow* parent, std::function<void()> on_commit);
 
   [[nodiscard]] std::string Text() const;
-  /// Shows a text that counts already.
+  /// Shows a text that is in effect already.
   void SetText(const std::string& text);
-  /// Makes a changed text count now.
+  /// Makes a changed text take effect now.
   void Commit();
 
  private:

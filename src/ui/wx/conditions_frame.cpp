@@ -28,7 +28,7 @@ void ConditionsFrame::MakeControls() {
 
 void ConditionsFrame::SetText(const std::string& text) {
   wxString lines = ToWx(text);
-  // The toolkit's own line end, on every system.
+  // The toolkit uses this line end on every system.
   lines.Replace("\r\n", "\n");
   WithControls([this, lines] {
     text_->ChangeValue(lines);

@@ -7,10 +7,11 @@
 
 namespace skyhop {
 
-/// A window with a text to be read and copied: the bulletin of the current conditions, or files.
+/// A window with a text that the user can read and copy: the bulletin of the current conditions, or
+/// files.
 class ConditionsFrame : public SideFrame, public ConditionsView {
  public:
-  /// What a window shows, as its title and by its name.
+  /// Title, name and sizes of a window.
   struct Words {
     const char* title = "Skyhop Current Conditions";
     const char* name = "CurrentConditions";
@@ -21,7 +22,7 @@ class ConditionsFrame : public SideFrame, public ConditionsView {
   /// `parent` may be null. The window is not shown.
   ConditionsFrame(wxWindow* parent, const Words& words);
 
-  /// The window's events go to `controller` from now on; it must outlive the window.
+  /// Sends the window's events to `controller` from now on; it must outlive the window.
   void Attach(CurrentConditions& controller) { controller_ = &controller; }
 
   void SetText(const std::string& text) override;

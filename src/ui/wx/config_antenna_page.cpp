@@ -65,7 +65,7 @@ void ConfigAntennaPage::SetAntenna(Station station, const Antenna& antenna) {
   row.azimuth->Enable(!antenna.file.empty());
 }
 
-/// A file that the engine does not have, or no longer, stays visible as the choice that it is.
+/// Shows a chosen file even if the engine does not have it, or no longer.
 void ConfigAntennaPage::ShowFile(Row& row, const std::string& file) {
   if (file.empty()) {
     row.file->SetSelection(0);

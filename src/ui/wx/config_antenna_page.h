@@ -12,13 +12,13 @@
 
 namespace skyhop {
 
-/// The antennas of both stations, for the engines that know any.
+/// The antennas of both stations, for the engines that use antennas.
 class ConfigAntennaPage : public ConfigPage {
  public:
   ConfigAntennaPage(wxWindow* parent, const ConfigEvents& events);
 
   void SetAntenna(Station station, const Antenna& antenna);
-  /// The files that can be chosen beside the isotropic antenna.
+  /// The files that the user can choose beside the isotropic antenna.
   void SetFiles(std::span<const std::string> files);
   void SetNote(const std::string& text) { SetText(note_, text); }
 

@@ -10,7 +10,7 @@
 
 namespace skyhop {
 
-/// Which engine makes the predictions, where the engines are, and whether they work.
+/// The choice of the engine, the places of the engines, and the test of an engine.
 class ConfigEnginePage : public ConfigPage {
  public:
   ConfigEnginePage(wxWindow* parent, const ConfigEvents& events);

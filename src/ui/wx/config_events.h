@@ -6,8 +6,8 @@
 
 namespace skyhop {
 
-/// Where the pages of the configuration window send what the user does. The window exists before
-/// its controller: until that is known, nothing is sent.
+/// Sends the user's actions on the pages of the configuration window to the controller. The window
+/// is created before its controller; until Attach, nothing is sent.
 class ConfigEvents {
  public:
   void Attach(IoncapConfig& controller) { controller_ = &controller; }

@@ -16,7 +16,7 @@ ConfigLinksPage::ConfigLinksPage(wxWindow* parent, const ConfigEvents& events)
   Add(grid_);
 }
 
-/// The rows stay: a button must not go away while its own click is being handled.
+/// Keeps the rows: a button must not disappear during its own click event.
 void ConfigLinksPage::SetPeers(std::span<const PeerState> peers) {
   if (std::equal(peers.begin(), peers.end(), shown_.begin(), shown_.end())) return;
   shown_.assign(peers.begin(), peers.end());
@@ -48,7 +48,7 @@ void ConfigLinksPage::AddRow() {
 
 void ConfigLinksPage::Fill(const Row& row, const PeerState& peer) {
   row.name->SetLabelText(ToWx(peer.name));
-  // The size that a label asks for does not follow its font at once.
+  // A label's best size does not follow its font at once.
   row.name->SetMinSize(row.name->GetTextExtent(row.name->GetLabelText()));
   row.state->SetLabelText(peer.connected ? "connected" : "not connected");
   row.purpose->SetLabelText(ToWx(peer.purpose));

@@ -9,7 +9,7 @@
 
 namespace skyhop {
 
-/// The applications of the suite, which of them are connected, and a button to connect each.
+/// The applications of the suite, their connection states, and a button to connect each.
 class ConfigLinksPage : public ConfigPage {
  public:
   ConfigLinksPage(wxWindow* parent, const ConfigEvents& events);

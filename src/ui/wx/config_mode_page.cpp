@@ -71,7 +71,7 @@ wxButton* ConfigModePage::MakeButton(wxSizer* row, const wxString& caption, cons
 }
 
 void ConfigModePage::SetModes(std::span<const ModeSettings> modes, int selected) {
-  // What the fields hold belongs to a row that may be gone now.
+  // The fields' values belong to a row that may no longer exist.
   shown_ = -1;
   table_->DeleteAllItems();
   for (const ModeSettings& mode : modes) {

@@ -10,8 +10,8 @@ namespace {
 /// The least width of a text, in DIP.
 constexpr int kLeastWidth = 240;
 
-/// `text` with line ends where it would be wider than `width`: at blanks and, since they may be
-/// long, within paths and addresses.
+/// `text` with line ends, so that no line is wider than `width`. Breaks at blanks and also within
+/// paths and addresses, since they may be long.
 wxString WithLineEnds(const wxWindow& window, const wxString& text, int width) {
   const wxString breaks = " /\\";
   wxString lines;
@@ -43,7 +43,7 @@ ConfigPage::ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEv
   SetScrollRate(0, FromDIP(10));
   auto* title = new wxStaticText(this, wxID_ANY, heading);
   title->SetFont(title->GetFont().Bold().Scaled(1.2F));
-  // Expanded, since the size that a label asks for does not follow its font at once.
+  // Expand it, since a label's best size does not follow its font at once.
   content_->Add(title, wxSizerFlags().Expand());
   auto* outer = new wxBoxSizer(wxVERTICAL);
   outer->Add(content_, wxSizerFlags(1).Expand().Border(wxALL, FromDIP(kMargin)));
@@ -56,7 +56,7 @@ ConfigPage::ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEv
 
 wxStaticText* ConfigPage::AddWrapped(const wxString& text, int indent) {
   auto* label = new wxStaticText(this, wxID_ANY, "");
-  // The page decides how wide the text is, not the text how wide the page is.
+  // The page's width determines the text's width, not the other way round.
   label->SetMinSize(wxSize(FromDIP(kLeastWidth), -1));
   wrapped_.push_back({label, text, indent});
   label->Show(!text.empty());

@@ -11,8 +11,8 @@
 
 namespace skyhop {
 
-/// A page of the configuration window: a heading, below it whatever the page adds, one below the
-/// other. Texts are wrapped at the page's width; what does not fit can be scrolled to.
+/// A page of the configuration window: a heading, and below it the page's controls, one below the
+/// other. Wraps texts at the page's width. The user can scroll to controls that do not fit.
 class ConfigPage : public wxScrolledWindow {
  public:
   ConfigPage(wxWindow* parent, const wxString& heading, const ConfigEvents& events);
@@ -20,25 +20,25 @@ class ConfigPage : public wxScrolledWindow {
  protected:
   /// Adds a text that is wrapped.
   wxStaticText* AddText(const wxString& text);
-  /// The same for a text that belongs to the control above it.
+  /// Adds a wrapped text that belongs to the control above it.
   wxStaticText* AddSubText(const wxString& text);
-  /// Gives such a text other words. An empty one takes no place.
+  /// Changes such a text. An empty text takes no space.
   void SetText(wxStaticText* label, const std::string& text);
 
-  /// Adds a row or a control with the usual distance to the one before.
+  /// Adds a row or a control with the usual distance to the previous one.
   template <class Item>
   void Add(Item* item) {
     AddItem(item, wxSizerFlags().Expand());
   }
-  /// The same for a control that keeps its width.
+  /// Adds a control that keeps its width.
   void AddNarrow(wxWindow* control) { AddItem(control, wxSizerFlags().Left()); }
-  /// The same for one that takes the height that is left.
+  /// Adds a control that takes the remaining height.
   void AddGrowing(wxWindow* control) { AddItem(control, wxSizerFlags(1).Expand()); }
   /// A heading within the page.
   void AddHeading(const wxString& text);
 
   [[nodiscard]] const ConfigEvents& Events() const { return *events_; }
-  /// Arranges the page anew after controls came or went.
+  /// Arranges the page again after controls were added, shown or hidden.
   void Arrange();
 
  private:
@@ -58,7 +58,7 @@ class ConfigPage : public wxScrolledWindow {
 
   static constexpr int kGap = 8;      // DIP
   static constexpr int kMargin = 16;  // DIP
-  /// Where the words of a radio button begin, DIP.
+  /// The left edge of a radio button's text, DIP.
   static constexpr int kSubIndent = 24;
 
   const ConfigEvents* events_;

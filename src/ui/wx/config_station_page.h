@@ -6,7 +6,7 @@
 
 namespace skyhop {
 
-/// The unit of distance, and where your station comes from.
+/// The unit of distance, and the source of your station's location.
 class ConfigStationPage : public ConfigPage {
  public:
   ConfigStationPage(wxWindow* parent, const ConfigEvents& events);

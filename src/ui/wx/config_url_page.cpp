@@ -8,7 +8,8 @@
 namespace skyhop {
 namespace {
 
-/// An ordinary button is higher than its field, and the rows have to fit into a small window.
+/// The width of an Open button. The button is as high as its field, because the rows must fit into
+/// a small window.
 constexpr int kOpenWidth = 64;  // DIP
 
 }  // namespace

@@ -74,7 +74,7 @@ void ConfigurationFrame::MakeControls() {
 }
 
 void ConfigurationFrame::UserCloses() {
-  // A field that still has the focus has not been left yet.
+  // Commit the field that still has the focus, since the user has not left it.
   if (auto* field = dynamic_cast<CommitField*>(wxWindow::FindFocus())) field->Commit();
   events_.Send(&IoncapConfig::Form_QueryUnload);
 }
@@ -218,7 +218,7 @@ void ConfigurationFrame::StopTestTimer() {
 }
 
 bool ConfigurationFrame::OpenInBrowser(const std::string& url) {
-  const wxLogNull quiet;  // the controller has a message of its own
+  const wxLogNull quiet;  // the controller shows its own message
   return wxLaunchDefaultBrowser(ToWx(url));
 }
 

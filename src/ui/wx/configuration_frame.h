@@ -25,7 +25,7 @@ class ConfigurationFrame : public SideFrame, public ConfigurationView {
   /// `parent` may be null. The window is not shown.
   explicit ConfigurationFrame(wxWindow* parent);
 
-  /// The window's events go to `controller` from now on; it must outlive the window.
+  /// Sends the window's events to `controller` from now on; it must outlive the window.
   void Attach(IoncapConfig& controller) { events_.Attach(controller); }
 
   void Select(ConfigOption option, int index) override;

@@ -5,7 +5,8 @@
 namespace skyhop {
 namespace {
 
-/// The keyboard, of which there is one, while a disabled control waits for it.
+/// A disabled control that waits for the keyboard focus, and the control that has it meanwhile.
+/// There is only one focus.
 struct LentFocus {
   wxWeakRef<wxWindow> owner;
   wxWeakRef<wxWindow> holder;
@@ -18,7 +19,7 @@ LentFocus& Lent() {
 
 void Disable(wxWindow& control, wxWindow* next) {
   wxWindow* owner = &control;
-  // A holder that is disabled in its turn passes the keyboard on.
+  // A holder that is disabled too passes the focus on.
   if (Lent().owner && Lent().holder == &control) owner = Lent().owner;
   if (next != nullptr && next->IsEnabled()) {
     next->SetFocus();

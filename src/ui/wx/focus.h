@@ -4,12 +4,12 @@
 
 namespace skyhop {
 
-/// Enables or disables a control without losing the keyboard: a control that has it and is disabled
-/// hands it to `next`, or without an enabled `next` to the control after it. The keyboard comes
-/// back when the control is enabled again, unless the user has taken it elsewhere meanwhile.
+/// Enables or disables a control without losing the keyboard focus. A disabled control passes the
+/// focus to `next`, or, if `next` is not enabled, to the control after it. When the control is
+/// enabled again, it gets the focus back unless the user has moved it meanwhile.
 void EnableKeepingFocus(wxWindow& control, bool enable, wxWindow* next = nullptr);
 
-/// Before `window` is hidden: hands the keyboard to `next` when a control within the window has it.
+/// Moves the focus to `next` if a control within `window` has it. Call this before hiding `window`.
 void LeaveFocus(const wxWindow& window, wxWindow& next);
 
 }  // namespace skyhop

@@ -23,7 +23,7 @@ void ForecastCanvas::Attach(SolarForecast& controller) {
 }
 
 void ForecastCanvas::OnKeyDown(wxKeyEvent& event) {
-  // One more than there are days reaches the other end from anywhere.
+  // One step more than there are days reaches the other end from anywhere.
   constexpr int all = static_cast<int>(SolarForecastModule::kFirstDaySlot) + 1;
   if (controller_ == nullptr) return;
   switch (event.GetKeyCode()) {

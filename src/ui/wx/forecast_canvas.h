@@ -5,12 +5,13 @@
 
 namespace skyhop {
 
-/// Shows the graphs of the forecast, passes pointer and keys on.
+/// Shows the graphs of the forecast and passes pointer and key events on.
 class ForecastCanvas : public PaintedCanvas {
  public:
   explicit ForecastCanvas(wxWindow* parent);
 
-  /// Who paints and gets the events from now on; must outlive the canvas.
+  /// Sets the controller that paints and receives the events from now on; it must outlive the
+  /// canvas.
   void Attach(SolarForecast& controller);
 
  private:

@@ -78,7 +78,7 @@ void ForecastFrame::SetChecked(ForecastCheck check, bool checked) {
 void ForecastFrame::SetStatus(const std::string& text) {
   WithControls([this, shown = ToWx(text)] {
     status_->SetLabelText(shown);
-    // Its end may be cut off.
+    // The line may be too narrow for the end of the text.
     if (shown.empty()) {
       status_->UnsetToolTip();
     } else {

@@ -17,9 +17,9 @@ class ForecastFrame : public SideFrame, public ForecastView {
   /// `parent` may be null. The window is not shown.
   explicit ForecastFrame(wxWindow* parent);
 
-  /// The window's events go to `controller` from now on; it must outlive the window.
+  /// Sends the window's events to `controller` from now on; it must outlive the window.
   void Attach(SolarForecast& controller);
-  /// Tool tips on the check boxes can be switched off.
+  /// Switches the tool tips of the check boxes on or off.
   void ShowToolTips(bool show);
 
   void SetCaption(const std::string& caption) override;

@@ -6,8 +6,8 @@
 namespace skyhop {
 
 LeastSize::LeastSize(wxTopLevelWindow& window) : window_(&window) {
-  // The content changes at any time, and the size of the window manager's frame is known only after
-  // the window was shown.
+  // The content can change at any time, and the window manager's frame has its size only after the
+  // window is shown.
   window.Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
     Update();
     event.Skip();

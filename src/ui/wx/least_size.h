@@ -4,14 +4,14 @@
 
 namespace skyhop {
 
-/// Keeps a window so large that its content is never cut off, as far as the monitor allows. The
-/// content is what the window's sizer holds; menu bar, status bar and the window manager's frame
-/// come on top. Lives as long as its window, as a member of it.
+/// Keeps a window large enough to show its whole content, as far as the monitor allows. The content
+/// is what the window's sizer holds; menu bar, status bar and the window manager's frame are added.
+/// Make it a member of its window: it uses the window as long as it lives.
 class LeastSize {
  public:
   explicit LeastSize(wxTopLevelWindow& window);
 
-  /// Follows the content, as happens by itself whenever the program is idle.
+  /// Adapts the minimum size to the content. This also happens whenever the program is idle.
   void Update();
 
  private:

@@ -2,11 +2,11 @@
 
 namespace skyhop {
 
-/// Message loops that run inside the program's own: open dialogs and pauses. Whoever began one is
-/// still at work and needs the windows to its end.
+/// Message loops that run inside the program's own: open dialogs and pauses. The code that began
+/// one is still running and needs the windows until its end.
 class NestedLoops {
  public:
-  /// One of them, while it lives.
+  /// Counts as one nested loop while it lives.
   class Scope {
    public:
     Scope() { ++depth; }

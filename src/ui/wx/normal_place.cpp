@@ -16,7 +16,7 @@ NormalPlace::NormalPlace(wxTopLevelWindow& window) : window_(&window) {
 }
 
 void NormalPlace::Remember() {
-  // A hidden window is told of sizes that nobody has chosen.
+  // A hidden window gets events for sizes that neither the user nor the program chose.
   if (window_->IsShown() && !window_->IsIconized() && !window_->IsMaximized()) {
     place_ = window_->GetRect();
     frame_ = window_->GetSize() - window_->GetClientSize();
@@ -38,8 +38,8 @@ void NormalPlace::Put(const wxRect& place) {
     window_->SetSize(place);
     return;
   }
-  // The window manager takes its frame off a hidden window and adds it when the window comes back,
-  // so only the size of the client area means the same before and after.
+  // The window manager removes its frame from a hidden window and adds it when the window is shown
+  // again, so only the size of the client area stays the same.
   window_->Move(place.GetPosition());
   window_->SetClientSize(place.GetSize() - frame_);
 }

@@ -8,28 +8,29 @@
 
 namespace skyhop {
 
-/// Remembers where a window is, or would be restored to while it is minimised or maximised: the
-/// toolkit only tells where it is now. Lives as long as its window, as a member of it.
+/// Remembers the place of a window, or for a minimised or maximised window its place when restored,
+/// which the toolkit does not offer. Make it a member of its window: it uses the window as long as
+/// it lives.
 class NormalPlace {
  public:
   explicit NormalPlace(wxTopLevelWindow& window);
 
   [[nodiscard]] WindowPlacement Placement() const;
-  /// Puts the window there; minimised means normal.
+  /// Moves the window to `placement`; shows a minimised one as normal.
   void Put(const WindowPlacement& placement);
-  /// Puts the window to a place that is not maximised.
+  /// Moves the window to a place that is not maximised.
   void Put(const wxRect& place);
   [[nodiscard]] wxRect Place() const { return place_.IsEmpty() ? window_->GetRect() : place_; }
 
-  /// Remembers where the window is now, as happens by itself when it is moved or sized. To be
-  /// called before it is hidden: the window manager's frame may have come without an event.
+  /// Remembers the present place of the window. This also happens when it is moved or sized. Call
+  /// it before hiding the window, because the window manager may add its frame without an event.
   void Remember();
 
  private:
   wxTopLevelWindow* window_;
-  /// Empty until the window has been shown or put somewhere.
+  /// Empty until the window is shown or gets a place.
   wxRect place_;
-  /// What the window is larger than its client area; empty until it has been shown.
+  /// The difference between the window and its client area; empty until the window is shown.
   wxSize frame_;
 };
 

@@ -8,7 +8,7 @@
 namespace skyhop {
 namespace {
 
-/// Engines that answer sooner than this need not be announced.
+/// A prediction that finishes sooner than this needs no notice.
 constexpr int kDelayMilliseconds = 400;
 
 struct Colors {
@@ -46,7 +46,7 @@ NoticeBar::NoticeBar(wxWindow* parent, std::function<void()> on_click)
 void NoticeBar::Show_(const Notice& notice) {
   notice_ = notice;
   if (notice.kind == Notice::Kind::kRunning && !IsShown()) {
-    // A bar that comes and goes within a blink would only make the chart jump.
+    // A bar that appears only for a moment would just make the chart jump.
     if (!delay_.IsRunning()) delay_.StartOnce(kDelayMilliseconds);
     return;
   }
@@ -72,7 +72,7 @@ void NoticeBar::Update_() {
     if (!has_button && button_->HasFocus()) button_->Navigate();
     button_->Show(has_button);
     if (has_button) margin += button_->GetBestSize().x + 2 * FromDIP(4);
-    // Long reasons, with the paths of files in them, go over several lines.
+    // Long reasons, which contain paths of files, need several lines.
     text_->Wrap(std::max(FromDIP(200), GetParent()->GetClientSize().x - margin));
     Layout();
   }

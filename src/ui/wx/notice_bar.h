@@ -18,7 +18,7 @@ class NoticeBar : public wxPanel {
   /// Calls `on_click` when the user clicks the button.
   NoticeBar(wxWindow* parent, std::function<void()> on_click);
 
-  /// Shows or hides the strip. A running prediction is shown only when it takes its time.
+  /// Shows or hides the strip. Shows a running prediction only after a short delay.
   void Show_(const Notice& notice);
 
   /// Takes colours that fit the desktop's present theme.

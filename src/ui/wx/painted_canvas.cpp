@@ -7,7 +7,8 @@
 namespace skyhop {
 
 PaintedCanvas::PaintedCanvas(wxWindow* parent, const wxString& name, wxSize smallest, long style) {
-  // The style has to be set before the window exists: nothing is erased, everything is painted.
+  // Set the style before the window is created. The canvas paints its whole area, so the toolkit
+  // need not erase it.
   SetBackgroundStyle(wxBG_STYLE_PAINT);
   Create(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, style, name);
   SetMinSize(FromDIP(smallest));

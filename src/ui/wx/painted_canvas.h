@@ -15,16 +15,16 @@ class PaintedCanvas : public wxWindow {
  public:
   struct Painter {
     std::function<void(const ChartPalette& palette)> set_palette;
-    /// Draws all of it, in the window's pixels.
+    /// Draws the whole canvas, in the window's pixels.
     std::function<void(Surface& surface, double width, double height, double text_size)> paint;
   };
 
-  /// It takes the keyboard if `style` has wxWANTS_CHARS. `smallest` is in DIP.
+  /// Accepts the keyboard focus if `style` has wxWANTS_CHARS. `smallest` is in DIP.
   PaintedCanvas(wxWindow* parent, const wxString& name, wxSize smallest, long style = 0);
 
-  /// Who paints from now on; must outlive the canvas.
+  /// Sets the painter from now on. The objects that its functions use must outlive the canvas.
   void Attach(Painter painter);
-  /// What is shown has changed.
+  /// Paints the canvas again because its content has changed.
   void Repaint();
 
   [[nodiscard]] bool AcceptsFocus() const override { return HasFlag(wxWANTS_CHARS); }

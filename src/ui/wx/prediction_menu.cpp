@@ -1,4 +1,4 @@
-// The main window's menu: every command by keyboard too.
+// The main window's menu. It makes every command available by keyboard.
 
 #include <wx/menu.h>
 
@@ -10,14 +10,14 @@
 namespace skyhop {
 namespace {
 
-/// A button's words without the mark of its shortcut, which belongs to the button alone.
+/// A button's caption without the mark of its shortcut, which only the button has.
 wxString PlainCaption(Button button) {
   return wxControl::RemoveMnemonics(ToWx(Caption(button)));
 }
 
 }  // namespace
 
-/// Adds items to a menu and says what each does.
+/// Adds items with their help texts to a menu.
 class PredictionFrame::MenuMaker {
  public:
   explicit MenuMaker(PredictionFrame& frame) : frame_(&frame), menu_(new wxMenu) {}
@@ -28,7 +28,7 @@ class PredictionFrame::MenuMaker {
         wxEVT_MENU, [action](wxCommandEvent&) { action(); }, item->GetId());
   }
 
-  /// A command on the chart's results; of no use while there are none.
+  /// A command that uses the chart's results; disabled while there are none.
   void OnChart(const wxString& text, std::string (*action)(wxWindow*, const IonCap&)) {
     PredictionFrame* const frame = frame_;
     const wxMenuItem* const item = menu_->Append(wxID_ANY, text);
@@ -47,7 +47,7 @@ class PredictionFrame::MenuMaker {
         item->GetId());
   }
 
-  /// The same as a button, and enabled when the button is.
+  /// A command that does the same as a button and is enabled with it.
   void Of(Button button, const wxString& shortcut) {
     PredictionFrame* const frame = frame_;
     const wxMenuItem* const item = menu_->Append(wxID_ANY, PlainCaption(button) + shortcut);
@@ -88,8 +88,8 @@ class PredictionFrame::MenuMaker {
 
 void PredictionFrame::MakeMenu() {
   auto* bar = new wxMenuBar;
-  // The letters of the menus are none of those of the buttons and boxes beside them: a letter with
-  // two owners would only move the focus.
+  // No menu uses the shortcut letter of a button or box: a letter with two owners would only move
+  // the focus.
 
   MenuMaker file(*this);
   file.OnChart("&Save Chart...\tCtrl+S", &SaveChart);

@@ -54,7 +54,7 @@ void SnrPanel::MakeControls() {
   all->Add(values, wxSizerFlags().Expand().Border(wxTOP, gap));
   all->Add(problem_, wxSizerFlags().Border(wxTOP, gap));
   SetSizer(all);
-  // Before there is anything to read, the headings say nothing.
+  // Without results the headings have no use.
   table_->ShowItems(false);
   problem_->Hide();
 }
@@ -63,7 +63,7 @@ void SnrPanel::Show_(const SnrDisplay& display) {
   if (table_ == nullptr && !display.active) return;
   MakeControls();
   headline_->SetLabelText(ToWx(display.headline));
-  // Somebody who has installed an engine should see that it is not this one.
+  // A user who has installed an engine should see that this is not that engine.
   engine_->SetFont(display.estimate ? GetFont().Bold() : GetFont());
   engine_->SetLabelText(ToWx(display.engine));
   for (const auto& row : cells_) {

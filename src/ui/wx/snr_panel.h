@@ -10,16 +10,15 @@
 
 namespace skyhop {
 
-/// The point prediction: a frequency to be typed in, and what is predicted of it on both paths.
-/// Hidden, and without its controls, until it is wanted.
+/// The point prediction: a field for a frequency, and its prediction on both paths. Hidden, and
+/// without its controls, until it is needed.
 class SnrPanel : public wxPanel {
  public:
-  /// `controls` must outlive the panel.
   SnrPanel(wxWindow* parent, ControlSet& controls);
 
-  /// Shows itself or hides, as `display` says, and arranges what is around it.
+  /// Shows or hides the panel according to `display`, and arranges the window around it.
   void Show_(const SnrDisplay& display);
-  /// Makes the controls unless they are there.
+  /// Creates the controls if they do not exist yet.
   void MakeControls();
 
  private:

@@ -72,7 +72,7 @@ std::vector<Monitor> WindowView::Monitors() const {
 void WindowView::ShowWindow() {
   frame_->PrepareToShow();
   frame_->Show();
-  // What comes next at the start takes its time; the user has the window meanwhile.
+  // The next steps of the start take time. Paint the window before them.
   frame_->AwaitPaint();
 }
 
@@ -82,7 +82,7 @@ void WindowView::RestoreWindow() {
 }
 
 bool WindowView::OpenInBrowser(const std::string& url) {
-  const wxLogNull quiet;  // the controller has a message of its own
+  const wxLogNull quiet;  // the controller shows its own message
   return wxLaunchDefaultBrowser(ToWx(url));
 }
 

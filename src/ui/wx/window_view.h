@@ -10,7 +10,6 @@ class PredictionFrame;
 /// The controller's view of the main window.
 class WindowView : public PredictionView {
  public:
-  /// Both must outlive the view.
   WindowView(PredictionFrame& frame, ControlSet& controls) : frame_(&frame), controls_(&controls) {}
 
   [[nodiscard]] std::string Text(TextField field) const override { return controls_->Text(field); }

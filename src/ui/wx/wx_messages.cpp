@@ -26,7 +26,7 @@ void WxPause::Wait(std::chrono::milliseconds duration) {
     if (!loop->IsYielding()) loop->YieldFor(wxEVT_CATEGORY_UI);
     return;
   }
-  // While the program starts, its own loop does not run yet.
+  // During the start of the program, its own event loop does not run yet.
   wxGUIEventLoop starting;
   const wxEventLoopActivator active(&starting);
   starting.YieldFor(wxEVT_CATEGORY_UI);

@@ -13,8 +13,8 @@ class WxMessages : public UserMessages {
   void Show(const std::string& text, const std::string& caption) override;
 };
 
-/// Waits and lets the windows repaint themselves meanwhile. What the user does comes later; timers
-/// and peers may come in between.
+/// Waits and lets the windows repaint themselves meanwhile. Delays the user's input until after the
+/// wait; timers and peers may run during it.
 class WxPause : public Pause {
  public:
   void Wait(std::chrono::milliseconds duration) override;

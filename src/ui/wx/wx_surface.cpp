@@ -12,7 +12,7 @@
 namespace skyhop {
 namespace {
 
-/// Where the middle of a level or upright line has to lie so that the line fills whole pixels.
+/// The middle of a horizontal or vertical line, placed so that the line fills whole pixels.
 double Sharp(double place, double device_width) {
   const bool odd = std::lround(device_width) % 2 == 1;
   return std::floor(place + 0.5) + (odd ? 0.5 : 0.0);
@@ -70,8 +70,8 @@ void WxSurface::Line(Point from, Point to, const Pen& pen) {
   }
 }
 
-/// Adds a line to the curve that ends where it begins, if there is one. A curve is quicker to draw
-/// than its lines one by one, and they join without gaps or steps.
+/// Adds a line to the curve that ends at the line's beginning, if there is one. Drawing a whole
+/// curve is faster than drawing its lines one by one, and leaves no gaps or steps.
 bool WxSurface::Continue(Point from, Point to, const Pen& pen) {
   for (Curve& curve : curves_) {
     if (!(curve.pen == pen) || curve.points.back() != wxPoint2DDouble(from.x, from.y)) continue;
@@ -108,7 +108,7 @@ void WxSurface::FillDevice(double left, double top, double right, double bottom,
   context_->DrawRectangle(left, top, right - left, bottom - top);
 }
 
-/// Another font is a search among the system's fonts, so each is made once.
+/// Creates each font once, because creating a font searches the system's fonts.
 const wxFont& WxSurface::FontOf(const TextStyle& style) {
   using Key = std::tuple<wxString, int, FontWeight>;
   constexpr std::size_t most = 100;
@@ -120,7 +120,7 @@ const wxFont& WxSurface::FontOf(const TextStyle& style) {
   if (known.size() >= most) known.clear();
   wxFont font = font_;
 #ifdef __WXGTK__
-  // The toolkit would try one size after the other, and search the fonts for each.
+  // With a pixel size, the toolkit would try one size after another and search the fonts for each.
   font.Scale(static_cast<float>(height) /
              static_cast<float>(std::max(1, font_.GetPixelSize().GetHeight())));
 #else
@@ -150,7 +150,8 @@ double WxSurface::TextExtent(std::string_view text, const TextStyle& style) {
   return Measure(ToWx(text), style).width / scale_;
 }
 
-/// Laying a text out takes longer than all the rest, and a chart has the same texts every time.
+/// Keeps the measured extents: layout of texts takes longer than all other drawing, and a chart has
+/// the same texts every time.
 WxSurface::Extent WxSurface::Measure(const wxString& text, const TextStyle& style) {
   using Key = std::tuple<wxString, double, FontWeight, wxString>;
   constexpr std::size_t most = 2000;

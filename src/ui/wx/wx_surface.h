@@ -14,8 +14,8 @@ namespace skyhop {
 /// Draws with the toolkit's anti-aliased vector graphics.
 class WxSurface : public Surface {
  public:
-  /// `scale` device pixels are one pixel of the surface; lines are kept sharp on device pixels.
-  /// `width` and `height` are in pixels of the surface. `font` gives the family of all texts.
+  /// One pixel of the surface is `scale` device pixels; lines are kept sharp on device pixels.
+  /// `width` and `height` are in pixels of the surface. All texts use the family of `font`.
   WxSurface(std::unique_ptr<wxGraphicsContext> context, double width, double height, double scale,
             const wxFont& font);
   ~WxSurface() override;
@@ -53,9 +53,10 @@ class WxSurface : public Surface {
   double scale_;
   wxFont font_;
   wxString font_name_;
-  /// Begun and not drawn yet: what is drawn next lies over them.
+  /// Curves that are begun but not drawn yet. They are drawn before anything else, so that later
+  /// drawing covers them.
   std::vector<Curve> curves_;
-  std::optional<Color> brush_;  ///< what the context fills with, without a pen
+  std::optional<Color> brush_;  ///< the context's fill colour, without a pen
 };
 
 [[nodiscard]] inline wxColour ToWx(Color color) {

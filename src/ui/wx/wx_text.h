@@ -7,8 +7,8 @@
 
 namespace skyhop {
 
-/// The one border between the program's UTF-8 texts and the toolkit's. Bytes that are no UTF-8 are
-/// taken as ISO 8859-1, so that a text from elsewhere is shown rather than lost.
+/// Converts between the program's UTF-8 texts and the toolkit's; no other code does. Bytes that are
+/// not UTF-8 are read as ISO 8859-1, so that a text from elsewhere is shown rather than lost.
 [[nodiscard]] inline wxString ToWx(std::string_view text) {
   wxString converted = wxString::FromUTF8(text.data(), text.size());
   if (converted.empty() && !text.empty()) {
