@@ -40,10 +40,10 @@ enum class ConfigButton {
 };
 
 enum class ConfigLabel {
-  kAntennaFiles,   ///< where the antenna files come from, or why there are none
-  kTestResult,     ///< what came of an engine's test
-  kStationSource,  ///< where your station's location comes from
-  kBandsMissing,   ///< why the frequency-dependent settings cannot be used; empty when they can
+  kAntennaFiles,   ///< the source of the antenna files, or why there are none
+  kTestResult,     ///< the result of an engine's test
+  kStationSource,  ///< the source of your station's location
+  kBandsMissing,   ///< why the frequency-dependent settings cannot be used; empty if they can
   kErrorLog,       ///< path and size of the error log
   kProgramFolder,  ///< path of the program folder
 };
@@ -52,7 +52,7 @@ enum class ConfigLabel {
 inline constexpr std::array<const char*, 4> kEngineCaptions = {
     "IONCAP LUF && MUF", "ICEPAC LUF && MUF", "VOACAP LUF && MUF", "VOACAP SNR && Prob"};
 
-/// An address that the configuration holds, and what stands beside its field.
+/// An address in the configuration, and the label of its field.
 struct ConfigUrl {
   Address url;
   const char* label;
@@ -68,20 +68,20 @@ inline constexpr std::array<ConfigUrl, 7> kConfigUrls = {{
     {Address::kURL3, "Web page 4"},
 }};
 
-/// An application of the suite as the window lists it.
+/// A row of the window's list of the suite's applications.
 struct PeerState {
   std::string name;
-  std::string purpose;  ///< what the link serves
+  std::string purpose;  ///< the purpose of the link
   bool connected = false;
   bool can_connect = false;  ///< whether its Connect button can be used
 
   friend bool operator==(const PeerState&, const PeerState&) = default;
 };
 
-/// The configuration window without its rules: shows values, passes on events. The controller
+/// The configuration window without its rules: it shows values and passes events on. The controller
 /// decides everything.
 ///
-/// Setting a value here never raises the event that a user's own input would. Texts are UTF-8.
+/// Setting a value here never raises the event of a user's input. Texts are UTF-8.
 class ConfigurationView {
  public:
   virtual ~ConfigurationView() = default;
@@ -92,7 +92,7 @@ class ConfigurationView {
   virtual void Enable(ConfigButton button, bool enabled) = 0;
   virtual void SetLabel(ConfigLabel label, const std::string& text) = 0;
 
-  /// What was found of the engine of option `engine`.
+  /// Shows what FindEngine found for the engine of option `engine`.
   virtual void SetEngineFinding(int engine, const std::string& text) = 0;
   virtual void SetAntenna(Station station, const Antenna& antenna) = 0;
   /// The antenna files that can be chosen.
@@ -101,9 +101,9 @@ class ConfigurationView {
   virtual void SetBand(std::size_t band, const BandSettings& settings) = 0;
   /// Whether the band table can be edited.
   virtual void EnableBands(bool enabled) = 0;
-  /// The whole table of modes, with the row to be selected; -1 for none.
+  /// The whole table of modes, with the row to select; -1 for none.
   virtual void SetModes(std::span<const ModeSettings> modes, int selected) = 0;
-  /// One row of it; selection and the other rows stay.
+  /// One row of the modes; selection and the other rows stay.
   virtual void SetMode(std::size_t row, const ModeSettings& settings) = 0;
   virtual void SetUrl(Address url, const std::string& text) = 0;
   /// Whether the address can be opened.
@@ -121,13 +121,14 @@ class ConfigurationView {
   /// The monitors of the desktop; the main one comes first.
   [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
 
-  /// Starts the timer that follows an engine's test, again and again until it is stopped.
+  /// Starts the timer that follows an engine's test. It ticks until it is stopped.
   virtual void StartTestTimer(std::chrono::milliseconds interval) = 0;
   virtual void StopTestTimer() = 0;
 
-  /// Opens an address in the user's browser. Returns whether that could be done.
+  /// Opens an address in the user's browser. Returns whether the browser started.
   virtual bool OpenInBrowser(const std::string& url) = 0;
-  /// Opens a file or a folder in the program that the desktop has for it. Returns the same.
+  /// Opens a file or a folder in the desktop's program for it. Returns whether that program
+  /// started.
   virtual bool OpenFile(const std::filesystem::path& path) = 0;
 };
 

@@ -52,7 +52,7 @@ void IoncapConfig::Form_Load() {
 void IoncapConfig::Show() {
   with_.diagnostics.Trap("IoncapConfig.Show", [&] {
     with_.diagnostics.DebugLog("IoncapConfig.Show");
-    // The parameter set restores the web pages, and does so without telling.
+    // The parameter set restores the web pages without a notification.
     for (const ConfigUrl& row : kConfigUrls) FillUrl(row.url);
     Form_Activate();
     with_.view.ShowWindow();
@@ -119,7 +119,8 @@ void IoncapConfig::Fill() {
   with_.view.SetChecked(ConfigCheck::kDownloadSsnAtStart, configuration.DownloadSsnAtStart());
   with_.view.SetLabel(ConfigLabel::kTestResult, "");
   with_.view.SetLabel(ConfigLabel::kProgramFolder, PathText(with_.program_folder));
-  // What lies in the folders is looked up when the window opens, which the start need not wait for.
+  // Form_Activate searches the folders when the window opens, so that the start need not wait for
+  // that.
 }
 
 void IoncapConfig::FillBands() {
@@ -161,7 +162,7 @@ void IoncapConfig::ShowFindings() {
     const auto choice = static_cast<EngineChoice>(engine);
     const EngineFinding finding = FindEngine(with_.machine, with_.program_folder, choice);
     std::string text = FindingText(finding);
-    // The estimate engine stands in IONCAP's place until the user puts the real one there.
+    // The estimate engine is in IONCAP's place until the user puts the real one there.
     if (choice == EngineChoice::kIonCap && finding.can_run &&
         finding.kind != EngineKind::kEstimate && IsEstimate(finding, with_.machine)) {
       text = "Uses the built-in estimate engine: " + PathText(finding.executable);
@@ -173,8 +174,8 @@ void IoncapConfig::ShowFindings() {
   }
 }
 
-/// Predictions of one frequency have an engine folder of their own: what is found there, a sentence
-/// after that of the chart's VOACAP; empty when it is the same.
+/// The finding for point predictions, which have their own engine folder: a sentence after that of
+/// the chart's VOACAP; empty if both are the same.
 std::string IoncapConfig::PointFinding(const EngineFinding& chart) const {
   const EngineFinding point =
       FindEngine(with_.machine, with_.program_folder, EngineChoice::kVoaCapSnr, EngineUse::kPoint);
@@ -191,7 +192,8 @@ void IoncapConfig::ShowAntennas() {
   }
 }
 
-/// The files of the engine that is selected; of VOACAP while that is one without antennas.
+/// Shows the antenna files of the selected engine, or those of VOACAP if the selected engine uses
+/// none.
 void IoncapConfig::ShowAntennaFiles() {
   auto engine = static_cast<EngineChoice>(with_.configuration.Engine());
   if (engine == EngineChoice::kIonCap) engine = EngineChoice::kVoaCap;
@@ -229,7 +231,7 @@ void IoncapConfig::ShowErrorLog() {
   const std::filesystem::path& log = with_.diagnostics.LogPath();
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(log, error);
-  // A debug log that has grown too large ends itself.
+  // A debug log that grows too large switches itself off.
   const bool stopped = with_.configuration.DiagMode() && !with_.diagnostics.GetDebug();
   with_.view.SetLabel(ConfigLabel::kErrorLog, error ? PathText(log) + " (not written so far)"
                                                     : PathText(log) + " (" + SizeText(size) + ")" +
@@ -243,8 +245,9 @@ void IoncapConfig::Peers_Change() {
                          [&] { with_.view.SetPeers(with_.peers.Peers()); });
 }
 
-/// Other windows and peers change the configuration too. The modes and bands are changed here
-/// alone, and writing them anew would take the field from under the user's hands.
+/// Updates the window after other windows or peers change the configuration. Only this window
+/// changes modes and bands, so these are not written again: that would disturb a field that the
+/// user edits.
 void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
   switch (item) {
     case Configuration::Item::kEngine:

@@ -16,16 +16,16 @@
 
 namespace skyhop {
 
-/// What the configuration window asks of the program around it.
+/// The services that the configuration window needs from the program.
 class ConfigurationHost {
  public:
   virtual ~ConfigurationHost() = default;
-  /// Puts all windows to the places and sizes of a fresh installation.
+  /// Moves all windows to the places and sizes of a fresh installation.
   virtual void ResetWindows() = 0;
 };
 
-/// Tells which applications of the suite are connected. A program without links has this class
-/// itself: none is.
+/// Lists the applications of the suite and their connections. A program without links uses this
+/// class itself: it shows no connection.
 class PeerOverview {
  public:
   virtual ~PeerOverview() = default;
@@ -35,13 +35,13 @@ class PeerOverview {
 };
 
 /// The rules of the configuration window `IoncapConfig`: one method for each of its events. A
-/// change takes effect and is saved at once; input that is refused is told and the last valid value
-/// stays. Closing the window hides it.
+/// change takes effect and is saved at once. For invalid input, the window shows the reason and
+/// keeps the last valid value. Closing the window hides it.
 class IoncapConfig : public ConfigurationWindow {
  public:
   using Time = EngineProbe::Time;
 
-  /// All must outlive the controller, and the controller the last change of the configuration.
+  /// The controller must outlive the last change of the configuration.
   struct Collaborators {
     ConfigurationView& view;
     Configuration& configuration;
@@ -65,10 +65,10 @@ class IoncapConfig : public ConfigurationWindow {
   void Form_Unload() override;
   /// The user closes the window.
   void Form_QueryUnload();
-  /// The window comes to the front: what may have changed outside the program is looked up anew.
+  /// The window comes to the front. Reads again what may have changed outside the program.
   void Form_Activate();
 
-  /// There is no band file: frequency-dependent settings are of no use. For the BandTable's
+  /// There is no band file, so frequency-dependent settings have no use. For the BandTable's
   /// `on_missing`.
   void BandsMissing();
   /// The state of a link changed.
@@ -124,13 +124,13 @@ class IoncapConfig : public ConfigurationWindow {
   void SavePosition();
   void ShowOutcome(const EngineProbe::Outcome& outcome);
   void SaveModes(const std::vector<ModeSettings>& modes, int selected);
-  /// Tells the user when a change was not saved.
+  /// Shows a message if a change was not saved.
   void Check(bool saved);
   void Refuse(const std::string& text);
 
   Collaborators with_;
   bool bands_missing_ = false;
-  /// What the running test is called in its result.
+  /// The name of the running test in its result.
   std::string tested_;
 };
 

@@ -1,4 +1,4 @@
-// What the user does in the configuration window.
+// The user's actions in the configuration window.
 
 #include <algorithm>
 
@@ -161,7 +161,7 @@ void IoncapConfig::RemoveModeCmd_Click(std::size_t row) {
     std::vector<ModeSettings> modes = with_.configuration.Modes();
     if (row >= modes.size()) return;
     modes.erase(modes.begin() + static_cast<std::ptrdiff_t>(row));
-    // The row that takes the place of the removed one, or the last.
+    // Select the row that follows the removed one, or the last.
     const int next = std::min(static_cast<int>(row), static_cast<int>(modes.size()) - 1);
     SaveModes(modes, next);
   });

@@ -34,7 +34,7 @@ constexpr const char* kDownloadSsnKey = "DownloadSSNAtStart";
 
 constexpr int kEngineCount = 4;
 
-/// Required SNR of a mode that is neither known nor stored: the one of a fresh parameter set.
+/// Required SNR of an unknown mode without a stored value: that of a fresh parameter set.
 constexpr const char* kUnknownModeSnr = "24";
 
 struct UrlSetting {
@@ -58,7 +58,7 @@ constexpr std::array<UrlSetting, kAddressCount> kUrls = {{
 constexpr const char* kFormerEnthusiastsPage =
     "http://www.swpc.noaa.gov/communities/space-weather-enthusiasts";
 
-/// What the keys of a station's antenna begin with.
+/// The key of a setting for a station's antenna.
 std::string StationKey(Station station, const char* key) {
   return std::string(station == Station::kLocal ? "Local" : "DX") + key;
 }
@@ -77,7 +77,8 @@ bool HasMode(const std::vector<ModeSettings>& modes, std::string_view name) {
   });
 }
 
-/// Whether a further mode can have this name: the list is stored with commas, the value under it.
+/// Whether another mode can have this name. The store keeps the list of names with commas, and a
+/// value under each name.
 bool IsNewModeName(const std::vector<ModeSettings>& modes, const std::string& name) {
   return !name.empty() && name.find(',') == std::string::npos && IsSettingName(kModeKey + name) &&
          !HasMode(modes, name);
@@ -207,7 +208,7 @@ bool Configuration::SetModes(const std::vector<ModeSettings>& modes) {
   std::vector<ModeSettings> accepted;
   std::vector<SettingEntry> entries;
   for (const ModeSettings& mode : modes) {
-    // As the store keeps them: without the blanks around.
+    // The store keeps texts without the blanks around them.
     const std::string name(Trim(mode.mode));
     const std::string snr(Trim(mode.snr));
     if (!IsNewModeName(accepted, name)) return false;
@@ -257,16 +258,16 @@ bool Configuration::Change(Item item, Value& member, const Value& value,
   member = value;
   const bool saved = diagnostics_->Trap("IoncapConfig.Save",
                                         [&] { settings_->Store().Save(kProductName, entries); });
-  // A listener may bring in further ones.
+  // A listener may add further listeners.
   const std::vector<Listener> listeners = listeners_;
   for (const Listener& listener : listeners) listener(item);
   return saved;
 }
 
 std::vector<ModeSettings> DefaultModes() {
-  /// What a mode needs in the bandwidth that its signal-to-noise ratio is usually told for. For the
-  /// digital modes that is 2500 Hz whatever their own width is, and the ratio the weakest that
-  /// their decoders are said to copy.
+  /// The required signal-to-noise ratio of a mode, in the bandwidth that is usual for it. For the
+  /// digital modes the bandwidth is always 2500 Hz, and the ratio is the weakest that their
+  /// decoders are said to copy.
   struct UsualSnr {
     const char* mode;
     double snr;        // dB
@@ -280,7 +281,8 @@ std::vector<ModeSettings> DefaultModes() {
   };
   std::vector<ModeSettings> modes;
   for (const UsualSnr& usual : kUsual) {
-    // In 1 Hz there is that much less noise. Rounded up: a whole number of dB that is enough.
+    // In 1 Hz there is less noise by this factor. Round up, so that the whole number of dB is
+    // enough.
     const double in_one_hertz = usual.snr + 10.0 * std::log10(usual.bandwidth);
     modes.push_back({usual.mode, FixedText(std::ceil(in_one_hertz), 0)});
   }

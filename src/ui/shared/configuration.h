@@ -12,8 +12,8 @@
 
 namespace skyhop {
 
-/// Take-off angle and power of your station on one band, as texts that the user typed; empty where
-/// the band uses the window's values.
+/// Take-off angle and power of your station on one band, as typed; empty if the band uses the
+/// window's values.
 struct BandSettings {
   std::string takeoff;  ///< degrees
   std::string power;    ///< watts
@@ -64,7 +64,7 @@ class Configuration {
   /// secure one and saves that at once. Listeners are not called.
   void Load();
 
-  /// `listener` is called after each change, in the order of registration.
+  /// Calls `listener` after each change; listeners are called in the order of registration.
   void AddListener(Listener listener) { listeners_.push_back(std::move(listener)); }
 
   /// Index of the engine's option, an EngineChoice.
@@ -86,8 +86,8 @@ class Configuration {
   /// Whether the start of the program downloads the sunspot number.
   [[nodiscard]] bool DownloadSsnAtStart() const { return download_ssn_at_start_; }
 
-  // Each returns whether the value is saved; the value holds for this run in any case. Setting what
-  // is set already saves nothing, tells nobody and returns true.
+  // Each setter returns whether the value is saved; the value holds for this run in any case.
+  // Setting an unchanged value saves nothing, calls no listener and returns true.
   /// Returns false and changes nothing for an index that is no EngineChoice.
   bool SetEngine(int engine);
   /// Returns false and changes nothing for an antenna with a problem, see AntennaProblem.
@@ -95,8 +95,8 @@ class Configuration {
   bool SetDistanceMiles(bool miles);
   bool SetFreqDependentEnabled(bool enabled);
   bool SetBand(std::size_t band, const BandSettings& settings);
-  /// Returns false and changes nothing when a mode's name is empty, comes twice (in whatever case),
-  /// has a comma in it or cannot be part of a setting's name. Blanks around the texts don't count.
+  /// Returns false and changes nothing when a mode's name is empty, occurs twice (in any case),
+  /// contains a comma or cannot be part of a setting's name. Ignores blanks around the texts.
   bool SetModes(const std::vector<ModeSettings>& modes);
   bool SetUrl(Address address, const std::string& text);
   bool SetDiagMode(bool on);
@@ -132,11 +132,11 @@ class Configuration {
   bool download_ssn_at_start_ = true;
 };
 
-/// The stored antenna of a station; one without a file where the stored one cannot be used.
+/// The stored antenna of a station; one without a file if the stored one cannot be used.
 [[nodiscard]] Antenna StoredAntenna(const Common::Settings& settings, Station station);
 
-/// The modes of a fresh installation. Each needs the signal-to-noise ratio that is usual for it in
-/// a receiver's bandwidth B (Hz), which is 10 log10(B) dB more in 1 Hz.
+/// The modes of a fresh installation. Each requires its usual signal-to-noise ratio in a receiver's
+/// bandwidth B (Hz), plus 10 log10(B) dB to convert it to 1 Hz.
 [[nodiscard]] std::vector<ModeSettings> DefaultModes();
 
 }  // namespace skyhop

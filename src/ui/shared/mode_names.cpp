@@ -22,8 +22,8 @@ constexpr std::string_view kVoice[] = {"DV"};
 constexpr std::string_view kDigital[] = {"FT8",  "FT4", "JS8",    "PSK31",
                                          "JT65", "JT9", "OLIVIA", "RTTY"};
 
-/// What transceivers call a kind of modulation, without "-", "_" and blanks, and the modes that
-/// mean it.
+/// Transceivers' names for a kind of modulation, without "-", "_" and blanks, and the modes that
+/// they mean.
 struct ModeFamily {
   std::string_view names;  ///< each between blanks
   Names modes;
@@ -42,7 +42,7 @@ constexpr ModeFamily kFamilies[] = {
      kDigital},
 };
 
-/// In capitals, without the marks that transceivers put between the parts of a name.
+/// Converts to capitals and removes the separators that transceivers use in names.
 std::string PlainName(const std::string& text) {
   std::string name = UpperCase(Trim(text));
   std::erase_if(name, [](char c) { return c == '-' || c == '_' || c == ' '; });
@@ -82,7 +82,7 @@ std::optional<std::size_t> NearestMode(const std::string& text,
 }
 
 double Megahertz(double frequency) {
-  // Frequencies of the bands lie far below it in MHz and far above it in kHz.
+  // The bands' frequencies are far below this value in MHz and far above it in kHz.
   static constexpr double kSmallestKilohertz = 1000;
   return frequency < kSmallestKilohertz ? frequency : frequency / 1000;
 }

@@ -9,16 +9,15 @@
 
 namespace skyhop {
 
-/// Index in `modes` of the mode that a transceiver or a peer means by `text`: the mode of that name
-/// in any case, else the nearest one. A sideband or filter suffix does not count ("CW-R" is CW), a
-/// sideband alone is SSB. For a data mode without a name ("DATA-U", "PKTUSB") it is `current` when
-/// that is a digital mode, else the first digital mode that `modes` has. Nothing when there is
-/// none.
+/// Index in `modes` of the mode that a transceiver or a peer calls `text`: the mode of that name in
+/// any case, else the nearest one. Ignores a sideband or filter suffix ("CW-R" is CW); a sideband
+/// alone is SSB. For a data mode without a name ("DATA-U", "PKTUSB") returns `current` if that is a
+/// digital mode, else the first digital mode in `modes`. Returns nothing if there is none.
 [[nodiscard]] std::optional<std::size_t> NearestMode(const std::string& text,
                                                      const std::vector<ModeSettings>& modes,
                                                      const std::string& current = {});
 
-/// A frequency in MHz from one of a peer: below 1000 it is in MHz, else in kHz.
+/// Converts a peer's frequency to MHz: below 1000 it is in MHz, else in kHz.
 [[nodiscard]] double Megahertz(double frequency);
 
 }  // namespace skyhop

@@ -13,7 +13,7 @@ using State = WindowPlacement::State;
 
 constexpr const char* kSection = "Windows";
 
-/// The pieces of a placement and what their keys end with.
+/// The values of a placement and the ends of their keys.
 struct Dimension {
   const char* key;
   int WindowPlacement::*value;
@@ -23,8 +23,7 @@ constexpr std::array<Dimension, 4> kDimensions = {{{"Left", &WindowPlacement::le
                                                    {"Width", &WindowPlacement::width},
                                                    {"Height", &WindowPlacement::height}}};
 
-/// A stretch along one axis. Stored values may be anything that 32 bits hold, so their sums need
-/// more.
+/// A range along one axis. Stored values may use the full 32 bits, so sums need more.
 struct Extent {
   std::int64_t begin;
   std::int64_t size;
@@ -49,12 +48,12 @@ bool IsUsable(const Monitor& monitor) {
   return monitor.right > monitor.left && monitor.bottom > monitor.top;
 }
 
-/// How much of both stretches is the same; minus their distance when nothing is.
+/// The length that both ranges share; if none, minus the distance between them.
 double Overlap(const Extent& a, const Extent& b) {
   return static_cast<double>(std::min(a.End(), b.End()) - std::max(a.begin, b.begin));
 }
 
-/// The larger, the more of the window lies on the monitor; below zero the farther away it is.
+/// The shared area of window and monitor; if none, minus the square of their distance.
 double Closeness(const WindowPlacement& window, const Monitor& monitor) {
   const double x = Overlap(Horizontal(window), Horizontal(monitor));
   const double y = Overlap(Vertical(window), Vertical(monitor));

@@ -12,7 +12,7 @@ namespace skyhop {
 
 /// Place and state of a window on the desktop, in the window system's units.
 struct WindowPlacement {
-  /// As it is stored.
+  /// The stored numbers.
   enum class State { kNormal = 0, kMinimized = 1, kMaximized = 2 };
 
   int left = 0;
@@ -24,23 +24,23 @@ struct WindowPlacement {
   friend bool operator==(const WindowPlacement&, const WindowPlacement&) = default;
 };
 
-/// Saves where a window is, under the window's own name such as "IonCap", in section "Windows".
-/// A minimised or maximised window has the place that it would be restored to. Failures are logged.
+/// Saves the place of a window under the window's own name such as "IonCap", in section "Windows".
+/// For a minimised or maximised window, `placement` holds its restored place. Failures are logged.
 void SaveWindowPosition(const std::string& window, const WindowPlacement& placement,
                         const Common::Settings& settings, Diagnostics& diagnostics);
 
-/// The stored place of a window; what is missing or unreadable is taken from `current`. The result
-/// always lies on a monitor: a place beyond them comes back onto the nearest one, a window larger
-/// than its monitor becomes as large as it. A stored minimised state is read as normal, since a
-/// program that starts out of sight seems not to start. Unless the user has set "DualMonitor",
-/// a place on any other than the main monitor, the first one, comes back onto that one.
+/// The stored place of a window. Uses `current` for values that are missing or unreadable. The
+/// result is always on a monitor: a place outside moves to the nearest monitor, and a window larger
+/// than its monitor shrinks to its size. A stored minimised state becomes normal, because a program
+/// that starts minimised seems not to start. Unless the user has set "DualMonitor", the window
+/// moves to the main monitor, the first one.
 [[nodiscard]] WindowPlacement RestoreWindowPosition(const std::string& window,
                                                     const WindowPlacement& current,
                                                     std::span<const Monitor> monitors,
                                                     const Common::Settings& settings);
 
-/// `placement` moved and, where necessary, shrunk so that it lies on one of the monitors. Without
-/// monitors it is returned as it is.
+/// `placement`, moved and if necessary shrunk so that it is on one of the monitors. Without
+/// monitors it is unchanged.
 [[nodiscard]] WindowPlacement OnScreen(const WindowPlacement& placement,
                                        std::span<const Monitor> monitors);
 

@@ -7,10 +7,10 @@
 
 namespace skyhop {
 
-/// The current conditions window `CurrentConditions` without its rules: a text box that cannot be
-/// written into, with a fixed-width font and scroll bars, that fills the window at every size. The
-/// controller decides everything; a window calls CurrentConditions::Form_QueryUnload instead of
-/// closing when the user closes it.
+/// The current conditions window `CurrentConditions` without its rules: a read-only text box with a
+/// fixed-width font and scroll bars that fills the window at every size. The controller decides
+/// everything. When the user closes the window, it calls CurrentConditions::Form_QueryUnload
+/// instead of closing.
 ///
 /// Texts are UTF-8.
 class ConditionsView {

@@ -13,12 +13,11 @@ namespace skyhop {
 /// The rules of a window that shows a text, such as the current conditions. Closing hides it.
 class CurrentConditions : public ConditionsWindow, public TextWindow {
  public:
-  /// All must outlive the controller.
   struct Collaborators {
     ConditionsView& view;
     const Common::Settings& settings;
     Diagnostics& diagnostics;
-    /// What the window is called in the log and in the settings.
+    /// The name of the window in the log and in the settings.
     std::string name = "CurrentConditions";
   };
 

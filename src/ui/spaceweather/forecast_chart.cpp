@@ -33,22 +33,22 @@ constexpr double kMargin = 1.0;
 constexpr double kTitleRoom = 2.0;
 constexpr double kDateRoom = 3.4;
 constexpr double kLinesApart = 2.2;  ///< least distance of two labels of an axis
-constexpr double kDaysApart = 0.25;  ///< the same between two days
+constexpr double kDaysApart = 0.25;  ///< least distance of the labels of two days
 
 constexpr double kBarShare = 0.7;  ///< of a column
 constexpr double kCurveWidth = 2;
 constexpr double kPointSize = 5;
-/// Air below the lowest and above the highest flux.
+/// Margin of the axis below the lowest and above the highest flux.
 constexpr double kFluxAir = 5;
 
-/// The geomagnetic field gets stormy at K 5 and A 30, unsettled one step before.
+/// The geomagnetic field is a storm from K 5 or A 30, and unsettled from K 4 or A 16.
 Color LevelColor(std::size_t column, int value) {
   const bool is_k = column == kKColumn;
   if (value >= (is_k ? 5 : 30)) return kStormColor;
   return value >= (is_k ? 4 : 16) ? kUnsettledColor : kQuietColor;
 }
 
-/// The smallest of 1, 2, 5, 10, 20, 50, ... that cuts `range` into at most `most` parts.
+/// The smallest of 1, 2, 5, 10, 20, 50, ... that divides `range` into at most `most` parts.
 double RoundStep(double range, double most) {
   double step = 1;
   for (int index = 0; range / step > most; ++index) step *= index % 3 == 1 ? 2.5 : 2;
@@ -88,7 +88,8 @@ ForecastChart::ForecastChart(const ForecastTable& table, ForecastChartOptions op
   Arrange();
 }
 
-/// `least_high` is the least end of an axis that begins at 0; 0 for an axis that spans the values.
+/// The axis begins at 0 and ends at `least_high` or higher. If `least_high` is 0, the axis covers
+/// the range of the values.
 void ForecastChart::AddGraph(bool shown, const char* title, std::size_t column, double least_high) {
   if (!shown) return;
   Graph graph{.title = title, .column = column, .high = least_high};
@@ -114,7 +115,7 @@ void ForecastChart::AddGraph(bool shown, const char* title, std::size_t column, 
 void ForecastChart::Arrange() {
   const double count = static_cast<double>(graphs_.size());
   const double room = options_.height - Text() * (kMargin + kDateRoom + count * kTitleRoom);
-  // Whole pixels for every column keep the bars alike.
+  // Whole pixels for every column make all bars equally wide.
   const double column = std::max(
       1.0, std::floor((options_.width - Text() * (kAxisRoom + kMargin)) / double{kFirstDaySlot}));
   double top = std::round(Text() * kMargin);
@@ -179,7 +180,7 @@ void ForecastChart::Paint(Surface& surface) const {
   PaintTodayKey(surface);
 }
 
-/// Today and the day under the pointer.
+/// Marks today and the day under the pointer.
 void ForecastChart::PaintMarks(Surface& surface, const Graph& graph) const {
   for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
     const ForecastSlot& day = table_->at(slot);
@@ -206,7 +207,7 @@ void ForecastChart::PaintGrid(Surface& surface, const Graph& graph) const {
                  {.size = Text(), .color = colors.text, .horizontal = HorizontalAlign::kRight});
   }
   for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
-    // A line wherever a month begins; the days themselves stand apart by their bars and points.
+    // Draw a line at the start of a month. Bars and points already separate the days.
     if (!table_->at(slot).valid || table_->at(slot).day != 1) continue;
     const double x = Column(plot, slot).left;
     surface.Line({x, plot.top}, {x, plot.Bottom()}, {.color = colors.axis});
@@ -237,7 +238,7 @@ void ForecastChart::PaintBars(Surface& surface, const Graph& graph) const {
   for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
     const ForecastSlot& day = table_->at(slot);
     const std::int16_t value = day.columns[graph.column];
-    // Without an A index the K index is a guess about nothing.
+    // Without an A index, the K index has no basis.
     if (!day.valid || value < 0 || day.columns[kAColumn] < 0) continue;
     const Rectangle column = Column(graph.plot, slot);
     const double width = std::max(1.0, std::round(column.width * kBarShare));
@@ -248,7 +249,7 @@ void ForecastChart::PaintBars(Surface& surface, const Graph& graph) const {
   }
 }
 
-/// Says what the shaded column is.
+/// Paints the key of the shaded column.
 void ForecastChart::PaintTodayKey(Surface& surface) const {
   const bool has_today = std::any_of(table_->begin(), table_->end(), [&](const ForecastSlot& slot) {
     return slot.valid && DateOf(slot) == options_.today;
@@ -266,7 +267,7 @@ void ForecastChart::PaintTodayKey(Surface& surface) const {
   surface.FillRectangle({right - side, y - side / 2, side, side}, options_.palette.old_paper);
 }
 
-/// The days below the lowest graph, as many as fit, with their months below them.
+/// Paints the days below the lowest graph, as many as fit, with their months below them.
 void ForecastChart::PaintDates(Surface& surface) const {
   const Rectangle& plot = graphs_.back().plot;
   const double room = plot.width / double{kFirstDaySlot};
@@ -294,13 +295,13 @@ void ForecastChart::PaintDates(Surface& surface) const {
   }
 }
 
-/// The name of the month that begins at a slot.
+/// Paints the name of the month that begins at a slot.
 void ForecastChart::PaintMonth(Surface& surface, std::size_t slot, double y, double room) const {
   const auto date = DateOf(table_->at(slot));
   if (!date) return;
   const std::string text =
       MonthName(date->month()) + " " + std::to_string(static_cast<int>(date->year()));
-  // At the right edge the name would leave the canvas.
+  // Move a name at the right edge to the left, so that it stays on the canvas.
   const double left = Column(graphs_.back().plot, slot).left + room * 0.1;
   const double most =
       graphs_.back().plot.Right() + Text() - TextWidth(text, Text(), FontWeight::kNormal);
@@ -311,7 +312,7 @@ void ForecastChart::PaintEmpty(Surface& surface) const {
   const std::string text =
       graphs_.empty() ? "Tick a box above to see its graph" : options_.empty_text;
   const double width = options_.width - 2 * Text() * kMargin;
-  // A message with an address in it may need several lines.
+  // A message that contains an address may need several lines.
   std::string_view rest = text;
   double y = options_.height / 2 - Text();
   while (!rest.empty()) {

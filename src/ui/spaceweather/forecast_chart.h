@@ -23,34 +23,31 @@ struct ForecastChartOptions {
   bool flux = true;
   bool a_index = true;
   bool k_index = true;
-  std::chrono::year_month_day today{};  ///< UTC; marked where the forecast has it
+  std::chrono::year_month_day today{};  ///< UTC; marked if the forecast has it
   std::size_t pointed_slot = 0;         ///< the day under the pointer, 0 for none
-  std::string empty_text;               ///< what stands there while there is no forecast
+  std::string empty_text;               ///< shown while there is no forecast
 };
 
-/// The calendar day of a slot; nothing when its date is none.
+/// The calendar day of a slot; nothing if its date is invalid.
 [[nodiscard]] std::optional<std::chrono::year_month_day> DateOf(
     const SolarForecastModule::ForecastSlot& slot);
 
-/// A day of the forecast in words: "21 Nov 2026: solar flux 118, A index 12, estimated K index 2".
+/// A day of the forecast as text: "21 Nov 2026: solar flux 118, A index 12, estimated K index 2".
 /// Empty for a slot that is not valid.
 [[nodiscard]] std::string DayText(const SolarForecastModule::ForecastSlot& slot);
 
-/// The graphs of the forecast, one below the other over the same days. Each slot has its own fixed
-/// place, the first day at the left; a slot that is not valid and a value that is missing leave a
-/// gap.
+/// The graphs of the forecast, one below the other over the same days. Each slot has a fixed place,
+/// the first day at the left. An invalid slot or a missing value leaves a gap.
 class ForecastChart {
  public:
-  /// `table` must outlive this object.
   ForecastChart(const SolarForecastModule::ForecastTable& table, ForecastChartOptions options);
 
   void Paint(Surface& surface) const;
 
-  /// The valid slot whose day is at a place in one of the graphs or at the dates below them, 0 for
-  /// none.
+  /// The valid slot of the day at a place in a graph or at the dates below the graphs, 0 for none.
   [[nodiscard]] std::size_t SlotAt(Point at) const;
 
-  /// Where the graphs lie, from top to bottom.
+  /// The areas of the graphs, from top to bottom.
   [[nodiscard]] std::vector<Rectangle> Plots() const;
 
  private:

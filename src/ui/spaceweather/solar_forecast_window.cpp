@@ -93,7 +93,7 @@ void SolarForecast::UpdateSolarGraphs() {
   });
 }
 
-/// Where the forecast comes from and how old it is, or why there is none.
+/// The source and age of the forecast, or the reason why there is none.
 std::string SolarForecast::StatusText() const {
   if (!with_.forecast.Failure().empty()) return with_.forecast.Failure();
   const std::optional<UtcTime>& filled = with_.forecast.FilledAt();

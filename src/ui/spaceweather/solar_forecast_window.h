@@ -15,10 +15,9 @@
 namespace skyhop {
 
 /// The rules of the forecast window `SolarForecast`: one method for each of its events. While the
-/// window is open, the forecast is refreshed by the prediction window's timer. Closing hides it.
+/// window is open, the prediction window's timer refreshes the forecast. Closing hides the window.
 class SolarForecast : public ForecastWindow {
  public:
-  /// All must outlive the controller.
   struct Collaborators {
     ForecastView& view;
     const SolarForecastModule::Forecast& forecast;
@@ -41,7 +40,7 @@ class SolarForecast : public ForecastWindow {
   /// The user closes the window.
   void Form_QueryUnload();
 
-  // The view holds the new state already.
+  // The view already shows the new state.
   void FluxCheck_Click(bool checked) { Check_Click(ForecastCheck::kFluxCheck, checked); }
   void ACheck_Click(bool checked) { Check_Click(ForecastCheck::kACheck, checked); }
   void Kcheck_Click(bool checked) { Check_Click(ForecastCheck::kKcheck, checked); }
@@ -50,14 +49,14 @@ class SolarForecast : public ForecastWindow {
   /// The pointer is at a place of the canvas.
   void Pointer_Move(Point at);
   void Pointer_Leave();
-  /// Points at the day so many days after the one pointed at, or before it, within the forecast;
-  /// where none is, one step leads to the first or the last day. For the keyboard.
+  /// Moves the mark by `days` within the forecast, later for positive values. If no day is marked,
+  /// starts before the first day or after the last one. For the keyboard.
   void Step(int days);
-  /// What the pointer is at, for a tool tip; empty for nothing.
+  /// The text of the marked day for a tool tip; empty if none is marked.
   [[nodiscard]] std::string PointedText() const;
 
   void SetPalette(const ChartPalette& palette);
-  /// Draws the graphs on a canvas of that size in pixels.
+  /// Draws the graphs on a canvas; all sizes are in pixels.
   void Paint(Surface& surface, double width, double height, double text_size);
 
  private:

@@ -7,7 +7,7 @@ namespace {
 
 /// A forecast older than this is fetched again, in minutes.
 constexpr std::chrono::minutes kForecastLife{59};
-/// Makes a forecast old enough to be fetched, whenever it was.
+/// Backdates the forecast by enough to force a download.
 constexpr std::chrono::hours kLongAgo{3};
 constexpr std::chrono::milliseconds kAtOnce{1};
 
@@ -48,7 +48,7 @@ void SpaceWeatherService::SolarForecastTimer_Tick() {
 
 bool SpaceWeatherService::ForecastIsDue() const {
   const auto age = with_.clock.UtcNow() - with_.forecast.GetLastForecast();
-  // A clock that was put back would keep the forecast for as long as it was ahead.
+  // If the clock was set back, the forecast would otherwise seem new for too long.
   return age < std::chrono::minutes(-1) ||
          std::chrono::floor<std::chrono::minutes>(age) > kForecastLife;
 }
@@ -58,7 +58,7 @@ void SpaceWeatherService::UpdateCurrentConditions() {
 }
 
 void SpaceWeatherService::ShowCurrentConditions() {
-  // First, because only a visible window is filled.
+  // Show the window first, because Update fills only a visible window.
   with_.conditions_window.Show();
   with_.conditions.Update();
 }
@@ -92,7 +92,7 @@ std::string SpaceWeatherService::LastGiven(Address url) const {
     }
     case Address::kWWVURL: {
       const std::string address = with_.host.Url(DownloadKind::kCurrentConditions);
-      // Both come from the same file: what failed for the flux failed for the index, too.
+      // Both values are in the same file, so both have the same failure.
       std::string failure = with_.origins.LastFailure(SolarValue::kFlux);
       if (failure.empty()) failure = with_.origins.LastFailure(SolarValue::kKindex);
       return "Solar flux " + with_.origins.Last(SolarValue::kFlux, address) + "; K index " +

@@ -20,7 +20,7 @@ class ForecastWindow {
   virtual ~ForecastWindow() = default;
   virtual void Show() = 0;
   [[nodiscard]] virtual bool Visible() const = 0;
-  /// The forecast has changed, or what of it is shown.
+  /// Call when the forecast or its displayed part has changed.
   virtual void UpdateSolarGraphs() = 0;
   /// The program ends.
   virtual void Form_Unload() = 0;
@@ -36,10 +36,10 @@ class ConditionsWindow : public CurrentConditionsModule::BulletinDisplay {
 
 /// The commands and the timer of the prediction window that concern solar data.
 ///
-/// A download is synchronous: a command returns when its file has come in or has failed to.
+/// A download is synchronous: a command returns when its file has arrived or the download has
+/// failed.
 class SpaceWeatherService : public SpaceWeather {
  public:
-  /// All must outlive this object.
   struct Collaborators {
     WindowDownloadHost& host;
     SolarForecastModule::Forecast& forecast;

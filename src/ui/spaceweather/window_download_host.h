@@ -9,11 +9,10 @@ namespace skyhop {
 /// The field that holds a value.
 [[nodiscard]] TextField FieldOf(SolarValue value);
 
-/// The prediction window and the configuration as downloads see them. Without a window, what
-/// downloads do to it is lost.
+/// Gives downloads access to the prediction window and the configuration. Without a window, changes
+/// to it are dropped.
 class WindowDownloadHost : public DownloadHost {
  public:
-  /// `configuration` must outlive this object.
   explicit WindowDownloadHost(const Configuration& configuration)
       : configuration_(&configuration) {}
 
