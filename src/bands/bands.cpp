@@ -13,18 +13,18 @@
 namespace skyhop {
 namespace {
 
-/// Far beyond any real band file; keeps a file of another kind from being read whole.
+/// Larger than any real band file, so that a file of another kind is not read whole.
 constexpr std::size_t kFileLimit = 1U << 20U;
 
 /// Splits the content of a band file into fields.
 class FieldReader {
  public:
   explicit FieldReader(std::string_view content) : content_(content) {
-    // Some editors put a byte order mark in front of a text; it is no part of the first name.
+    // Skip the byte order mark that some editors write at the start of a file.
     if (content_.starts_with("\xEF\xBB\xBF")) at_ = 3;
   }
 
-  /// Skips blanks and line ends; whether nothing follows them.
+  /// Skips blanks and line ends. Returns whether the end of the content follows.
   bool AtEnd() {
     while (at_ < content_.size() && (IsBlank(content_[at_]) || IsLineEnd(content_[at_]))) Skip();
     return at_ == content_.size();
@@ -41,7 +41,7 @@ class FieldReader {
     return content_[at_] == '"' ? Quoted() : Plain();
   }
 
-  /// Line number, from 1, at which the field asked for last begins.
+  /// Line number, from 1, at which the field that Next() returned last begins.
   [[nodiscard]] int FieldLine() const { return field_line_; }
 
  private:
@@ -170,7 +170,7 @@ void BandTable::ReadRecords(const std::filesystem::path& path) {
       band.upper = ToDouble(reader.Next());
       bands_.at(static_cast<std::size_t>(count_)) = std::move(band);
       ++count_;
-      // Tested before the end of the file, so a table that is just full is reported too.
+      // Test this before the end of the file, so that an exactly full table is reported too.
       if (count_ == static_cast<std::int16_t>(kCapacity)) {
         diagnostics_->ErrorLog("More than " + std::to_string(kCapacity) +
                                " band definitions found in " + PathText(path));

@@ -13,22 +13,22 @@
 
 namespace skyhop {
 
-/// Names of the bands by index, as the band file and the peers write them.
+/// Names of the bands by index, as in the band file and in messages of peers.
 inline constexpr std::array<std::string_view, kBandCount> kBandNames = {
     "160M", "80M", "60M", "40M", "30M", "20M", "17M", "15M", "12M", "10M", "6M"};
 
-/// The same bands as a person reads them, for labels beside the chart.
+/// Labels of the same bands for the chart.
 inline constexpr std::array<std::string_view, kBandCount> kBandLabelTexts = {
     "160 m", "80 m", "60 m", "40 m", "30 m", "20 m", "17 m", "15 m", "12 m", "10 m", "6 m"};
 
 namespace FreqDependentModule {
 
-/// The band table that the user can edit: which frequencies carry which band name.
+/// The band table that the user can edit: the frequency ranges of the bands.
 ///
-/// It is read from "Bands.txt" in the program folder or, when the user has none, from
-/// "DefaultBands.txt" beside it. The file is a sequence of records of three fields, band name,
+/// The table is read from "Bands.txt" in the program folder or, if that is missing, from
+/// "DefaultBands.txt" beside it. The file is a sequence of records of three fields: band name,
 /// lower edge and upper edge in MHz with a decimal point. Commas and line ends separate fields; a
-/// field in double quotes may contain commas; blank lines and blanks around fields don't count.
+/// field in double quotes may contain commas; blank lines and blanks around fields are ignored.
 /// There is no header and no comment. Line ends may be CR LF, LF or CR.
 class BandTable {
  public:
@@ -36,19 +36,19 @@ class BandTable {
   static constexpr std::size_t kCapacity = 20;
 
   struct Band {
-    std::string name;  ///< as the file writes it
+    std::string name;  ///< as in the file
     double lower = 0;  ///< MHz, belongs to the band
     double upper = 0;  ///< MHz, belongs to the band
   };
 
-  /// `on_missing` is called when there is no band file at all: it is to switch off and disable the
-  /// control that is of no use without bands. May be empty. `diagnostics` must outlive this object.
+  /// Calls `on_missing` if there is no band file at all, so that the caller can disable the control
+  /// that needs bands. May be empty.
   BandTable(std::filesystem::path program_folder, Diagnostics& diagnostics,
             std::function<void()> on_missing = {});
 
-  /// Reads the band file anew. Everything that is wrong goes to the error log, never to the caller:
-  /// no file, a 20th record (the rest is not read), a record that is malformed or cut off. The
-  /// records before it stay.
+  /// Reads the band file again. All problems go to the error log, not to the caller: no file, a
+  /// 20th record (the rest is not read), a record that is malformed or cut off. Keeps the records
+  /// before the problem.
   void InitializeBandArray();
 
   /// Name of the first band in file order with lower <= `frequency` <= upper, in MHz; empty when
@@ -78,16 +78,16 @@ class BandTable {
 
 namespace IONCAPModule {
 
-/// Index 0 to 10 of the band that `frequency` (MHz) lies in, both edges included; -1 for none. The
+/// Index 0 to 10 of the band that contains `frequency` (MHz), both edges included; -1 for none. The
 /// edges are fixed and independent of the band file.
 [[nodiscard]] std::int16_t BandForFreq(float frequency) noexcept;
 
-/// The same with edges wide enough to catch a pointer near a band's line.
+/// The same with wider edges, so that a pointer near a band's line finds the band.
 [[nodiscard]] std::int16_t RelaxedBandForFreq(float frequency) noexcept;
 
-/// How surely `frequency` (MHz) is open at `hour`, by the results of `engine` in `table`: 0
-/// (closed) to 4 for the engine that predicts reliabilities, to 3 for the others. 0 when the hour
-/// is not 0 to 24 or a reliability is out of range; the error log has the reason then.
+/// How reliably `frequency` (MHz) is open at `hour` according to the results of `engine` in
+/// `table`: 0 (closed) to 4 for the engine that predicts reliabilities, to 3 for the others. 0 if
+/// the hour is not 0 to 24 or a reliability is out of range; the error log then has the reason.
 [[nodiscard]] std::int16_t FreqOpen(const ResultsTable& table, EngineChoice engine, float frequency,
                                     std::int16_t hour, Diagnostics& diagnostics);
 

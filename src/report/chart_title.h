@@ -9,9 +9,9 @@ namespace skyhop {
 
 /// What a title names beside the parameter set.
 struct TitleNames {
-  std::string local_grid;  ///< as the user writes it; empty: of six characters
-  std::string dx_grid;     ///< the same of the DX station
-  std::string mode;        ///< whose SNR is required; empty for none
+  std::string local_grid;  ///< as typed; empty: computed with six characters
+  std::string dx_grid;     ///< the same for the DX station
+  std::string mode;        ///< the mode whose SNR is required; empty for none
 };
 
 /// The circuit of a prediction in one line: "FN20 → IO91wm (G) · 51° · 3480 miles · short path ·

@@ -17,7 +17,7 @@ std::optional<int> OpenLevel(const PredictedDay& day, std::size_t band, std::siz
   if (day.HasSnr() && !day.table.Known(BandQuantity::kReliability, band, hour)) {
     return std::nullopt;
   }
-  // Where no frequency reaches the required reliability, none is open.
+  // If no frequency reaches the required reliability, no band is open.
   if (!day.table.reached.at(hour)) return 0;
   return IONCAPModule::FreqOpen(day.table, day.engine, kBandLineFrequencies.at(band),
                                 static_cast<std::int16_t>(hour), day.diagnostics);
@@ -35,7 +35,7 @@ std::string BandNumber(std::size_t band) {
 
 namespace {
 
-/// What is predicted of a band beside its opening.
+/// A predicted quantity of a band, beside its opening.
 struct BandColumn {
   const char* name;
   BandQuantity quantity;
@@ -60,7 +60,7 @@ constexpr std::array<BandColumn, 4> kBandColumns = {{
      }},
 }};
 
-/// 160 m is not predicted with these.
+/// The engines do not predict these quantities for 160 m.
 constexpr std::size_t kFirstBand = 1;
 
 /// A text from a results file as a field.
@@ -69,7 +69,7 @@ std::string Quoted(const std::string& text) {
   return '"' + ReplaceAll(text, "\"", "\"\"") + '"';
 }
 
-/// `cell` of each of these columns and bands, with a comma before each.
+/// The results of `cell` for each of these columns and bands, each after a comma.
 template <class Cell>
 std::string BandCells(const PredictedDay& day, const Cell& cell) {
   std::string text;

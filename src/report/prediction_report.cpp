@@ -103,7 +103,7 @@ std::string TableReport(const PredictionReport& report) {
 
 std::string JsonReport(const PredictionReport& report) {
   using Json = nlohmann::ordered_json;
-  // Single-precision values carry no more than these decimals.
+  // Convert through text: a single-precision value as a double would show meaningless decimals.
   const auto number = [](float value) { return LeadingNumber(NumberText(value)); };
   Json json;
   json["summary"] = report.summary;
@@ -128,7 +128,7 @@ std::string JsonReport(const PredictionReport& report) {
     for (std::size_t band = 0; band < kBandCount; ++band) {
       const std::optional<int> level = OpenLevel(report.day, band, hour);
       Json line = {{"band", kBandNames.at(band)}, {"open", level ? Json(*level) : Json(nullptr)}};
-      // 160 m is not among the frequencies that the SNR decks ask for.
+      // The SNR decks do not contain a frequency for 160 m.
       if (report.day.HasSnr() && band > 0) {
         const ResultsTable& table = report.day.table;
         const auto put = [&](const char* name, BandQuantity quantity, const Json& value) {

@@ -7,7 +7,7 @@
 
 namespace skyhop {
 
-/// Everything that a report tells about a prediction.
+/// The contents of a report on a prediction.
 struct PredictionReport {
   PredictedDay day;
   IONCAPModule::ResultsHeading heading;
@@ -16,11 +16,11 @@ struct PredictionReport {
   std::string solar_flux;      ///< as given, may be empty
   std::string sunspot_number;  ///< as used
   bool sunspot_number_derived = false;
-  bool fallback = false;        ///< the estimate has answered in an engine's place
+  bool fallback = false;        ///< the estimate engine replaced the chosen engine
   std::string fallback_reason;  ///< sentences
 };
 
-/// The engine as `--engine` has it; empty for none.
+/// The engine's name for the option `--engine`; empty for none.
 [[nodiscard]] const char* EngineWord(EngineChoice engine);
 
 /// A table for people: hour, FOT, MUF, HPF, LUF and how open each band is.

@@ -8,24 +8,24 @@
 
 namespace skyhop {
 
-/// What a prediction was asked for, as far as its results do not repeat it.
+/// The inputs of a prediction that its results do not repeat.
 struct AskedPrediction {
   float sunspot_number = 0;  ///< as used
-  bool from_flux = false;    ///< whether that was derived from the solar flux
+  bool from_flux = false;    ///< whether it was derived from the solar flux
   std::string solar_flux;    ///< as typed
   bool by_peer = false;      ///< another program asked for it
 };
 
-/// An engine's name for a reader: as its results name it, by the chosen `engine` when they don't.
-/// The estimate engine that comes with the program is told apart from the others in plain words.
+/// An engine's name for the user: as in its results, or the name of the chosen `engine` if they
+/// have none. For the built-in estimate engine, plain words distinguish it from the others.
 [[nodiscard]] std::string EngineName(const std::string& named, EngineChoice engine);
 
-/// Whether results name the estimate engine as theirs.
+/// Whether `named`, the engine's name in results, is that of the estimate engine.
 [[nodiscard]] bool IsEstimate(const std::string& named);
 
-/// Where the numbers of a chart come from that bear `heading`: "VOACAP 16.1207W · sunspot number 79
-/// (from flux 120) · computed 21-Nov-26 12:04 UTC", and at the end " · requested by a peer" when a
-/// peer did. The engine is named as EngineName does.
+/// The origin of the numbers of a chart with `heading`: "VOACAP 16.1207W · sunspot number 79 (from
+/// flux 120) · computed 21-Nov-26 12:04 UTC", followed by " · requested by a peer" if a peer
+/// requested it. EngineName supplies the engine's name.
 [[nodiscard]] std::string Provenance(const IONCAPModule::ResultsHeading& heading,
                                      EngineChoice engine, const AskedPrediction& asked,
                                      UtcTime computed);
