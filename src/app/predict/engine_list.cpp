@@ -27,7 +27,7 @@ const char* KindWord(const EngineFinding& finding, bool estimate) {
   return "estimate";
 }
 
-/// What is found, and what it lacks.
+/// The text about a finding and its missing parts.
 std::string Description(EngineChoice engine, const EngineFinding& finding, bool estimate) {
   if (estimate && finding.kind != EngineKind::kEstimate) {
     return "Uses the built-in estimate engine: " + PathText(finding.executable);

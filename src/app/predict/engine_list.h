@@ -8,12 +8,13 @@
 
 namespace skyhop {
 
-/// What was found for each engine choice and which one is automatic: lines for people, or JSON.
+/// Lists the finding for each engine choice and the automatic choice, as lines for people or as
+/// JSON.
 [[nodiscard]] std::string EngineList(const EngineHost& host,
                                      const std::filesystem::path& program_folder, bool json);
 
-/// Why an antenna that was asked for has no effect with the engine, behind the words "your
-/// antenna"; empty when it counts. `estimate`: whether the finding is the estimate engine.
+/// Why a requested antenna has no effect with the engine, as a continuation of "your antenna";
+/// empty if it has one. `estimate` is whether the finding is the estimate engine.
 [[nodiscard]] std::string AntennaNote(const Antenna& antenna, EngineChoice engine,
                                       const EngineFinding& finding, bool estimate);
 

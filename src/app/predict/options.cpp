@@ -22,7 +22,7 @@ another question, or it is missing and --no-fallback was given; 4 time-out.
 
 Example: skyhop-predict --from FN20 --to IO91wm --sfi 150 --svg prediction.svg)";
 
-/// Accepts a text that is a number as a whole.
+/// Accepts a text if the whole of it is a number.
 const CLI::Validator kNumber(
     [](std::string& text) {
       return WholeNumberText(text) ? std::string() : "\"" + text + "\" is not a number";
@@ -38,8 +38,8 @@ const CLI::Validator kSunspotNumber(
     },
     "NUMBER");
 
-/// Accepts a number that the engines' field of kilowatts can hold; too small a one is a matter of
-/// the parameters' own validation.
+/// Accepts a number that the engines' field of kilowatts can hold. The parameters' own validation
+/// refuses too small ones.
 const CLI::Validator kPower(
     [](std::string& text) {
       const std::optional<double> value = WholeNumberText(text);
@@ -55,7 +55,7 @@ const CLI::Validator kNumberOrNothing(
     },
     "NUMBER");
 
-/// An option whose words stand for values.
+/// Adds an option that maps words to values.
 template <class Value>
 void AddWords(CLI::App& app, const std::string& name, std::optional<Value>& target,
               const std::map<std::string, Value>& words, const std::string& description) {

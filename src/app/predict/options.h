@@ -9,8 +9,8 @@ namespace skyhop {
 
 enum class OutputFormat { kTable, kCsv, kJson };
 
-/// What the user asked for on the command line. What was not given is empty: the stored settings or
-/// the defaults decide then.
+/// The options of the command line. An option that was not given is empty; then the stored settings
+/// or the defaults apply.
 struct PredictOptions {
   std::optional<std::string> from;
   std::optional<std::string> to;
@@ -24,7 +24,7 @@ struct PredictOptions {
   std::optional<std::string> takeoff;
   std::optional<std::string> antenna;     ///< a file, or dBi
   std::optional<std::string> azimuth;     ///< degrees
-  std::optional<std::string> dx_antenna;  ///< the same of the DX station
+  std::optional<std::string> dx_antenna;  ///< the same for the DX station
   std::optional<std::string> dx_azimuth;
   std::optional<int> noise;
   std::optional<int> dx_noise;
@@ -42,8 +42,8 @@ struct PredictOptions {
   bool verbose = false;
 };
 
-/// The result of reading the command line: options, or the exit status to end with at once (help,
-/// version or a mistake, all of which have been printed).
+/// The result of reading the command line: the options, or the exit status with which to end at
+/// once, for help, version or an invalid option, which are already printed.
 struct ParsedCommandLine {
   PredictOptions options;
   std::optional<int> exit_status;

@@ -20,12 +20,12 @@ struct Cut {
 
 constexpr std::string_view kHemispheres = "NSEWnsew";
 
-/// Where the latitude may end. A comma may be a decimal comma instead.
+/// The places at which the latitude may end. A comma may also be a decimal comma.
 std::vector<Cut> CutsOf(std::string_view text) {
   std::vector<Cut> cuts;
   const std::size_t letter = text.find_first_of(kHemispheres);
   if (letter == 0) {
-    // With its letter in front, a coordinate ends where the next letter is.
+    // If letters precede the coordinates, the latitude ends before the next letter.
     const std::size_t second = text.find_first_of(kHemispheres, 1);
     if (second == std::string_view::npos) return cuts;
     return {{text.find_last_not_of(" \t,;", second - 1) + 1, second}};
@@ -56,7 +56,7 @@ std::optional<Position> ParsePlace(const std::string& text) {
         LatLonModule::ReadCoordinate(trimmed.substr(cut.begin), Axis::kLongitude);
     if (!latitude || !longitude) continue;
     const Position read{*latitude, *longitude};
-    // A text with two readings could be understood as the wrong one.
+    // Refuse a text with two readings: the user may have meant either.
     if (place && *place != read) return std::nullopt;
     place = read;
   }

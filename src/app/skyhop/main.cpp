@@ -16,10 +16,10 @@
 namespace skyhop {
 namespace {
 
-/// How long a request to end the program may wait.
+/// The longest delay of a request to end the program.
 constexpr int kEndInterval = 250;  // ms
 
-/// A dialog that is open, null when none is.
+/// An open dialog, null if there is none.
 wxDialog* OpenDialog() {
   for (wxWindow* window : wxTopLevelWindows) {
     auto* const dialog = dynamic_cast<wxDialog*>(window);
@@ -43,7 +43,7 @@ class SkyhopApp : public wxApp {
     try {
       color_scheme_ = std::make_unique<platform::ColorSchemeFollower>();
       program_ = std::make_unique<SkyhopProgram>();
-      // Before the window is there: its start may be asked to end, too.
+      // Do this before the window exists, because a request may arrive during its start.
       platform::KeepEndRequests();
       end_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FollowEndRequest(); });
       end_timer_.Start(kEndInterval);
@@ -61,14 +61,14 @@ class SkyhopApp : public wxApp {
 
   int OnExit() override {
     end_timer_.Stop();
-    // Closed windows go first: they show what the program holds.
+    // Delete closed windows first, because they show data of the program.
     DeletePendingObjects();
     program_.reset();
     color_scheme_.reset();
     return wxApp::OnExit();
   }
 
-  /// A fault in a handler is logged; the window stays usable.
+  /// Logs an exception from an event handler; the window stays usable.
   bool OnExceptionInMainLoop() override {
     try {
       throw;
@@ -89,16 +89,16 @@ class SkyhopApp : public wxApp {
     return wxApp::Initialize(count, arguments);
   }
 
-  /// Closes the window as the user would, so that everything is saved.
+  /// Closes the window like the user does, so that everything is saved.
   void FollowEndRequest() {
     if (!peer_ends_ && !platform::EndRequested()) return;
     if (platform::CancelNativeDialogs()) return;
     if (wxDialog* const dialog = OpenDialog()) {
-      // Whoever opened it gets to its end before the window goes.
+      // The code that opened the dialog must finish before the window closes.
       dialog->Hide();
       return;
     }
-    // A window that is busy is asked again.
+    // If the window is busy, the next tick asks it again.
     if (program_->CloseWindow()) end_timer_.Stop();
   }
 

@@ -31,7 +31,6 @@ class ViewLinkTimer : public LinkTimer {
 /// and `Peers`, which do nothing until Attach tells them the controller.
 class ProgramLinks {
  public:
-  /// All must outlive this object.
   ProgramLinks(LinkTransport& transport, PredictionView& view, Diagnostics& diagnostics)
       : transport_(&transport),
         timer_(view, WindowTimer::kServerRetryTimer),
@@ -51,7 +50,7 @@ class ProgramLinks {
   [[nodiscard]] std::string InteropCaption() const;
 
  private:
-  /// What there is once the controller is known.
+  /// The parts that need the controller. Attach creates them.
   struct Parts {
     Parts(ProgramLinks& links, IonCap& controller, SNRService& point_prediction,
           DDECommon::OpenWindows& windows, DDECommon::Window& main_window);

@@ -1,4 +1,4 @@
-#include <type_traits>  // the toolkit's next header needs it and does not say so
+#include <type_traits>  // the toolkit's next header needs this but does not include it
 
 #include "app/skyhop/program_windows.h"
 

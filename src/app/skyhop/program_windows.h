@@ -9,7 +9,8 @@
 
 namespace skyhop {
 
-/// A window of the toolkit as peers may treat it. Does nothing once the window is gone.
+/// A window of the toolkit, with the actions that peers may request. Does nothing after the
+/// window's end.
 class ProgramWindow : public DDECommon::Window {
  public:
   explicit ProgramWindow(wxTopLevelWindow* window) : window_(window) {}
@@ -22,7 +23,7 @@ class ProgramWindow : public DDECommon::Window {
   wxWeakRef<wxTopLevelWindow> window_;
 };
 
-/// The program's windows, those among them that are open.
+/// The program's windows that are open.
 class ProgramWindows : public DDECommon::OpenWindows {
  public:
   /// The first one is the main window.

@@ -12,11 +12,11 @@
 
 namespace skyhop {
 
-/// All parts of the program that concern solar data, made in the order in which they need each
-/// other. `service` is what the prediction window commands; `forecast_window` and
-/// `conditions_window` get the events of their windows.
+/// All parts of the program that concern solar data, created in the order of their dependencies.
+/// The prediction window sends its commands to `service`; `forecast_window` and `conditions_window`
+/// receive the events of their windows.
 struct SpaceWeatherParts {
-  /// All must outlive this object. `pause` lets the windows repaint themselves during a download.
+  /// `pause` lets the windows repaint themselves during a download.
   struct Collaborators {
     PredictionView& view;
     ForecastView& forecast_view;
