@@ -9,7 +9,7 @@
 namespace skyhop {
 namespace {
 
-/// Whether a card can hold the name: its end is a bracket, and engines count bytes.
+/// Whether a card can hold the name: a bracket ends the name, and engines count bytes.
 bool FitsCard(std::string_view file) {
   return file.size() <= kLongestAntennaFile && std::all_of(file.begin(), file.end(), [](char c) {
            return c > ' ' && c <= '~' && c != '[' && c != ']';
@@ -48,7 +48,7 @@ std::vector<std::string> ListAntennas(const std::filesystem::path& antennas) {
          file.increment(inner)) {
       std::error_code ignored;
       if (!file->is_regular_file(ignored)) continue;
-      // A slash on every system: the deck's own form.
+      // The deck uses a slash on every system.
       const std::string name =
           PathText(folder->path().filename()) + "/" + PathText(file->path().filename());
       if (FitsCard(name)) files.push_back(name);

@@ -15,18 +15,18 @@ namespace {
 
 constexpr double kWattsPerKilowatt = 1000;
 
-/// Engines compute with this power, in kW, where the card shows 0 because the power is less than
-/// the card's step.
+/// The power, in kW, that engines use if the card shows 0 because the power is less than the card's
+/// step.
 constexpr double kLeastPower = 0.005;
 
-/// Half of the last digit that a number text shows.
+/// Half of the last digit's value in a number text.
 double HalfDigit(const std::string& text) {
   const std::size_t point = text.find('.');
   const std::size_t decimals = point == std::string::npos ? 0 : text.size() - point - 1;
   return 0.5 * std::pow(10.0, -static_cast<double>(decimals));
 }
 
-/// Half of the last digit of the deck's cards.
+/// Half of the last digit's value on the deck's cards.
 struct CardRounding {
   double sunspot_number;
   double kilowatts;
@@ -37,23 +37,24 @@ CardRounding RoundingOf(EngineChoice engine) {
   return {0.05, 0.00005};
 }
 
-/// The number that a heading shows, when it is not `asked` in any rounding.
+/// The number in a heading; nothing if it is unreadable, or if rounding explains its difference
+/// from `asked`.
 std::optional<double> OtherNumber(const std::string& shown, double asked, double card_rounding) {
   const std::string text(Trim(shown));
   const std::optional<double> number = WholeNumberText(text);
   if (!number) return std::nullopt;
-  // Single precision and decimal fractions cost a little more.
+  // Single precision and decimal fractions add a small error.
   const double slack = 1e-6 * std::fmax(1.0, std::fabs(asked));
   if (std::fabs(*number - asked) <= HalfDigit(text) + card_rounding + slack) return std::nullopt;
   return number;
 }
 
-/// A number of the heading for a message: without the digits of its single precision.
+/// A number of the heading for a message, rounded to single precision.
 std::string Shown(double number) {
   return NumberText(static_cast<float>(number));
 }
 
-/// The month of an English name of three letters.
+/// The number of the month with this English name of three letters.
 std::optional<unsigned> MonthOf(const std::string& name) {
   for (unsigned number = 1; number <= 12; ++number) {
     if (EqualsIgnoringCase(name, MonthName(std::chrono::month(number)))) return number;
@@ -68,8 +69,8 @@ std::optional<double> SignedAngle(const std::string& shown) {
   return shown.ends_with('S') || shown.ends_with('W') ? -*magnitude : *magnitude;
 }
 
-/// The same of an angle as the CIRCUIT card shows it, but north and west positive: both have the
-/// same sign in the record.
+/// Converts an angle to degrees as on the CIRCUIT card, north and west positive: both have the same
+/// sign in the record.
 double NorthOrWestPositive(const Angle& angle) {
   const auto magnitude = static_cast<double>(Magnitude(angle));
   return angle.sign == -1 ? magnitude : -magnitude;
@@ -85,7 +86,7 @@ bool SamePlace(const HeadingPosition& shown, const Position& asked) {
   };
   const double latitude = NorthOrWestPositive(asked.latitude);
   const double longitude = -NorthOrWestPositive(asked.longitude);
-  // Engines move a station off the pole, where its longitude means nothing.
+  // Engines move a station away from the pole, where its longitude has no meaning.
   if (std::fabs(latitude) > near_pole) return !differs(shown.latitude, latitude, 1);
   const double slack = card_rounding + 0.005;
   return !differs(shown.latitude, latitude, slack) && !differs(shown.longitude, longitude, slack);
@@ -98,7 +99,7 @@ std::string PlaceText(const Position& position) {
          LongitudeLetter(position.longitude);
 }
 
-/// Collects what differs.
+/// Collects the differences.
 class Comparison {
  public:
   Comparison(const ResultsHeading& heading, const PredictionInputs& asked)
@@ -111,7 +112,7 @@ class Comparison {
     ComparePath();
     CompareNumbers();
     CompareNoise();
-    // The antennas of an IONCAP deck are no files.
+    // An IONCAP deck has no antenna files.
     if (!ioncap_) {
       CompareAntenna("transmitter", heading.transmitter_antenna, asked.transmitter_antenna);
       CompareAntenna("receiver", heading.receiver_antenna, asked.receiver_antenna);
@@ -154,7 +155,7 @@ class Comparison {
   }
 
   void ComparePath() {
-    // A quarter of a degree on either side of half the way around the earth, in km.
+    // Half of the earth's circumference plus or minus a quarter of a degree, in km.
     constexpr double longest_short = 20050;
     constexpr double shortest_long = 19980;
     const std::optional<double> distance = WholeNumberText(heading_.kilometers);
@@ -175,7 +176,7 @@ class Comparison {
     CompareNumber("sunspot number", heading_.sunspot_number,
                   static_cast<double>(asked_.sunspot_number), rounding_.sunspot_number, "");
     ComparePower();
-    // IONCAP takes an angle of 0 for 3 degrees. The decks of the other engines never hold it.
+    // IONCAP reads an angle of 0 as 3 degrees. The decks of the other engines never contain 0.
     double takeoff = ioncap_ ? std::nearbyint(asked_.takeoff) : std::max(asked_.takeoff, 0.1);
     if (takeoff == 0) takeoff = 3;
     CompareNumber("a minimum take-off angle of", heading_.takeoff, takeoff, 0.005, " degrees");
@@ -196,12 +197,12 @@ class Comparison {
     Add(Shown(*other * kWattsPerKilowatt) + " W", NumberText(watts) + " W");
   }
 
-  /// Headings show the noise at 3 MHz that a code stands for. Anything else above -100 dBW is no
-  /// such value.
+  /// Headings show the noise at 3 MHz for a noise code. A value above -100 dBW is not a noise
+  /// level, so ignore it.
   void CompareNoise() {
     constexpr std::array<double, 4> noise_levels = {-140.4, -144.7, -150.0,
                                                     -164.0};  // dBW by index
-    constexpr double slack_decibels = 1;  // engines have -163.6 for the last one, too
+    constexpr double slack_decibels = 1;  // some engines show -163.6 for the last one
     const std::optional<double> shown = WholeNumberText(heading_.noise);
     const auto index = static_cast<std::size_t>(std::clamp<int>(asked_.noise, 0, 3));
     const double expected = noise_levels.at(index);

@@ -6,11 +6,11 @@
 
 namespace skyhop {
 
-/// A process that a launcher started; 0 when the system does not tell which one it is.
+/// A process that a launcher started; 0 if the system does not identify it.
 using ProcessId = long;
 
-/// The result of a start: codes above 32 are success, the others say why it failed (see
-/// LaunchErrorText).
+/// The result of a start: a code above 32 means success, another one is the reason of the failure
+/// (see LaunchErrorText).
 struct LaunchResult {
   int code = 0;
   ProcessId process = 0;
@@ -37,34 +37,34 @@ class EngineLauncher {
   /// Waits until the process ended, at most `longest`. Returns whether it has ended.
   virtual bool WaitForEnd(ProcessId process, std::chrono::milliseconds longest) = 0;
 
-  /// Ends a process that this launcher started, with everything that it started itself, also when
-  /// only the latter still runs. Returns when all of it has ended, or after some two seconds.
+  /// Ends a process that this launcher started, with all processes that it started itself, even if
+  /// only these still run. Returns when all of them have ended, or after about four seconds at the
+  /// latest.
   virtual void End(ProcessId process) = 0;
 
-  /// Sees to it that a process, with everything that it started, ends when the user interrupts this
-  /// program. 0 takes that back.
+  /// Makes a process, with all processes that it started, end when the user interrupts this
+  /// program. 0 cancels that.
   virtual void EndWithThisProgram(ProcessId process) = 0;
 
-  /// The last lines that the process and its children printed, as far as the system can tell.
+  /// The last lines that the process and its children printed, if the system provides them.
   [[nodiscard]] virtual std::string Output(ProcessId process) = 0;
 
-  /// The short form of an existing path, the path itself where there is none.
+  /// The short form of an existing path, the path itself if it has none.
   [[nodiscard]] virtual std::filesystem::path ShortPath(const std::filesystem::path& path) = 0;
 
-  /// How a path stands on a line of a batch file: as it is, or quoted where the command processor
-  /// would take a part of it for something else.
-  /// Throws Error 5 for a path that no line can hold.
+  /// The text of a path on a line of a batch file, quoted if the command processor would otherwise
+  /// misread it. Throws Error 5 for a path that no line can hold.
   [[nodiscard]] virtual std::string BatchText(const std::filesystem::path& path) const = 0;
 
-  /// How a path stands on a line of a driver file, which the engine itself reads: as it is.
-  /// Throws Error 5 for a path that no line can hold.
+  /// The text of a path on a line of a driver file, which the engine itself reads. It is not
+  /// quoted. Throws Error 5 for a path that no line can hold.
   [[nodiscard]] virtual std::string DriverText(const std::filesystem::path& path) const = 0;
 
-  /// What ends a line of a batch or driver file.
+  /// The line end of a batch or driver file.
   [[nodiscard]] virtual std::string LineEnd() const = 0;
 };
 
-/// The words for a start that failed with `code` (32 or less).
+/// The reason of a failed start with `code` (32 or less), as text.
 [[nodiscard]] std::string LaunchErrorText(int code);
 
 }  // namespace skyhop

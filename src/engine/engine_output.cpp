@@ -18,14 +18,14 @@ std::vector<std::string> EngineOutputLines(std::string_view output) {
 
 namespace {
 
-/// Whether a Fortran or C run-time system has printed the line about itself.
+/// Whether a Fortran or C run-time system printed the line as part of a backtrace.
 bool IsBacktrace(std::string_view line) {
   const bool frame = line.size() > 1 && line[0] == '#' && line[1] >= '0' && line[1] <= '9';
   return line.empty() || frame || line.find("Backtrace for this error") != std::string_view::npos ||
          line.starts_with("Error termination") || line.starts_with("Could not print backtrace");
 }
 
-/// Whether the line names the place in the engine's source; the error is on the next one.
+/// Whether the line names a place in the engine's source; the error is on the next line.
 bool IsSourcePlace(std::string_view line) {
   return line.starts_with("At line ") && line.find(" of file ") != std::string_view::npos;
 }

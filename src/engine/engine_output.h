@@ -8,16 +8,16 @@
 
 namespace skyhop {
 
-/// The lines of `output` that an engine has printed: without those that only the closing lines of
-/// its batch file cause, and without the blank ones around them.
+/// The lines of `output` that an engine printed. Leaves out the lines that the closing lines of its
+/// batch file cause, and blank lines at start and end.
 [[nodiscard]] std::vector<std::string> EngineOutputLines(std::string_view output);
 
-/// The first of these lines that explains why an engine has ended: not a line of a backtrace, and a
-/// run-time error rather than the place in the engine's source. Empty when there is none.
+/// The first of these lines that explains the engine's end: skips lines of a backtrace, and places
+/// in the engine's source before a run-time error. Empty if there is none.
 [[nodiscard]] std::string FirstMeaningfulLine(std::string_view output);
 
-/// Why an engine that was found so has ended without results, sentences with a blank before each:
-/// what it needs and does not find, and what it printed. Empty when neither is known.
+/// Why an engine with this `finding` ended without results: sentences, each after a blank, about
+/// its missing parts and its output. Empty if neither is known.
 [[nodiscard]] std::string EngineFailureText(EngineChoice engine, const EngineFinding& finding,
                                             std::string_view output);
 

@@ -16,11 +16,11 @@ constexpr EngineFileNames kNames = {"test.txt", "testresults.txt", "test.bat", "
 
 constexpr int kHours = static_cast<int>(kHourCount) - 1;
 
-/// Frequencies between which every maximum useable frequency lies, MHz.
+/// Every maximum useable frequency is between these frequencies, MHz.
 constexpr float kLowestMuf = 1;
 constexpr float kHighestMuf = 100;
 
-/// What speaks against the results, empty when nothing does. Throws what the parsers throw.
+/// The faults of the results as text, empty if there are none. Throws the errors of the parsers.
 std::string Doubts(EngineChoice engine, const std::string& text) {
   const std::string file_name = kNames.results;
   ResultsTable table;
@@ -43,7 +43,7 @@ std::string Doubts(EngineChoice engine, const std::string& text) {
   return {};
 }
 
-/// The engine as its results name it, for the start of a sentence.
+/// The engine's name and version in its results, for the start of a sentence.
 std::string EngineText(const IONCAPModule::ResultsHeading& heading) {
   if (heading.engine.empty()) return "An engine that does not name itself";
   if (heading.version.empty()) return heading.engine;
@@ -64,7 +64,7 @@ Outcome JudgeResults(EngineChoice engine, const std::string& text, milliseconds 
           !IONCAPModule::NamesEstimate(heading.engine)};
 }
 
-/// A clause as a sentence begins.
+/// The clause with a capital at its start.
 std::string Sentence(std::string clause) {
   if (!clause.empty()) clause[0] = UpperCase(clause.substr(0, 1))[0];
   return clause;

@@ -19,16 +19,16 @@ namespace skyhop {
 /// predictions, and judges the results. After a good run these files are deleted; otherwise they
 /// stay for support.
 ///
-/// Nothing here waits: Start() starts the engine, Poll() looks whether it has finished.
+/// The functions do not wait: Start() starts the engine, Poll() checks whether it has finished.
 class EngineProbe {
  public:
   using Time = CircuitRun::Time;
 
   struct Outcome {
     bool good = false;
-    /// What the engine is and how long it took, or what is wrong; a sentence.
+    /// The engine and the duration, or the problem; a sentence.
     std::string text;
-    /// False when the estimate engine has answered in the place of an engine that is not there.
+    /// False if the estimate engine replaced an engine that is not installed.
     bool installed = true;
   };
 
@@ -43,11 +43,11 @@ class EngineProbe {
 
   explicit EngineProbe(const Collaborators& collaborators);
 
-  /// Starts a run. Returns its outcome when that is known at once, because the engine cannot be
-  /// started or is busy with a prediction; nothing when the engine runs now.
+  /// Starts a run. Returns the outcome if the engine cannot be started or is busy with a
+  /// prediction; nothing if the engine runs now.
   std::optional<Outcome> Start(EngineChoice engine, Time now);
 
-  /// The outcome once the run has finished; nothing while it goes on, or when there is none.
+  /// The outcome after the end of the run; nothing during it, or without a run.
   std::optional<Outcome> Poll(Time now);
 
   /// Ends the run without an outcome.

@@ -15,7 +15,7 @@ namespace {
 
 enum class FileKind { kNone, kWindowsProgram, kBinary, kOther };
 
-/// By the first bytes of the file.
+/// Determines the kind by the first bytes of the file.
 FileKind KindOf(const std::filesystem::path& path) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(path, ignored)) return FileKind::kNone;
@@ -43,7 +43,7 @@ bool IsFolder(const std::filesystem::path& path) {
   return std::filesystem::is_directory(path, ignored);
 }
 
-/// An engine's executable below its folder.
+/// The name of an engine's executable below its folder.
 std::filesystem::path ExecutableName(EngineChoice engine) {
   if (engine == EngineChoice::kIonCap) return "ioncap.exe";
   return std::filesystem::path("bin_win") /
@@ -71,7 +71,7 @@ void Say(std::string& reason, const std::string& sentence) {
   reason += sentence;
 }
 
-/// The system's own VOACAP, or nothing and why not.
+/// The system's own VOACAP, or nothing; then adds why to `reason`.
 std::optional<EngineFinding> FindNative(const EngineHost& host, std::string& reason) {
   if (host.RunsWindowsPrograms()) return std::nullopt;
   const std::optional<std::filesystem::path> program = host.NativeVoacap();
@@ -88,7 +88,7 @@ std::optional<EngineFinding> FindNative(const EngineHost& host, std::string& rea
   return Found(EngineKind::kNative, *program, data, reason);
 }
 
-/// How a Windows program that another system runs is told a path.
+/// The path for a Windows program that runs on another system.
 std::string WindowsPath(const std::filesystem::path& path) {
   return "Z:" + ReplaceAll(PathText(path), "/", "\\");
 }
@@ -138,7 +138,7 @@ EngineFinding FindEngine(const EngineHost& host, const std::filesystem::path& pr
 
 EngineChoice AutomaticEngine(const EngineHost& host, const std::filesystem::path& program_folder) {
   const EngineFinding voacap = FindEngine(host, program_folder, EngineChoice::kVoaCap);
-  // An engine that the user has put into the program folder may keep its data anywhere.
+  // An engine in the program folder may keep its data anywhere.
   const bool whole =
       voacap.kind == EngineKind::kOwn || MissingParts(EngineChoice::kVoaCap, voacap).empty();
   const bool works = voacap.can_run && voacap.kind != EngineKind::kEstimate && whole;
@@ -212,7 +212,8 @@ std::string ItsCommand(const EngineFinding& finding, const std::filesystem::path
       RunText(finding, EngineExecutable(finding, folder, launcher), launcher);
   const std::string names = " " + deck + " " + results;
   if (finding.kind == EngineKind::kNative) {
-    // Its data serve both kinds of runs; their files must not meet there.
+    // Chart and point runs share its data, so give each its own run folder: their files must not
+    // collide.
     return program + " -s " + launcher.BatchText("--run-dir=" + PathText(folder / "run")) + " " +
            launcher.BatchText(finding.data) + names;
   }

@@ -14,12 +14,12 @@ namespace {
 constexpr std::size_t kTagColumn = 68;
 constexpr std::size_t kFirstBandColumn = 17;
 constexpr std::size_t kBandWidth = 5;
-/// 160 m is not predicted in this mode.
+/// The engine does not predict 160 m in this mode.
 constexpr std::size_t kFirstBand = 1;
-/// A band whose reliability exceeds this much is worth a place on the axis.
+/// The frequency axis includes a band whose reliability exceeds this value.
 constexpr float kOpenReliability = 0.2F;
 
-/// The lines of an hour that are taken, by their BandQuantity.
+/// The tags of the lines that are read for an hour, in the order of BandQuantity.
 constexpr std::array<const char*, 4> kTags = {"SNR", "REL", "MODE", "S DBW"};
 
 std::optional<BandQuantity> QuantityOf(std::string_view tag) {
@@ -29,12 +29,12 @@ std::optional<BandQuantity> QuantityOf(std::string_view tag) {
   return std::nullopt;
 }
 
-/// A number without the sign that a zero may have.
+/// Converts a number and removes the minus sign of a zero.
 float UnsignedZero(std::string_view text) {
   return ToSingle(text) + 0.0F;
 }
 
-/// What a file prints in a column that it does not use.
+/// The text of a column that the engine does not use.
 bool IsUnused(std::string_view field) {
   return Trim(field) == "-";
 }
@@ -45,14 +45,14 @@ class Method30Reader {
   Method30Reader(ResultsTable& table, std::vector<std::string>& faults)
       : table_(&table), faults_(&faults) {}
 
-  /// Takes one line that is not blank. Returns false when the line ends the results.
+  /// Reads one line that is not blank. Returns false if the line ends the results.
   bool Take(const Place& place) {
     const std::string tag = UpperCase(Trim(Columns(place.line, kTagColumn, place.line.size())));
     if (tag == "FREQ") return TakeFrequencies(place);
     const std::optional<BandQuantity> quantity = QuantityOf(tag);
     if (!in_hour_ || !quantity) return true;
     if (taken_.test(static_cast<std::size_t>(*quantity))) {
-      // It is of the next hour, whose own line could not be told from others.
+      // The line belongs to the next hour, whose own FREQ line is missing.
       EndHour();
       faults_->push_back("hour " + std::to_string(hour_) + ": a second line " + tag +
                          ", of an hour that is not told" + Where(place));
@@ -63,7 +63,7 @@ class Method30Reader {
     return true;
   }
 
-  /// Closes the hour that was read last.
+  /// Ends the current hour.
   void EndHour() {
     if (!in_hour_) return;
     in_hour_ = false;
@@ -91,7 +91,7 @@ class Method30Reader {
     hour_ = static_cast<std::size_t>(*hour);
     auto& rows = table_->frequencies;
     TakeFrequency(place, "MUF", 7, 6, rows::kMuf50);
-    // A first frequency of 10 MHz or more comes so near that it begins in the last of six columns.
+    // A first frequency of 10 MHz or more begins in the last of six columns.
     const std::size_t width = WholeNumberText(Columns(place.line, 13, 6)) ? 6 : 4;
     TakeFrequency(place, "FOT", 13, width, rows::kMuf90);
     rows[rows::kMuf10][hour_] = 0;
@@ -125,7 +125,8 @@ class Method30Reader {
     }
   }
 
-  /// Nothing when what follows cannot be assigned to an hour.
+  /// Reads the hour of a FREQ line. Returns nothing if the following lines cannot be assigned to an
+  /// hour.
   std::optional<std::int16_t> ReadHour(const Place& place) {
     try {
       const std::int16_t hour =

@@ -11,7 +11,7 @@
 #include "common/text.h"
 #include "engine/results_table.h"
 
-// What the parsers of results files share.
+// The common parts of the parsers of results files.
 
 namespace skyhop::IONCAPModule {
 
@@ -42,12 +42,12 @@ struct Place {
   std::string_view line;
 };
 
-/// The columns of a line from `first` (counted from 1) on; shorter where the line ends.
+/// The columns of a line from `first` (counted from 1); fewer if the line is shorter.
 inline std::string_view Columns(std::string_view line, std::size_t first, std::size_t width) {
   return first > line.size() ? std::string_view() : line.substr(first - 1, width);
 }
 
-/// Throws the error of a field with its place.
+/// Throws the error of a field and adds its place to the message.
 [[noreturn]] inline void ThrowField(const Error& error, const Place& place, std::size_t first,
                                     std::size_t width) {
   throw Error(error.Number(), std::string(error.what()) + " (" + *place.file_name + ", line " +
@@ -56,7 +56,7 @@ inline std::string_view Columns(std::string_view line, std::size_t first, std::s
                                   ")");
 }
 
-/// Converts one field; `convert` throws what the message is made of.
+/// Converts one field. Adds the place to an Error that `convert` throws.
 template <class Convert>
 auto Field(const Place& place, std::size_t first, std::size_t width, Convert convert) {
   try {

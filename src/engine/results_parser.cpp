@@ -88,7 +88,7 @@ std::string_view LastWord(std::string_view text) {
   return blank == std::string_view::npos ? text : text.substr(blank + 1);
 }
 
-/// The word behind `label`; empty when the line lacks the label.
+/// The word after `label`; empty if the line lacks the label.
 std::string WordBehind(std::string_view line, std::string_view label) {
   const std::size_t at = line.find(label);
   return at == std::string_view::npos ? std::string()
@@ -99,12 +99,12 @@ void SetOnce(std::string& value, std::string read) {
   if (value.empty()) value = std::move(read);
 }
 
-/// Takes a line apart from its start, blanks apart.
+/// Reads parts of a line from its start and skips blanks between them.
 class LineScanner {
  public:
   explicit LineScanner(std::string_view line) : rest_(line) {}
 
-  /// Digits and points; empty where there are none.
+  /// Reads digits and points; returns an empty text if there are none.
   std::string Number() {
     rest_ = Trim(rest_);
     const std::size_t end = std::min(rest_.find_first_not_of("0123456789."), rest_.size());
@@ -113,7 +113,7 @@ class LineScanner {
     return number;
   }
 
-  /// One of `letters`, 0 where there is none of them.
+  /// Reads one of `letters`; returns 0 if the next character is none of them.
   char Letter(std::string_view letters) {
     rest_ = Trim(rest_);
     if (rest_.empty() || letters.find(rest_.front()) == std::string_view::npos) return 0;
@@ -122,7 +122,7 @@ class LineScanner {
     return letter;
   }
 
-  /// A latitude and a longitude, each a number and a letter.
+  /// Reads a latitude and a longitude, each a number and a letter.
   std::optional<HeadingPosition> Position() {
     std::string parts[2];
     const std::string_view letters[2] = {"NS", "EW"};
@@ -139,7 +139,8 @@ class LineScanner {
   std::string_view rest_;
 };
 
-/// "40.50 N 74.25 W - 51.50 N 0.12 W", then two azimuths, nautical miles and kilometers.
+/// Reads a line such as "40.50 N 74.25 W - 51.50 N 0.12 W", then two azimuths, nautical miles and
+/// kilometers.
 void ReadRoute(std::string_view line, ResultsHeading& heading) {
   LineScanner scanner(line);
   const std::optional<HeadingPosition> transmitter = scanner.Position();
@@ -151,8 +152,8 @@ void ReadRoute(std::string_view line, ResultsHeading& heading) {
   for (int number = 0; number < 4; ++number) heading.kilometers = scanner.Number();
 }
 
-/// The antenna's file in brackets. The estimate engine, which knows no files, names the isotropic
-/// antenna that it uses and behind it the file of the deck.
+/// The antenna's file in brackets. The estimate engine does not read files: it names the isotropic
+/// antenna that it uses, and after it the file of the deck.
 std::string AntennaFile(std::string_view line) {
   const std::size_t open = line.find('[');
   const std::size_t close = line.find(']');
@@ -174,7 +175,7 @@ void ReadQuestion(std::string_view line, ResultsHeading& heading) {
   SetOnce(heading.noise, WordBehind(line, "3 MHz NOISE ="));
   SetOnce(heading.snr, WordBehind(line, "REQ. SNR ="));
   const std::string reliability = WordBehind(line, "REQ. REL =");
-  // Without the sign it could be a fraction.
+  // Without the "%", the value could be a fraction.
   if (reliability.ends_with('%')) {
     SetOnce(heading.reliability, reliability.substr(0, reliability.size() - 1));
   }
@@ -211,13 +212,13 @@ bool NamesEstimate(std::string_view engine) {
 ResultsHeading ReadHeading(std::string_view text) {
   ResultsHeading heading;
   LineReader lines(text);
-  // A heading ends where the table begins; what stands in the table is no heading.
+  // The heading ends at the start of the table.
   while (const std::optional<std::string_view> line = lines.Next()) {
     if (line->find("HPF  ESMUF") != std::string_view::npos ||
         line->find("MULTIPATH POWER TOLERANCE") != std::string_view::npos) {
       break;
     }
-    // The names of the stations, which the user may have typed, repeat no question.
+    // The user may have typed the names of the stations, so they do not repeat an input.
     if (FirstWord(*line) == "LABEL") continue;
     ReadHeadingLine(*line, heading);
     ReadQuestion(*line, heading);

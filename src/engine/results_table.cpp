@@ -2,7 +2,8 @@
 
 namespace skyhop {
 
-// Out of line: some tools give up on the nested arrays of texts when every user initialises them.
+// Defined here because some tools fail if every user of the header initialises the nested arrays of
+// texts.
 ResultsTable::ResultsTable() {
   reached.fill(true);
 }

@@ -14,8 +14,8 @@ inline constexpr std::size_t kBandCount = 11;
 /// Hours 0 to 24 UTC; 0 and 24 are the same midnight.
 inline constexpr std::size_t kHourCount = 25;
 
-/// The frequency, in MHz, at which each band is drawn and tested. Some stand 0.1 or 0.2 MHz above
-/// the band's lower edge: the frequency that the engines are asked for.
+/// The frequency, in MHz, at which each band is drawn and tested. Some are 0.1 or 0.2 MHz above the
+/// band's lower edge, like the frequencies in the engines' decks.
 inline constexpr std::array<float, kBandCount> kBandLineFrequencies = {
     1.8F, 3.5F, 5.3F, 7.1F, 10.1F, 14.1F, 18.1F, 21.1F, 24.9F, 28.2F, 50.1F};
 
@@ -28,7 +28,7 @@ enum class EngineChoice : int {
   kVoaCapSnr = 3,  ///< "VOACAP SNR && Prob"
 };
 
-/// Rows of the results table that have a meaning of their own.
+/// Rows of the results table with a fixed meaning.
 namespace rows {
 inline constexpr std::size_t kMuf90 = 3;  ///< MUF at 90 % confidence (FOT), the lowest MUF
 inline constexpr std::size_t kMuf10 = 4;  ///< MUF at 10 % confidence (HPF), the highest MUF
@@ -37,20 +37,20 @@ inline constexpr std::size_t kLuf = 7;    ///< lowest useable frequency
 inline constexpr std::size_t kCount = 8;  ///< rows are numbered from 1; row 0 is never used
 }  // namespace rows
 
-/// What is predicted of a band and hour.
+/// The predicted quantities of a band and hour.
 enum class BandQuantity : std::uint8_t { kSnr, kReliability, kMode, kSignalPower };
 
-/// What the engines' results files say, hour by hour. Every parse overwrites it.
+/// The contents of the engines' results files, hour by hour. Every parse overwrites it.
 struct ResultsTable {
   ResultsTable();
 
-  /// Values in MHz by row 1 to 7 and hour 0 to 24. Results with SNR and reliability have 0 where
-  /// they do not tell one.
+  /// Values in MHz by row 1 to 7 and hour 0 to 24. Results with SNR and reliability have 0 for a
+  /// missing value.
   std::array<std::array<float, kHourCount>, rows::kCount> frequencies{};
 
   /// Whether a frequency reaches the required reliability, by hour 0 to 24. Only LUF/MUF results
-  /// with a LUF column can deny it: their engine prints a negative LUF then, whose amount is the
-  /// MUF or another frequency, not a LUF.
+  /// with a LUF column can set this to false: their engine then prints a negative LUF, whose amount
+  /// is the MUF or another frequency, not a LUF.
   std::array<bool, kHourCount> reached{};
 
   template <class Value>
@@ -61,14 +61,14 @@ struct ResultsTable {
   PerBand<std::string> mode{};           ///< five characters as the engine prints them
   PerBand<std::int16_t> signal_power{};  ///< dBW at the receiver
 
-  /// Whether the file has told the quantity. Where not, its value above is 0 or empty.
+  /// Whether the file contained this value. If not, the value above is 0 or empty.
   [[nodiscard]] bool Known(BandQuantity quantity, std::size_t band, std::size_t hour) const {
     return (known[band][hour] >> static_cast<unsigned>(quantity) & 1U) != 0;
   }
   /// A bit by BandQuantity.
   PerBand<std::uint8_t> known{};
 
-  /// How many hours of the day, 0 to 24 of them, reach the required reliability.
+  /// The number of hours of the day, 0 to 24, that reach the required reliability.
   [[nodiscard]] std::ptrdiff_t ReachedHours() const {
     return std::count(reached.begin() + 1, reached.end(), true);
   }

@@ -4,7 +4,8 @@
 
 namespace skyhop {
 
-/// Held while an engine runs: keeps other programs out of the engines' folders.
+/// A lock that is held while an engine runs. It keeps other programs from using the engines'
+/// folders.
 class RunLock {
  public:
   virtual ~RunLock() = default;
@@ -13,8 +14,8 @@ class RunLock {
 class RunLocker {
  public:
   virtual ~RunLocker() = default;
-  /// Null when another program holds the lock. Does not wait. Throws the Errors of FileError when
-  /// the folder cannot be locked at all.
+  /// Returns null if another program holds the lock. Does not wait. Throws the Errors of FileError
+  /// if the folder cannot be locked at all.
   [[nodiscard]] virtual std::unique_ptr<RunLock> Lock() = 0;
 };
 

@@ -16,7 +16,7 @@ constexpr const char* kLineEnd = "\r\n";
 constexpr int kAttempts = 11;
 constexpr std::chrono::milliseconds kBetweenAttempts{50};
 
-/// Runs `attempt` until it succeeds, 11 times at most.
+/// Runs `attempt` until it succeeds, at most 11 times.
 template <class Attempt>
 bool Retry(Pause& pause, Attempt attempt) {
   for (int count = 0; count < kAttempts; ++count) {
@@ -137,8 +137,8 @@ void ScriptCards::PutRightString(int file, std::string_view text, int width) {
 
 void ScriptCards::PutInteger(int file, std::int16_t value, int width) {
   Put("IONCAPModule.PutInteger", file, [&] {
-    // The marker goes into the prediction script even while an SNR script is being written: that is
-    // where support looks for it.
+    // Write the marker into the prediction script even for an SNR script, because support looks for
+    // it there.
     if (width < 0) return WriteMarker(kPredictionScript, kFormatError);
     Write(file, PaddedNumber(value, width));
   });
