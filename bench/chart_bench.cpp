@@ -1,4 +1,4 @@
-// The chart painted to a recording surface, and the picture written.
+// Paints the chart on a recording surface and writes the picture.
 
 #include <benchmark/benchmark.h>
 
@@ -11,7 +11,7 @@
 namespace skyhop {
 namespace {
 
-/// A real day's results, and a log that nobody listens to.
+/// A real day's results, and a log without a listener.
 struct Day {
   Day() {
     log.diagnostics.SetDebugListener({});

@@ -1,4 +1,4 @@
-// Decks written and results parsed.
+// Writes decks and parses results.
 
 #include <benchmark/benchmark.h>
 

@@ -1,4 +1,4 @@
-// Commands from one client over a session bus of its own.
+// Executes commands of one client over a separate session bus.
 
 #include <benchmark/benchmark.h>
 
@@ -16,7 +16,7 @@
 namespace skyhop {
 namespace {
 
-/// Does nothing with the commands.
+/// Ignores the commands.
 class Nobody : public CommandTarget,
                public SNRService,
                public DDECommon::Window,
@@ -36,7 +36,7 @@ class Nobody : public CommandTarget,
   [[nodiscard]] std::vector<Window*> All() override { return {}; }
 };
 
-/// Executes over and over, waiting for each answer as a simple client does.
+/// Executes commands one after another and waits for each answer, like a simple client.
 void ExecuteInTurn(const std::string& command, std::atomic<std::int64_t>& answered,
                    const std::atomic<bool>& stop) {
   const platform::GObjectPointer<GDBusConnection> connection(g_dbus_connection_new_for_address_sync(
@@ -73,7 +73,7 @@ void ExecutesOfOneClient(benchmark::State& state) {
     std::thread client([&] { ExecuteInTurn("004newwwv<d:0><f:3>150<a:0><k:1>2", answered, stop); });
     for ([[maybe_unused]] auto _ : state) {
       const std::int64_t before = answered;
-      // Waiting, not spinning: client and bus need the processor too.
+      // Wait without spinning: client and bus need the processor too.
       while (answered == before) g_main_context_iteration(nullptr, TRUE);
     }
     stop = true;

@@ -1,4 +1,4 @@
-// Whole processes: the bare engine, and the program that drives it.
+// Measures whole processes: the engine alone, and the program that runs it.
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -21,8 +21,8 @@ namespace {
 using testing::TemporaryFolder;
 using testing::TestData;
 
-/// Runs a program to its end with its input from a file and its output thrown away. Returns the
-/// most memory that it used, in MB, or a negative number when it failed.
+/// Runs a program to its end, with its input from a file and its output discarded. Returns its
+/// highest memory use in MB, or a negative number if it failed.
 double RunToItsEnd(std::vector<std::string> command, const std::filesystem::path& input) {
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);

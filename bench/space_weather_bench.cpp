@@ -1,4 +1,4 @@
-// Downloaded files read.
+// Reads downloaded files.
 
 #include <benchmark/benchmark.h>
 
@@ -22,7 +22,7 @@ void ForecastRead(benchmark::State& state) {
 }
 BENCHMARK(ForecastRead)->Unit(benchmark::kMicrosecond);
 
-/// A file of many years; the month that is looked for is its last one.
+/// A file of many years. The searched month is its last one.
 void SunspotNumberFound(benchmark::State& state) {
   using std::chrono::months;
   using std::chrono::year;

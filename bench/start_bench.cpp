@@ -1,6 +1,6 @@
-// From the start of the program until its window is on the screen, and the memory it holds when all
-// its windows are ready.
-// Needs an X display of its own: it takes the first window that is painted for the program's.
+// Measures the time from the start of the program until its window is on the screen, and its memory
+// when all its windows are ready. Needs a separate X display, because it takes the first painted
+// window for the program's.
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -30,16 +30,17 @@ using Clock = std::chrono::steady_clock;
 using testing::TemporaryFolder;
 
 constexpr auto kLongest = std::chrono::seconds(20);
-/// By then the windows that are not shown are ready, too.
+/// After this time, the hidden windows are ready too.
 constexpr auto kSettled = std::chrono::seconds(5);
-/// A window with its controls and the empty chart has far more colours than a bare one.
+/// Number of colours from which a window counts as painted: a window with its controls and the
+/// empty chart has far more than an empty one.
 constexpr std::size_t kPaintedColors = 40;
 
 int IgnoreError(Display*, XErrorEvent*) {
-  return 0;  // windows come and go while they are looked at
+  return 0;  // windows appear and disappear during the check
 }
 
-/// Whether a window of the program's size is there and painted.
+/// Whether a painted window of the program's size exists.
 bool WindowPainted(Display* display) {
   Window root = DefaultRootWindow(display);
   Window parent = 0;
@@ -51,7 +52,7 @@ bool WindowPainted(Display* display) {
     XWindowAttributes place{};
     if (::XGetWindowAttributes(display, children[i], &place) == 0) continue;
     if (place.map_state != IsViewable || place.width < 400 || place.height < 300) continue;
-    // The chart takes the lower part; what is above is painted together with it.
+    // The chart is in the lower part; the upper part is painted together with it.
     const int height = place.height / 3;
     XImage* image = ::XGetImage(display, children[i], 0, place.height - height,
                                 static_cast<unsigned>(place.width), static_cast<unsigned>(height),
@@ -114,7 +115,7 @@ void StartToPaintedWindow(benchmark::State& state) {
   const TemporaryFolder folder;
   ::setenv("SKYHOP_HOME", PathText(folder / "home").c_str(), 1);
   ::setenv("XDG_CONFIG_HOME", PathText(folder / "config").c_str(), 1);
-  // Sets up the program folder and warms the caches, too.
+  // This start also sets up the program folder and fills the caches.
   const std::optional<Started> first = StartOnce(display, kSettled);
   for ([[maybe_unused]] auto _ : state) {
     const std::optional<Started> started = StartOnce(display);

@@ -1,4 +1,4 @@
-// The chart as the window paints it: whole, and the strip that a moved time index touches.
+// Paints the chart as the window does: whole, and the strip under a moved time index.
 
 #include <benchmark/benchmark.h>
 #include <wx/app.h>
@@ -21,7 +21,7 @@ namespace {
 constexpr int kWidth = 1600;
 constexpr int kHeight = 900;
 
-/// Keeps what the pane wants painted anew.
+/// Records the areas that the pane asks to paint.
 class AreaHost : public ChartHost {
  public:
   void ChartChanged() override { whole = true; }
@@ -36,7 +36,7 @@ class AreaHost : public ChartHost {
   Rectangle last;
 };
 
-/// A real day's results on a pane, and the bitmap that stands for the screen.
+/// A real day's results on a pane, and a bitmap in place of the screen.
 struct Screen {
   Screen() {
     log.diagnostics.SetDebugListener({});
@@ -74,7 +74,7 @@ void ChartRepainted(benchmark::State& state) {
 }
 BENCHMARK(ChartRepainted)->Unit(benchmark::kMillisecond);
 
-/// One step of a drag: the chart's bitmap under the strip copied, the time index drawn over it.
+/// One step of a drag: copies the chart's bitmap under the strip and draws the time index over it.
 void TimeIndexDragged(benchmark::State& state) {
   Screen screen;
   wxBitmap chart(kWidth, kHeight, wxBITMAP_SCREEN_DEPTH);

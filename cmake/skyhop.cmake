@@ -1,4 +1,4 @@
-# Compiler settings shared by every target, and the two functions that declare targets.
+# Compiler settings for all targets, and the functions that declare targets.
 
 add_library(skyhop_options INTERFACE)
 target_include_directories(skyhop_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
@@ -11,19 +11,20 @@ target_compile_options(
             -Wshadow
             -Wnon-virtual-dtor
             $<$<BOOL:${SKYHOP_WERROR}>:-Werror>
-            # Contraction into fused operations would make single-precision results depend on the
-            # processor that the compiler is told to build for.
+            # With fused operations, single-precision results would depend on the processor for
+            # which the compiler builds.
             -ffp-contract=off)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # This version takes a literal in front of a temporary string for an overlapping copy.
+  # This version mistakes a literal before a temporary string for an overlapping copy.
   target_compile_options(skyhop_options INTERFACE -Wno-restrict)
 endif()
 if(CMAKE_UNITY_BUILD)
-  # Batches include sources, whose local types this warning takes for a header's.
+  # Batches include sources. This warning mistakes their local types for those of a header.
   target_compile_options(skyhop_options INTERFACE -Wno-subobject-linkage)
 endif()
 if(WIN32)
-  # Whole-width system functions everywhere, those of Windows 10, no macros named min and max.
+  # Use the wide-character system functions of Windows 10 everywhere, and no macros named min and
+  # max.
   target_compile_definitions(skyhop_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN
                                                       _WIN32_WINNT=0x0A00 __USE_MINGW_ANSI_STDIO=1)
 endif()
@@ -44,8 +45,8 @@ function(skyhop_library name)
   target_link_libraries(skyhop_${name} PUBLIC skyhop_options ${ARG_LINKS})
 endfunction()
 
-# skyhop_windows_facts(PROGRAM DESCRIPTION MANIFEST): what Windows shows and wants to know of a
-# program: icon, version, manifest (a file of packaging/windows). Nothing on other systems.
+# skyhop_windows_facts(PROGRAM DESCRIPTION MANIFEST): adds the data that Windows needs of a program:
+# icon, version, manifest (a file of packaging/windows). Does nothing for other systems.
 function(skyhop_windows_facts program description manifest)
   if(NOT WIN32)
     return()
@@ -74,13 +75,13 @@ function(skyhop_windows_facts program description manifest)
   add_dependencies(${program} skyhop_icon)
 endfunction()
 
-# How a path of the build machine begins for a test that runs on another system.
+# The prefix of the build machine's paths for a test that runs on another system.
 set(SKYHOP_TEST_ROOT "")
 if(WIN32 AND CMAKE_CROSSCOMPILING)
   set(SKYHOP_TEST_ROOT "Z:")
 endif()
 
-# skyhop_test(NAME SOURCES... [LINKS targets...]): one GoogleTest program, its cases found by CTest.
+# skyhop_test(NAME SOURCES... [LINKS targets...]): one GoogleTest program. CTest finds its cases.
 function(skyhop_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
   add_executable(test_${name} ${ARG_SOURCES})
@@ -91,7 +92,7 @@ function(skyhop_test name)
                                                 ${PROJECT_BINARY_DIR}/tests)
   if(CMAKE_CROSSCOMPILING)
     target_precompile_headers(test_${name} REUSE_FROM skyhop_test_support)
-    # Starting a program is slow there, so that its cases run together.
+    # Starting a program under Wine is slow, so all its cases run together.
     add_test(NAME ${name} COMMAND test_${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
   else()

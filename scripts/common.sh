@@ -1,5 +1,5 @@
-# Shared by the scripts of this folder: `. "$(dirname "$0")/common.sh"`.
-# Sets `root` to the project's folder and goes there.
+# The scripts of this folder include this file: `. "$(dirname "$0")/common.sh"`. It sets `root` to
+# the project's folder and goes there.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
@@ -11,15 +11,15 @@ die() {
   exit 1
 }
 
-# What every build needs.
+# The packages for every build.
 build_packages=(g++ cmake ninja-build pkg-config libcli11-dev libsimpleini-dev nlohmann-json3-dev
   libwxgtk3.2-dev libgtk-3-dev libglib2.0-dev libcurl4-openssl-dev ca-certificates)
 test_packages=(libgtest-dev libbenchmark-dev openssl dbus-daemon xvfb openbox xdotool fonts-dejavu-core)
-# What the libraries for Windows are built from and with, beside the cross compiler.
+# The packages for building the libraries for Windows, beside the cross compiler.
 windows_library_packages=(libz-mingw-w64-dev libcli11-dev nlohmann-json3-dev googletest cmake
   ninja-build make dpkg-dev xz-utils)
 
-# need PACKAGE...: installs those Debian packages that are missing.
+# need PACKAGE...: installs the Debian packages that are missing.
 need() {
   local package missing=()
   for package in "$@"; do
@@ -38,7 +38,7 @@ need() {
   "${apt[@]}" install -y --no-install-recommends "${missing[@]}" </dev/null >/dev/null
 }
 
-# build PRESET [CMAKE OPTION...]: configures and builds. Quiet unless something goes wrong.
+# build PRESET [CMAKE OPTION...]: configures and builds. Prints the log only after a failure.
 build() {
   local preset=$1 log
   shift

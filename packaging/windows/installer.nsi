@@ -1,6 +1,6 @@
-; Installs Skyhop for the current user; no rights of an administrator are needed.
+; Installs Skyhop for the current user, without administrator rights.
 ; Definitions: VERSION; SOURCE, the folder with the files; REMOVALS, a file with the commands that
-; remove them; OUTPUT, the installer to make.
+; remove them; OUTPUT, the name of the installer.
 Target ${TARGET}
 Unicode true
 Name "Skyhop"
@@ -26,7 +26,7 @@ VIAddVersionKey "LegalCopyright" "MIT licence"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Skyhop"
 
 InstallDir "$LOCALAPPDATA\Programs\Skyhop"
-; An upgrade goes where the program is.
+; An upgrade uses the folder of the installed program.
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
 
 Page directory
@@ -34,7 +34,7 @@ Page instfiles
 UninstPage components
 UninstPage instfiles
 
-; A program that runs cannot be replaced; half of it replaced is worse than none.
+; Windows cannot replace a running program, and a half-replaced program is worse than none.
 !macro CheckThatItDoesNotRun
   check:
   IfFileExists "$INSTDIR\skyhop.exe" 0 free
@@ -53,7 +53,7 @@ UninstPage instfiles
 Section "Skyhop"
   !insertmacro CheckThatItDoesNotRun
   SetOutPath "$INSTDIR"
-  ; Only the program's own files: whatever the user has beside them stays as it is.
+  ; Install only the program's own files; keep the user's files in the folder.
   File /r "${SOURCE}\*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortcut "$SMPROGRAMS\Skyhop.lnk" "$INSTDIR\skyhop.exe"
@@ -77,11 +77,11 @@ Section "un.Skyhop"
   Delete "$INSTDIR\uninstall.exe"
   Delete "$SMPROGRAMS\Skyhop.lnk"
   DeleteRegKey HKCU "${UNINSTALL_KEY}"
-  ; Goes only when nothing of the user's is in it.
+  ; This removes the folder only if it is empty.
   RMDir "$INSTDIR"
 SectionEnd
 
-; Both are left alone unless the user ticks them.
+; These two sections run only if the user ticks them.
 Section /o "un.My engines, band definitions, beacons and logs"
   RMDir /r "$INSTDIR\IonCap"
   RMDir /r "$INSTDIR\ITSHFBC"
