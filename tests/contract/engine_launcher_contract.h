@@ -19,30 +19,31 @@
 
 namespace skyhop::testing {
 
-/// A launcher, with batch files for its command processor where it starts processes.
+/// A launcher and, if it starts processes, batch files for its command processor.
 struct LauncherBackend {
   const char* name;
   std::function<std::unique_ptr<EngineLauncher>()> make;
-  /// Writes its folder into the file "where" and its parameter into "parameter".
+  /// A batch file that writes its folder into the file "where" and its parameter into "parameter".
   std::string report = {};
-  /// Runs for a minute, deaf to requests to end, with its process number in the file "engine".
+  /// A batch file that runs for a minute, ignores requests to end, and writes its process number
+  /// into the file "engine".
   std::string hang = {};
-  /// Starts such an engine and ends at once.
+  /// A batch file that starts such an engine and ends at once.
   std::string leave_engine = {};
-  /// Whether the engine of a folder still runs. Waits for its process number.
+  /// Returns whether the engine of a folder still runs. Waits for its process number.
   std::function<bool(const std::filesystem::path& folder)> engine_runs = {};
-  /// How many descriptors or handles this process has open.
+  /// Returns how many descriptors or handles this process has open.
   std::function<std::size_t()> open_handles = {};
-  /// Names of folders that a command processor could take for something else.
+  /// Names of folders that a command processor could misread.
   std::vector<const char*> odd_names = {};
 
   friend void PrintTo(const LauncherBackend& backend, std::ostream* out) { *out << backend.name; }
 };
 
-/// What every launcher has to keep to, also one that starts nothing.
+/// Tests for every launcher, even one that starts nothing.
 class EngineLauncherContract : public ::testing::TestWithParam<LauncherBackend> {};
 
-TEST_P(EngineLauncherContract, AProcessThatItDidNotStartDoesNotRun) {
+TEST_P(EngineLauncherContract, TreatsAnUnknownProcessAsEnded) {
   const std::unique_ptr<EngineLauncher> launcher = GetParam().make();
   for (const ProcessId process : {0L, 1L, 987654L}) {
     EXPECT_FALSE(launcher->IsRunning(process));
@@ -52,7 +53,7 @@ TEST_P(EngineLauncherContract, AProcessThatItDidNotStartDoesNotRun) {
   }
 }
 
-/// What every launcher has to keep to that starts processes.
+/// Tests for every launcher that starts processes.
 class StartedEngineContract : public ::testing::TestWithParam<LauncherBackend> {
  protected:
   static constexpr std::chrono::seconds kLongest{30};
@@ -78,19 +79,19 @@ class StartedEngineContract : public ::testing::TestWithParam<LauncherBackend> {
   std::unique_ptr<EngineLauncher> launcher_ = GetParam().make();
 };
 
-TEST_P(StartedEngineContract, ABatchRunsInItsFolderWithItsParameter) {
+TEST_P(StartedEngineContract, RunsABatchFileInItsFolderWithItsParameter) {
   Run(GetParam().report, "a b");
   EXPECT_TRUE(std::filesystem::equivalent(PathFromText(FirstLine("where")), folder_.Path()));
   EXPECT_EQ(ReplaceAll(FirstLine("parameter"), "\"", ""), "a b");
 }
 
-TEST_P(StartedEngineContract, AFailedStartHasItsCode) {
+TEST_P(StartedEngineContract, ReturnsTheReasonWhenAStartFails) {
   WriteFile(batch_, "");
   EXPECT_EQ(launcher_->StartBatch(folder_ / "none.bat", "", folder_.Path()).code, 2);
   EXPECT_EQ(launcher_->StartBatch(batch_, "", folder_ / "nowhere").code, 3);
 }
 
-TEST_P(StartedEngineContract, AHangingEngineIsEndedWithItsChildren) {
+TEST_P(StartedEngineContract, EndsAHangingEngineWithItsChildren) {
   const ProcessId process = Start(GetParam().hang).process;
   ASSERT_TRUE(GetParam().engine_runs(folder_.Path()));
   EXPECT_FALSE(launcher_->WaitForEnd(process, std::chrono::milliseconds(50)));
@@ -102,21 +103,21 @@ TEST_P(StartedEngineContract, AHangingEngineIsEndedWithItsChildren) {
   EXPECT_FALSE(GetParam().engine_runs(folder_.Path()));
 }
 
-TEST_P(StartedEngineContract, AnEngineThatOutlivesItsShellIsEnded) {
+TEST_P(StartedEngineContract, EndsAnEngineThatOutlivesItsShell) {
   const ProcessId process = Start(GetParam().leave_engine).process;
   ASSERT_TRUE(launcher_->WaitForEnd(process, kLongest));
-  // The next start forgets only what has ended as a whole.
+  // The next start forgets only processes that have ended with their whole group.
   Run("exit" + launcher_->LineEnd());
   ASSERT_TRUE(GetParam().engine_runs(folder_.Path()));
   launcher_->End(process);
   EXPECT_FALSE(GetParam().engine_runs(folder_.Path()));
 }
 
-TEST_P(StartedEngineContract, ManyStartsLeaveNothingOpen) {
+TEST_P(StartedEngineContract, ClosesHandlesAfterManyStarts) {
   const std::string end = "exit" + launcher_->LineEnd();
   Run(end);
   const std::size_t before = GetParam().open_handles();
-  // The test asks after none of these: the next starts have to clear up on their own.
+  // The test does not ask for these processes, so the next starts must release them.
   for (int run = 0; run < 12; ++run) (void)Start(end);
   const auto until = std::chrono::steady_clock::now() + kLongest;
   while (GetParam().open_handles() > before + 8 && std::chrono::steady_clock::now() < until) {
@@ -125,7 +126,7 @@ TEST_P(StartedEngineContract, ManyStartsLeaveNothingOpen) {
   EXPECT_LE(GetParam().open_handles(), before + 8);
 }
 
-TEST_P(StartedEngineContract, NoPartOfAPathIsExecuted) {
+TEST_P(StartedEngineContract, ExecutesNoPartOfAPath) {
   for (const char* name : GetParam().odd_names) {
     const TemporaryFolder odd(name);
     Run("cd " + launcher_->BatchText(odd.Path()) + launcher_->LineEnd() + "echo here> here" +
@@ -136,7 +137,7 @@ TEST_P(StartedEngineContract, NoPartOfAPathIsExecuted) {
   }
 }
 
-TEST_P(StartedEngineContract, PathsAreForOneLineAndLeadToTheirPlace) {
+TEST_P(StartedEngineContract, RefusesPathsWithLineBreaksAndKeepsTheirTarget) {
   const std::filesystem::path broken = folder_ / "a\nb";
   EXPECT_EQ(ErrorNumber([&] { (void)launcher_->BatchText(broken); }), errors::kInvalidCall);
   EXPECT_EQ(ErrorNumber([&] { (void)launcher_->DriverText(broken); }), errors::kInvalidCall);

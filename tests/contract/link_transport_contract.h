@@ -23,11 +23,11 @@ struct LinkBackend {
   const char* name;
   std::function<std::unique_ptr<LinkWorld>()> make;
 
-  /// What the test's report calls it.
+  /// The name in the test's report.
   friend void PrintTo(const LinkBackend& backend, std::ostream* out) { *out << backend.name; }
 };
 
-/// Texts that have to survive a link.
+/// Texts that a link must transport unchanged.
 inline const std::vector<std::string>& LinkTexts() {
   static const std::vector<std::string> texts = {
       "",
@@ -40,7 +40,7 @@ inline const std::vector<std::string>& LinkTexts() {
   return texts;
 }
 
-/// What links have to keep to, whatever they run over.
+/// Tests for every link transport.
 class LinkTransportContract : public ::testing::TestWithParam<LinkBackend> {
  protected:
   using Texts = std::vector<std::string>;
@@ -72,7 +72,7 @@ class LinkTransportContract : public ::testing::TestWithParam<LinkBackend> {
   RecordingTopic topic_;
 };
 
-TEST_P(LinkTransportContract, WhoIsNotThereIsNotConnectedTo) {
+TEST_P(LinkTransportContract, RefusesToConnectWhenThePartnerIsMissing) {
   StartTessera();
   EXPECT_EQ(links_->Problem(), "");
   const std::pair<const char*, const char*> absent[] = {
@@ -85,7 +85,7 @@ TEST_P(LinkTransportContract, WhoIsNotThereIsNotConnectedTo) {
   EXPECT_EQ(ConnectError("Tessera", "DDEServer"), 0);
 }
 
-TEST_P(LinkTransportContract, CommandsArriveWholeAndInOrder) {
+TEST_P(LinkTransportContract, DeliversCommandsWholeAndInOrder) {
   StartTessera();
   links_->Serve("DDEServer", topic_);
   const auto conversation = Connect("DDEServer");
@@ -101,14 +101,14 @@ TEST_P(LinkTransportContract, CommandsArriveWholeAndInOrder) {
   EXPECT_EQ(topic_.executed, LinkTexts());
 }
 
-TEST_P(LinkTransportContract, ACommandOutlivesItsConversation) {
+TEST_P(LinkTransportContract, DeliversACommandAfterItsConversationEnds) {
   StartTessera();
   Connect("DDEServer")->Execute("005stop");
   links_.reset();
   EXPECT_TRUE(RunUntil([&] { return peer_->Executed() == Texts{"005stop"}; }));
 }
 
-TEST_P(LinkTransportContract, RequestsBringValues) {
+TEST_P(LinkTransportContract, ReturnsRequestedValues) {
   StartTessera();
   const auto conversation = Connect();
   EXPECT_EQ(conversation->Request("Country"), "England");
@@ -120,7 +120,7 @@ TEST_P(LinkTransportContract, RequestsBringValues) {
   EXPECT_EQ(peer_->Values(), (Texts{"\xC3\xBC", "(error)"}));
 }
 
-TEST_P(LinkTransportContract, AnAdvisedItemBringsItsValueAndEveryChange) {
+TEST_P(LinkTransportContract, ReportsTheValueAndEveryChangeOfAnAdvisedItem) {
   StartTessera();
   peer_->Serve("TesseraConfig", {{"Country", "Italy"}});
   const auto conversation = Connect();
@@ -139,7 +139,7 @@ TEST_P(LinkTransportContract, AnAdvisedItemBringsItsValueAndEveryChange) {
   EXPECT_EQ(listener_.changes, expected);
 }
 
-TEST_P(LinkTransportContract, APeersDeathIsToldOnceAndItCanComeBack) {
+TEST_P(LinkTransportContract, ReportsAPeersEndOnceAndReconnects) {
   StartTessera();
   auto conversation = Connect();
   conversation->Advise("Country");
@@ -157,7 +157,7 @@ TEST_P(LinkTransportContract, APeersDeathIsToldOnceAndItCanComeBack) {
   EXPECT_EQ(listener_.closed, 1);
 }
 
-TEST_P(LinkTransportContract, AnEndedConversationSaysNothingMore) {
+TEST_P(LinkTransportContract, CallsNoListenerAfterTheConversationEnds) {
   StartTessera();
   auto conversation = Connect();
   conversation->Advise("Country");
@@ -170,7 +170,7 @@ TEST_P(LinkTransportContract, AnEndedConversationSaysNothingMore) {
   EXPECT_EQ(listener_.closed, 0);
 }
 
-TEST_P(LinkTransportContract, AListenerMayEndItsConversationWhenItIsCalled) {
+TEST_P(LinkTransportContract, LetsAListenerEndItsConversation) {
   for (const bool by_death : {false, true}) {
     listener_.on_call = {};
     listener_.changes.clear();
@@ -187,7 +187,7 @@ TEST_P(LinkTransportContract, AListenerMayEndItsConversationWhenItIsCalled) {
   }
 }
 
-TEST_P(LinkTransportContract, APeerThatHangsHoldsNobodyUpForLong) {
+TEST_P(LinkTransportContract, WaitsOnlyBrieflyWhenAPeerHangs) {
   StartTessera();
   const auto conversation = Connect();
   peer_->Hang();
@@ -204,7 +204,7 @@ TEST_P(LinkTransportContract, APeerThatHangsHoldsNobodyUpForLong) {
   EXPECT_TRUE(RunUntil([&] { return ConnectError("Tessera", "TesseraMain") == 0; }));
 }
 
-TEST_P(LinkTransportContract, ManyConversationsAreKeptApart) {
+TEST_P(LinkTransportContract, SeparatesManyConversations) {
   constexpr int count = 20;
   StartTessera();
   std::vector<RecordingListener> listeners(count);
@@ -237,7 +237,7 @@ TEST_P(LinkTransportContract, ManyConversationsAreKeptApart) {
   EXPECT_EQ(listeners.front().closed, 0);
 }
 
-TEST_P(LinkTransportContract, TopicsAreServedUnderGoodNamesUntilTheyAreTakenBack) {
+TEST_P(LinkTransportContract, ServesTopicsWithValidNamesUntilUnserve) {
   StartTessera();
   for (const char* name : {"", "a b", "a/b", "\xC3\xBC"}) {
     EXPECT_THROW(links_->Serve(name, topic_), Error) << name;

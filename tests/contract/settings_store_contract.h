@@ -12,8 +12,8 @@
 
 namespace skyhop::testing {
 
-/// Makes a store over one and the same place each time it is called, so that the second one sees
-/// what the first one saved.
+/// Creates a store. All stores of one factory share a place, so that the second one reads the
+/// values that the first one saved.
 using StoreFactory = std::function<std::unique_ptr<SettingsStore>()>;
 
 struct StoreBackend {
@@ -22,7 +22,7 @@ struct StoreBackend {
   std::function<StoreFactory()> prepare;
 };
 
-/// What every settings store has to keep to.
+/// Tests for every settings store.
 class SettingsStoreContract : public ::testing::TestWithParam<StoreBackend> {
  protected:
   StoreFactory factory_ = GetParam().prepare();
@@ -33,7 +33,7 @@ class SettingsStoreContract : public ::testing::TestWithParam<StoreBackend> {
   }
 };
 
-TEST_P(SettingsStoreContract, AbsentValuesYieldTheDefault) {
+TEST_P(SettingsStoreContract, ReturnsTheDefaultWhenAValueIsAbsent) {
   EXPECT_EQ(Read("Key"), "(default)");
   store_->SaveSetting("App", "Section", "Other", "1");
   EXPECT_EQ(Read("Key"), "(default)");
@@ -41,14 +41,14 @@ TEST_P(SettingsStoreContract, AbsentValuesYieldTheDefault) {
   EXPECT_EQ(store_->Read("Stranger", "Section", "Other", "d"), "d");
 }
 
-TEST_P(SettingsStoreContract, NamesCompareWithoutRegardToCase) {
+TEST_P(SettingsStoreContract, IgnoresTheCaseOfNames) {
   store_->SaveSetting("App", "Windows", "IonCapWindowState", "2");
   EXPECT_EQ(store_->Read("App", "WINDOWS", "IonCapWindowstate", ""), "2");
   store_->SaveSetting("App", "windows", "ioncapwindowstate", "1");
   EXPECT_EQ(store_->Read("App", "Windows", "IonCapWindowState", ""), "1");
 }
 
-TEST_P(SettingsStoreContract, TextsSurviveAsTheyAre) {
+TEST_P(SettingsStoreContract, KeepsTextsUnchanged) {
   const std::vector<std::string> values = {
       "",
       "=",
@@ -71,12 +71,12 @@ TEST_P(SettingsStoreContract, TextsSurviveAsTheyAre) {
   }
 }
 
-TEST_P(SettingsStoreContract, BlanksAroundAValueAreNotKept) {
+TEST_P(SettingsStoreContract, RemovesBlanksAroundAValue) {
   store_->SaveSetting("App", "Section", "Key", " \t two words  ");
   EXPECT_EQ(Read("Key"), "two words");
 }
 
-TEST_P(SettingsStoreContract, SeveralValuesAreSavedTogetherOrNotAtAll) {
+TEST_P(SettingsStoreContract, SavesSeveralValuesTogetherOrNotAtAll) {
   const std::vector<SettingEntry> good = {{"Section", "A", "1"}, {"Section", "B", "2"}};
   store_->Save("App", good);
   EXPECT_EQ(Read("A"), "1");
@@ -86,7 +86,7 @@ TEST_P(SettingsStoreContract, SeveralValuesAreSavedTogetherOrNotAtAll) {
   EXPECT_EQ(Read("A"), "1");
 }
 
-TEST_P(SettingsStoreContract, NamesThatNoStoreCanHoldAreRefused) {
+TEST_P(SettingsStoreContract, RefusesInvalidNames) {
   for (const char* name : {"", "a=b", "[a]", "a]", "a\\b", " a", "a ", ";a", "#a", "a\nb"}) {
     try {
       store_->SaveSetting("App", "Section", name, "1");
@@ -98,7 +98,7 @@ TEST_P(SettingsStoreContract, NamesThatNoStoreCanHoldAreRefused) {
   }
 }
 
-TEST_P(SettingsStoreContract, ApplicationsAreKeptApart) {
+TEST_P(SettingsStoreContract, SeparatesApplications) {
   store_->SaveSetting("App", "Section", "Key", "mine");
   store_->SaveSetting("Tessera", "Section", "Key", "theirs");
   EXPECT_EQ(store_->Read("App", "Section", "Key", ""), "mine");

@@ -17,20 +17,20 @@
 
 namespace skyhop::testing {
 
-/// A fetcher and what it fetches from.
+/// A fetcher and the place from which it fetches.
 class FetchWorld {
  public:
   virtual ~FetchWorld() = default;
   [[nodiscard]] virtual UrlFetcher& Fetcher() = 0;
-  /// Makes some content available. Returns its address as a user types it, with a blank.
+  /// Makes content available. Returns its address as a user types it, with a blank.
   [[nodiscard]] virtual std::string Serve(const std::string& content) = 0;
-  /// An address that nothing answers.
+  /// An address without an answer.
   [[nodiscard]] virtual std::string ServeNothing() = 0;
-  /// Content that is still on its way after a minute.
+  /// The address of content that takes longer than a minute to arrive.
   [[nodiscard]] virtual std::string ServeSlowly() = 0;
 };
 
-/// A fetcher that has a server on the loopback interface.
+/// A fetcher with a server on the loopback interface.
 template <class Backend>
 class HttpWorld : public FetchWorld {
  public:
@@ -59,11 +59,11 @@ struct FetcherBackend {
   const char* name;
   std::function<std::unique_ptr<FetchWorld>()> make;
 
-  /// What the test's report calls it.
+  /// The name in the test's report.
   friend void PrintTo(const FetcherBackend& backend, std::ostream* out) { *out << backend.name; }
 };
 
-/// What every fetcher has to keep to.
+/// Tests for every fetcher.
 class UrlFetcherContract : public ::testing::TestWithParam<FetcherBackend> {
  protected:
   std::unique_ptr<FetchWorld> world_ = GetParam().make();
@@ -94,7 +94,7 @@ TEST_P(UrlFetcherContract, ReportsAFailure) {
   EXPECT_NE(world_->Fetcher().Fetch(world_->ServeNothing(), file_, {}), fetch_codes::kOk);
 }
 
-TEST_P(UrlFetcherContract, AStoppedFetchWritesNoFile) {
+TEST_P(UrlFetcherContract, WritesNoFileWhenAFetchIsStopped) {
   const std::string slow = world_->ServeSlowly();
   const auto start = std::chrono::steady_clock::now();
   const std::jthread user([this] {

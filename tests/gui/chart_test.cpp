@@ -1,4 +1,4 @@
-// A prediction as a user makes it, read back from the screen.
+// Makes a prediction like a user and reads it back from the screen.
 
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
@@ -18,7 +18,7 @@ constexpr Color kLuf{0, 0, 0};
 constexpr Color kMuf90{0, 0, 255};
 constexpr Color kMuf50{0, 255, 0};
 constexpr Color kMuf10{255, 0, 0};
-/// Thin slanted lines are smoothed: only some of their pixels come near the full colour.
+/// Thin slanted lines are smoothed: only some of their pixels are close to the full colour.
 constexpr int kSmoothed = 60;
 
 class ChartWindow : public GuiTest {
@@ -27,7 +27,7 @@ class ChartWindow : public GuiTest {
     Start();
     EnterStations();
     Predict();
-    // Away from the chart, whose words would follow the pointer.
+    // Move the pointer away from the chart, whose texts would follow it.
     wxUIActionSimulator().MouseMove(Frame().ClientToScreen(wxPoint(2, 2)));
   }
 
@@ -43,7 +43,7 @@ class ChartWindow : public GuiTest {
   [[nodiscard]] bool GoesAway(Color color, int tolerance = 0) {
     return PumpUntil([&] { return SeenInPlot(color, tolerance) == 0; });
   }
-  /// Everything below the solar bars and beside them.
+  /// Counts a colour in all areas below the solar bars and beside them.
   [[nodiscard]] int SeenInKeys(Color color) {
     const wxSize size = Frame().Canvas().GetClientSize();
     const Rectangle& bars = Program().Chart().RcvSun();
@@ -65,7 +65,7 @@ class ChartWindow : public GuiTest {
   }
 };
 
-TEST_F(ChartWindow, APredictionIsTypedRunAndDrawn) {
+TEST_F(ChartWindow, DrawsATypedPrediction) {
   StartWithChart();
   EXPECT_TRUE(dialogs_.messages.empty());
   EXPECT_EQ(Text(TextField::kLocalLat), "40 30' 0\" N");
@@ -86,7 +86,7 @@ TEST_F(ChartWindow, APredictionIsTypedRunAndDrawn) {
   EXPECT_TRUE(Shows("miles") || Shows("km"));
 }
 
-TEST_F(ChartWindow, EachBoxShowsAndHidesItsPartOfTheChart) {
+TEST_F(ChartWindow, ShowsAndHidesPartsByTheirBoxes) {
   StartWithChart();
   ASSERT_TRUE(ComesUp(kMuf10, kSmoothed));
   ASSERT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
@@ -112,7 +112,7 @@ TEST_F(ChartWindow, EachBoxShowsAndHidesItsPartOfTheChart) {
   }
 }
 
-TEST_F(ChartWindow, TheStatusBarReadsOutWhatThePointerIsAt) {
+TEST_F(ChartWindow, ShowsTheValuesUnderThePointer) {
   StartWithChart();
   ChartCanvas& canvas = Frame().Canvas();
   const std::string at_rest = Status();
@@ -127,10 +127,10 @@ TEST_F(ChartWindow, TheStatusBarReadsOutWhatThePointerIsAt) {
       << "leaving the chart puts the time index back: " << Status() << ", at first " << at_rest;
 }
 
-TEST_F(ChartWindow, TheTimeIndexIsMovedByKeysAndByThePointer) {
+TEST_F(ChartWindow, MovesTheTimeIndexByKeysAndPointer) {
   StartWithChart();
   ChartCanvas& canvas = Frame().Canvas();
-  // Off the time index, wherever the clock has put it.
+  // Click away from the time index, whose place depends on the clock.
   ClickAt(canvas, OnPlot(TimeIndex() > 12 ? 3.5 : 20.5, 0.5));
   ASSERT_TRUE(PumpUntil([&] { return canvas.HasFocus(); }));
   const auto at = [&](double hours) {
@@ -162,7 +162,7 @@ TEST_F(ChartWindow, TheTimeIndexIsMovedByKeysAndByThePointer) {
   EXPECT_EQ(TimeIndex(), dropped) << "it was let go";
 }
 
-TEST_F(ChartWindow, TheChartStaysReadableInTheSmallestWindow) {
+TEST_F(ChartWindow, StaysReadableWhenSmallest) {
   StartWithChart();
   Frame().SetClientSize(Frame().GetMinClientSize());
   ASSERT_TRUE(
@@ -171,7 +171,7 @@ TEST_F(ChartWindow, TheChartStaysReadableInTheSmallestWindow) {
   EXPECT_GE(Program().Chart().Plot().height, 60);
 }
 
-TEST_F(ChartWindow, ACopiedChartIsThePictureWithCurvesAndKeys) {
+TEST_F(ChartWindow, CopiesCurvesAndKeys) {
   StartWithChart();
   Press('C', wxMOD_CONTROL | wxMOD_SHIFT);
   wxBitmapDataObject copied;

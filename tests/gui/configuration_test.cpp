@@ -1,4 +1,4 @@
-// The configuration window, by keyboard.
+// Tests the configuration window by keyboard.
 
 #include <wx/choice.h>
 #include <wx/listbox.h>
@@ -31,7 +31,7 @@ class ConfigurationByKeyboard : public GuiTest {
     }
     throw std::logic_error("no list of pages");
   }
-  /// Chooses a page in the list by the arrow keys.
+  /// Selects a page in the list with the arrow keys.
   void GoToPage(const char* name) {
     List().SetFocus();
     ASSERT_TRUE(PumpUntil([&] { return List().HasFocus(); }));
@@ -45,7 +45,7 @@ class ConfigurationByKeyboard : public GuiTest {
     }
     ASSERT_TRUE(PumpUntil([&] { return CurrentPage().IsShownOnScreen(); }));
   }
-  /// Goes on with the Tab key until a control has the focus.
+  /// Presses Tab until a control has the focus.
   void TabTo(const wxWindow& control) {
     const auto focused = [&] { return Focused(ConfigurationWindow()) == &control; };
     for (int i = 0; i < 60 && !focused(); ++i) {
@@ -66,7 +66,7 @@ class ConfigurationByKeyboard : public GuiTest {
   }
 };
 
-TEST_F(ConfigurationByKeyboard, EveryControlOfEveryPageIsReached) {
+TEST_F(ConfigurationByKeyboard, ReachesEveryControlOfEveryPage) {
   Start();
   Open();
   for (unsigned page = 0; page < List().GetCount(); ++page) {
@@ -86,7 +86,7 @@ TEST_F(ConfigurationByKeyboard, EveryControlOfEveryPageIsReached) {
   CloseByEscape();
 }
 
-TEST_F(ConfigurationByKeyboard, WhatIsSetWorksAtOnceAndAtTheNextStart) {
+TEST_F(ConfigurationByKeyboard, AppliesSettingsAtOnceAndAfterARestart) {
   Start();
   EnterStations();
   const bool miles = Shows(" miles");
@@ -133,7 +133,7 @@ TEST_F(ConfigurationByKeyboard, WhatIsSetWorksAtOnceAndAtTheNextStart) {
   EXPECT_FALSE(FindControl<wxCheckBox>(CurrentPage(), "Show tool tips")->GetValue());
 }
 
-TEST_F(ConfigurationByKeyboard, AnEditedModeIsOfferedByTheMainWindow) {
+TEST_F(ConfigurationByKeyboard, OffersANewModeInTheMainWindow) {
   Start();
   Open();
   GoToPage("Mode-dependent settings");
@@ -153,7 +153,7 @@ TEST_F(ConfigurationByKeyboard, AnEditedModeIsOfferedByTheMainWindow) {
   }
 }
 
-TEST_F(ConfigurationByKeyboard, TheEngineIsTestedFromItsPage) {
+TEST_F(ConfigurationByKeyboard, TestsTheEngine) {
   Start();
   Open();
   GoToPage("Engine");

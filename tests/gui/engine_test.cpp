@@ -1,4 +1,4 @@
-// Engines that do not do what they should.
+// Tests engines that fail.
 
 #include <fstream>
 
@@ -10,7 +10,7 @@
 namespace skyhop::testing {
 namespace {
 
-/// Whether a process runs; one that has ended and waits to be asked for its status does not.
+/// Whether a process runs. An ended process that its parent has not reaped does not run.
 bool Runs(int process) {
   std::ifstream file("/proc/" + std::to_string(process) + "/stat");
   std::string text;
@@ -35,7 +35,7 @@ class EngineOfWindow : public GuiTest {
   [[nodiscard]] std::string Caption() { return Frame().GetTitle().utf8_string(); }
 };
 
-TEST_F(EngineOfWindow, ADyingEngineIsToldWithItsReasonAndTheLog) {
+TEST_F(EngineOfWindow, ShowsReasonAndLogWhenItFails) {
   Start();
   EnterStations();
   Predict();
@@ -63,7 +63,7 @@ TEST_F(EngineOfWindow, ADyingEngineIsToldWithItsReasonAndTheLog) {
   EXPECT_EQ(Notice(), "IONCAP is not installed. The built-in estimate made this prediction.");
 }
 
-TEST_F(EngineOfWindow, AbortEndsARunningEngine) {
+TEST_F(EngineOfWindow, EndsOnAbort) {
   Start();
   EnterStations();
   Predict();
@@ -91,7 +91,7 @@ TEST_F(EngineOfWindow, AbortEndsARunningEngine) {
   EXPECT_TRUE(ShowsOldChart());
 }
 
-TEST_F(EngineOfWindow, ClosingTheWindowEndsARunningEngine) {
+TEST_F(EngineOfWindow, EndsWhenTheWindowCloses) {
   Start();
   EnterStations();
   ReplaceEngine(kDeafEngine);
@@ -104,7 +104,7 @@ TEST_F(EngineOfWindow, ClosingTheWindowEndsARunningEngine) {
   EXPECT_TRUE(PumpUntil([&] { return !Runs(process); })) << "the engine still runs";
 }
 
-TEST_F(EngineOfWindow, AnEngineThatCannotBeStartedIsNoDisaster) {
+TEST_F(EngineOfWindow, ReportsAFailedStart) {
   Start();
   EnterStations();
   WriteFile(home_ / "IonCap/ioncap.exe", "#!/nonexistent/interpreter\n");
@@ -114,7 +114,7 @@ TEST_F(EngineOfWindow, AnEngineThatCannotBeStartedIsNoDisaster) {
   EXPECT_FALSE(Program().Chart().HasResult());
 }
 
-TEST_F(EngineOfWindow, WithoutAnEngineOfItsOwnTheFolderHasTheEstimate) {
+TEST_F(EngineOfWindow, IsTheEstimateWhenNoneIsInstalled) {
   Start();
   EnterStations();
   std::filesystem::remove(home_ / "IonCap/ioncap.exe");

@@ -1,4 +1,4 @@
-// What may be typed and pasted into the fields, and what the window says about it.
+// Tests typing and pasting into the fields, and the window's messages about it.
 
 #include <wx/uiaction.h>
 
@@ -14,7 +14,7 @@ using Message = std::pair<std::string, std::string>;
 
 class FieldsOfWindow : public GuiTest {
  protected:
-  /// Inserts a text as the clipboard and input methods do: past the key filter.
+  /// Inserts a text like the clipboard and input methods, which bypass the key filter.
   void Insert(TextField field, const wxString& text) {
     SCOPED_TRACE(Caption(field));
     wxTextCtrl& control = Field(field);
@@ -25,7 +25,7 @@ class FieldsOfWindow : public GuiTest {
     control.WriteText(text);
   }
 
-  /// Leaves the field for another place and waits until the program has seen it.
+  /// Leaves the field and waits until the program has handled that.
   void Leave() {
     wxWindow* const left = wxWindow::FindFocus();
     Press(WXK_TAB);
@@ -34,7 +34,7 @@ class FieldsOfWindow : public GuiTest {
   }
 };
 
-TEST_F(FieldsOfWindow, KeysThatAFieldHasNoUseForAreRefused) {
+TEST_F(FieldsOfWindow, RefuseUselessKeys) {
   Start();
   const std::tuple<TextField, const char*, const char*> filters[] = {
       {TextField::kLocalLat, "4x0n", "40n"},
@@ -43,14 +43,14 @@ TEST_F(FieldsOfWindow, KeysThatAFieldHasNoUseForAreRefused) {
   };
   for (const auto& [field, typed, kept] : filters) {
     TypeInto(field, "");
-    // The field takes the last key of each text.
+    // The last key of each text is valid, so its arrival shows that all keys are handled.
     wxUIActionSimulator().Text(typed);
     EXPECT_TRUE(PumpUntil([&, at = field, text = kept] { return Text(at) == text; }))
         << typed << " became " << Text(field);
   }
 }
 
-TEST_F(FieldsOfWindow, RefusedTextsAreMarkedAndStayUntilTheyAreCorrected) {
+TEST_F(FieldsOfWindow, MarkRefusedTextsUntilTheyAreCorrected) {
   Start();
   struct Refusal {
     TextField field;
@@ -80,7 +80,7 @@ TEST_F(FieldsOfWindow, RefusedTextsAreMarkedAndStayUntilTheyAreCorrected) {
   }
 }
 
-TEST_F(FieldsOfWindow, WhatCannotBePredictedIsToldInExactWords) {
+TEST_F(FieldsOfWindow, ShowExactMessagesWhenInputsAreInvalid) {
   Start();
   const auto told = [&](const char* message) {
     dialogs_.messages.clear();
@@ -91,15 +91,15 @@ TEST_F(FieldsOfWindow, WhatCannotBePredictedIsToldInExactWords) {
   };
   told("DX station latitude or longitude not specified");
   EnterStations();
-  // The prediction judges the text, and leaving the field adds no second message.
+  // The prediction checks the text. Leaving the field adds no second message.
   TypeInto(TextField::kLocalTakeOff, "99");
   told(
       "Invalid Takeoff specified in the 'Your Stations' panel on the Main window's Parameters tab");
 }
 
-TEST_F(FieldsOfWindow, AnythingMayBeInsertedAndTheLastValidValuesStay) {
+TEST_F(FieldsOfWindow, KeepValidValuesWhenAnythingIsPasted) {
   Start();
-  // Its field can be seen then.
+  // This makes its field visible.
   Program().Controller().SetSNRDisplayActive(true);
   EnterStations();
   TypeInto(TextField::kLocalPwr, "100");
@@ -131,15 +131,16 @@ TEST_F(FieldsOfWindow, AnythingMayBeInsertedAndTheLastValidValuesStay) {
   for (const wxString& text : inserted) {
     for (int i = 0; i < kTextFieldCount; ++i) insert(static_cast<TextField>(i), text);
   }
-  // Neither does one end up where the next start reads it.
+  // The next start must not read one of these texts either.
   CloseWindow();
   dialogs_.messages.clear();
   Start();
   for (int i = 0; i < kTextFieldCount; ++i) {
     const auto field = static_cast<TextField>(i);
-    // The sunspot number is fetched at every start.
+    // Every start fetches the sunspot number.
     if (field == TextField::kSSN) continue;
-    // The station's square was deleted, so it comes back in full from where the station is.
+    // The station's square was deleted, so the next start computes it from the station's place, in
+    // full length.
     const std::string shown = Text(field).substr(0, field == TextField::kLocalGrid ? 4 : 60);
     EXPECT_EQ(shown, valid.at(static_cast<std::size_t>(i))) << Caption(field);
     EXPECT_FALSE(Marked(field)) << Caption(field);
@@ -149,7 +150,7 @@ TEST_F(FieldsOfWindow, AnythingMayBeInsertedAndTheLastValidValuesStay) {
   EXPECT_TRUE(dialogs_.messages.empty());
 }
 
-TEST_F(FieldsOfWindow, ADoubleClickPutsTodayIntoTheDate) {
+TEST_F(FieldsOfWindow, SetTodayOnADoubleClick) {
   Start();
   const std::string today = Text(TextField::kTheDate);
   ASSERT_NE(today, "");

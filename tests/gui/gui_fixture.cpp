@@ -21,7 +21,7 @@ namespace skyhop::testing {
 
 void Pump() {
   wxEventLoopBase* const loop = wxEventLoopBase::GetActive();
-  // Dispatched one by one, as the program's own loop does: within a yield some things wait.
+  // Dispatch events one by one, like the program's own loop: a yield delays some of them.
   while (loop->Pending()) loop->Dispatch();
   wxTheApp->ProcessPendingEvents();
   loop->ProcessIdle();
@@ -48,7 +48,7 @@ int DialogRecorder::Enter(wxDialog* dialog) {
 GuiTest::GuiTest() {
   ::setenv("SKYHOP_HOME", home_.Path().c_str(), 1);
   ::setenv("XDG_CONFIG_HOME", config_.Path().c_str(), 1);
-  // Whatever still asks for an address elsewhere meets a proxy that is not there.
+  // Requests for other addresses go to a proxy that does not exist.
   const std::string nowhere = "http://127.0.0.1:" + std::to_string(UnusedPort());
   for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) {
     ::setenv(proxy, nowhere.c_str(), 1);
@@ -168,7 +168,7 @@ void GuiTest::EnterStations(const std::string& local, const std::string& dx) {
   for (const Station& station : {Station{TextField::kLocalGrid, TextField::kLocalLat, local},
                                  Station{TextField::kDXGrid, TextField::kDXLat, dx}}) {
     TypeInto(station.grid, station.square);
-    // Enter has work to do only where the latitude is another station's.
+    // Enter does something only if the latitude belongs to another station.
     Field(station.latitude).ChangeValue("");
     Press(WXK_RETURN);
     ASSERT_TRUE(PumpUntil([&] { return !Text(station.latitude).empty(); }));
@@ -220,7 +220,7 @@ wxWindow* Focused(const wxWindow& frame) {
   auto* widget = gtk_window_get_focus(GTK_WINDOW(frame.GetHandle()));
   const std::vector<wxWindow*> windows = Descendants(frame);
   for (; widget != nullptr; widget = gtk_widget_get_parent(widget)) {
-    // The innermost one: a page's panel is an ancestor too.
+    // Return the innermost one: a page's panel is an ancestor too.
     const auto found = std::find_if(windows.begin(), windows.end(), [widget](wxWindow* window) {
       return static_cast<GtkWidget*>(window->GetHandle()) == widget;
     });

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <type_traits>  // the toolkit's next header needs it and does not say so
+#include <type_traits>  // the toolkit's next header needs this but does not include it
 
 #include <wx/modalhook.h>
 #include <wx/notebook.h>
@@ -21,31 +21,31 @@
 
 namespace skyhop::testing {
 
-/// Enough for an engine's run on a machine that is busy with something else.
+/// Long enough for an engine's run on a busy machine.
 inline constexpr std::chrono::seconds kLongWait{60};
 
-/// Lets events happen until `condition` holds. Returns whether it does.
+/// Handles events until `condition` returns true. Returns its result.
 bool PumpUntil(const std::function<bool()>& condition, std::chrono::seconds longest = kLongWait);
-/// Handles the events that are there by now.
+/// Handles the pending events.
 void Pump();
 
-/// Acknowledges message boxes in the user's place and keeps what they said. Other dialogs are
-/// cancelled unless `answer` is set.
+/// Closes message boxes like a user and keeps their texts. Cancels other dialogs unless `answer` is
+/// set.
 class DialogRecorder : public wxModalDialogHook {
  public:
   DialogRecorder() { Register(); }
 
   /// Caption and text of every message box.
   std::vector<std::pair<std::string, std::string>> messages;
-  /// Gets every other dialog; returns what it is left with.
+  /// Receives every other dialog and returns its result.
   std::function<int(wxDialog&)> answer;
 
  private:
   int Enter(wxDialog* dialog) override;
 };
 
-/// The program with its real windows, real engine and settings in folders of its own. Its addresses
-/// are those of a server on the loopback interface, and nothing gets beyond that interface.
+/// The program with its real windows, a real engine, and settings in separate folders. Its
+/// addresses are those of a server on the loopback interface, and no request leaves that interface.
 class GuiTest : public ::testing::Test {
  protected:
   GuiTest();
@@ -53,9 +53,9 @@ class GuiTest : public ::testing::Test {
 
   /// Starts the program and waits until its window can be used.
   void Start();
-  /// Closes the window as its frame's button would and waits until it has gone.
+  /// Closes the window like its close button and waits until it has disappeared.
   void CloseWindow();
-  /// The frame, gone once it was closed.
+  /// The frame. It does not exist after it was closed.
   [[nodiscard]] PredictionFrame& Frame() { return *frame_; }
   [[nodiscard]] SkyhopProgram& Program() { return *program_; }
   [[nodiscard]] wxNotebook& Tabs();
@@ -67,14 +67,14 @@ class GuiTest : public ::testing::Test {
   [[nodiscard]] bool Running();
   /// The text of the strip above the chart; empty while it is hidden.
   [[nodiscard]] std::string Notice();
-  /// What a label of the window shows.
+  /// Whether a label of the window shows this text.
   [[nodiscard]] bool Shows(const std::string& text);
 
-  // What a user does.
+  // A user's actions.
   static void Click(wxWindow& window);
   static void ClickAt(wxWindow& window, wxPoint place);
   static void Press(int key, int modifiers = 0);
-  /// Brings a field's page up, clicks into it and replaces its text by typing.
+  /// Shows a field's page, clicks into the field and replaces its text by typing.
   void TypeInto(TextField field, const std::string& text);
   void ShowPageOf(wxWindow& control);
   void EnterStations(const std::string& local = "FN20", const std::string& dx = "IO91");
@@ -85,9 +85,9 @@ class GuiTest : public ::testing::Test {
   [[nodiscard]] std::string Settings() const;
   /// Replaces the settings by `content` and, after it, the addresses of the test's server.
   void WriteSettings(const std::string& content) const;
-  /// What the settings hold about addresses: this one for the sunspot number.
+  /// The settings of the addresses, with this one for the sunspot number.
   [[nodiscard]] std::string AddressSettings(const std::string& ssn_url) const;
-  /// Has the server give this as the sunspot number of the month.
+  /// Makes the server return this as the sunspot number of the month.
   void ServeSunspotNumber(const std::string& number);
   /// Puts a shell script in the engine's place.
   void ReplaceEngine(const std::string& script) const;
@@ -102,14 +102,15 @@ class GuiTest : public ::testing::Test {
   wxWeakRef<PredictionFrame> frame_;
 };
 
-/// The window of `frame` that the keyboard goes to, null when none does. Unlike the toolkit's own
-/// answer, this knows of lists to choose from, whose inner parts have the focus.
+/// The window of `frame` that has the keyboard focus, null if none has it. Unlike the toolkit's
+/// function, this works for choice lists, whose inner parts have the focus.
 [[nodiscard]] wxWindow* Focused(const wxWindow& frame);
 
 /// All windows within `window`, itself not counted, in the order of their creation.
 [[nodiscard]] std::vector<wxWindow*> Descendants(const wxWindow& window);
 
-/// The first descendant of a kind whose words are `label`, without the mark of its shortcut.
+/// The first descendant of a kind with the caption `label`, compared without the mark of its
+/// shortcut.
 template <class Kind>
 [[nodiscard]] Kind* FindControl(const wxWindow& window, const wxString& label) {
   for (wxWindow* child : Descendants(window)) {

@@ -1,4 +1,4 @@
-// Runs the tests within a window program that is up but whose event loop is driven by them.
+// Runs the tests within a started window program. The tests run its event loop.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// Everything is reached without a pointer.
+// Tests that the keyboard alone reaches everything.
 
 #include <gtk/gtk.h>
 
@@ -21,7 +21,7 @@ namespace {
 
 class KeyboardAlone : public GuiTest {
  protected:
-  /// Goes through the window with the Tab key until it comes back to where it began.
+  /// Presses Tab until the focus returns to where it began.
   std::vector<wxWindow*> TabThrough(int modifiers = 0) {
     std::vector<wxWindow*> stops;
     const wxWindow* const begin = Focused(Frame());
@@ -49,8 +49,8 @@ class KeyboardAlone : public GuiTest {
     return FromWx(window->GetName() + " \"" + window->GetLabel() + "\"");
   }
 
-  /// Whether the keyboard has to reach a control: of radio buttons only the chosen one, the others
-  /// are for the arrow keys.
+  /// Whether Tab must reach a control: of radio buttons only the selected one, since the arrow keys
+  /// reach the others.
   static bool IsStop(wxWindow* window) {
     if (!window->IsShownOnScreen() || !window->IsEnabled()) return false;
     if (const auto* radio = dynamic_cast<wxRadioButton*>(window)) return radio->GetValue();
@@ -69,7 +69,7 @@ class KeyboardAlone : public GuiTest {
     }
   }
 
-  /// Within a group the keyboard goes as one reads: along a row, then down.
+  /// Within a group the focus moves in reading order: along a row, then down.
   static void ExpectReadingOrder(const std::vector<wxWindow*>& stops) {
     for (std::size_t i = 0; i + 2 < stops.size(); ++i) {
       if (stops[i]->GetParent() != stops[i + 1]->GetParent()) continue;
@@ -82,7 +82,7 @@ class KeyboardAlone : public GuiTest {
   }
 };
 
-TEST_F(KeyboardAlone, TheTabKeyVisitsEveryControlOfEveryPage) {
+TEST_F(KeyboardAlone, VisitsEveryControlByTab) {
   Start();
   for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
     Tabs().ChangeSelection(page);
@@ -102,7 +102,7 @@ TEST_F(KeyboardAlone, TheTabKeyVisitsEveryControlOfEveryPage) {
   EXPECT_TRUE(dialogs_.messages.empty());
 }
 
-TEST_F(KeyboardAlone, CaptionsAreTiedToTheirFields) {
+TEST_F(KeyboardAlone, FindsTheCaptionOfEveryField) {
   Start();
   for (int i = 0; i < kTextFieldCount; ++i) {
     const auto field = static_cast<TextField>(i);
@@ -115,7 +115,7 @@ TEST_F(KeyboardAlone, CaptionsAreTiedToTheirFields) {
   }
 }
 
-TEST_F(KeyboardAlone, ShortcutsPredictAbortAndChangeTheChart) {
+TEST_F(KeyboardAlone, PredictsAbortsAndChangesTheChart) {
   Start();
   EnterStations();
   Press(WXK_F5);
@@ -146,7 +146,7 @@ TEST_F(KeyboardAlone, ShortcutsPredictAbortAndChangeTheChart) {
       EXPECT_TRUE(PumpUntil([&, which = box] { return controls.Checked(which) != before; })) << key;
     }
   }
-  // The letters of the controls' own words.
+  // The shortcut letters of the controls' captions.
   Press('P', wxMOD_ALT);
   ASSERT_TRUE(PumpUntil([&] { return Running(); }));
   Press('A', wxMOD_ALT);
@@ -155,7 +155,7 @@ TEST_F(KeyboardAlone, ShortcutsPredictAbortAndChangeTheChart) {
   EXPECT_TRUE(PumpUntil([] { return wxWindow::FindWindowByName("IonCap") == nullptr; }));
 }
 
-TEST_F(KeyboardAlone, TheKeyboardStaysWithTheCommandsWhileTheirButtonsAreDisabled) {
+TEST_F(KeyboardAlone, KeepsFocusWhenButtonsAreDisabled) {
   Start();
   EnterStations();
   ReplaceEngine("exec sleep 600\n");
@@ -181,14 +181,14 @@ TEST_F(KeyboardAlone, TheKeyboardStaysWithTheCommandsWhileTheirButtonsAreDisable
   ASSERT_TRUE(PumpUntil([&] { return Text(TextField::kSSN) == "96"; }));
   EXPECT_TRUE(PumpUntil([&] { return Focused(Frame()) == update; }));
 
-  // A field that goes away with its panel.
+  // A field that disappears with its panel.
   Press('R', wxMOD_CONTROL);
   ASSERT_TRUE(PumpUntil([&] { return Focused(Frame()) == &Field(TextField::kSNRFrequency); }));
   Press('R', wxMOD_CONTROL);
   EXPECT_TRUE(PumpUntil([&] { return Focused(Frame()) == &Frame().Canvas(); }));
 }
 
-TEST_F(KeyboardAlone, AFieldBeingEditedCountsForAPredictionByKey) {
+TEST_F(KeyboardAlone, CommitsTheEditedFieldBeforeAPrediction) {
   Start();
   EnterStations();
   TypeInto(TextField::kDXGrid, "JO62");
@@ -214,7 +214,7 @@ std::set<std::string> GuideKeys(const std::string& table) {
   return keys;
 }
 
-/// "Alt+P" for "&Predict"; empty for words without a marked letter.
+/// "Alt+P" for "&Predict"; empty for a caption without a marked letter.
 std::string LetterKey(const wxString& words) {
   const wxString plain = wxString(words).Mid(0).BeforeFirst('\t');
   const int mark = plain.Find('&');
@@ -222,7 +222,7 @@ std::string LetterKey(const wxString& words) {
   return "Alt+" + FromWx(plain.Mid(static_cast<std::size_t>(mark) + 1, 1).Upper());
 }
 
-TEST_F(KeyboardAlone, TheGuideListsTheKeysOfTheMenus) {
+TEST_F(KeyboardAlone, MatchesTheGuidesListOfMenuKeys) {
   Start();
   std::set<std::string> keys;
   const wxMenuBar& bar = *Frame().GetMenuBar();
@@ -236,7 +236,7 @@ TEST_F(KeyboardAlone, TheGuideListsTheKeysOfTheMenus) {
   EXPECT_EQ(GuideKeys("keys-menu"), keys);
 }
 
-TEST_F(KeyboardAlone, TheGuideListsTheLettersOfEachWindow) {
+TEST_F(KeyboardAlone, MatchesTheGuidesListOfLetters) {
   Start();
   (void)Field(TextField::kSNRFrequency);
   for (const char* name : {"IonCap", "SolarForecast", "BeaconMonitor", "IoncapConfig"}) {
@@ -256,7 +256,7 @@ TEST_F(KeyboardAlone, TheGuideListsTheLettersOfEachWindow) {
   }
 }
 
-TEST_F(KeyboardAlone, APageThatNoBrowserOpensIsToldAboutOnce) {
+TEST_F(KeyboardAlone, ReportsAMissingBrowserOnce) {
   WriteSettings("[Configuration]\nURL0=https://example.org/a-page\nURL1=\nURL2=\nURL3=\n");
   Start();
   const std::string path = std::getenv("PATH");

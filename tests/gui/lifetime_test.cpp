@@ -1,4 +1,4 @@
-// What survives from one start to the next.
+// Tests what the program keeps from one start to the next.
 
 #include <wx/display.h>
 
@@ -31,7 +31,7 @@ class WindowOverTime : public GuiTest {
   }
 };
 
-TEST_F(WindowOverTime, InputsAndOptionsComeBack) {
+TEST_F(WindowOverTime, RestoresInputsAndOptions) {
   Start();
   EnterStations("JN58", "PM95");
   TypeInto(TextField::kLocalPwr, "400");
@@ -57,11 +57,11 @@ TEST_F(WindowOverTime, InputsAndOptionsComeBack) {
   EXPECT_NE(Box("Show Color Keys").GetValue(), keys);
 }
 
-TEST_F(WindowOverTime, PagesThatGetTheirControlsLaterShowTheStoredValues) {
+TEST_F(WindowOverTime, ShowsStoredValuesOnLaterPages) {
   WriteSettings(
       "[Configuration]\nKindex=4\nNoiseLevel=3\nLcoalNoiseLevel=0\nDXPower=3\nSNRMode=0\n");
   Start();
-  // Nobody asks for a control: the program gives the pages theirs by itself.
+  // The test asks for no control: the program itself creates the pages' controls.
   ASSERT_TRUE(PumpUntil([&] {
     for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
       if (Tabs().GetPage(page)->GetChildren().empty()) return false;
@@ -79,7 +79,7 @@ TEST_F(WindowOverTime, PagesThatGetTheirControlsLaterShowTheStoredValues) {
   EXPECT_EQ(Frame().Controls().Selected(OptionGroup::kModeSNRCombo), 0);
 }
 
-TEST_F(WindowOverTime, PlaceAndSizeComeBackAndTheMaximisedState) {
+TEST_F(WindowOverTime, RestoresPlaceSizeAndMaximisedState) {
   Start();
   Frame().SetSize(150, 120, 1210, 840);
   ASSERT_TRUE(PumpUntil([&] { return Frame().GetSize() == wxSize(1210, 840); }));
@@ -103,7 +103,7 @@ TEST_F(WindowOverTime, PlaceAndSizeComeBackAndTheMaximisedState) {
   })) << Frame().GetSize().x;
 }
 
-TEST_F(WindowOverTime, AWindowFromABiggerDesktopComesBackOntoThisOne) {
+TEST_F(WindowOverTime, MovesOntoTheDesktopWhenStoredOutside) {
   for (const char* place : {"IonCapLeft=-5000\nIonCapTop=-3000\nIonCapWidth=1000\nIonCapHeight=700",
                             "IonCapLeft=9000\nIonCapTop=8000\nIonCapWidth=1000\nIonCapHeight=700",
                             "IonCapLeft=0\nIonCapTop=0\nIonCapWidth=99999\nIonCapHeight=99999",
@@ -117,7 +117,7 @@ TEST_F(WindowOverTime, AWindowFromABiggerDesktopComesBackOntoThisOne) {
   }
 }
 
-TEST_F(WindowOverTime, ADamagedSettingsFileKeepsNobodyFromWorking) {
+TEST_F(WindowOverTime, WorksWhenTheSettingsFileIsDamaged) {
   const auto garbage = "[Configuration\0\xFF\xFEPower=\x80\x81\nSNRMode=99\nXLat=99999"s;
   WriteSettings(garbage + std::string(100000, '\xA7'));
   Start();
@@ -133,7 +133,7 @@ TEST_F(WindowOverTime, ADamagedSettingsFileKeepsNobodyFromWorking) {
   }
 }
 
-TEST_F(WindowOverTime, TheEndWaitsUntilNothingIsGoingOnInTheWindow) {
+TEST_F(WindowOverTime, ClosesOnlyAfterOpenDialogsEnd) {
   Start();
   std::optional<NestedLoops::Scope> dialog(std::in_place);
   const wxWeakRef<PredictionFrame> frame(&Frame());

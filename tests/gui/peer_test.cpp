@@ -1,4 +1,4 @@
-// The program as a process of its own, and a peer on its session bus.
+// Tests the program as a separate process, with a peer on its session bus.
 
 #include <gio/gio.h>
 
@@ -33,7 +33,7 @@ class Bus {
   Bus(const Bus&) = delete;
   Bus& operator=(const Bus&) = delete;
 
-  /// Whether Skyhop has taken the command.
+  /// Returns whether Skyhop accepted the command.
   [[nodiscard]] bool Execute(const char* command) const {
     GVariant* const reply =
         g_dbus_connection_call_sync(connection_, "org.marlo.Skyhop", "/DDEServer", "org.marlo.Link",
@@ -45,7 +45,7 @@ class Bus {
   }
 
  private:
-  /// GLib takes it from the environment when the bus starts and when it ends.
+  /// GLib removes DISPLAY from the environment when the bus starts and when it ends.
   std::string display_ = std::getenv("DISPLAY");
   GTestDBus* bus_;
   GDBusConnection* connection_ = nullptr;
@@ -66,7 +66,7 @@ class PeerOfTheProcess : public GuiTest {
   [[nodiscard]] std::string Log() const {
     return ReadFile(home_ / "ErrorLog.txt", std::size_t{1} << 20U);
   }
-  /// Gives the sunspot number a byte a second, for ten minutes.
+  /// Sends the sunspot number one byte per second, for ten minutes.
   void ServeSlowly() {
     HttpReply slow = {.pieces = {"HTTP/1.1 200 OK\r\nContent-Length: 600\r\n\r\n"},
                       .pause = std::chrono::seconds(1)};
@@ -78,10 +78,10 @@ class PeerOfTheProcess : public GuiTest {
   Bus bus_;
 };
 
-TEST_F(PeerOfTheProcess, ShutdownIsObeyedWhileAPeersCommandShowsAMessage) {
+TEST_F(PeerOfTheProcess, ShutsItDownWhileACommandShowsAMessage) {
   const auto program = StartProcess();
   ASSERT_TRUE(PumpUntil([&] { return bus_.Execute("004test"); }));
-  // There is no DX station.
+  // The command shows a message, because there is no DX station.
   ASSERT_TRUE(bus_.Execute("004predict"));
   ASSERT_TRUE(PumpUntil([&] { return program->Windows() == 2; }));
   ASSERT_TRUE(bus_.Execute("004iconify"));
@@ -92,7 +92,7 @@ TEST_F(PeerOfTheProcess, ShutdownIsObeyedWhileAPeersCommandShowsAMessage) {
   ExpectEnd(*program);
 }
 
-TEST_F(PeerOfTheProcess, ShutdownIsObeyedWhileTheStartShowsAMessage) {
+TEST_F(PeerOfTheProcess, ShutsItDownWhileTheStartShowsAMessage) {
   server_.Serve("/ssn", Reply("404 Not Found", "gone"));
   const auto program = StartProcess();
   ASSERT_TRUE(PumpUntil([&] { return program->HasWindow("Skyhop Sunspot Number"); }));

@@ -1,4 +1,4 @@
-// The point prediction and the table of reliabilities, as they appear on the screen.
+// Tests the point prediction and the table of reliabilities on the screen.
 
 #include "gui_fixture.h"
 #include "screen.h"
@@ -10,7 +10,7 @@ namespace {
 
 class SnrOfWindow : public GuiTest {
  protected:
-  /// Whether a visible label holds the text.
+  /// Whether a visible label contains the text.
   [[nodiscard]] bool Reads(const std::string& text) {
     for (wxWindow* child : Descendants(Frame())) {
       auto* const label = dynamic_cast<wxStaticText*>(child);
@@ -26,7 +26,7 @@ class SnrOfWindow : public GuiTest {
   }
 };
 
-TEST_F(SnrOfWindow, ATypedFrequencyIsPredictedOnBothPathsBesideAChartRun) {
+TEST_F(SnrOfWindow, PredictsBothPathsDuringAChartRun) {
   Start();
   EnterStations();
   EXPECT_FALSE(Field(TextField::kSNRFrequency).IsShownOnScreen());
@@ -48,7 +48,7 @@ TEST_F(SnrOfWindow, ATypedFrequencyIsPredictedOnBothPathsBesideAChartRun) {
   EXPECT_NE(Settings().find("ShowSNRDisplay"), std::string::npos) << Settings();
 }
 
-TEST_F(SnrOfWindow, TheTableTakesTheChartsPlaceAndGivesItBack) {
+TEST_F(SnrOfWindow, SwitchesBetweenTableAndChart) {
   WriteSettings("[Configuration]\nEngine=3\n");
   Start();
   EnterStations();

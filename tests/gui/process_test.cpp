@@ -1,4 +1,4 @@
-// The program as a process of its own.
+// Tests the program as a separate process.
 
 #include <csignal>
 
@@ -19,19 +19,19 @@ class ProgramAsProcess : public GuiTest {
   }
 };
 
-TEST_F(ProgramAsProcess, ASecondInstanceIsRefusedAndTheFirstGoesOn) {
+TEST_F(ProgramAsProcess, RefusesASecondInstance) {
   const auto first = StartProcess();
   StartedProgram second(SKYHOP_PROGRAM);
   ASSERT_TRUE(PumpUntil([&] { return second.HasWindow("Skyhop"); })) << "no message";
   EXPECT_FALSE(second.Ended()) << "the message waits for the user";
-  // A key that comes before the box has the keyboard is lost, so it may take more than one.
+  // A key press before the box has the focus is lost, so press repeatedly.
   EXPECT_TRUE(PumpUntil([&] {
     second.PressKey("Return");
     return second.Ended();
   }));
   EXPECT_FALSE(first->Ended());
 
-  // The same within this process, where the words can be read.
+  // Repeat it within this process, which can read the message.
   {
     SkyhopProgram third;
     EXPECT_FALSE(third.Start());
@@ -41,7 +41,7 @@ TEST_F(ProgramAsProcess, ASecondInstanceIsRefusedAndTheFirstGoesOn) {
   EXPECT_EQ(dialogs_.messages[0].second, "Skyhop is already running on this PC");
 
   ASSERT_TRUE(PumpUntil([&] {
-    // The window manager's key for the frame's close button.
+    // This is the window manager's key for the close button.
     first->PressKey("alt+F4");
     return first->Ended();
   }));
@@ -50,7 +50,7 @@ TEST_F(ProgramAsProcess, ASecondInstanceIsRefusedAndTheFirstGoesOn) {
   EXPECT_EQ(dialogs_.messages.size(), 1U) << "the first one has gone";
 }
 
-TEST_F(ProgramAsProcess, ASecondStartBringsTheFirstWindowUp) {
+TEST_F(ProgramAsProcess, ShowsItsWindowWhenStartedAgain) {
   const auto first = StartProcess();
   first->Minimise();
   ASSERT_TRUE(PumpUntil([&] { return first->Windows() == 0; }));
@@ -59,7 +59,7 @@ TEST_F(ProgramAsProcess, ASecondStartBringsTheFirstWindowUp) {
   EXPECT_TRUE(PumpUntil([&] { return second.HasWindow("Skyhop"); })) << "no message";
 }
 
-TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
+TEST_F(ProgramAsProcess, SavesSettingsWhenAskedToEnd) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     WriteSettings("");
     const auto program = StartProcess();
@@ -71,9 +71,9 @@ TEST_F(ProgramAsProcess, ARequestToEndSavesTheSettingsLikeTheCloseButton) {
   }
 }
 
-// What the toolkit learns about the window manager while the first window waits to be shown must
-// not cost the window its place.
-TEST_F(ProgramAsProcess, AWindowStaysWhereItIsFromStartToStart) {
+// The toolkit reads the window manager's properties while the first window waits to be shown. This
+// must not change the window's place.
+TEST_F(ProgramAsProcess, KeepsItsPlaceOverSeveralStarts) {
   const std::string place =
       "IonCapLeft=130\nIonCapTop=90\nIonCapWidth=1150\nIonCapHeight=810\nIonCapWindowState=0\n";
   WriteSettings("[Windows]\n" + place);
@@ -87,9 +87,9 @@ TEST_F(ProgramAsProcess, AWindowStaysWhereItIsFromStartToStart) {
   }
 }
 
-TEST_F(ProgramAsProcess, ARequestToEndIsFollowedWhileAMessageIsOpen) {
+TEST_F(ProgramAsProcess, EndsWhenAskedDuringAMessage) {
   const auto program = StartProcess();
-  // Without a DX station the key raises a message.
+  // Without a DX station the key shows a message.
   ASSERT_TRUE(PumpUntil([&] {
     program->PressKey("F5");
     return program->Windows() > 1;

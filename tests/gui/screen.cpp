@@ -15,7 +15,7 @@ wxImage ScreenPart(const wxWindow& window, const Rectangle& area) {
   wxBitmap bitmap(static_cast<int>(area.width), static_cast<int>(area.height), 24);
   wxMemoryDC copy(bitmap);
   wxScreenDC screen;
-  // Others have painted there, which the copy kept from the last time does not show.
+  // Other windows have painted on the screen since the last copy, and the cached copy lacks that.
   cairo_surface_mark_dirty(cairo_get_target(static_cast<cairo_t*>(screen.GetHandle())));
   copy.Blit(wxPoint(0, 0), bitmap.GetSize(), &screen, origin);
   copy.SelectObject(wxNullBitmap);

@@ -7,10 +7,10 @@
 
 namespace skyhop::testing {
 
-/// What the screen shows of a window's area, in its client coordinates.
+/// The screen's pixels of an area in a window's client coordinates.
 [[nodiscard]] wxImage ScreenPart(const wxWindow& window, const Rectangle& area);
 
-/// How many pixels have this colour; each part may differ by `tolerance`.
+/// The number of pixels with this colour; each part of the colour may differ by `tolerance`.
 [[nodiscard]] int CountPixels(const wxImage& image, Color color, int tolerance = 0);
 
 }  // namespace skyhop::testing

@@ -1,4 +1,4 @@
-// Solar data from a server of the test's own, by the window's commands.
+// Tests the window's commands for solar data with a local server.
 
 #include <wx/uiaction.h>
 
@@ -34,7 +34,7 @@ std::string Block(const std::function<int(int)>& value) {
   return block;
 }
 
-/// Quiet days, a storm among them.
+/// Quiet days and one storm.
 std::string Forecast() {
   return ":Product: 45 Day AP Forecast\n:Issued: 2026 Nov 14 2130 UTC\n45-DAY AP FORECAST\n" +
          Block([](int day) { return day == 3 ? 56 : 8; }) + "45-DAY F10.7 CM FLUX FORECAST\n" +
@@ -56,7 +56,7 @@ class SpaceWeatherWindows : public GuiTest {
   [[nodiscard]] static wxFrame& Window(const char* name) {
     return *dynamic_cast<wxFrame*>(wxWindow::FindWindowByName(name));
   }
-  /// Window managers frame windows in ways of their own.
+  /// Compares sizes loosely, because window managers add different frames.
   [[nodiscard]] static bool HasSize(const char* name, int width, int height) {
     const wxSize size = Window(name).GetSize();
     return std::abs(size.x - width) < 30 && std::abs(size.y - height) < 30;
@@ -84,7 +84,7 @@ class SpaceWeatherWindows : public GuiTest {
              Window("SolarForecast").GetTitle().Contains("2026 Nov 14");
     }));
   }
-  /// The words of a field's tool tip once the pointer rests on it.
+  /// The text of a field's tool tip when the pointer rests on the field.
   [[nodiscard]] std::string TipOf(TextField field) {
     ShowPageOf(Field(field));
     wxUIActionSimulator().MouseMove(Frame().ClientToScreen(wxPoint(2, 2)));
@@ -97,7 +97,7 @@ class SpaceWeatherWindows : public GuiTest {
   }
 };
 
-TEST_F(SpaceWeatherWindows, TheSunspotNumberComesAtStartAndByItsCommand) {
+TEST_F(SpaceWeatherWindows, FetchTheSunspotNumberAtStartAndOnCommand) {
   Start();
   EXPECT_EQ(Text(TextField::kSSN), "118.5");
   ServeSunspotNumber("97");
@@ -112,7 +112,7 @@ TEST_F(SpaceWeatherWindows, TheSunspotNumberComesAtStartAndByItsCommand) {
   EXPECT_NE(TipOf(TextField::kSSN).find("not the downloaded value"), std::string::npos);
 }
 
-TEST_F(SpaceWeatherWindows, CurrentConditionsFillFluxAndKAndAreShown) {
+TEST_F(SpaceWeatherWindows, ShowCurrentConditionsAndFillFluxAndK) {
   Start();
   Command(Button::kCurrentCmd);
   ASSERT_TRUE(PumpUntil([&] { return Window("CurrentConditions").IsActive(); }));
@@ -134,7 +134,7 @@ TEST_F(SpaceWeatherWindows, CurrentConditionsFillFluxAndKAndAreShown) {
       << Window("CurrentConditions").GetSize().x << "x" << Window("CurrentConditions").GetSize().y;
 }
 
-TEST_F(SpaceWeatherWindows, TheForecastPaintsThreeGraphsAndReadsOutItsDays) {
+TEST_F(SpaceWeatherWindows, PaintThreeGraphsAndShowTheirDays) {
   Start();
   OpenForecast();
   wxFrame& window = Window("SolarForecast");
@@ -142,7 +142,7 @@ TEST_F(SpaceWeatherWindows, TheForecastPaintsThreeGraphsAndReadsOutItsDays) {
   EXPECT_TRUE(PumpUntil([&] { return Seen(canvas, kFlux) > 200 && Seen(canvas, kStorm) > 200; }));
   const int both = Seen(canvas, kQuiet);
 
-  // Each box takes its graph away.
+  // Each box hides its graph.
   wxCheckBox* const flux = FindControl<wxCheckBox>(window, "Solar Flux");
   ASSERT_TRUE(flux != nullptr && flux->GetValue());
   Click(*flux);
@@ -171,7 +171,7 @@ TEST_F(SpaceWeatherWindows, TheForecastPaintsThreeGraphsAndReadsOutItsDays) {
   EXPECT_TRUE(PumpUntil([&] { return !window.IsShown(); }));
 }
 
-TEST_F(SpaceWeatherWindows, AStartWithoutNetworkTellsSoOnceAndGoesOn) {
+TEST_F(SpaceWeatherWindows, ReportAMissingNetworkOnceAtStart) {
   WriteFile(SettingsFile(),
             AddressSettings("http://127.0.0.1:" + std::to_string(UnusedPort()) + "/ssn"));
   Start();

@@ -6,7 +6,7 @@
 
 namespace skyhop::testing {
 
-/// A window program that runs beside the test; killed when this object goes.
+/// A window program that runs beside the test. The destructor kills it.
 class StartedProgram {
  public:
   /// Throws std::system_error when it cannot be started.
@@ -16,18 +16,18 @@ class StartedProgram {
   StartedProgram& operator=(const StartedProgram&) = delete;
 
   [[nodiscard]] bool Ended();
-  /// Exit status, -1 while it runs and when a signal has ended it.
+  /// Exit status, -1 while it runs or if a signal ended it.
   [[nodiscard]] int Status() const { return status_; }
   void Send(int signal) const;
 
-  /// How many windows of it are on the screen, and whether one's title begins with `title`.
+  /// The number of its windows on the screen, and whether a title of one begins with `title`.
   [[nodiscard]] std::size_t Windows() const { return Find(".").size(); }
   [[nodiscard]] bool HasWindow(const std::string& title) const {
     return !Find("^" + title).empty();
   }
   /// Minimises its newest window.
   void Minimise() const;
-  /// Strikes a key in its newest window.
+  /// Presses a key in its newest window.
   void PressKey(const std::string& key) const;
 
  private:

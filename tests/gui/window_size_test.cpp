@@ -1,4 +1,5 @@
-// Sizes of the windows: kept over closing and opening, never so small that something is cut off.
+// Tests the sizes of the windows: the program keeps them over closing and opening, and never cuts
+// off content.
 
 #include <wx/frame.h>
 #include <wx/scrolwin.h>
@@ -40,7 +41,8 @@ class WindowSizes : public GuiTest {
     ASSERT_TRUE(PumpUntil([&] { return !Window(window).IsShown(); }));
     Settle();
   }
-  /// Lets the window manager have its say. Where it is slow, a test sees less, never a fault.
+  /// Waits for the window manager. If it is slow, the test finds fewer faults, but never a false
+  /// one.
   static void Settle() {
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
     PumpUntil([end] { return std::chrono::steady_clock::now() > end; });
@@ -50,14 +52,14 @@ class WindowSizes : public GuiTest {
     return std::to_string(size.x) + "x" + std::to_string(size.y);
   }
 
-  /// Makes a window as small as it lets itself be made and expects all of it to be seen.
+  /// Makes a window as small as possible and expects all of it to be visible.
   static void ExpectNothingCutOff(wxFrame& window) {
     window.SetSize(50, 50);
     Settle();
     for (const wxWindow* child : Descendants(window)) {
       const wxWindow* const parent = child->GetParent();
-      // What is scrolled or on another page is reached all the same. A group's rectangle begins
-      // below its title.
+      // Ignore controls that are scrolled or on another page. A group's rectangle begins below its
+      // title.
       if (!child->IsShownOnScreen() || dynamic_cast<const wxScrolledWindow*>(parent) != nullptr ||
           dynamic_cast<const wxStaticBox*>(child) != nullptr) {
         continue;
@@ -76,7 +78,7 @@ class WindowSizes : public GuiTest {
   }
 };
 
-TEST_F(WindowSizes, SideWindowsComeBackAsTheyWereClosed) {
+TEST_F(WindowSizes, StayTheSameAfterClosingAndOpening) {
   Start();
   for (const SideWindow& window : kSideWindows) {
     Open(window);
@@ -91,7 +93,7 @@ TEST_F(WindowSizes, SideWindowsComeBackAsTheyWereClosed) {
     }
     Close(window);
   }
-  // The main window, too, goes and comes by a peer's will.
+  // Peers can hide and show the main window too.
   const wxSize size = Frame().GetSize();
   Frame().Hide();
   Settle();
@@ -100,7 +102,7 @@ TEST_F(WindowSizes, SideWindowsComeBackAsTheyWereClosed) {
   EXPECT_EQ(Text(Frame().GetSize()), Text(size));
 }
 
-TEST_F(WindowSizes, ResettingGivesTheFirstSizesToOpenAndClosedWindows) {
+TEST_F(WindowSizes, ReturnToTheFirstSizesOnReset) {
   Start();
   const wxSize main = Frame().GetSize();
   for (const SideWindow& window : kSideWindows) {
@@ -121,7 +123,7 @@ TEST_F(WindowSizes, ResettingGivesTheFirstSizesToOpenAndClosedWindows) {
   }
 }
 
-TEST_F(WindowSizes, NothingIsCutOffInTheLeastSize) {
+TEST_F(WindowSizes, ShowAllControlsWhenSmallest) {
   Start();
   for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
     Tabs().ChangeSelection(page);

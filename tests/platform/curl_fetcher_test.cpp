@@ -82,12 +82,12 @@ class CurlFetcherTest : public ::testing::Test {
   std::filesystem::path file_ = folder_ / "got.txt";
 };
 
-TEST_F(CurlFetcherTest, TakesContentWithoutALengthUpToTheEndOfTheConnection) {
+TEST_F(CurlFetcherTest, ReadsContentWithoutLengthToTheEndOfTheConnection) {
   EXPECT_EQ(FetchReply({.pieces = {"HTTP/1.0 200 OK\r\n\r\nfirst ", "second"}}), fetch_codes::kOk);
   EXPECT_EQ(Content(), "first second");
 }
 
-TEST_F(CurlFetcherTest, AsksForTheNewestVersionOfTheAddressAsTyped) {
+TEST_F(CurlFetcherTest, RequestsTheNewestVersionOfATypedAddress) {
   server_.Serve("/a%20b?c=d", Reply("200 OK", "found"));
   ASSERT_EQ(Fetch("  " + server_.Url("/a b?c=d") + " "), fetch_codes::kOk);
   const std::string head = server_.Requests().at(0);
@@ -102,7 +102,7 @@ TEST_F(CurlFetcherTest, FollowsRedirects) {
   EXPECT_EQ(Content(), "arrived");
 }
 
-TEST_F(CurlFetcherTest, NamesTheFailureAndKeepsTheOldFile) {
+TEST_F(CurlFetcherTest, ReturnsTheFailureAndKeepsTheOldFile) {
   const std::string local = "file://" + PathText(file_);
   const std::string refused = "http://127.0.0.1:" + std::to_string(UnusedPort()) + "/";
   server_.Serve("/loop", RedirectTo("/loop"));
@@ -136,7 +136,7 @@ TEST_F(CurlFetcherTest, NamesTheFailureAndKeepsTheOldFile) {
       {"http://", fetch_codes::kInvalidUrl},
       {"http://127.0.0.1:99999/", fetch_codes::kInvalidUrl},
       {"", fetch_codes::kInvalidUrl},
-      // An HTTP server that is taken for an HTTPS one, said so or not.
+      // An HTTP server at an HTTPS address, with the scheme or without.
       {"https" + server_.Url("/file").substr(4), fetch_codes::kSecurityProblem},
       {server_.Url("/file").substr(7), fetch_codes::kSecurityProblem},
   };
@@ -151,7 +151,7 @@ TEST_F(CurlFetcherTest, NamesTheFailureAndKeepsTheOldFile) {
   }
 }
 
-TEST_F(CurlFetcherTest, EndsAfterTheTimeAllowed) {
+TEST_F(CurlFetcherTest, EndsAtTheTimeLimit) {
   FetchLimits limits;
   limits.whole = milliseconds(250);
   HttpReply trickle = {.pieces = {"HTTP/1.0 200 OK\r\n\r\n"}, .pause = milliseconds(40)};
@@ -173,7 +173,7 @@ TEST_F(CurlFetcherTest, RefusesContentBeyondTheLimit) {
   EXPECT_EQ(Content(), fits);
   const std::string longer = fits + "y";
   EXPECT_EQ(FetchReply(Reply("200 OK", longer), limits), fetch_codes::kCannotLoadData);
-  // A server that does not say how much will come.
+  // A server that does not send the length.
   EXPECT_EQ(FetchReply({.pieces = {"HTTP/1.0 200 OK\r\n\r\n", longer}}, limits),
             fetch_codes::kCannotLoadData);
   EXPECT_EQ(Content(), fits);
@@ -181,7 +181,7 @@ TEST_F(CurlFetcherTest, RefusesContentBeyondTheLimit) {
             fetch_codes::kCannotLoadData);
 }
 
-TEST_F(CurlFetcherTest, SaysWhyTheFileCannotBeWritten) {
+TEST_F(CurlFetcherTest, ReturnsTheReasonWhenTheFileCannotBeWritten) {
   server_.Serve("/file", Reply("200 OK", "new"));
   const auto fetch_into = [&](const std::filesystem::path& file) {
     return CurlFetcher().Fetch(server_.Url("/file"), file, {});
@@ -201,7 +201,7 @@ TEST_F(CurlFetcherTest, UsesTheProxyOfTheEnvironment) {
   EXPECT_EQ(Content(), "through the proxy");
 }
 
-/// A server with a certificate that no authority of the system vouches for.
+/// A server with a certificate that no authority of the system has signed.
 class SecureServerTest : public CurlFetcherTest {
  protected:
   void SetUp() override {
@@ -215,7 +215,7 @@ class SecureServerTest : public CurlFetcherTest {
               0);
   }
 
-  /// Fetches from a server that answers one request, with the content of `folder_`/`name`.
+  /// Fetches the content of `folder_`/`name` from a server that answers one request.
   [[nodiscard]] std::int32_t FetchSecurely(const std::string& name, const FetchLimits& limits) {
     const std::string port = std::to_string(UnusedPort());
     std::thread server([&] {
@@ -239,13 +239,13 @@ class SecureServerTest : public CurlFetcherTest {
   std::string certificate_ = PathText(folder_ / "certificate.pem");
 };
 
-TEST_F(SecureServerTest, TrustsNoCertificateThatNobodyVouchesFor) {
+TEST_F(SecureServerTest, RefusesACertificateWithoutTrustedAuthority) {
   WriteFile(folder_ / "page", Reply("200 OK", "new").pieces[0]);
   EXPECT_EQ(FetchSecurely("page", {}), fetch_codes::kSecurityProblem);
   EXPECT_EQ(Content(), kOldContent);
 }
 
-TEST_F(SecureServerTest, AfterHttpsOnlyHttpsIsFollowed) {
+TEST_F(SecureServerTest, FollowsOnlyHttpsAfterHttps) {
   FetchLimits limits;
   limits.authorities = certificate_;
   server_.Serve("/plain", Reply("200 OK", "in clear text"));

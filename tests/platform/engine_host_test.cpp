@@ -9,7 +9,7 @@
 namespace skyhop {
 namespace {
 
-/// Sets a variable of the environment for as long as it lives.
+/// Sets an environment variable while this object lives.
 class Variable {
  public:
   Variable(const char* name, const std::string& value) : name_(name) {
@@ -26,7 +26,7 @@ class Variable {
   std::string before_;
 };
 
-TEST(EngineHost, FindsProgramsThatMayRunOnTheSearchPath) {
+TEST(EngineHost, FindsExecutableProgramsOnTheSearchPath) {
   const skyhop::testing::TemporaryFolder folder;
   for (const char* name : {"first/voacapl", "second/voacapl", "second/wine"}) {
     std::filesystem::create_directories((folder / name).parent_path());

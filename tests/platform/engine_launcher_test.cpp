@@ -18,7 +18,7 @@ namespace {
 using platform::PosixEngineLauncher;
 using std::chrono::milliseconds;
 
-/// Whether the engine of a folder runs, once it has left its process number in the file "engine".
+/// Whether the engine of a folder runs. Waits for its process number in the file "engine".
 bool EngineRuns(const std::filesystem::path& folder) {
   std::string process;
   while (process.empty()) std::ifstream(folder / "engine") >> process;
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(Backends, StartedEngineContract, Values(kPosix), PrintT
 INSTANTIATE_TEST_SUITE_P(Backends, PosixEngineLauncherTest, Values(kPosix),
                          PrintToStringParamName());
 
-TEST_P(PosixEngineLauncherTest, KeepsTheOutputOverFurtherStarts) {
+TEST_P(PosixEngineLauncherTest, KeepsTheOutputWhenOthersStart) {
   const ProcessId first = Start("echo 'no coefficients' >&2\n").process;
   ASSERT_TRUE(launcher_->WaitForEnd(first, milliseconds(10000)));
   for (int others = 0; others < 3; ++others) {
@@ -80,7 +80,7 @@ TEST_P(PosixEngineLauncherTest, KeepsTheEndOfALongOutput) {
   EXPECT_EQ(launcher_->Output(started.process + 100000), "");
 }
 
-TEST_P(PosixEngineLauncherTest, QuotesOnlyWhatNeedsIt) {
+TEST_P(PosixEngineLauncherTest, QuotesOnlyWhenNecessary) {
   EXPECT_EQ(launcher_->BatchText("/usr/lib/x-1.0_2/a+b,c"), "/usr/lib/x-1.0_2/a+b,c");
   EXPECT_EQ(launcher_->BatchText("/a b's"), "'/a b'\\''s'");
 }

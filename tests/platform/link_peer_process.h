@@ -10,7 +10,7 @@
 
 namespace skyhop::testing {
 
-/// A peer in a process of its own.
+/// A peer in a separate process.
 class LinkPeerProcess : public LinkPeer {
  public:
   explicit LinkPeerProcess(const std::string& application);
@@ -31,11 +31,11 @@ class LinkPeerProcess : public LinkPeer {
   void Flood(const std::string& application, const std::string& topic, const std::string& command,
              int times);
   void SendGarbage(const std::string& application, const std::string& topic);
-  /// Whether everything that it sent was answered.
+  /// Whether all its messages were answered.
   [[nodiscard]] bool AllTaken();
-  /// Items that it was asked for, as far as the peer program of this system tells.
+  /// The items that were requested from it, if the peer program of this system reports them.
   [[nodiscard]] std::vector<std::string> Asked();
-  /// Has it do something that only the peer program of this system knows.
+  /// Sends an order that only the peer program of this system understands.
   void Order(const std::vector<std::string>& words);
 
  private:
@@ -50,7 +50,7 @@ class LinkPeerProcess : public LinkPeer {
   std::vector<std::string> asked_;
 };
 
-/// Where this system's links are tried.
+/// The environment for tests of this system's links.
 [[nodiscard]] std::unique_ptr<LinkWorld> MakeSystemLinkWorld();
 
 }  // namespace skyhop::testing

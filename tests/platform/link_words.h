@@ -7,8 +7,8 @@
 
 namespace skyhop::testing {
 
-// What a test and a peer process tell each other: lines of words, each word with the bytes that
-// would get in the way as "%" and two hexadecimal digits.
+// The messages between a test and a peer process: lines of words. Bytes that would disturb this
+// format are "%" and two hexadecimal digits.
 
 inline std::string EncodeWord(std::string_view word) {
   constexpr const char* digits = "0123456789ABCDEF";

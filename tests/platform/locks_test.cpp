@@ -13,7 +13,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-TEST(RunLocks, AreHeldByOneRunAtATime) {
+TEST(RunLocks, AllowOneRunAtATime) {
   const TemporaryFolder folder;
   auto first = platform::LockRuns(folder.Path(), milliseconds(0));
   EXPECT_NE(first, nullptr);
@@ -29,7 +29,7 @@ TEST(RunLocks, AreHeldByOneRunAtATime) {
   EXPECT_THROW(static_cast<void>(platform::MakeRunLocker(folder / "none")->Lock()), Error);
 }
 
-TEST(InstanceGuards, LetTheFirstInstanceRunOnly) {
+TEST(InstanceGuards, AllowOnlyTheFirstInstance) {
   const TemporaryFolder folder;
   auto first = platform::MakeInstanceGuard(folder.Path());
   EXPECT_FALSE(first->AnotherIsRunning());
@@ -66,7 +66,7 @@ TEST(InstanceGuards, AskTheFirstInstanceForItsWindow) {
   }
 }
 
-TEST(InstanceGuards, NeverForbidWhatTheyCannotTell) {
+TEST(InstanceGuards, AllowAStartWhenTheFolderIsMissing) {
   const TemporaryFolder folder;
   const auto guard = platform::MakeInstanceGuard(folder / "none");
   EXPECT_FALSE(guard->AnotherIsRunning());

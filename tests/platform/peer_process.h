@@ -6,8 +6,8 @@
 
 namespace skyhop::testing {
 
-/// A program that a test talks to through its standard input and output. It is killed with the
-/// object.
+/// A program with which a test communicates through its standard input and output. The destructor
+/// kills it.
 class PeerProcess {
  public:
   PeerProcess(const std::string& program, const std::string& argument);
@@ -16,8 +16,8 @@ class PeerProcess {
   PeerProcess& operator=(const PeerProcess&) = delete;
 
   void Write(const std::string& text);
-  /// What it has written. Waits for something at most so long; where links need this thread's
-  /// message loop, it runs meanwhile.
+  /// The output since the last call. Waits for output, at most so long. If links need this thread's
+  /// message loop, runs it meanwhile.
   [[nodiscard]] std::string Read(int longest_ms);
   void Suspend();
   void Resume();

@@ -15,7 +15,7 @@ TEST(InstanceGuards, AreFreeAfterACrash) {
   const TemporaryFolder folder;
   const auto crash = [&] {
     const auto guard = platform::MakeInstanceGuard(folder.Path());
-    // The other guard sees this one, so it is held at the moment of the crash.
+    // The other guard sees this one, so this one holds the lock at the crash.
     if (!platform::MakeInstanceGuard(folder.Path())->AnotherIsRunning()) return;
     static_cast<void>(std::raise(SIGKILL));
   };
@@ -23,14 +23,14 @@ TEST(InstanceGuards, AreFreeAfterACrash) {
   EXPECT_FALSE(platform::MakeInstanceGuard(folder.Path())->AnotherIsRunning());
 }
 
-TEST(InstanceGuards, AreNotHeldByAnEngineThatTheProgramLeftBehind) {
+TEST(InstanceGuards, AreFreeWhileALeftEngineRuns) {
   const TemporaryFolder folder;
   WriteFile(folder / "engine.bat", "echo > started\nsleep 60\n");
   const auto launcher = platform::MakeEngineLauncher();
   auto guard = platform::MakeInstanceGuard(folder.Path());
   const LaunchResult engine = launcher->StartBatch(folder / "engine.bat", "", folder.Path());
   ASSERT_TRUE(engine.Succeeded());
-  // The system lets the parent go on just before it closes the descriptors of the new program.
+  // The parent continues shortly before the system closes the new program's descriptors.
   while (!std::filesystem::exists(folder / "started")) std::this_thread::yield();
   guard.reset();
   EXPECT_FALSE(platform::MakeInstanceGuard(folder.Path())->AnotherIsRunning());

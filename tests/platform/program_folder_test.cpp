@@ -30,7 +30,7 @@ class ProgramFolderTest : public ::testing::Test {
   TemporaryFolder folder_{"program folder"};
 };
 
-TEST_F(ProgramFolderTest, AnEmptyFolderIsFilled) {
+TEST_F(ProgramFolderTest, FillsAnEmptyFolder) {
   EXPECT_EQ(Place(), Texts{});
   EXPECT_EQ(Content("Bands.txt"), "first");
   EXPECT_EQ(Content("IonCap/ioncap.exe"), "engine 1");
@@ -38,14 +38,14 @@ TEST_F(ProgramFolderTest, AnEmptyFolderIsFilled) {
   EXPECT_NE(permissions & std::filesystem::perms::owner_exec, std::filesystem::perms::none);
 }
 
-TEST_F(ProgramFolderTest, WhatWasPlacedIsBroughtUpToDate) {
+TEST_F(ProgramFolderTest, UpdatesPlacedFiles) {
   (void)Place();
   WriteFile(installed_ / "engine", "engine 22");
   EXPECT_EQ(Place(), Texts{});
   EXPECT_EQ(Content("IonCap/ioncap.exe"), "engine 22");
 }
 
-TEST_F(ProgramFolderTest, WhatTheUserChangedOrBroughtIsLeftAlone) {
+TEST_F(ProgramFolderTest, KeepsFilesOfTheUser) {
   std::filesystem::create_directories(folder_ / "IonCap");
   WriteFile(folder_ / "IonCap/ioncap.exe", "my own engine");
   EXPECT_EQ(Place(), Texts{});
@@ -57,7 +57,7 @@ TEST_F(ProgramFolderTest, WhatTheUserChangedOrBroughtIsLeftAlone) {
   EXPECT_EQ(Content("IonCap/ioncap.exe"), "my own engine");
 }
 
-TEST_F(ProgramFolderTest, ADamagedRecordCostsNoFile) {
+TEST_F(ProgramFolderTest, KeepsFilesWhenTheRecordIsDamaged) {
   (void)Place();
   WriteFile(folder_ / "installed-files.txt", "nonsense\n1 2 3\n");
   WriteFile(installed_ / "bands", "second");
@@ -65,7 +65,7 @@ TEST_F(ProgramFolderTest, ADamagedRecordCostsNoFile) {
   EXPECT_EQ(Content("Bands.txt"), "first");
 }
 
-TEST_F(ProgramFolderTest, ProblemsAreToldAndTheRestIsStillPlaced) {
+TEST_F(ProgramFolderTest, ReportsProblemsAndPlacesTheOtherFiles) {
   std::filesystem::remove(installed_ / "bands");
   Texts problems = Place();
   ASSERT_EQ(problems.size(), 1U);
@@ -80,7 +80,7 @@ TEST_F(ProgramFolderTest, ProblemsAreToldAndTheRestIsStillPlaced) {
   EXPECT_EQ(PlaceFiles(folder_.Path(), {{installed_ / "engine", "file/engine", true}}).size(), 1U);
 }
 
-TEST_F(ProgramFolderTest, HasTheUsersOwnHelpOrTheInstalledOne) {
+TEST_F(ProgramFolderTest, PrefersTheUsersHelpPage) {
   const std::filesystem::path installed = platform::HelpFile(folder_.Path());
   EXPECT_TRUE(installed.generic_string().ends_with("/help/index.htm")) << installed;
   EXPECT_TRUE(installed.is_absolute());

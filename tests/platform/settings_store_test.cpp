@@ -19,7 +19,7 @@ namespace {
 
 using platform::IniSettingsStore;
 
-/// A store that works on another one.
+/// A store that forwards to another one.
 class SharedStore : public SettingsStore {
  public:
   explicit SharedStore(std::shared_ptr<SettingsStore> store) : store_(std::move(store)) {}
@@ -62,7 +62,7 @@ class IniSettingsStoreTest : public ::testing::Test {
   std::filesystem::path file_ = folder_ / "App.ini";
 };
 
-TEST_F(IniSettingsStoreTest, ForeignKeysAndCommentsOutliveASave) {
+TEST_F(IniSettingsStoreTest, KeepsForeignKeysAndCommentsOnSave) {
   Put("; by hand\n[Other]\n; kept too\nunknown=yes\n\n[Section]\nKey=1\n");
   store_.SaveSetting("App", "section", "KEY", "2");
   const std::string content = ReadFile(file_, 10000);
@@ -71,8 +71,8 @@ TEST_F(IniSettingsStoreTest, ForeignKeysAndCommentsOutliveASave) {
   }
 }
 
-TEST_F(IniSettingsStoreTest, AFileIsWrittenOnlyWhenAValueChanges) {
-  // Tidy files are written otherwise, so that an untouched one can be told.
+TEST_F(IniSettingsStoreTest, WritesTheFileOnlyWhenAValueChanges) {
+  // The store writes tidier files, so this text shows whether the file is untouched.
   const std::string untidy = "[Section]\nKey  =  1  \nOther=\n";
   Put(untidy);
   store_.SaveSetting("App", "SECTION", "key", " 1 ");
@@ -84,7 +84,7 @@ TEST_F(IniSettingsStoreTest, AFileIsWrittenOnlyWhenAValueChanges) {
   EXPECT_NE(ReadFile(file_, 10000), untidy);
 }
 
-TEST_F(IniSettingsStoreTest, AForeignLockMakesSavingFailSoon) {
+TEST_F(IniSettingsStoreTest, FailsSoonWhenAnotherProgramHoldsTheLock) {
   using std::chrono::steady_clock;
   store_.SaveSetting("App", "Section", "Key", "1");
   const int folder = ::open(folder_.Path().c_str(), O_RDONLY | O_DIRECTORY);
@@ -94,7 +94,7 @@ TEST_F(IniSettingsStoreTest, AForeignLockMakesSavingFailSoon) {
   };
   const auto start = steady_clock::now();
   EXPECT_EQ(save(), errors::kPermissionDenied);
-  // A program that ends saves many settings: they do not each wait.
+  // A program saves many settings at its end; only the first save may wait.
   for (int i = 0; i < 100; ++i) EXPECT_EQ(save(), errors::kPermissionDenied);
   EXPECT_LT(steady_clock::now() - start, 4 * IniSettingsStore::kLongestWait);
   EXPECT_EQ(Read("Key"), "1");
@@ -103,7 +103,7 @@ TEST_F(IniSettingsStoreTest, AForeignLockMakesSavingFailSoon) {
   EXPECT_EQ(Read("Key"), "2");
 }
 
-TEST_F(IniSettingsStoreTest, AFileCutInTheMiddleKeepsWhatIsLeft) {
+TEST_F(IniSettingsStoreTest, KeepsTheRestOfACutFile) {
   Put("[Section]\r\nA=1\r\nB=2\r\n[Sec");
   EXPECT_EQ(Read("A"), "1");
   EXPECT_EQ(Read("B"), "2");
@@ -111,7 +111,7 @@ TEST_F(IniSettingsStoreTest, AFileCutInTheMiddleKeepsWhatIsLeft) {
   EXPECT_EQ(IniSettingsStore(folder_.Path()).Read("App", "Section", "B", "?"), "2");
 }
 
-TEST_F(IniSettingsStoreTest, ADamagedFileIsKeptBesideTheNewOne) {
+TEST_F(IniSettingsStoreTest, KeepsACopyOfADamagedFile) {
   const std::string damaged("[Section]\nA=1\n\0\0\0\0[Section]\nB=2\n", 32);
   Put(damaged);
   EXPECT_EQ(Read("A"), "1");
@@ -122,7 +122,7 @@ TEST_F(IniSettingsStoreTest, ADamagedFileIsKeptBesideTheNewOne) {
   EXPECT_EQ(Read("B"), "2");
 }
 
-TEST_F(IniSettingsStoreTest, ChangesBySomebodyElseAreSeen) {
+TEST_F(IniSettingsStoreTest, ReadsChangesByOtherPrograms) {
   Put("[Section]\nKey=old\n");
   EXPECT_EQ(Read("Key"), "old");
   Put("[Section]\nKey=newer\n");
@@ -131,7 +131,7 @@ TEST_F(IniSettingsStoreTest, ChangesBySomebodyElseAreSeen) {
   EXPECT_EQ(Read("Key"), "?");
 }
 
-TEST_F(IniSettingsStoreTest, AHundredThousandKeysAreNoObstacle) {
+TEST_F(IniSettingsStoreTest, HandlesAHundredThousandKeys) {
   std::string content = "[Section]\n";
   for (int i = 0; i < 100000; ++i) {
     content += "key" + std::to_string(i) + "=" + std::to_string(i) + "\n";
@@ -144,7 +144,7 @@ TEST_F(IniSettingsStoreTest, AHundredThousandKeysAreNoObstacle) {
   EXPECT_EQ(other.Read("App", "Section", "key0", "?"), "0");
 }
 
-TEST_F(IniSettingsStoreTest, AFailedSaveChangesNothingAndLeavesNothingBehind) {
+TEST_F(IniSettingsStoreTest, ChangesNothingWhenASaveFails) {
   std::filesystem::create_directory(file_);
   try {
     store_.SaveSetting("App", "Section", "Key", "1");
@@ -159,7 +159,7 @@ TEST_F(IniSettingsStoreTest, AFailedSaveChangesNothingAndLeavesNothingBehind) {
   EXPECT_TRUE(std::filesystem::is_empty(folder_.Path()));
 }
 
-TEST_F(IniSettingsStoreTest, ASaveIsPrivateLeavesNoTemporaryFileAndKeepsLinks) {
+TEST_F(IniSettingsStoreTest, SavesPrivatelyAndKeepsLinks) {
   const std::filesystem::path target = folder_ / "elsewhere.ini";
   WriteFile(target, "[Section]\nA=1\n");
   std::filesystem::create_symlink(target, file_);
@@ -171,13 +171,13 @@ TEST_F(IniSettingsStoreTest, ASaveIsPrivateLeavesNoTemporaryFileAndKeepsLinks) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 2);
 }
 
-TEST_F(IniSettingsStoreTest, NoApplicationLeadsOutOfTheFolder) {
+TEST_F(IniSettingsStoreTest, RefusesApplicationsOutsideTheFolder) {
   for (const char* name : {"../App", "..", "/etc/App", ""}) {
     EXPECT_THROW((void)store_.Read(name, "Section", "Key", ""), Error) << name;
   }
 }
 
-TEST_F(IniSettingsStoreTest, LineBreaksInAValueAreRefused) {
+TEST_F(IniSettingsStoreTest, RefusesLineBreaksInAValue) {
   EXPECT_THROW(store_.SaveSetting("App", "Section", "Key", "1\nOther=2"), Error);
   EXPECT_EQ(Read("Other"), "?");
 }

@@ -1,4 +1,4 @@
-// The command server and the peer links among peers in processes of their own.
+// Tests the command server and the peer links with peers in separate processes.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ namespace {
 using std::chrono::milliseconds;
 using Texts = std::vector<std::string>;
 
-/// The program around the links: tells what they do with it.
+/// The program around the links. Records their actions.
 class Program : public CommandTarget,
                 public SNRService,
                 public DDECommon::Window,
@@ -85,7 +85,7 @@ class SuiteLinksTest : public ::testing::Test {
     announcer_.Initialize();
     links_.Initialize();
   }
-  /// Tries like the timer does: a busy machine may take longer than a call waits.
+  /// Tries repeatedly like the timer: a busy machine may need longer than one call waits.
   bool Connects(std::int16_t role) {
     return world_->RunUntil([&] {
       if (!links_.ServerConnected(role)) links_.ServerRetryTimer_Tick();
@@ -109,7 +109,7 @@ class SuiteLinksTest : public ::testing::Test {
   DDECommon::Records records_{log_.diagnostics};
   DDEServer server_{{program_, program_, program_, program_, records_, log_.diagnostics}};
   DDEServerModule::Announcer announcer_{*transport_, server_, log_.diagnostics};
-  /// Stands in for the timer, whose tick each look at the values is.
+  /// Replaces the timer. Each check of the values is a tick.
   class ValuesTimer : public LinkTimer {
    public:
     void Start(milliseconds) override {}
@@ -121,12 +121,12 @@ class SuiteLinksTest : public ::testing::Test {
       {*transport_, client_, program_, program_, records_, log_.diagnostics}};
 };
 
-TEST_F(SuiteLinksTest, PeersAreLinkedWhetherTheyStartBeforeOrAfter) {
+TEST_F(SuiteLinksTest, ConnectsPeersThatStartBeforeOrAfter) {
   const auto gleaner = Gleaner();
   Start();
   EXPECT_TRUE(Connects(role::kSpots));
   EXPECT_TRUE(world_->RunUntil([&] { return Followed("150"); }));
-  // An announcement is not waited for any longer than a connection.
+  // An announcement waits no longer than a connection, so it may need several attempts.
   EXPECT_TRUE(world_->RunUntil([&] {
     if (gleaner->Executed().empty()) announcer_.InformClient("Gleaner");
     return !gleaner->Executed().empty();
@@ -156,7 +156,7 @@ TEST_F(SuiteLinksTest, PeersAreLinkedWhetherTheyStartBeforeOrAfter) {
   EXPECT_EQ(log_.errors, Texts());
 }
 
-TEST_F(SuiteLinksTest, APeerThatDiesOrHangsIsFoundAgain) {
+TEST_F(SuiteLinksTest, ReconnectsAfterAPeerDiesOrHangs) {
   auto gleaner = Gleaner();
   Start();
   gleaner.reset();
@@ -177,7 +177,7 @@ TEST_F(SuiteLinksTest, APeerThatDiesOrHangsIsFoundAgain) {
   EXPECT_TRUE(world_->RunUntil([&] { return Followed("150"); }));
 }
 
-TEST_F(SuiteLinksTest, EveryCommandArrivesAndGarbageDoesNot) {
+TEST_F(SuiteLinksTest, TakesEveryCommandAndIgnoresInvalidMessages) {
   Start();
   const auto gleaner = Gleaner();
   const std::string large(std::size_t{64} << 10U, 'x');

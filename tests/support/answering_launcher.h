@@ -8,14 +8,15 @@
 
 namespace skyhop::testing {
 
-/// Results without the part of their heading that repeats the question: an answer to any circuit.
+/// Results without the part of the heading that repeats the inputs, so that they answer any
+/// circuit.
 inline std::string AnswerToAny(const std::string& results) {
   const std::size_t table = results.find("      GMT   LMT");
   return results.substr(table != std::string::npos ? table
                                                    : results.find("  MULTIPATH POWER TOLERANCE"));
 }
 
-/// Engines that answer at once, or run until the test ends them.
+/// A launcher whose engines answer at once, or run until the test ends them.
 class AnsweringLauncher : public PlainLauncher {
  public:
   LaunchResult StartBatch(const std::filesystem::path& batch, const std::string& parameter,

@@ -9,7 +9,7 @@
 
 namespace skyhop::testing {
 
-/// A diagnostics object over a folder of its own, with every line it gets kept for inspection.
+/// A diagnostics object with a temporary folder. Keeps every line for inspection.
 struct LoggedDiagnostics {
   LoggedDiagnostics() {
     diagnostics.SetDebugListener([this](std::string_view text) { debug.emplace_back(text); });

@@ -4,7 +4,7 @@
 
 namespace skyhop::testing {
 
-/// The number of the Error that `body` throws, 0 when it throws none.
+/// The number of the Error that `body` throws, 0 if it throws none.
 template <class Body>
 int ErrorNumber(Body body) {
   try {

@@ -8,7 +8,7 @@
 
 namespace skyhop::testing {
 
-/// Keeps the commands, each as its word and its argument.
+/// Keeps the commands, each with its name and argument.
 class FakeBeaconPeers : public BeaconModule::BeaconPeers {
  public:
   [[nodiscard]] int Connection(BeaconModule::BeaconPeer peer) const override {
@@ -28,7 +28,7 @@ class FakeBeaconPeers : public BeaconModule::BeaconPeers {
     commands.push_back("lookup " + beacon.call + " " + beacon.place);
   }
 
-  /// What came since the last call.
+  /// The commands since the last call.
   std::vector<std::string> Take() { return std::exchange(commands, {}); }
 
   int transceiver = 1;  ///< numbers of the connections

@@ -9,7 +9,7 @@
 
 namespace skyhop::testing {
 
-/// Keeps what the window would show.
+/// Keeps the values that the window would show.
 class FakeConfigurationView : public ConfigurationView {
  public:
   void Select(ConfigOption option, int index) override { options[option] = index; }

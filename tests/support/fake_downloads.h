@@ -16,7 +16,7 @@
 
 namespace skyhop::testing {
 
-/// Fetches what a test says.
+/// Returns the content that a test sets.
 class FakeFetcher : public UrlFetcher {
  public:
   std::int32_t RemoveFromCache(const std::string& url) noexcept override {
@@ -41,7 +41,7 @@ class FakeFetcher : public UrlFetcher {
   std::vector<std::string> fetched;
 };
 
-/// The main window as far as downloads know it. Tells what was done to it, in order.
+/// The main window for downloads. Records their calls in order.
 class FakeDownloadHost : public DownloadHost {
  public:
   [[nodiscard]] std::string Url(DownloadKind kind) const override { return urls.at(kind); }
@@ -58,7 +58,7 @@ class FakeDownloadHost : public DownloadHost {
   std::vector<std::string> events;
 };
 
-/// The parts below a download over fakes. The clock stands at 15 November 2026.
+/// The parts below a download, with fakes. The clock shows 15 November 2026.
 struct DownloadFixture {
   LoggedDiagnostics log;
   FakeUserMessages messages;

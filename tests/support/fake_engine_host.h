@@ -4,7 +4,7 @@
 
 namespace skyhop::testing {
 
-/// A machine that has nothing but what the test gives it.
+/// A machine with only the programs that the test sets.
 class FakeEngineHost : public EngineHost {
  public:
   [[nodiscard]] bool RunsWindowsPrograms() const override { return runs_windows_programs; }

@@ -11,7 +11,7 @@
 
 namespace skyhop::testing {
 
-/// Starts nothing; keeps what it was asked to start.
+/// Starts nothing; keeps the requested starts.
 class FakeLauncher : public EngineLauncher {
  public:
   struct Start {
@@ -56,7 +56,7 @@ class FakeLauncher : public EngineLauncher {
   std::vector<std::string> viewed;
 };
 
-/// A launcher that gives no other names.
+/// A launcher that does not shorten names.
 class PlainLauncher : public FakeLauncher {
  public:
   [[nodiscard]] std::filesystem::path ShortPath(const std::filesystem::path& path) override {
@@ -64,7 +64,7 @@ class PlainLauncher : public FakeLauncher {
   }
 };
 
-/// A lock that one holder at a time has.
+/// A lock with at most one holder at a time.
 class OneLocker : public RunLocker {
  public:
   [[nodiscard]] std::unique_ptr<RunLock> Lock() override {
@@ -86,7 +86,7 @@ class OneLocker : public RunLocker {
   };
 };
 
-/// An executable for the engine folder of a program folder.
+/// Creates an executable in the engine folder of a program folder.
 inline void InstallEngine(const std::filesystem::path& file) {
   std::filesystem::create_directories(file.parent_path());
   WriteFile(file, "an engine");

@@ -18,7 +18,7 @@ namespace skyhop::testing {
 
 class FakeLinks;
 
-/// What fake links run over: nothing is delivered until Run.
+/// The medium of fake links: it delivers nothing until Run.
 class FakeLinkBus {
  public:
   void Post(std::function<void()> delivery) { queue_.push_back(std::move(delivery)); }
@@ -37,7 +37,7 @@ class FakeLinkBus {
   std::deque<std::function<void()>> queue_;
 };
 
-/// Links within one test. Keeps what was sent.
+/// Links within one test. Keeps the sent commands.
 class FakeLinks : public LinkTransport {
  public:
   FakeLinks(FakeLinkBus& bus, std::string application)
@@ -87,7 +87,7 @@ class FakeLinks : public LinkTransport {
   std::string problem;
   std::vector<std::string> connects;       ///< "application|topic", each attempt
   std::vector<std::string> sent;           ///< "application|topic command"
-  std::function<void()> while_connecting;  ///< what happens while the next answer is waited for
+  std::function<void()> while_connecting;  ///< called while the next connection waits
 
  private:
   struct End {
@@ -138,7 +138,7 @@ class FakeLinks : public LinkTransport {
     [[nodiscard]] bool Open() const override { return end_->open; }
 
    private:
-    /// Has the peer do something, unless it hangs.
+    /// Delivers something to the peer unless it hangs.
     void Reach(std::function<void()> delivery) {
       if (bus_->hung.contains(end_->application)) {
         bus_->Post([weak = std::weak_ptr(end_)] { Close(weak); });

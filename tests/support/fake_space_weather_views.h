@@ -9,7 +9,7 @@
 
 namespace skyhop::testing {
 
-/// What a window of its own is: shown or hidden, somewhere on the desktop.
+/// The state of a side window: visibility and place.
 template <class View>
 class FakeWindow : public View {
  public:

@@ -5,13 +5,13 @@
 
 namespace skyhop::testing {
 
-/// Time that passes as the test says.
+/// Time that only the test moves.
 class FakeTimekeeping : public Timekeeping {
  public:
   [[nodiscard]] std::chrono::milliseconds Passed() const override { return passed; }
   [[nodiscard]] State ClockState() const override { return state; }
 
-  /// Lets time pass, on the clock too.
+  /// Moves the time, and the clock too.
   void Pass(FakeClock& clock, std::chrono::milliseconds time) {
     clock.now += time;
     passed += time;

@@ -11,7 +11,7 @@
 
 namespace skyhop::testing {
 
-/// The prediction window as plain arrays. Tests set values as a user would and read what is shown.
+/// The prediction window as plain arrays. Tests set values like a user and read the shown values.
 class FakeView : public PredictionView {
  public:
   FakeView() { options.fill(-1); }

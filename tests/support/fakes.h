@@ -19,7 +19,7 @@
 
 namespace skyhop::testing {
 
-/// A clock that stands still until it is set.
+/// A clock that stops at the time that the test sets.
 class FakeClock : public Clock {
  public:
   [[nodiscard]] UtcTime UtcNow() const override { return now; }
@@ -41,7 +41,7 @@ class FakeMachineFacts : public MachineFacts {
   MachineDescription description;
 };
 
-/// Keeps the messages that a user would have had to acknowledge.
+/// Keeps the messages that a user would have to acknowledge.
 class FakeUserMessages : public UserMessages {
  public:
   void Show(const std::string& text, const std::string& caption) override {
@@ -56,10 +56,10 @@ class FakeUserMessages : public UserMessages {
   }
 
   std::vector<std::pair<std::string, std::string>> shown;
-  std::function<void()> while_shown;  ///< what happens while the next message is open
+  std::function<void()> while_shown;  ///< called while the next message is open
 };
 
-/// Counts waits instead of waiting, and can act in between.
+/// Counts waits instead of waiting, and can call a function during each.
 class FakePause : public Pause {
  public:
   void Wait(std::chrono::milliseconds duration) override {
@@ -71,7 +71,7 @@ class FakePause : public Pause {
   std::function<void()> during;
 };
 
-/// Settings in memory; can be told to fail with any error number.
+/// Settings in memory; a test can make them fail with any error number.
 class MemorySettingsStore : public SettingsStore {
  public:
   [[nodiscard]] std::string Read(const std::string& application, const std::string& section,

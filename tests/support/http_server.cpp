@@ -19,7 +19,7 @@ namespace {
 using Socket = HttpServer::Socket;
 
 #ifdef _WIN32
-// What the other systems have by these names.
+// Names that the other systems define.
 using socklen_t = int;
 constexpr int MSG_NOSIGNAL = 0;
 
@@ -33,7 +33,7 @@ WSADATA facts{};
 const int kStarted = ::WSAStartup(MAKEWORD(2, 2), &facts);
 #endif
 
-/// How soon the server notices that it has to end.
+/// The longest time until the server notices that it must end.
 constexpr int kPollMilliseconds = 20;
 
 /// A socket bound to a free port of the loopback interface.

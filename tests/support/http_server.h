@@ -11,10 +11,10 @@
 
 namespace skyhop::testing {
 
-/// What the server sends, byte for byte, before it closes the connection.
+/// The bytes that the server sends before it closes the connection.
 struct HttpReply {
   std::vector<std::string> pieces;
-  /// Before each piece but the first.
+  /// The pause before each piece except the first.
   std::chrono::milliseconds pause{0};
 };
 
@@ -23,7 +23,7 @@ struct HttpReply {
 [[nodiscard]] HttpReply Reply(const std::string& status, const std::string& body,
                               const std::string& headers = "");
 
-/// A server on the loopback interface that gives fixed replies, one connection after the other.
+/// A server on the loopback interface that sends fixed replies, one connection after another.
 class HttpServer {
  public:
 #ifdef _WIN32
@@ -37,7 +37,7 @@ class HttpServer {
   HttpServer(const HttpServer&) = delete;
   HttpServer& operator=(const HttpServer&) = delete;
 
-  /// A path without a reply is not found.
+  /// Sets the reply for a path. Other paths are not found.
   void Serve(const std::string& path, const HttpReply& reply);
 
   /// "http://127.0.0.1:<port>" and the path.
@@ -60,7 +60,7 @@ class HttpServer {
   std::thread thread_;
 };
 
-/// A port of the loopback interface that nobody listens on now.
+/// A port of the loopback interface that no program uses now.
 [[nodiscard]] int UnusedPort();
 
 }  // namespace skyhop::testing

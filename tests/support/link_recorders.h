@@ -13,7 +13,7 @@
 
 namespace skyhop::testing {
 
-/// Keeps what a conversation tells.
+/// Keeps the events of a conversation.
 class RecordingListener : public LinkListener {
  public:
   void Changed(const std::string& item, const std::string& value) override {
@@ -30,7 +30,7 @@ class RecordingListener : public LinkListener {
   std::function<void()> on_call;
 };
 
-/// Keeps what it is told and has items as the test sets them.
+/// Keeps the received commands. The test sets its items.
 class RecordingTopic : public LinkTopic {
  public:
   void Execute(const std::string& command) override { executed.push_back(command); }
@@ -43,7 +43,7 @@ class RecordingTopic : public LinkTopic {
   std::map<std::string, std::string> items;
 };
 
-/// Connects, trying again like the program itself: a busy machine may take longer than a call
+/// Connects with repeated attempts like the program: a busy machine may need longer than one call
 /// waits.
 inline std::unique_ptr<LinkConversation> ConnectPatiently(LinkTransport& links,
                                                           const std::string& application,

@@ -7,7 +7,7 @@
 
 namespace skyhop::testing {
 
-/// What a program that was run to its end did.
+/// The result of a finished program.
 struct ProgramResult {
   int status = -1;
   std::string out;

@@ -14,8 +14,8 @@ std::wstring Wide(const std::string& text) {
   return PathFromText(text).native();
 }
 
-/// An argument between quotes, as programs take command lines apart: a backslash counts as such
-/// unless it stands before a quote.
+/// An argument between quotes, in the form in which programs split command lines: a backslash is
+/// literal unless it precedes a quote.
 std::wstring Quoted(const std::wstring& text) {
   std::wstring quoted = L"\"";
   std::size_t backslashes = 0;
@@ -60,7 +60,7 @@ ProgramResult RunProgram(const std::filesystem::path& program,
   }
   ::CloseHandle(start.hStdOutput);
   ::CloseHandle(start.hStdError);
-  // Programs end their lines as this system does; the tests' texts end theirs like everywhere.
+  // Programs use this system's line end; the tests' texts use LF on every system.
   return {static_cast<int>(status), ReplaceAll(ReadFile(folder / "out", kMost), "\r\n", "\n"),
           ReplaceAll(ReadFile(folder / "err", kMost), "\r\n", "\n")};
 }

@@ -10,7 +10,7 @@ namespace skyhop::testing {
 /// 24 hourly values for the hours 1 to 24.
 using Day = std::array<float, 24>;
 
-/// A table that nothing has been read into.
+/// A table without results.
 inline ResultsTable EmptyResult() {
   return {};
 }
@@ -31,7 +31,7 @@ inline ResultsTable ConstantResult(float luf, float muf90, float muf50, float mu
   return table;
 }
 
-/// New York to London, November 2026, sunspot number 105, as VOACAP's LUF/MUF mode predicts it.
+/// New York to London, November 2026, sunspot number 105, as predicted by VOACAP's LUF/MUF mode.
 inline ResultsTable NewYorkLondon() {
   ResultsTable table = EmptyResult();
   SetRow(table.frequencies[rows::kMuf90],
@@ -54,7 +54,7 @@ inline ResultsTable NewYorkLondon() {
   return table;
 }
 
-/// The same path and date as VOACAP's signal-to-noise mode predicts it.
+/// The same path and date, as predicted by VOACAP's signal-to-noise mode.
 inline ResultsTable NewYorkLondonReliability() {
   ResultsTable table = EmptyResult();
   SetRow(table.frequencies[rows::kMuf50],

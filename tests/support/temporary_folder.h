@@ -5,10 +5,10 @@
 
 namespace skyhop::testing {
 
-/// A folder that exists as long as this object does.
+/// A folder that exists while this object lives.
 class TemporaryFolder {
  public:
-  /// `name` is the folder's own name; a unique parent keeps tests apart.
+  /// `name` is the folder's own name; a unique parent separates tests.
   explicit TemporaryFolder(const std::string& name = "folder");
   ~TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;

@@ -10,7 +10,7 @@
 
 namespace skyhop::testing {
 
-/// A session bus of its own, and this thread's main context.
+/// A separate session bus, and this thread's main context.
 class BusWorld : public LinkWorld {
  public:
   BusWorld();

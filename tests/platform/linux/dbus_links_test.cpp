@@ -19,7 +19,7 @@ INSTANTIATE_TEST_SUITE_P(Backends, LinkTransportContract,
                              "dbus", [] { return std::make_unique<BusWorld>(); }}),
                          [](const auto& backend) { return std::string(backend.param.name); });
 
-/// Sets an environment variable for as long as it lives; null unsets it.
+/// Sets an environment variable while this object lives; null unsets it.
 class Variable {
  public:
   Variable(const char* name, const char* value) : name_(name) {
@@ -42,7 +42,7 @@ class Variable {
   std::optional<std::string> old_;
 };
 
-TEST(DBusLinksTest, WithoutABusThereAreNoLinksAndAReason) {
+TEST(DBusLinksTest, ReportsAProblemWhenThereIsNoBus) {
   const struct {
     const char* address;
     const char* folder;
@@ -74,7 +74,7 @@ class DBusLinksBusTest : public ::testing::Test {
   RecordingTopic topic_;
 };
 
-TEST_F(DBusLinksBusTest, AnApplicationsNameIsTakenOnce) {
+TEST_F(DBusLinksBusTest, RefusesASecondOwnerOfAName) {
   DBusLinks first("Skyhop");
   DBusLinks second("Skyhop");
   first.Serve("DDEServer", topic_);
@@ -87,7 +87,7 @@ TEST_F(DBusLinksBusTest, AnApplicationsNameIsTakenOnce) {
   }
 }
 
-TEST_F(DBusLinksBusTest, WhenTheBusEndsSoDoTheLinks) {
+TEST_F(DBusLinksBusTest, ClosesLinksWhenTheBusEnds) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   peer.Serve("TesseraMain", {{"Country", "England"}});
@@ -103,7 +103,7 @@ TEST_F(DBusLinksBusTest, WhenTheBusEndsSoDoTheLinks) {
   links.Unserve("DDEServer");
 }
 
-TEST_F(DBusLinksBusTest, GarbageIsRefusedOrIgnored) {
+TEST_F(DBusLinksBusTest, RefusesOrIgnoresInvalidMessages) {
   DBusLinks links("Skyhop");
   links.Serve("DDEServer", topic_);
   LinkPeerProcess peer("Tessera");
@@ -119,7 +119,7 @@ TEST_F(DBusLinksBusTest, GarbageIsRefusedOrIgnored) {
                                    {"Country", "England"}, {"Country", "Malta"}}));
 }
 
-TEST_F(DBusLinksBusTest, NobodyElseCanSpeakForAPeer) {
+TEST_F(DBusLinksBusTest, IgnoresChangesForgedByOthers) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   LinkPeerProcess stranger("Stranger");
@@ -133,7 +133,7 @@ TEST_F(DBusLinksBusTest, NobodyElseCanSpeakForAPeer) {
   for (const auto& [item, value] : listener_.changes) EXPECT_NE(value, "forged");
 }
 
-TEST_F(DBusLinksBusTest, BytesThatAreNotUtf8AreReplaced) {
+TEST_F(DBusLinksBusTest, ReplacesInvalidUtf8) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   peer.Serve("DDEServer", {});
@@ -145,7 +145,7 @@ TEST_F(DBusLinksBusTest, BytesThatAreNotUtf8AreReplaced) {
   EXPECT_THROW(conversation->Execute(std::string(LinkTopic::kLongestCommand + 1, 'x')), Error);
 }
 
-TEST_F(DBusLinksBusTest, TenThousandCommandsAreAllTaken) {
+TEST_F(DBusLinksBusTest, TakesTenThousandCommands) {
   constexpr int count = 10000;
   DBusLinks links("Skyhop");
   links.Serve("DDEServer", topic_);
@@ -155,7 +155,7 @@ TEST_F(DBusLinksBusTest, TenThousandCommandsAreAllTaken) {
   EXPECT_EQ(topic_.executed.size(), static_cast<std::size_t>(count));
 }
 
-TEST_F(DBusLinksBusTest, APeerThatHangsIsNotWaitedForWithCommands) {
+TEST_F(DBusLinksBusTest, SendsCommandsWithoutWaitingWhenAPeerHangs) {
   DBusLinks links("Skyhop");
   LinkPeerProcess peer("Tessera");
   peer.Serve("DDEServer", {});

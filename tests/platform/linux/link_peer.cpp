@@ -1,5 +1,5 @@
-// A peer application on the session bus, driven through its standard input. It speaks the bus by
-// itself, so that what it understands is what any other program would.
+// A peer application on the session bus, controlled through its standard input. It uses D-Bus
+// directly, not the program's own link code, so it behaves like any other program.
 
 #include <gio/gio.h>
 #include <gio/gunixinputstream.h>
@@ -30,7 +30,7 @@ GMainLoop* loop = nullptr;
 std::map<std::string, std::map<std::string, std::string>> topics;
 int unanswered = 0;
 int unsent = 0;
-Texts flood;  ///< the order whose command is still to be sent `unsent` times
+Texts flood;  ///< the order whose command remains to be sent `unsent` times
 
 void Say(const Texts& words) {
   std::cout << Line(words) << std::flush;
@@ -90,7 +90,7 @@ void Call(const Texts& target, const char* method, GVariant* arguments,
                          G_DBUS_CALL_FLAGS_NO_AUTO_START, 60000, nullptr, callback, nullptr);
 }
 
-/// Sends as much as the bus lets one program have unanswered.
+/// Sends as many messages as the bus allows without answers.
 void SendFlood() {
   constexpr int most_unanswered = 100;
   for (; unsent > 0 && unanswered < most_unanswered; --unsent, ++unanswered) {
@@ -105,7 +105,7 @@ void OnTaken(GObject*, GAsyncResult* result, gpointer) {
   if (unanswered == 0) Say({"taken"});
 }
 
-/// Messages that no link expects.
+/// Sends messages that no link expects.
 void SendGarbage(const Texts& target) {
   const auto execute = [&](GVariant* arguments) { Call(target, "Execute", arguments, OnTaken); };
   unanswered += 5;

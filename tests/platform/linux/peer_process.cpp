@@ -20,7 +20,7 @@ struct PeerProcess::State {
   pid_t process = 0;
   int input = -1;
   int output = -1;
-  std::string unread;  ///< what came while something was written
+  std::string unread;  ///< the output that arrived during a write
 };
 
 PeerProcess::PeerProcess(const std::string& program, const std::string& argument)
@@ -61,7 +61,7 @@ void PeerProcess::Write(const std::string& text) {
     if (size >= 0) {
       written += static_cast<std::size_t>(size);
     } else if (errno == EAGAIN) {
-      // A program that waits until its output is taken reads nothing.
+      // A program that waits for a reader of its output reads no input.
       state_->unread += Read(1);
     } else {
       throw std::runtime_error("the peer has ended");

@@ -27,7 +27,7 @@ INSTANTIATE_TEST_SUITE_P(Backends, LinkTransportContract,
 constexpr unsigned kWestern = 1252;
 constexpr unsigned kCyrillic = 1251;
 
-TEST(DdeTextTest, TextsAreInTheCodePageOfTheMachine) {
+TEST(DdeTextTest, ConvertsToAndFromACodePage) {
   const struct {
     std::string text;
     unsigned code_page;
@@ -45,13 +45,13 @@ TEST(DdeTextTest, TextsAreInTheCodePageOfTheMachine) {
   }
 }
 
-TEST(DdeTextTest, WhatTheCodePageLacksBecomesAQuestionMark) {
+TEST(DdeTextTest, ReplacesMissingLettersByQuestionMarks) {
   EXPECT_EQ(DdeBytes("a\xD0\x96\xE2\x88\x9E", kWestern), "a??");
   EXPECT_EQ(DdeBytes(std::string("a\xFF\0b", 4), kWestern), "a??b");
   EXPECT_THROW((void)DdeBytes(std::string(LinkTopic::kLongestCommand + 1, 'x'), kWestern), Error);
 }
 
-TEST(DdeTextTest, CharactersOfTwoBytesAreTold) {
+TEST(DdeTextTest, RecognisesCharactersOfTwoBytes) {
   EXPECT_EQ(DdeText(std::string("0\0005\0\xFC\0\x16\x04\0\0rest", 14), kWestern),
             "05\xC3\xBC\xD0\x96");
   EXPECT_EQ(DdeText(std::string("0\0005\0", 4), kWestern), "05") << "nothing at the end";
@@ -68,7 +68,7 @@ class DdeLinksTest : public ::testing::Test {
   RecordingTopic topic_;
 };
 
-TEST_F(DdeLinksTest, AnExecuteOfTwoBytesPerCharacterIsUnderstood) {
+TEST_F(DdeLinksTest, TakesCommandsOfTwoByteCharacters) {
   links_.Serve("DDEServer", topic_);
   LinkPeerProcess peer("Tessera");
   peer.Order({"execute-wide", "Skyhop", "DDEServer", "003setpower100"});
@@ -76,7 +76,7 @@ TEST_F(DdeLinksTest, AnExecuteOfTwoBytesPerCharacterIsUnderstood) {
   EXPECT_EQ(topic_.executed, Texts{"003setpower100"});
 }
 
-TEST_F(DdeLinksTest, NamesMayBeWrittenLargeOrSmall) {
+TEST_F(DdeLinksTest, IgnoresTheCaseOfNames) {
   links_.Serve("DDEServer", topic_);
   LinkPeerProcess peer("TESSERA");
   peer.Serve("TESSERAMAIN", {{"COUNTRY", "England"}});
@@ -84,7 +84,7 @@ TEST_F(DdeLinksTest, NamesMayBeWrittenLargeOrSmall) {
   EXPECT_TRUE(world_.RunUntil([&] { return !topic_.executed.empty(); }));
 }
 
-TEST_F(DdeLinksTest, AllItemsOfATopicAreFollowed) {
+TEST_F(DdeLinksTest, FollowsAllItemsOfATopic) {
   LinkPeerProcess peer("Tessera");
   peer.Serve("TesseraMain", {{"A", "1"}, {"B", "2"}, {"C", "3"}, {"D", "4"}});
   const auto conversation = ConnectPatiently(links_, "Tessera", "TesseraMain", listener_);
@@ -97,7 +97,7 @@ TEST_F(DdeLinksTest, AllItemsOfATopicAreFollowed) {
   EXPECT_EQ(listener_.changes.back().second, "5");
 }
 
-TEST_F(DdeLinksTest, GarbageIsRefusedOrIgnored) {
+TEST_F(DdeLinksTest, RefusesOrIgnoresInvalidMessages) {
   links_.Serve("DDEServer", topic_);
   topic_.items = {{"Country", "x"}};
   LinkPeerProcess peer("Tessera");
@@ -109,13 +109,13 @@ TEST_F(DdeLinksTest, GarbageIsRefusedOrIgnored) {
   for (const std::string& text : topic_.executed) EXPECT_LT(text.size(), 100U);
 }
 
-TEST_F(DdeLinksTest, TenThousandCommandsAreAllTaken) {
+TEST_F(DdeLinksTest, TakesTenThousandCommands) {
   constexpr int count = 10000;
   links_.Serve("DDEServer", topic_);
   LinkPeerProcess peer("Tessera");
   const auto start = steady_clock::now();
   peer.Flood("Skyhop", "DDEServer", "005test", count);
-  // A busy machine needs several times what the world waits.
+  // A busy machine needs several times as long as RunUntil waits.
   for (int wait = 0; wait < 5 && !peer.AllTaken(); ++wait) {
     world_.RunUntil([&] { return peer.AllTaken(); });
   }
@@ -127,7 +127,7 @@ TEST_F(DdeLinksTest, TenThousandCommandsAreAllTaken) {
   EXPECT_EQ(topic_.executed.size(), static_cast<std::size_t>(count));
 }
 
-TEST_F(DdeLinksTest, ACommandThatWaitsForTheUserHoldsUpNoPeer) {
+TEST_F(DdeLinksTest, AnswersAPeerBeforeItsCommandEnds) {
   struct WaitingTopic : RecordingTopic {
     void Execute(const std::string& command) override {
       executed.push_back(command);
@@ -144,7 +144,7 @@ TEST_F(DdeLinksTest, ACommandThatWaitsForTheUserHoldsUpNoPeer) {
   EXPECT_TRUE(topic.told_second);
 }
 
-TEST_F(DdeLinksTest, APeerThatHangsIsNotWaitedForWithCommands) {
+TEST_F(DdeLinksTest, SendsCommandsWithoutWaitingWhenAPeerHangs) {
   LinkPeerProcess peer("Tessera");
   peer.Serve("DDEServer", {});
   const auto conversation = ConnectPatiently(links_, "Tessera", "DDEServer", listener_);
@@ -157,7 +157,7 @@ TEST_F(DdeLinksTest, APeerThatHangsIsNotWaitedForWithCommands) {
   EXPECT_FALSE(conversation->Open());
 }
 
-TEST_F(DdeLinksTest, AllAttemptsTogetherTakeLessThanASecondWhenAProgramHangs) {
+TEST_F(DdeLinksTest, TriesAllPeersWithinASecondWhenAProgramHangs) {
   LinkPeerProcess hung("Tessera");
   hung.Serve("DDEServer", {});
   LinkPeerProcess other("Gleaner");
@@ -169,7 +169,7 @@ TEST_F(DdeLinksTest, AllAttemptsTogetherTakeLessThanASecondWhenAProgramHangs) {
     try {
       (void)links_.Connect(application, "DDEServer", listener_);
     } catch (const Error&) {
-      // Whether the others can be reached meanwhile is the system's business.
+      // The system determines whether the other peers can be reached meanwhile.
     }
   }
   EXPECT_LT(steady_clock::now() - start, milliseconds(1000));
@@ -179,7 +179,7 @@ TEST_F(DdeLinksTest, AllAttemptsTogetherTakeLessThanASecondWhenAProgramHangs) {
   }
 }
 
-TEST_F(DdeLinksTest, AProgramThatEndsWaitsForAPeerThatHangsForASecondAtMost) {
+TEST_F(DdeLinksTest, EndsWithinASecondWhenAPeerHangs) {
   LinkPeerProcess peer("MarloLauncher");
   peer.Serve("DDEClient", {});
   auto ending = std::make_unique<DdeLinks>("Skyhop");

@@ -8,7 +8,7 @@
 
 namespace skyhop::testing {
 
-/// Has this thread's windows get their messages. Returns whether there were any.
+/// Dispatches the messages of this thread's windows. Returns whether there were any.
 bool RunMessages();
 
 /// The desktop, and this thread's message loop.

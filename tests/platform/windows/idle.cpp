@@ -1,5 +1,5 @@
-// An engine that hangs: sleeps as many milliseconds as its first argument says. A second argument
-// names a file that takes its process number.
+// An engine that hangs: it sleeps as many milliseconds as its first argument states. It writes its
+// process number into the file that a second argument names.
 #include <windows.h>
 
 #include <cstdlib>

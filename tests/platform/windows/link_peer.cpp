@@ -1,5 +1,5 @@
-// A peer application that speaks DDE as older programs do: bytes of the machine's code page, and
-// transactions that it waits for. Driven through its standard input.
+// A peer application that uses DDE like older programs: bytes of the machine's code page, and
+// synchronous transactions. The test controls it through its standard input.
 
 #include <windows.h>
 
@@ -35,7 +35,7 @@ DWORD main_thread = 0;
 std::mutex mutex;
 std::deque<Texts> orders;
 std::map<std::string, std::map<std::string, std::string>> topics;
-std::map<HCONV, std::string> conversations;  ///< their topics
+std::map<HCONV, std::string> conversations;  ///< the topic of each conversation
 
 void Say(const Texts& words) {
   std::cout << Line(words) << std::flush;
@@ -114,12 +114,13 @@ void Serve(const std::string& application, const Texts& words) {
 }
 
 void Publish(const std::string& topic, const std::string& item) {
-  // Some systems count the item's atom once, and each of those that are told counts it down.
+  // Some systems add one reference to the item's atom, but remove one for each conversation that
+  // they notify.
   for (std::size_t i = 0; i < conversations.size(); ++i) ::GlobalAddAtomA(item.c_str());
   ::DdePostAdvise(instance, Name(topic), Name(item));
 }
 
-/// A conversation with another application for as long as this object lives.
+/// A conversation with another application while this object lives.
 class Talk {
  public:
   Talk(const std::string& application, const std::string& topic, DWORD patience = kConnectPatience)
@@ -148,7 +149,7 @@ class Talk {
   }
 
  private:
-  /// On a busy machine an application may not answer in time, so that it is asked again.
+  /// On a busy machine an application may not answer in time, so ask repeatedly.
   static HCONV Connected(const std::string& application, const std::string& topic, DWORD patience) {
     HCONV conversation = nullptr;
     const ULONGLONG end = ::GetTickCount64() + patience;
@@ -161,7 +162,7 @@ class Talk {
   HCONV conversation_;
 };
 
-/// Two bytes for each character, as some programs send them.
+/// Sends two bytes for each character, like some programs.
 void ExecuteWide(const Texts& words) {
   std::string bytes;
   for (const char c : words.at(3)) bytes += {c, '\0'};
@@ -170,7 +171,7 @@ void ExecuteWide(const Texts& words) {
   Say({"taken"});
 }
 
-/// Transactions that no link expects.
+/// Sends transactions that no link expects.
 void SendGarbage(const Texts& words) {
   Talk talk(words.at(1), words.at(2));
   std::string long_text((std::size_t{1} << 20U) + 1, 'x');
@@ -208,7 +209,7 @@ void Obey(const std::string& application, const Texts& words) {
   } else if (order == "garbage") {
     SendGarbage(words);
   } else if (order == "flood") {
-    Say({"done"});  // what comes takes its time
+    Say({"done"});  // the next steps take time
     Talk talk(words.at(1), words.at(2));
     for (int i = std::atoi(words.at(4).c_str()); i > 0; --i) talk.Execute(words.at(3));
     Say({"taken"});
@@ -246,7 +247,7 @@ int main(int count, char** arguments) {
   }
   main_thread = ::GetCurrentThreadId();
   MSG message{};
-  ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);  // makes the queue that orders wake
+  ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);  // creates the queue that orders wake
   ::CloseHandle(::CreateThread(nullptr, 0, ReadOrders, nullptr, 0, nullptr));
   while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
     ::DispatchMessageW(&message);

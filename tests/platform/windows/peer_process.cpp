@@ -17,7 +17,8 @@ struct PeerProcess::State {
 
 namespace {
 
-/// A pipe whose end for the child, the reading or the writing one, is inherited.
+/// Creates a pipe. The child inherits one end: the reading one if `child_reads`, else the writing
+/// one.
 void MakePipe(HANDLE& reading, HANDLE& writing, bool child_reads) {
   SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
   constexpr DWORD size = 1 << 20;
@@ -45,8 +46,8 @@ PeerProcess::PeerProcess(const std::string& program, const std::string& argument
 }
 
 PeerProcess::~PeerProcess() {
-  // Conversations that have just been ended get to their end: some systems wait ten seconds for a
-  // partner that dies right then, and answer nobody else meanwhile.
+  // Let conversations end that were just closed: some systems wait ten seconds for a partner that
+  // dies then, and answer no other program meanwhile.
   (void)Read(200);
   ::TerminateProcess(state_->process.hProcess, 1);
   ::WaitForSingleObject(state_->process.hProcess, INFINITE);

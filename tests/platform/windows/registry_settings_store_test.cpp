@@ -17,7 +17,7 @@ namespace {
 using platform::RegistrySettingsStore;
 using platform::Wide;
 
-/// A key of the registry that exists as long as this object does.
+/// A registry key that exists while this object lives.
 class TemporaryKey {
  public:
   TemporaryKey() = default;
@@ -27,7 +27,7 @@ class TemporaryKey {
 
   [[nodiscard]] const std::string& Name() const { return name_; }
 
-  /// Puts a value of any type into a section.
+  /// Stores a value of any type in a section.
   void Put(const std::string& path, const char* value, DWORD type, const void* bytes,
            std::size_t size) const {
     EXPECT_EQ(::RegSetKeyValueW(HKEY_CURRENT_USER, Wide(name_ + "\\" + path).c_str(),
@@ -62,7 +62,7 @@ class RegistrySettingsStoreTest : public ::testing::Test {
   RegistrySettingsStore store_{key_.Name()};
 };
 
-TEST_F(RegistrySettingsStoreTest, AKeyPerSectionHoldsTextValues) {
+TEST_F(RegistrySettingsStoreTest, StoresTextsInAKeyPerSection) {
   store_.SaveSetting("App", "Section", "Key", "Z\xC3\xBCrich");
   wchar_t text[20] = {};
   DWORD size = sizeof text;
@@ -73,7 +73,7 @@ TEST_F(RegistrySettingsStoreTest, AKeyPerSectionHoldsTextValues) {
   EXPECT_EQ(size, 7 * sizeof(wchar_t));
 }
 
-TEST_F(RegistrySettingsStoreTest, NumbersOfOtherProgramsAreReadAsText) {
+TEST_F(RegistrySettingsStoreTest, ReadsNumbersAsText) {
   const std::uint32_t word = 0xFFFFFFFF;
   const std::uint64_t long_word = 40000000000;
   key_.Put("App\\Section", "Word", REG_DWORD, &word, sizeof word);
@@ -82,7 +82,7 @@ TEST_F(RegistrySettingsStoreTest, NumbersOfOtherProgramsAreReadAsText) {
   EXPECT_EQ(Read("Long"), "40000000000");
 }
 
-TEST_F(RegistrySettingsStoreTest, TextsWithoutAnEndMarkAreReadWhole) {
+TEST_F(RegistrySettingsStoreTest, ReadsTextsWithoutAnEndMark) {
   key_.Put("App\\Section", "Open", REG_SZ, L"abc", 3 * sizeof(wchar_t));
   key_.Put("App\\Section", "Odd", REG_SZ, L"abc", 3 * sizeof(wchar_t) - 1);
   key_.Put("App\\Section", "Empty", REG_SZ, nullptr, 0);
@@ -91,7 +91,7 @@ TEST_F(RegistrySettingsStoreTest, TextsWithoutAnEndMarkAreReadWhole) {
   EXPECT_EQ(Read("Empty"), "");
 }
 
-TEST_F(RegistrySettingsStoreTest, ValuesOfOtherTypesAreToldAndReplaced) {
+TEST_F(RegistrySettingsStoreTest, ReportsAndReplacesValuesOfOtherTypes) {
   key_.Put("App\\Section", "Key", REG_BINARY, "abc", 3);
   try {
     (void)Read("Key");
@@ -104,7 +104,7 @@ TEST_F(RegistrySettingsStoreTest, ValuesOfOtherTypesAreToldAndReplaced) {
   EXPECT_EQ(Read("Key"), "1");
 }
 
-TEST_F(RegistrySettingsStoreTest, AFailedSaveTakesBackWhatItChanged) {
+TEST_F(RegistrySettingsStoreTest, ChangesNothingWhenASaveFails) {
   store_.SaveSetting("App", "Section", "A", "before");
   const std::vector<SettingEntry> entries = {
       {"Section", "A", "after"}, {"Section", "New", "1"}, {"Section", "B", std::string("x\0y", 3)}};

@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(WindowsClock, TellsTheSystemsTimeAndOffset) {
+TEST(WindowsClock, ReturnsTheSystemsTimeAndOffset) {
   const auto clock = platform::MakeClock();
   SYSTEMTIME universal{};
   ::GetSystemTime(&universal);
@@ -69,7 +69,7 @@ TEST(WindowsTexts, KeepTheirLetters) {
   EXPECT_EQ(platform::PathInCodePage(PathFromText(text), CP_UTF8), text);
 }
 
-TEST(WindowsErrors, HaveTheNumbersOfTheLog) {
+TEST(WindowsErrors, MapToTheNumbersOfTheLog) {
   const struct {
     DWORD code;
     int number;
@@ -84,7 +84,7 @@ TEST(WindowsErrors, HaveTheNumbersOfTheLog) {
   }
 }
 
-TEST(WindowsFiles, ThatSomebodyHoldsOpenAreToldByTheirNumber) {
+TEST(WindowsFiles, FailWithTheirNumberWhenOpenElsewhere) {
   const TemporaryFolder folder;
   const std::filesystem::path file = folder / "results.txt";
   WriteFile(file, "results");

@@ -15,8 +15,8 @@ INSTANTIATE_TEST_SUITE_P(Backends, UrlFetcherContract,
                              [] { return std::make_unique<HttpWorld<UrlMonikerFetcher>>(); }}),
                          ::testing::PrintToStringParamName());
 
-TEST(UrlMonikerFetcher, RefusesAddressesThatItCannotUse) {
-  // Not every edition of the system takes an error page for a failure, so no test asks for one.
+TEST(UrlMonikerFetcher, RefusesUnusableAddresses) {
+  // Some editions of the system do not treat an error page as a failure, so no test requests one.
   const TemporaryFolder folder;
   for (const char* url : {"nonsense:", ""}) {
     EXPECT_NE(UrlMonikerFetcher().Fetch(url, folder / "got.txt", {}), fetch_codes::kOk) << url;

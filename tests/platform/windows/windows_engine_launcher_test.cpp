@@ -16,10 +16,10 @@ namespace {
 
 using platform::WindowsEngineLauncher;
 
-/// A batch line that keeps busy for a minute.
+/// A batch line that runs for a minute.
 constexpr const char* kHang = "\"" SKYHOP_IDLE "\" 60000 engine\r\n";
 
-/// Whether the engine of a folder runs, once it has left its process number in the file "engine".
+/// Whether the engine of a folder runs. Waits for its process number in the file "engine".
 bool EngineRuns(const std::filesystem::path& folder) {
   DWORD id = 0;
   while (id == 0) std::ifstream(folder / "engine") >> id;
@@ -56,7 +56,7 @@ TEST(WindowsEngineLauncher, LeavesAnEngineRunningUnlessAskedToEndIt) {
   const std::filesystem::path batch = folder / "engine.bat";
   for (const bool ends : {false, true}) {
     auto launcher = std::make_unique<WindowsEngineLauncher>();
-    // What the batch file runs outlives it here; it should not do so for long.
+    // The batch file's process outlives the launcher here, so it runs only two seconds.
     const std::string line = ends ? kHang : "\"" SKYHOP_IDLE "\" 2000\r\n";
     WriteFile(batch, line);
     const LaunchResult started = launcher->StartBatch(batch, "", folder.Path());
