@@ -51,7 +51,7 @@ std::string Records(int count) {
   return content;
 }
 
-TEST_F(Bands, ReadTheFormsThatAUserMayWrite) {
+TEST_F(Bands, AreReadInAllValidForms) {
   const Texts twenty_metres = {"20M 14-14.35"};
   const struct {
     const char* content;
@@ -77,7 +77,7 @@ TEST_F(Bands, ReadTheFormsThatAUserMayWrite) {
   EXPECT_EQ(missing, 0);
 }
 
-TEST_F(Bands, KeepWhatStandsBeforeAMistakeAndSayWhereItIs) {
+TEST_F(Bands, AreKeptBeforeAnErrorAndItsPlaceIsReported) {
   const struct {
     const char* bad;
     const char* error;
@@ -100,7 +100,7 @@ TEST_F(Bands, KeepWhatStandsBeforeAMistakeAndSayWhereItIs) {
     ASSERT_FALSE(read.empty()) << c.bad;
     EXPECT_EQ(read[0], "40M 7-7.3");
     if (c.line == 0) {
-      // A decimal comma splits the number, which no reader can tell from two fields.
+      // A decimal comma splits the number into two fields, which a reader cannot recognise.
       EXPECT_EQ(read.size(), 2U);
       continue;
     }
@@ -142,7 +142,7 @@ TEST_F(Bands, PreferTheUsersFile) {
   EXPECT_TRUE(log.errors.empty());
 }
 
-TEST_F(Bands, WithoutAnyFileDisableWhatNeedsThem) {
+TEST_F(Bands, AreReportedMissingWithoutAFile) {
   std::filesystem::create_directory(log.folder / "Bands.txt");
   EXPECT_TRUE(Read().empty());
   EXPECT_EQ(log.errors, Texts{"Missing band definition file in " + PathOf("DefaultBands.txt")});
@@ -176,12 +176,12 @@ TEST_F(Bands, HaveAnIndexByName) {
   }
 }
 
-TEST_F(Bands, OfTheDistributedFileCoverEveryLineOfTheChart) {
+TEST_F(Bands, CoverEveryChartLineInTheShippedFile) {
   Write("DefaultBands.txt",
         ReadFile(std::filesystem::path(SKYHOP_TEST_DATA) / "../../data/DefaultBands.txt", 10000));
   ASSERT_EQ(Read().size(), kBandCount);
   for (std::size_t band = 0; band < kBandCount; ++band) {
-    // The band lines are single precision numbers; a hertz covers what that adds.
+    // The band lines are in single precision; one hertz covers the difference.
     const std::string name = table.GetBandNameForFreq(double{kBandLineFrequencies[band]} + 1e-6);
     EXPECT_EQ(table.GetbandIndex(name), static_cast<std::int16_t>(band));
   }

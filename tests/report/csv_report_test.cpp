@@ -30,7 +30,7 @@ constexpr const char* kHeader =
     "hour_utc,fot_mhz,muf_mhz,hpf_mhz,luf_mhz,open_160m,open_80m,open_60m,open_40m,open_30m,"
     "open_20m,open_17m,open_15m,open_12m,open_10m,open_6m";
 
-TEST(CsvReports, TellFrequenciesAndOpenBandsByHour) {
+TEST(CsvReports, ListFrequenciesAndOpenBandsByHour) {
   ResultsTable table = NewYorkLondon();
   table.reached[13] = false;
   const std::string csv = Csv(table, EngineChoice::kVoaCap);
@@ -43,7 +43,7 @@ TEST(CsvReports, TellFrequenciesAndOpenBandsByHour) {
   EXPECT_TRUE(csv.ends_with('\n'));
 }
 
-TEST(CsvReports, LeaveEmptyWhatIsNotPredicted) {
+TEST(CsvReports, LeaveMissingPredictionsEmpty) {
   ResultsTable table = NewYorkLondonReliability();
   for (std::size_t band = 1; band < kBandCount; ++band) table.known[band].fill(0xF);
   table.known[2][5] = 0;
@@ -55,7 +55,7 @@ TEST(CsvReports, LeaveEmptyWhatIsNotPredicted) {
   EXPECT_EQ(Line(csv, 7).substr(0, 13), "6,6.80,,,,,4,");
 }
 
-TEST(CsvReports, TellWhatIsPredictedOfTheBands) {
+TEST(CsvReports, ListPredictedBandValues) {
   ResultsTable table;
   IONCAPModule::ParseMethod30Results(TestData("results/newyork-london-method30.results.txt"), "",
                                      table);

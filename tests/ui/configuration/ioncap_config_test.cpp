@@ -45,7 +45,7 @@ class IoncapConfigTest : public ::testing::Test {
   IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
 
   void Load() { window_.Form_Load(); }
-  /// What lies in the folders is looked up when the window opens.
+  /// The window searches the engines' folders when it opens.
   void LoadAndOpen() {
     Load();
     window_.Show();
@@ -59,7 +59,7 @@ class IoncapConfigTest : public ::testing::Test {
     return with_.store.Read(kProductName, section, key, "nothing stored");
   }
 
-  /// The message that the last event showed; there is one at most.
+  /// The message of the last event, which shows at most one.
   std::string Message() {
     EXPECT_LE(with_.messages.shown.size(), 1U);
     if (with_.messages.shown.empty()) return "";
@@ -88,7 +88,7 @@ class IoncapConfigTest : public ::testing::Test {
                         with_.log.folder.Path()}};
 };
 
-TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {
+TEST_F(IoncapConfigTest, RestoresValuesBandsAndPlaceOnLoad) {
   with_.store.SaveSetting(kProductName, "Configuration", "Engine", "2");
   with_.store.SaveSetting(kProductName, "Configuration", "DistanceMiles", "False");
   with_.store.SaveSetting(kProductName, "Windows", "IoncapConfigLeft", "333");
@@ -102,7 +102,7 @@ TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {
   EXPECT_FALSE(view_.shown);
 }
 
-TEST_F(IoncapConfigTest, AntennasAreThoseOfTheEngineThatIsUsed) {
+TEST_F(IoncapConfigTest, ListsTheAntennasOfTheUsedEngine) {
   const std::filesystem::path folder = with_.log.folder.Path();
   machine_.estimate = folder / "estimate.exe";
   WriteFile(machine_.estimate, "x");
@@ -119,7 +119,7 @@ TEST_F(IoncapConfigTest, AntennasAreThoseOfTheEngineThatIsUsed) {
             "The files are those in " + PathText(folder / "ITSHFBC" / "antennas") + ".");
 }
 
-TEST_F(IoncapConfigTest, AnAntennaCountsOrIsRefusedWithTheReason) {
+TEST_F(IoncapConfigTest, AcceptsAnAntennaOrShowsTheReason) {
   Load();
   window_.Antenna_Change(Station::kDX, {"samples/sample.23", "", " 45 "});
   EXPECT_EQ(configuration_.AntennaOf(Station::kDX), (Antenna{"samples/sample.23", "", "45"}));
@@ -133,7 +133,7 @@ TEST_F(IoncapConfigTest, AnAntennaCountsOrIsRefusedWithTheReason) {
   EXPECT_EQ(configuration_.AntennaOf(Station::kLocal), Antenna());
 }
 
-TEST_F(IoncapConfigTest, ClosingHidesTheWindowAndSavesItsPlace) {
+TEST_F(IoncapConfigTest, HidesTheWindowAndSavesItsPlaceOnClose) {
   Load();
   window_.Show();
   EXPECT_TRUE(view_.shown);
@@ -146,7 +146,7 @@ TEST_F(IoncapConfigTest, ClosingHidesTheWindowAndSavesItsPlace) {
   EXPECT_EQ(Stored("Windows", "IoncapConfigLeft"), "78");
 }
 
-TEST_F(IoncapConfigTest, WithoutABandFileFrequencyDependentSettingsAreOff) {
+TEST_F(IoncapConfigTest, DisablesFrequencyDependentSettingsWithoutABandFile) {
   std::filesystem::remove(with_.log.folder / "Bands.txt");
   with_.store.SaveSetting(kProductName, "Configuration", "FreqDependentEnabled", "True");
   Load();
@@ -162,7 +162,7 @@ TEST_F(IoncapConfigTest, WithoutABandFileFrequencyDependentSettingsAreOff) {
   EXPECT_FALSE(configuration_.FreqDependentEnabled());
 }
 
-TEST_F(IoncapConfigTest, TheBandTableFollowsItsCheckBox) {
+TEST_F(IoncapConfigTest, EnablesTheBandTableByItsCheckBox) {
   Load();
   window_.FreqDependentEnabled_Click(true);
   EXPECT_TRUE(configuration_.FreqDependentEnabled());
@@ -171,7 +171,7 @@ TEST_F(IoncapConfigTest, TheBandTableFollowsItsCheckBox) {
   EXPECT_EQ(view_.bands_enabled, false);
 }
 
-TEST_F(IoncapConfigTest, BandValuesAreTakenOrRefusedWithTheReason) {
+TEST_F(IoncapConfigTest, AcceptsBandValuesOrShowsTheReason) {
   const std::string takeoff =
       "The take-off angle on 20 m has to be a number of degrees from 0 to 90. The value before "
       "stays.";
@@ -199,7 +199,7 @@ TEST_F(IoncapConfigTest, BandValuesAreTakenOrRefusedWithTheReason) {
   }
 }
 
-TEST_F(IoncapConfigTest, ModesAreTakenOrRefusedWithTheReason) {
+TEST_F(IoncapConfigTest, AcceptsModesOrShowsTheReason) {
   const std::string name =
       "The name of a mode may hold no comma, no bracket, no \"=\" and no \"\\\", and may not "
       "begin with \";\" or \"#\". The value before stays.";
@@ -242,7 +242,7 @@ TEST_F(IoncapConfigTest, ModesAreTakenOrRefusedWithTheReason) {
   EXPECT_EQ(configuration_.Modes().size(), 2U) << "a row that is gone is not changed";
 }
 
-TEST_F(IoncapConfigTest, ModesAreAddedRemovedAndRestored) {
+TEST_F(IoncapConfigTest, AddsRemovesAndRestoresModes) {
   Load();
   ASSERT_TRUE(configuration_.SetModes({{"CW", "24"}, {"Mode 1", "30"}}));
   window_.AddModeCmd_Click();
@@ -262,7 +262,7 @@ TEST_F(IoncapConfigTest, ModesAreAddedRemovedAndRestored) {
   EXPECT_EQ(view_.selected_mode, 0);
 }
 
-TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
+TEST_F(IoncapConfigTest, ShowsTheFindingOfEachEngine) {
   InstallEngine("IonCap/ioncap.exe");
   for (const char* engine : {"ITSHFBC/bin_win/voacapw.exe", "ITSHFBC2/bin_win/voacapw.exe"}) {
     InstallEngine(engine);
@@ -275,7 +275,7 @@ TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
   const std::string ioncap = PathText(folder / "IonCap" / "ioncap.exe");
   EXPECT_EQ(view_.findings[0], "Found: " + ioncap);
   EXPECT_EQ(view_.findings[1], "Not found; expected at " + PathText(programs / "icepacw.exe"));
-  // Where rights do not say which files are programs, the name does.
+  // If the system has no right to execute, the name identifies programs.
   const bool with_rights = std::filesystem::path::preferred_separator == '/';
   EXPECT_EQ(view_.findings[3], (with_rights ? "Found, but it cannot be executed: " : "Found: ") +
                                    PathText(programs / "voacapw.exe"));
@@ -287,7 +287,7 @@ TEST_F(IoncapConfigTest, EnginesAreShownWithWhatWasFound) {
   EXPECT_EQ(view_.findings[0], "Uses the built-in estimate engine: " + ioncap);
 }
 
-TEST_F(IoncapConfigTest, TheVoacapRowsTellOfAnotherEngineForOneFrequency) {
+TEST_F(IoncapConfigTest, ShowsAnotherPointEngineInTheVoacapRows) {
   const std::filesystem::path folder = with_.log.folder.Path();
   machine_.estimate = folder / "estimate.exe";
   InstallEngine("estimate.exe");
@@ -308,7 +308,7 @@ TEST_F(IoncapConfigTest, TheVoacapRowsTellOfAnotherEngineForOneFrequency) {
   EXPECT_EQ(view_.findings[3], chart);
 }
 
-TEST_F(IoncapConfigTest, TheTestFollowsTheSelectedEngineToItsOutcome) {
+TEST_F(IoncapConfigTest, ShowsTheOutcomeOfTheTestedEngine) {
   InstallEngine("IonCap/ioncap.exe");
   Load();
   const IoncapConfig::Time begin{};
@@ -330,7 +330,7 @@ TEST_F(IoncapConfigTest, TheTestFollowsTheSelectedEngineToItsOutcome) {
             0U);
 }
 
-TEST_F(IoncapConfigTest, AnAnswerOfTheEstimateIsNoInstalledEngine) {
+TEST_F(IoncapConfigTest, ReportsNoInstalledEngineWhenTheEstimateAnswers) {
   InstallEngine("IonCap/ioncap.exe");
   Load();
   const IoncapConfig::Time begin{};
@@ -360,7 +360,7 @@ TEST_F(IoncapConfigTest, DefaultAddressesAreThoseOfAFreshInstallation) {
   }
 }
 
-TEST_F(IoncapConfigTest, OnlyWebAddressesAreOpened) {
+TEST_F(IoncapConfigTest, OpensOnlyWebAddresses) {
   Load();
   window_.URL_Change(Address::kURL3, "  HTTPS://example.org/a b  ");
   EXPECT_EQ(Stored("Configuration", "URL3"), "HTTPS://example.org/a b");
@@ -379,7 +379,7 @@ TEST_F(IoncapConfigTest, OnlyWebAddressesAreOpened) {
   EXPECT_TRUE(view_.opened.empty());
 }
 
-TEST_F(IoncapConfigTest, AChangeThatIsNotSavedIsToldAndCountsNevertheless) {
+TEST_F(IoncapConfigTest, AppliesAndReportsAChangeThatIsNotSaved) {
   Load();
   configuration_.SetUrl(Address::kURL0, "elsewhere");
   configuration_.SetUrl(Address::kURL2, "elsewhere");
@@ -392,7 +392,7 @@ TEST_F(IoncapConfigTest, AChangeThatIsNotSavedIsToldAndCountsNevertheless) {
   EXPECT_NE(Message(), "") << "one message for all addresses";
 }
 
-TEST_F(IoncapConfigTest, DebugLoggingAndTheLogsSizeFollowTheCheckBox) {
+TEST_F(IoncapConfigTest, SwitchesDebugLoggingAndShowsTheLogsSize) {
   LoadAndOpen();
   with_.log.diagnostics.SetDebugListener({});
   const std::string path = PathText(with_.log.diagnostics.LogPath());
@@ -414,7 +414,7 @@ TEST_F(IoncapConfigTest, DebugLoggingAndTheLogsSizeFollowTheCheckBox) {
   }
 }
 
-TEST_F(IoncapConfigTest, ADebugLogThatStoppedItselfIsShownAsStopped) {
+TEST_F(IoncapConfigTest, ShowsWhenTheDebugLogStoppedItself) {
   Load();
   with_.log.diagnostics.SetDebugListener({});
   const std::filesystem::path& log = with_.log.diagnostics.LogPath();
@@ -435,7 +435,7 @@ TEST_F(IoncapConfigTest, ADebugLogThatStoppedItselfIsShownAsStopped) {
   EXPECT_TRUE(std::filesystem::exists(log));
 }
 
-TEST_F(IoncapConfigTest, TheSourceOfYourStationIsTheOneThatIsUsed) {
+TEST_F(IoncapConfigTest, ShowsTheUsedSourceOfYourStation) {
   LoadAndOpen();
   EXPECT_NE(view_.labels[ConfigLabel::kStationSource].find("this program's own settings"),
             std::string::npos);
@@ -445,7 +445,7 @@ TEST_F(IoncapConfigTest, TheSourceOfYourStationIsTheOneThatIsUsed) {
             std::string::npos);
 }
 
-TEST_F(IoncapConfigTest, ChangesMadeElsewhereAreShown) {
+TEST_F(IoncapConfigTest, ShowsChangesMadeElsewhere) {
   Load();
   configuration_.SetEngine(1);
   configuration_.SetDistanceMiles(false);
@@ -455,7 +455,7 @@ TEST_F(IoncapConfigTest, ChangesMadeElsewhereAreShown) {
   EXPECT_EQ(view_.urls[Address::kSSNURL], "https://example.org");
 }
 
-TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
+TEST_F(IoncapConfigTest, ShowsPeersAndAppliesWindowSettings) {
   Load();
   window_.Show();
   ASSERT_EQ(view_.peers.size(), 3U);
@@ -471,7 +471,7 @@ TEST_F(IoncapConfigTest, LinksAndWindowsAreAskedOfTheProgram) {
   EXPECT_EQ(host_.resets, 1);
 }
 
-TEST_F(IoncapConfigTest, PeersAreShownAndConnectedByTheirRow) {
+TEST_F(IoncapConfigTest, ConnectsThePeerOfARow) {
   LoadAndOpen();
   ASSERT_EQ(view_.peers.size(), 3U);
   window_.ConnectCmd_Click(1);

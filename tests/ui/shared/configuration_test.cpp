@@ -30,7 +30,7 @@ class ConfigurationTest : public ::testing::Test {
   std::vector<Item> told_;
 };
 
-TEST_F(ConfigurationTest, OfAFreshInstallationHasItsDefaults) {
+TEST_F(ConfigurationTest, HasDefaultsAfterAFreshInstallation) {
   configuration_.Load();
   EXPECT_EQ(configuration_.Engine(), 0);
   EXPECT_TRUE(configuration_.DistanceMiles());
@@ -45,7 +45,7 @@ TEST_F(ConfigurationTest, OfAFreshInstallationHasItsDefaults) {
   EXPECT_TRUE(told_.empty());
 }
 
-TEST_F(ConfigurationTest, TheDefaultEngineCountsUntilOneIsStored) {
+TEST_F(ConfigurationTest, UsesTheDefaultEngineUntilOneIsStored) {
   configuration_.SetDefaultEngine(2);
   configuration_.Load();
   EXPECT_EQ(configuration_.Engine(), 2);
@@ -55,7 +55,7 @@ TEST_F(ConfigurationTest, TheDefaultEngineCountsUntilOneIsStored) {
   EXPECT_EQ(configuration_.Engine(), 0);
 }
 
-TEST(DefaultModes, NeedWhatTheirUsualBandwidthsSay) {
+TEST(DefaultModes, RequireTheSnrOfTheirUsualBandwidths) {
   const std::vector<ModeSettings> expected = {
       {"CW", "24"},    {"SSB", "45"},    {"AM", "51"},  {"FM", "56"},  {"RTTY", "36"},
       {"PSK31", "27"}, {"FT8", "13"},    {"FT4", "17"}, {"JT65", "9"}, {"JT9", "7"},
@@ -63,7 +63,7 @@ TEST(DefaultModes, NeedWhatTheirUsualBandwidthsSay) {
   EXPECT_EQ(DefaultModes(), expected);
 }
 
-TEST_F(ConfigurationTest, SavesEachChangeAtOnceAndTellsIt) {
+TEST_F(ConfigurationTest, SavesEachChangeAtOnceAndCallsListeners) {
   const struct {
     const char* what;
     std::function<bool(Configuration&)> set;
@@ -128,7 +128,7 @@ TEST_F(ConfigurationTest, SavesEachChangeAtOnceAndTellsIt) {
   }
 }
 
-TEST_F(ConfigurationTest, ComesBackInTheNextRun) {
+TEST_F(ConfigurationTest, IsRestoredInTheNextRun) {
   configuration_.SetEngine(2);
   configuration_.SetDistanceMiles(false);
   configuration_.SetBand(3, {"5.5", "400"});
@@ -146,7 +146,7 @@ TEST_F(ConfigurationTest, ComesBackInTheNextRun) {
   EXPECT_FALSE(next.ShowToolTips());
 }
 
-TEST_F(ConfigurationTest, MakesTheBestOfWhatIsStored) {
+TEST_F(ConfigurationTest, IgnoresInvalidStoredValues) {
   Store("Configuration", "Engine", "4");
   Store("Configuration", "DiagMode", "perhaps");
   Store("ModeDependentSettings", "Modes", " ssb ,,Ssb, a=b ,New mode,");
@@ -161,7 +161,7 @@ TEST_F(ConfigurationTest, MakesTheBestOfWhatIsStored) {
   EXPECT_TRUE(configuration_.Modes().empty()) << "the user removed them all";
 }
 
-TEST_F(ConfigurationTest, RefusesModesAndEnginesThatCannotBe) {
+TEST_F(ConfigurationTest, RefusesInvalidModesAndEngines) {
   const std::vector<ModeSettings> former = configuration_.Modes();
   const char* const names[] = {"", " \t", "a,b", "CW=", "[x]", "a\\b", "a\nb", "cw"};
   for (const char* name : names) {
@@ -176,7 +176,7 @@ TEST_F(ConfigurationTest, RefusesModesAndEnginesThatCannotBe) {
   EXPECT_TRUE(store_.values.empty());
 }
 
-TEST_F(ConfigurationTest, NeitherTakesNorRestoresAnAntennaThatNoDeckCanHold) {
+TEST_F(ConfigurationTest, RefusesAntennasThatNoDeckCanHold) {
   EXPECT_FALSE(configuration_.SetAntenna(Station::kLocal, {"", "high", ""}));
   EXPECT_TRUE(configuration_.SetAntenna(Station::kLocal, {"", "2.15", ""}));
   Store("Antennas", "DXAntenna", "samples/one whose name is too long");
@@ -185,7 +185,7 @@ TEST_F(ConfigurationTest, NeitherTakesNorRestoresAnAntennaThatNoDeckCanHold) {
   EXPECT_EQ(configuration_.AntennaOf(Station::kDX), Antenna());
 }
 
-TEST_F(ConfigurationTest, HoldsForThisRunWhenItCannotBeSaved) {
+TEST_F(ConfigurationTest, KeepsAChangeForThisRunWhenSavingFails) {
   store_.save_error = 70;
   EXPECT_FALSE(configuration_.SetEngine(1));
   EXPECT_EQ(configuration_.Engine(), 1);
@@ -209,7 +209,7 @@ TEST_F(ConfigurationTest, ReplacesTheFormerEnthusiastsPageAtOnce) {
   EXPECT_EQ(Stored("Configuration", "WWVURL"), configuration_.Url(Address::kWWVURL));
 }
 
-TEST_F(ConfigurationTest, ListenersMayRegisterOthers) {
+TEST_F(ConfigurationTest, LetsListenersRegisterOthers) {
   int late = 0;
   configuration_.AddListener([&](Item) {
     for (int count = 0; count < 100; ++count) configuration_.AddListener([&](Item) { ++late; });

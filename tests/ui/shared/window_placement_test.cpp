@@ -40,7 +40,7 @@ class WindowPlacementTest : public ::testing::Test {
   Common::Settings settings_{store_, log_.diagnostics};
 };
 
-TEST_F(WindowPlacementTest, ComesBackAsItWasSaved) {
+TEST_F(WindowPlacementTest, IsRestoredAsSaved) {
   const WindowPlacement placements[] = {{300, 200, 900, 700, State::kNormal},
                                         {-1000, -150, 500, 400, State::kNormal},
                                         {2000, 10, 900, 700, State::kMaximized}};
@@ -54,7 +54,7 @@ TEST_F(WindowPlacementTest, ComesBackAsItWasSaved) {
   EXPECT_EQ(store_.Read(kProductName, "Windows", "IonCapWindowState", ""), "2");
 }
 
-TEST_F(WindowPlacementTest, IsTheCurrentOneWhereNothingUsableIsStored) {
+TEST_F(WindowPlacementTest, IsTheCurrentOneWhenNothingUsableIsStored) {
   EXPECT_EQ(Restore(), kCurrent);
   for (const char* key : {"Left", "Top", "Width", "Height", "WindowState"}) {
     for (const char* value : {"", "wide", "99999999999999"}) {
@@ -83,7 +83,7 @@ TEST_F(WindowPlacementTest, NeverStartsMinimised) {
   }
 }
 
-TEST_F(WindowPlacementTest, StaysOnTheMainMonitorUnlessTheUserWantsMore) {
+TEST_F(WindowPlacementTest, StaysOnTheMainMonitorUnlessDualMonitorIsSet) {
   Store("IonCapLeft", "2000");
   EXPECT_EQ(Restore(), (WindowPlacement{1120, 50, 800, 600, State::kNormal}));
   Store("DualMonitor", "True");
@@ -93,7 +93,7 @@ TEST_F(WindowPlacementTest, StaysOnTheMainMonitorUnlessTheUserWantsMore) {
   EXPECT_EQ(Restore({}), (WindowPlacement{2000, 50, 800, 600, State::kNormal}));
 }
 
-TEST_F(WindowPlacementTest, FailuresToSaveAreLoggedAndChangeNothing) {
+TEST_F(WindowPlacementTest, LogsAFailureToSave) {
   store_.save_error = 75;
   SaveWindowPosition("IonCap", kCurrent, settings_, log_.diagnostics);
   ASSERT_EQ(log_.errors.size(), 1U);
@@ -120,7 +120,7 @@ TEST(OnScreen, PutsAWindowOnTheNearestMonitor) {
   for (const auto& c : cases) EXPECT_EQ(OnScreen(c.stored, kThree), c.expected) << c.what;
 }
 
-TEST(OnScreen, DisregardsMonitorsWithoutExtent) {
+TEST(OnScreen, IgnoresMonitorsWithoutExtent) {
   const Monitor off{5000, 5000, 5000, 5000};
   const WindowPlacement window{4900, 4900, 200, 100};
   EXPECT_EQ(OnScreen(window, std::vector{off, kMain}), (WindowPlacement{1720, 980, 200, 100}));

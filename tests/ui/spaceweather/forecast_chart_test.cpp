@@ -33,7 +33,7 @@ ForecastChartOptions Options() {
   return options;
 }
 
-/// Where the middle of a day's column is, at the height of the first graph's upper end.
+/// The middle of a day's column, at the height of the first graph's upper end.
 Point Middle(const ForecastChart& chart, std::size_t slot) {
   const Rectangle plot = chart.Plots().front();
   return {plot.left + (static_cast<double>(31 - slot) + 0.5) * plot.width / 31, plot.top};
@@ -109,7 +109,7 @@ TEST(ForecastChart, DrawsEachValueAtItsDayAndHeight) {
   EXPECT_FALSE(HasText(surface, "60"));
 }
 
-TEST(ForecastChart, LeavesGapsForWhatIsMissing) {
+TEST(ForecastChart, LeavesGapsForMissingValues) {
   ForecastChartOptions options = Options();
   options.a_index = options.k_index = false;
   ForecastTable table = SampleTable();
@@ -162,7 +162,7 @@ TEST(ForecastChart, FindsTheDayUnderThePointer) {
   EXPECT_EQ(chart.SlotAt({first.left, last.Bottom() + 10}), 31U);
 }
 
-TEST(ForecastChart, TellsTheValuesOfADay) {
+TEST(ForecastChart, DescribesTheValuesOfADay) {
   ForecastTable table = SampleTable();
   EXPECT_EQ(DayText(table[15]), "1 Dec 2026: solar flux 98, A index 48, estimated K index 6");
   table[15].columns = {0, -1, -1, -1, -1, -1, -1, 0, 0, 0};
@@ -172,7 +172,7 @@ TEST(ForecastChart, TellsTheValuesOfADay) {
   EXPECT_EQ(DayText({}), "");
 }
 
-TEST(ForecastChart, SaysWhyItIsEmptyOnAsManyLinesAsItTakes) {
+TEST(ForecastChart, ShowsWhyItIsEmptyOnSeveralLines) {
   ForecastChartOptions options = Options();
   EXPECT_TRUE(HasText(Painted({}, options), "none yet"));
   options.width = 200;
