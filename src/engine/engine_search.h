@@ -22,7 +22,7 @@ class EngineHost {
   [[nodiscard]] virtual std::optional<std::filesystem::path> NativeVoacap() const = 0;
   /// The folder of the native VOACAP's antennas and coefficients; it need not exist.
   [[nodiscard]] virtual std::filesystem::path NativeData() const = 0;
-  /// The estimate engine that came with this program; it need not exist.
+  /// The estimate engine that is shipped with this program; it need not exist.
   [[nodiscard]] virtual std::filesystem::path EstimateEngine() const = 0;
 };
 

@@ -59,7 +59,7 @@ class FakeUserMessages : public UserMessages {
   std::function<void()> while_shown;  ///< called while the next message is open
 };
 
-/// Counts waits instead of waiting, and can call a function during each.
+/// Records waits instead of waiting, and can call a function during each.
 class FakePause : public Pause {
  public:
   void Wait(std::chrono::milliseconds duration) override {

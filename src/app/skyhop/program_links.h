@@ -38,7 +38,7 @@ class ProgramLinks {
         records_(diagnostics),
         diagnostics_(&diagnostics) {}
 
-  /// The controller and the windows must outlive the last event that comes through the links.
+  /// The controller and the windows must outlive the last event from the links.
   void Attach(IonCap& controller, SNRService& point_prediction, DDECommon::OpenWindows& windows,
               DDECommon::Window& main_window);
 

@@ -10,8 +10,7 @@ class ForecastCanvas : public PaintedCanvas {
  public:
   explicit ForecastCanvas(wxWindow* parent);
 
-  /// Sets the controller that paints and receives the events from now on; it must outlive the
-  /// canvas.
+  /// Sets the controller, which paints and receives the events; it must outlive the canvas.
   void Attach(SolarForecast& controller);
 
  private:
