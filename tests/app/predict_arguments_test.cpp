@@ -1,4 +1,4 @@
-// What the program makes of its arguments, as far as it gets without an engine.
+// Tests the command-line program's arguments, without an engine.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ class PredictArgumentsTest : public ::testing::Test {
   ProgramResult Run(Arguments more, bool with_circuit = true) {
     Arguments arguments;
     if (with_circuit) arguments = {"--from", "FN20", "--to", "IO91wm", "--date", "15-Nov-26"};
-    // Another one may be installed on the machine of the tests.
+    // The machine of the tests may have another engine.
     arguments.insert(arguments.end(), {"--engine", "ioncap"});
     arguments.insert(arguments.end(), more.begin(), more.end());
     return RunProgram(

@@ -28,7 +28,7 @@ class PredictTest : public ::testing::Test {
 
   ProgramResult Run(Arguments more, bool with_circuit = true) {
     Arguments arguments;
-    // What the sample results between New York and London were asked.
+    // The inputs of the sample results between New York and London.
     if (with_circuit) {
       arguments = {"--from", "40.5,-74.25", "--to",  "51.5,-0.1167",
                    "--date", "15-Nov-26",   "--sfi", "150"};
@@ -42,8 +42,8 @@ class PredictTest : public ::testing::Test {
         {{"SKYHOP_HOME", PathText(folder_.Path())}, {"XDG_CONFIG_HOME", PathText(config_.Path())}});
   }
 
-  /// Makes a shell script the engine. It gets the two paths of the driver file in $script and
-  /// $results.
+  /// Installs a shell script as the engine. The script gets the two paths of the driver file in
+  /// $script and $results.
   void UseEngine(const std::string& body) {
     const std::filesystem::path engine = folder_ / "IonCap/ioncap.exe";
     std::filesystem::create_directories(engine.parent_path());
@@ -51,7 +51,7 @@ class PredictTest : public ::testing::Test {
     std::filesystem::permissions(engine, std::filesystem::perms::owner_all);
   }
 
-  /// An engine that answers with this text.
+  /// Installs an engine that answers with this text.
   void UseAnswer(const std::string& text) {
     WriteFile(folder_ / "answer", text);
     UseEngine("cat \"$(dirname \"$results\")/../answer\" > \"$results\"");
@@ -164,7 +164,7 @@ TEST_F(PredictTest, AFailingEngineEndsWithStatusThreeAndItsReason) {
   const std::string results = PathText(folder_ / "IonCap/results.txt");
   const struct {
     const char* what;
-    std::string engine;  ///< a script, or the answer when it begins with a blank
+    std::string engine;  ///< a script, or the answer if it begins with a blank
     std::string reason;
   } cases[] = {
       {"complains", "echo 'card SYSTEM is bad' >&2; exit 1", "It printed: card SYSTEM is bad."},
@@ -191,7 +191,7 @@ TEST_F(PredictTest, AnOldAnswerIsNeverPassedOffAsNew) {
   WriteFile(folder_ / "IonCap/results.txt",
             TestData("results/newyork-london-method26.results.txt"));
   EXPECT_EQ(Run({}).status, 3);
-  // A folder in the place of a file that the run has to write.
+  // A folder has the name of a file that the run must write.
   UseAnswer(TestData("results/newyork-london-method26.results.txt"));
   std::filesystem::remove_all(folder_ / "IonCap/script.txt");
   std::filesystem::create_directory(folder_ / "IonCap/script.txt");
@@ -201,7 +201,7 @@ TEST_F(PredictTest, AnOldAnswerIsNeverPassedOffAsNew) {
 }
 
 TEST_F(PredictTest, ADeadRunsAnswerIsNotTaken) {
-  // The engine of the first run, which is killed, answers while that of the second one works.
+  // The engine of the killed first run answers while that of the second run works.
   WriteFile(folder_ / "answer", TestData("results/newyork-london-method26.results.txt"));
   UseEngine(
       "cd \"$(dirname \"$results\")/..\"\n"
@@ -264,7 +264,7 @@ TEST_F(PredictTest, TheUsersOwnEngineIsUsedAndKept) {
   EXPECT_EQ(ReadFile(folder_ / "IonCap/ioncap.exe", 10000), own);
 }
 
-/// Where the result of a prediction with SNR and reliability lies, in the cells that are open.
+/// The number of cells in which a band is open.
 int OpenCells(const nlohmann::json& hours) {
   int open = 0;
   for (const auto& hour : hours) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kMost = 1 << 20;
 
-/// The programs installed in a folder of their own.
+/// The programs, installed in a separate folder.
 class PredictWindowsTest : public ::testing::Test {
  protected:
   PredictWindowsTest() {

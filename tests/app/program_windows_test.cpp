@@ -1,4 +1,4 @@
-// The program with its windows as a process of its own, among peers that are such too.
+// Tests the window program as a separate process, with peers in separate processes.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ namespace {
 using std::chrono::milliseconds;
 using Texts = std::vector<std::string>;
 
-/// Puts the settings of this machine's user aside as long as it lives.
+/// Sets the settings of this machine's user aside while it lives, and restores them at its end.
 class SettingsAside {
  public:
   SettingsAside() { Move(kOwn, kKept); }
@@ -62,7 +62,7 @@ class SettingsAside {
   }
 };
 
-/// A window program that runs beside the test; killed when this object goes.
+/// A window program that runs beside the test. The destructor kills it.
 class StartedProgram {
  public:
   explicit StartedProgram(const std::filesystem::path& program) {
@@ -88,14 +88,14 @@ class StartedProgram {
     ::GetExitCodeProcess(process_.hProcess, &status);
     return status;
   }
-  /// Its visible window whose title begins so, null when there is none.
+  /// Its visible window with a title that begins so, null if there is none.
   [[nodiscard]] HWND Window(const wchar_t* title) const {
     Search search{process_.dwProcessId, title, nullptr};
     ::EnumWindows(IsSought, reinterpret_cast<LPARAM>(&search));
     return search.found;
   }
 
-  /// The texts of all its controls, one a line.
+  /// The texts of all its controls, one per line.
   [[nodiscard]] std::string Texts() const {
     std::string texts;
     if (const HWND window = Window(L"Skyhop")) {
@@ -135,7 +135,7 @@ class StartedProgram {
   PROCESS_INFORMATION process_{};
 };
 
-/// The programs installed in a folder of their own.
+/// The programs, installed in a separate folder.
 class ProgramWindowsTest : public ::testing::Test {
  protected:
   ProgramWindowsTest() {
@@ -154,7 +154,7 @@ class ProgramWindowsTest : public ::testing::Test {
                                    {"Country", "England"}});
     tessera_.Serve("TesseraConfig", {{"Latitude", "40 30' 0\" N"}, {"Longitude", "74 15' 0\" W"}});
     launcher_.Serve("DDEClient", {});
-    // What it downloads when it starts comes from a file.
+    // The download at its start reads this file.
     WriteFile(folder_ / "ssn.json",
               "[{\"time-tag\": \"" + Month() + "\", \"predicted_ssn\": 105, \"high_ssn\": 130}]");
     const std::wstring address =
@@ -173,7 +173,8 @@ class ProgramWindowsTest : public ::testing::Test {
   void Start() {
     program_.emplace(folder_ / "skyhop.exe");
     ASSERT_TRUE(world_.RunUntil([&] { return program_->Window(L"Skyhop") != nullptr; }));
-    // On a busy machine it gives up sooner than a peer can answer, and tries again when told to.
+    // On a busy machine the program stops waiting before a peer can answer. The test makes it try
+    // again.
     bool shown = KnowsStations();
     for (int attempt = 0; attempt < 8 && !shown; ++attempt) {
       tessera_.Execute("Skyhop", "DDEClient", "003start");
@@ -181,7 +182,7 @@ class ProgramWindowsTest : public ::testing::Test {
     }
     ASSERT_TRUE(shown) << program_->Texts();
   }
-  /// Waits until the window's fields hold both stations, longer than any linking takes.
+  /// Waits until the window's fields show both stations, for longer than any linking takes.
   bool KnowsStations() {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(12);
     bool shown = false;
@@ -195,7 +196,7 @@ class ProgramWindowsTest : public ::testing::Test {
     return shown;
   }
   void Command(const std::string& command) { gleaner_.Execute("Skyhop", "DDEServer", command); }
-  /// A file of the program's folder as far as it is there.
+  /// The content of a file in the program's folder; empty if there is none.
   [[nodiscard]] std::string Content(const char* name) const {
     try {
       return ReadFile(folder_ / name, 1 << 20);

@@ -24,7 +24,7 @@ class FakeDownloadWindow : public DownloadWindow {
   std::map<TextField, std::string> fields;
 };
 
-/// A fetcher that somebody else owns.
+/// A fetcher that forwards to one with another owner.
 class PassedOn : public UrlFetcher {
  public:
   explicit PassedOn(UrlFetcher& fetcher) : fetcher_(&fetcher) {}
@@ -40,7 +40,7 @@ class PassedOn : public UrlFetcher {
   UrlFetcher* fetcher_;
 };
 
-/// The commands and windows of solar data over a fake network and fake views.
+/// The commands and windows of solar data with a fake network and fake views.
 class SpaceWeatherTest : public ::testing::Test {
  protected:
   SpaceWeatherTest() {
@@ -94,7 +94,7 @@ TEST_F(SpaceWeatherTest, FetchesTheForecastAtOnceAndThenEveryHour) {
   EXPECT_EQ(Fetches(), 1U);
   Tick(minutes(1));
   EXPECT_EQ(Fetches(), 2U);
-  // The command fetches whatever the forecast's age is.
+  // The command fetches regardless of the forecast's age.
   service_.ShowForecast();
   Tick(minutes(0));
   EXPECT_EQ(Fetches(), 3U);
@@ -172,7 +172,7 @@ TEST_F(SpaceWeatherTest, TheTimerRunsOnlyWhileTheForecastIsShown) {
   EXPECT_EQ(Timer(), std::nullopt);
   forecast_window_.Form_Activate();
   EXPECT_EQ(Timer(), std::nullopt);
-  // A tick that was under way already.
+  // A tick that was already pending.
   Tick(minutes(5));
   EXPECT_EQ(Timer(), std::nullopt);
   forecast_view_.visible = true;

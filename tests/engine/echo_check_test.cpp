@@ -103,8 +103,8 @@ TEST(EchoCheck, RoundingOfCardsAndHeadingsIsNoDifference) {
     const char* what;
     std::function<void(PredictionInputs& deck)> change;
     EngineChoice engine;
-    const char* shown;    ///< of the sample's heading
-    const char* instead;  ///< what this heading shows
+    const char* shown;    ///< the text in the sample's heading
+    const char* instead;  ///< the text in this heading
     const char* difference;
   } cases[] = {
       {"seconds", [](auto& deck) { deck.transmitter.latitude.seconds = 59; }, kVoaCap, "", "", ""},
@@ -153,7 +153,7 @@ TEST(EchoCheck, WhatAHeadingDoesNotRepeatReadablyIsNoDifference) {
       "",
       "  11.00  year      SSN = ?            Minimum Angle=****** degrees\n"
       "  XMTR much kW\n  3 MHz NOISE = -3. dBW   REQ. REL = .90   REQ. SNR = *****\n",
-      // Names that a user has typed.
+      // Names that a user typed.
       " LABEL     REQ. SNR = 99       XMTR [x/y] 3kW\n",
       "  40.5 N - 51.5 N\n  1.00 N 1.00 E 2.00 N 2.00 E\n",
       "   1993 N\n",

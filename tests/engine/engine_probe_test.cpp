@@ -50,7 +50,7 @@ class EngineProbeTest : public ::testing::Test {
     WriteFile(log_.folder / name, text);
   }
 
-  /// What files call a path below the program folder.
+  /// A path below the program folder, as files contain it.
   [[nodiscard]] std::string Path(const char* name) const {
     return PathText((log_.folder / name).make_preferred());
   }

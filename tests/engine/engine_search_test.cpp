@@ -91,7 +91,7 @@ TEST_F(EngineSearchTest, TheSystemsVoacapRunsInTheFoldersOfThisProgram) {
   EXPECT_EQ(FindingText(Find(EngineChoice::kVoaCap)), "Uses " + PathText(folder_ / "bin/voacapl") +
                                                           " with the data of " +
                                                           PathText(folder_ / "home/itshfbc") + ".");
-  // There is no such ICEPAC.
+  // This ICEPAC does not exist.
   EXPECT_EQ(Find(EngineChoice::kIcePac).kind, EngineKind::kEstimate);
 }
 
@@ -127,7 +127,7 @@ TEST_F(EngineSearchTest, TheEstimateStandsInAndSaysForWhat) {
                 PathText(folder_ / "ITSHFBC/bin_win/voacapw.exe") + ". There is " +
                 PathText(folder_ / "bin/voacapl") + ", but its data are missing in " +
                 PathText(folder_ / "home/itshfbc") + "; makeitshfbc makes them.");
-  // A point prediction keeps to the second folder.
+  // A point prediction uses only the second folder.
   Install("ITSHFBC/bin_win/voacapw.exe", kScript);
   EXPECT_EQ(Find(EngineChoice::kVoaCapSnr, EngineUse::kPoint).kind, EngineKind::kEstimate);
   EXPECT_EQ(Command(EngineChoice::kVoaCapSnr, EngineUse::kPoint),

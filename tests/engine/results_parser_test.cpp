@@ -61,7 +61,7 @@ TEST(LufMufResults, EveryValueOfARealFileIsTaken) {
       ResultsTable table;
       ParseLufMufResults(carriage_returns ? ReplaceAll(file, "\n", "\r\n") : file, name, true,
                          table);
-      // An independent reading: the lines of seven numbers, word by word.
+      // Read the lines of seven numbers independently of the parser, word by word.
       std::size_t hour = 0;
       for (const std::string& line : Lines(file)) {
         const std::vector<std::string> words = Words(line);
@@ -147,8 +147,8 @@ TEST(LufMufResults, RowsBeforeAFaultKeepTheirNewValues) {
   EXPECT_EQ(table.Muf50(7), 99.0F);
 }
 
-/// One band's values of one hour, read apart from the parser: the lines of the hour's block by
-/// their tag, cut into words of five columns from the right.
+/// One band's values of one hour, read without the parser: the lines of the hour's block by their
+/// tag, split into words of five columns from the right.
 std::map<std::string, std::vector<std::string>> Block(const std::vector<std::string>& lines,
                                                       int hour) {
   std::map<std::string, std::vector<std::string>> block;
@@ -286,7 +286,7 @@ TEST(Method30Results, AFieldThatCannotBeReadCostsNothingElse) {
       EXPECT_EQ(outcome.faults[0], fault + std::to_string(at) + ", columns 37-41)");
     }
     EXPECT_FALSE(table.Known(quantity, 5, 5));
-    // All the others are what they are in the whole file.
+    // All other values equal those of the whole file.
     table.snr[5][5] = whole.snr[5][5];
     table.reliability[5][5] = whole.reliability[5][5];
     table.mode[5][5] = whole.mode[5][5];
@@ -396,13 +396,13 @@ TEST(Method30Results, PageHeadingsWithinADayAreNoResults) {
     ASSERT_LT(first, last);
     std::string paged;
     for (std::size_t i = 0; i < lines.size(); ++i) {
-      // Wherever the page is full, in the middle of an hour too.
+      // Break the page when it is full, even within an hour.
       if (i > last && (i - last) % 37 == 0) {
         paged += "\f";
         for (std::size_t k = first; k <= last; ++k) paged += lines[k] + "\n";
         paged += "\n";
       }
-      // Lines without the blanks behind their tags.
+      // Remove the blanks after the tags.
       paged += lines[i].substr(0, lines[i].find_last_not_of(' ') + 1) + "\n";
     }
     ResultsTable whole;

@@ -17,7 +17,7 @@ constexpr const char* kFormatError = "***Format Error***";
 
 class ScriptCardsTest : public ::testing::Test {
  protected:
-  /// What `write` puts into a prediction script.
+  /// The text that `write` adds to a prediction script.
   std::string Written(const std::function<void(int)>& write) {
     const int file = cards_.InitializeScript(script_, false);
     EXPECT_EQ(file, kPredictionScript);
@@ -88,7 +88,7 @@ TEST_F(ScriptCardsTest, ImpliedDecimalsAreRoundedInSinglePrecision) {
       {40.5F, 5.2F, "04050"},
       {0.1167F, 5.2F, "00012"},
       {180.0F, 5.2F, "18000"},
-      // 5 W and 25 W in kilowatts: both stand on a half and go away from zero.
+      // 5 W and 25 W in kilowatts: both are halfway and are rounded away from zero.
       {0.005F, 5.2F, "00001"},
       {0.025F, 5.2F, "00003"},
       {-5.0F, 5.2F, "-00500"},

@@ -181,7 +181,7 @@ TEST_F(ScriptsTest, ItsDecksDifferFromThoseThatAnEngineWasRunWithOnlyInRemarks) 
   } cases[] = {
       {"decks/transatlantic-voacap26.txt", "results/newyork-london-method26.deck.txt", {"LABEL"}},
       {"decks/transatlantic-voacap30.txt", "results/newyork-london-method30.deck.txt", {"LABEL"}},
-      // Column 49 is a remark for readers.
+      // Column 49 is a comment for readers.
       {"decks/tokyo-saopaulo-long-voacap30.txt",
        "results/tokyo-saopaulo-long-method30.deck.txt",
        {"LABEL", "CIRCUIT"}},
@@ -224,7 +224,8 @@ TEST_F(ScriptsTest, EachEndOfThePathHasItsStationsAntenna) {
        {"", "-3", ""},
        "    -3.000[default/isotrope     ]  0.0",
        "     5.500[default/isotrope     ]  0.0"},
-      // The gain of a file is the file's; its beam points along the path unless told otherwise.
+      // A file contains its own gain; its beam has the direction of the path unless an azimuth is
+      // set.
       {1,
        0,
        {"samples/sample.23", "9", ""},
