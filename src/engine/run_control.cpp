@@ -17,6 +17,7 @@ constexpr EngineFileNames kItsNames = {"script.txt", "results.txt", "icevoa.bat"
 bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
   return with_.diagnostics.Trap("IONCAPModule.LoadEngineData", false, [&] {
     with_.diagnostics.DebugLog("IONCAPModule.LoadEngineData");
+    program_folder_ = program_folder;
     const std::filesystem::path ioncap = program_folder / EngineFolder(EngineChoice::kIonCap);
     std::error_code ignored;
     if (!std::filesystem::is_directory(ioncap, ignored)) {
@@ -27,7 +28,7 @@ bool RunControl::LoadEngineData(const std::filesystem::path& program_folder) {
     }
     viewer_ = with_.settings.GetStringSetting(kProductName, "IonCap", "Viewer",
                                               "c:\\windows\\notepad.exe");
-    program_folder_ = program_folder;
+    folders_known_ = true;
     with_.diagnostics.DebugLog("IONCAPModule.LoadEngineData complete");
     return true;
   });
@@ -68,7 +69,7 @@ bool RunControl::Start(const std::string& name, EngineChoice engine) {
   refused_ = false;
   return with_.diagnostics.Trap(name, false, [&] {
     with_.diagnostics.DebugLog(name);
-    if (program_folder_.empty()) {
+    if (!folders_known_) {
       // Without the folders every file name would be one of the current folder.
       with_.diagnostics.ErrorLog(name + ": the engines' folders are not known");
       return false;

@@ -86,6 +86,13 @@ class RunControl {
   /// What to report of an engine that ended without results: both files, and why it may be.
   [[nodiscard]] std::string DeadEngineText() const;
 
+  /// The folder that LoadEngineData was called with.
+  [[nodiscard]] const std::filesystem::path& ProgramFolder() const { return program_folder_; }
+  /// The engine that the parameter set names, as it is installed.
+  [[nodiscard]] EngineFinding Find() const {
+    return FindEngine(with_.host, program_folder_, with_.parameters.Set().engine);
+  }
+
   /// The current run.
   [[nodiscard]] const EngineJob& Job() const { return job_; }
   /// The results file of the current run, long form; empty before the first run.
@@ -107,7 +114,8 @@ class RunControl {
 
   Collaborators with_;
   EngineJob job_;
-  std::filesystem::path program_folder_;  ///< empty until the engines' folders are known
+  std::filesystem::path program_folder_;
+  bool folders_known_ = false;  ///< LoadEngineData has found the engines' folders
   std::string viewer_;
   std::optional<std::chrono::milliseconds> timeout_;
   RunState run_state_ = RunState::kNone;

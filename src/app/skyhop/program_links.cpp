@@ -6,11 +6,11 @@ namespace skyhop {
 
 ProgramLinks::Parts::Parts(ProgramLinks& program, IonCap& controller, SNRService& point_prediction,
                            DDECommon::OpenWindows& windows, DDECommon::Window& main_window)
-    : server({controller, point_prediction, windows, main_window, program.records_,
+    : server({controller.Commands(), point_prediction, windows, main_window, program.records_,
               *program.diagnostics_}),
       announcer(*program.transport_, server, *program.diagnostics_),
-      client(controller, program.values_timer_, *program.diagnostics_),
-      links({*program.transport_, client, controller, program.timer_, program.records_,
+      client(controller.Peers(), program.values_timer_, *program.diagnostics_),
+      links({*program.transport_, client, controller.Peers(), program.timer_, program.records_,
              *program.diagnostics_}) {}
 
 void ProgramLinks::Attach(IonCap& controller, SNRService& point_prediction,

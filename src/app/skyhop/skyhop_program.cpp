@@ -104,7 +104,6 @@ SkyhopProgram::SkyhopProgram()
                    bands_,
                    engine_,
                    *launcher_,
-                   *host_,
                    *instance_,
                    foreground_locker_,
                    links_.Server(),

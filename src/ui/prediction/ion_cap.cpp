@@ -1,327 +1,276 @@
-// Commands, options and timers of the prediction window that concern no run and no field.
+// The prediction window's parts, its start and end, and what it follows of the configuration.
 
 #include "ui/prediction/ion_cap.h"
 
-#include <array>
-
-#include "common/files.h"
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
-#include "ui/shared/web_address.h"
 
 namespace skyhop {
 namespace {
 
-constexpr std::array<Address, 4> kWebPages = {Address::kURL0, Address::kURL1, Address::kURL2,
-                                              Address::kURL3};
+constexpr const char* kSection = "Configuration";
+constexpr const char* kWindow = "IonCap";
+constexpr std::chrono::milliseconds kClockInterval{1000};
 
 }  // namespace
 
 IonCap::IonCap(Collaborators collaborators)
     : with_(std::move(collaborators)),
-      parameters_(with_.engine.parameters),
-      run_(with_.engine.run) {
-  parameters_.Attach(this);
+      status_(with_.view, with_.diagnostics),
+      fields_({with_.view, with_.configuration, with_.messages, with_.diagnostics}),
+      stations_({with_.view, fields_, with_.engine.parameters, with_.settings, with_.diagnostics}),
+      transceiver_(with_.configuration, with_.bands, with_.peers),
+      modes_({with_.view, with_.configuration, fields_, with_.engine.parameters,
+              [this] { InputsChanged(); }}),
+      next_({with_.view, fields_, stations_, modes_, transceiver_, with_.engine.parameters,
+             with_.diagnostics}),
+      shown_({with_.view, with_.chart, with_.engine.results, fields_, stations_, next_}),
+      run_({with_.view, with_.engine, shown_, status_, with_.locker, with_.clock,
+            with_.diagnostics}),
+      predict_({with_.view, fields_, stations_, next_, with_.engine.parameters, run_,
+                with_.diagnostics}),
+      point_({with_.view, with_.chart, fields_, modes_, transceiver_, with_.point_prediction, with_.diagnostics}),
+      peer_inputs_(
+          {with_.view, fields_, modes_, point_, with_.engine.parameters, with_.diagnostics}),
+      peer_commands_({with_.view, fields_, point_, predict_, with_.peers,
+                      with_.configuration_window, with_.diagnostics}),
+      downloads_({with_.view, with_.space_weather, fields_, status_, with_.diagnostics,
+                  [this] { InputsChanged(); },
+                  [this] { run_.Running() ? run_.ShowProgress() : status_.ShowActivity(""); }}),
+      export_({with_.chart, shown_, with_.engine.results, with_.diagnostics, with_.clock}),
+      files_({with_.engine.run, with_.files_window, fields_, with_.launcher, with_.settings}),
+      pages_({with_.view, with_.configuration, fields_, with_.help_file}) {
+  fields_.SetListener([this](TextField field, const std::string& text) { TakeField(field, text); });
+  fields_.SetTypedListener([this] { stations_.Save(); });
+  stations_.SetMovedListener([this] {
+    shown_.PreviewSolarBars();
+    InputsChanged();
+  });
+  peer_inputs_.SetBandListener([this] { InputsChanged(); });
+  peer_inputs_.SetLinksListener([this] {
+    EnablePeerCommands();
+    with_.configuration_window.Peers_Change();
+  });
+  peer_commands_.SetPathListener([this] { PathChanged(); });
   with_.engine.results.SetTableListener(
       [this](EngineChoice engine) { with_.chart.DisplayTable(engine); });
   with_.chart.SetTimeIndexListener(
       [this] { with_.view.SetChecked(CheckBox::kShowCurrentTimeCheck, false); });
-  with_.chart.SetBandListener([this](std::int16_t band) { ChooseBand(band); });
+  with_.chart.SetBandListener(
+      [this](std::int16_t band) { Handle("ChooseBand", [&] { point_.ChooseBand(band); }); });
   with_.configuration.AddListener([this, alive = std::weak_ptr(alive_)](Configuration::Item item) {
     if (!alive.expired()) ConfigurationChanged(item);
   });
-  with_.space_weather.Attach(this);
 }
 
 IonCap::~IonCap() {
-  with_.space_weather.Attach(nullptr);
   with_.engine.results.SetTableListener({});
-  parameters_.Attach(nullptr);
   with_.chart.SetTimeIndexListener({});
   with_.chart.SetBandListener({});
 }
 
-// Commands.
+void IonCap::InitiateForecast() {
+  predict_.InitiateForecast();
+}
 
-void IonCap::ForecastCmd_Click() {
-  with_.diagnostics.Trap("IonCap.ForecastCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.ForecastCmd_Click");
-    with_.space_weather.ShowForecast();
+void IonCap::FreqPredict(double frequency, const std::string& mode, const std::string& snr) {
+  Handle("FreqPredict", [&] { point_.Predict(frequency, mode, snr); });
+}
+
+void IonCap::SetSNRDisplayActive(bool active) {
+  Handle("SetSNRDisplayActive", [&] { point_.SetActive(active); });
+}
+
+void IonCap::UpdateLocalGrid() {
+  Handle("UpdateLocalGrid", [&] { stations_.UpdateGrid(Station::kLocal); });
+}
+
+void IonCap::UpdateLocalLatLon() {
+  Handle("UpdateLocalLatLon", [&] { stations_.UpdateLatLon(Station::kLocal); });
+}
+
+void IonCap::UpdateDXGrid() {
+  Handle("UpdateDXGrid", [&] { stations_.UpdateGrid(Station::kDX); });
+}
+
+void IonCap::UpdateDXLatLon() {
+  Handle("UpdateDXLatLon", [&] { stations_.UpdateLatLon(Station::kDX); });
+}
+
+// Start and end.
+
+bool IonCap::Form_Load() {
+  Diagnostics& diagnostics = with_.diagnostics;
+  const bool another = diagnostics.Trap("IonCap.Form_Load", false,
+                                        [&] { return with_.instance.AnotherIsRunning(); });
+  if (another) {
+    diagnostics.Trap("IonCap.Form_Load", [&] { with_.instance.ShowOther(); });
+    with_.messages.Show(std::string(kProductName) + " is already running on this PC", kProductName);
+    return false;
+  }
+  loaded_ = true;
+  // A step that fails leaves its own part of the window as it was, not what comes after it.
+  const auto step = [&](auto&& body) { diagnostics.Trap("IonCap.Form_Load", body); };
+  step([&] { InitializeWindow(); });
+  step([&] { with_.server.AcknowledgeLauncher(); });
+  step([&] {
+    if (with_.engine.run.LoadEngineData(with_.program_folder)) PutToday();
   });
-}
-
-void IonCap::CurrentCmd_Click() {
-  with_.diagnostics.Trap("IonCap.CurrentCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.CurrentCmd_Click");
-    with_.space_weather.ShowCurrentConditions();
+  step([&] {
+    run_.EnablePredicting(true);
+    downloads_.EnableDownloads(true);
+    EnablePeerCommands();
+    with_.view.Enable(Button::kSNRPredictCmd, true);
+    with_.view.Enable(Button::kBeaconCmd, with_.beacons.Available());
+    with_.view.Enable(Button::kShowFilesCmd, false);
+    with_.view.ShowToolTips(with_.configuration.ShowToolTips());
+    diagnostics.DebugLog("IonCap.Form_Load: start");
   });
-}
-
-void IonCap::HistoryCmd_Click() {
-  with_.diagnostics.Trap("IonCap.HistoryCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.HistoryCmd_Click");
-    with_.peers.DisplaySolarHistory();
+  step([&] { InitializeParameters(); });
+  step([&] { with_.server.Initialize(); });
+  step([&] { with_.peers.Initialize(); });
+  step([&] { shown_.UpdateSolarBars(); });
+  step([&] { RestoreChartOptions(); });
+  // A slow network must not keep the window from the user.
+  step([&] { with_.view.ShowWindow(); });
+  step([&] {
+    if (with_.space_weather.Available() && with_.configuration.DownloadSsnAtStart()) {
+      downloads_.DownloadSunspotNumber();
+    }
   });
-}
-
-void IonCap::UpdateSFICmd_Click() {
-  with_.diagnostics.Trap("IonCap.UpdateSFICmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.UpdateSFICmd_Click");
-    with_.space_weather.UpdateCurrentConditions();
+  step([&] {
+    FollowClock();
+    EnablePeerCommands();
+    with_.view.StartTimer(WindowTimer::kClockTimer, kClockInterval);
   });
+  status_.ShowActivity("");
+  return true;
 }
 
-void IonCap::UpdateSSNCmd_Click() {
-  with_.diagnostics.Trap("IonCap.UpdateSSNCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.UpdateSSNCmd_Click");
-    DownloadSunspotNumber();
-  });
+void IonCap::InitializeWindow() {
+  with_.view.SetPlacement(RestoreWindowPosition(kWindow, with_.view.Placement(),
+                                                with_.view.Monitors(), with_.settings));
+  with_.diagnostics.SetDebug(
+      with_.settings.GetBooleanSetting(kProductName, kSection, "DiagMode", "False"));
+  with_.configuration_window.Form_Load();
+  status_.ShowActivity("");
+  status_.ShowNotice({Notice::Kind::kEmpty,
+                      "Enter the grid squares of both stations,\nor their latitudes and "
+                      "longitudes,\nthen press Predict (F5)."});
+  const ProgramVersion version = Version();
+  with_.settings.Store().SaveSetting(kProductName, "General", "Version",
+                                     std::to_string(version.major_number) +
+                                         std::to_string(version.minor_number) +
+                                         std::to_string(version.revision));
 }
 
-void IonCap::DownloadSunspotNumber() {
-  with_.space_weather.DownloadSSN();
-  sunspot_missing_ = with_.space_weather.SunspotNumberFailed();
-  UpdateNotice();
+void IonCap::InitializeParameters() {
+  IONCAPModule::Parameters& parameters = with_.engine.parameters;
+  modes_.Show();
+  ShowForm(parameters.Initialize(), with_.view, with_.configuration);
+  stations_.Restore();
+  with_.view.Select(OptionGroup::kDDEOption, dde_option::kRequestedHere);
+  if (with_.view.Selected(OptionGroup::kModeSNRCombo) >= 0) {
+    modes_.Use();
+  } else if (Trim(with_.view.Text(TextField::kSNR)).empty()) {
+    // The stored mode is no longer in the list, so the field's own value counts again.
+    fields_.Put(TextField::kSNR,
+                with_.settings.GetStringSetting(kProductName, kSection, "SNR", "24"));
+    parameters.SetPredictionSNR(with_.view.Text(TextField::kSNR));
+  }
+  with_.chart.SetOpenBandEnable(with_.view.Checked(CheckBox::kOpenBandEnable));
+  with_.chart.SetPlotEnable(with_.view.Checked(CheckBox::kPlotEnable));
+  stations_.Follow();
+  next_.UpdateConditions();
+  fields_.RememberAll();
+  pages_.OfferPages();
 }
 
-void IonCap::BeaconCmd_Click() {
-  with_.diagnostics.Trap("IonCap.BeaconCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.BeaconCmd_Click");
-    with_.beacons.Show();
-  });
+void IonCap::RestoreChartOptions() {
+  const bool keys =
+      with_.settings.GetBooleanSetting(kProductName, kSection, "ShowColorKey", "True");
+  with_.view.SetChecked(CheckBox::kShowColorKeyCheck, keys);
+  with_.chart.ShowColorKeys(keys);
+  with_.view.SetChecked(
+      CheckBox::kShowCurrentTimeCheck,
+      with_.settings.GetBooleanSetting(kProductName, kSection, "ShowCurrentTime", "True"));
+  const bool table = with_.settings.GetBooleanSetting(kProductName, kSection, "ShowTable", "False");
+  with_.view.SetChecked(CheckBox::kShowTableCheck, table);
+  with_.chart.SetTableView(table);
+  SetSNRDisplayActive(
+      with_.settings.GetBooleanSetting(kProductName, kSection, "ShowSNRDisplay", "False"));
 }
 
-void IonCap::ConfigCmd_Click() {
-  with_.diagnostics.Trap("IonCap.ConfigCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.ConfigCmd_Click");
-    with_.configuration_window.Show();
-  });
+void IonCap::SaveOption(const char* key, bool value) {
+  with_.settings.Store().SaveSetting(kProductName, kSection, key, BooleanText(value));
 }
 
-void IonCap::HelpCmd_Click() {
-  with_.diagnostics.Trap("IonCap.HelpCmd_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.HelpCmd_Click");
-    const std::string file = PathText(with_.help_file);
-    if (with_.view.OpenInBrowser(Common::HTTPFilename(file))) return;
-    with_.messages.Show("The help cannot be opened in a browser; it is in " + file, kProductName);
-  });
-}
-
-void IonCap::ShowNotice(const Notice& notice) {
-  notice_ = notice;
-  UpdateNotice();
-}
-
-/// A notice about a prediction goes before the one about a download, which waits behind it.
-void IonCap::UpdateNotice() {
-  const bool free = notice_.kind == Notice::Kind::kNone || notice_.kind == Notice::Kind::kEmpty;
-  const Notice shown = free && sunspot_missing_
-                           ? Notice{Notice::Kind::kWarning,
-                                    "This month's sunspot number was not downloaded. Predictions "
-                                    "use the values of the Conditions tab.",
-                                    NoticeAction::kRetryDownload}
-                           : notice_;
-  notice_action_ = shown.action;
-  with_.view.ShowNotice(shown);
-}
-
-void IonCap::Notice_Click() {
-  with_.diagnostics.Trap("IonCap.Notice_Click", [&] {
-    switch (notice_action_) {
-      case NoticeAction::kShowReceiver:
-        return with_.view.ShowTab(Tab::kReceiver);
-      case NoticeAction::kShowConfiguration:
-        return ConfigCmd_Click();
-      case NoticeAction::kRetryDownload:
-        return UpdateSSNCmd_Click();
-      case NoticeAction::kNone:
+void IonCap::ConfigurationChanged(Configuration::Item item) {
+  // What is told before the start is part of restoring the configuration.
+  if (!loaded_) return;
+  with_.diagnostics.Trap("IonCap.ConfigurationChanged", [&] {
+    switch (item) {
+      case Configuration::Item::kDistanceMiles:
+        stations_.UpdateLabels();
+        break;
+      case Configuration::Item::kModes:
+        modes_.Follow();
+        break;
+      case Configuration::Item::kShowToolTips:
+        with_.view.ShowToolTips(with_.configuration.ShowToolTips());
+        break;
+      case Configuration::Item::kDiagMode:
+        with_.diagnostics.SetDebug(with_.configuration.DiagMode());
+        break;
+      case Configuration::Item::kFreqDependent:
+        InputsChanged();
+        break;
+      case Configuration::Item::kAntennas:
+      case Configuration::Item::kEngine:
+        InputsChanged();
+        break;
+      case Configuration::Item::kUrls:
+        pages_.OfferPages();
+        break;
+      case Configuration::Item::kDualMonitor:
+      case Configuration::Item::kDownloadSsnAtStart:
+        // Asked for when they are needed.
         break;
     }
   });
 }
 
-/// Offers the pages that have an address.
-void IonCap::ShowWebPages() {
-  std::vector<WebPage> pages;
-  for (std::size_t page = 0; page < kWebPages.size(); ++page) {
-    const std::string url(Trim(with_.configuration.Url(kWebPages.at(page))));
-    if (!url.empty()) pages.push_back({static_cast<int>(page), WebPageTitle(url), url});
-  }
-  with_.view.SetWebPages(pages);
+void IonCap::EnablePeerCommands() {
+  with_.view.Enable(Button::kHistoryCmd, with_.peers.HasSolarHistory());
 }
 
-void IonCap::WebPage_Click(int page) {
-  with_.diagnostics.Trap("IonCap.WebPage_Click", [&] {
-    const std::string url(
-        Trim(with_.configuration.Url(kWebPages.at(static_cast<std::size_t>(page)))));
-    if (url.empty()) {
-      with_.messages.Show("Web page " + std::to_string(page + 1) +
-                              " has no address; enter one in the Configuration window's "
-                              "'Prediction URLs' panel",
-                          kProductName);
-    } else if (!IsWebAddress(url)) {
-      with_.messages.Show("Web page " + std::to_string(page + 1) +
-                              " cannot be opened: its address does not begin with http:// or "
-                              "https://",
-                          kProductName);
-    } else if (!with_.view.OpenInBrowser(url)) {
-      with_.messages.Show(url + " cannot be opened in a browser", kProductName);
+void IonCap::Form_Unload() {
+  if (!loaded_) return;
+  loaded_ = false;
+  peer_commands_.ForgetWaitingPeer();
+  const auto step = [&](auto&& body) { with_.diagnostics.Trap("IonCap.Form_Unload", body); };
+  step([&] { run_.Terminate(); });
+  step([&] { with_.point_prediction.Terminate(); });
+  step([&] { fields_.SettleAll(); });
+  step([&] { stations_.Save(); });
+  step([&] {
+    SaveWindowPosition(kWindow, with_.view.Placement(), with_.settings, with_.diagnostics);
+  });
+  step([&] { with_.peers.Terminate(); });
+  step([&] {
+    with_.engine.parameters.Finalize(fields_.Form());
+    with_.configuration.SaveUrls();
+  });
+  step([&] { with_.server.Terminate(); });
+  step([&] { with_.space_weather.Terminate(); });
+  step([&] { with_.beacons.Form_Unload(); });
+  step([&] { with_.files_window.Form_Unload(); });
+  step([&] { with_.configuration_window.Form_Unload(); });
+  step([&] {
+    for (int timer = 0; timer < kWindowTimerCount; ++timer) {
+      with_.view.StopTimer(static_cast<WindowTimer>(timer));
     }
-  });
-}
-
-void IonCap::EnableDownloads(bool enable) {
-  with_.diagnostics.Trap("IonCap.EnableDownloads", [&] {
-    const bool possible = enable && with_.space_weather.Available();
-    for (const Button button : {Button::kForecastCmd, Button::kCurrentCmd, Button::kUpdateSFICmd,
-                                Button::kUpdateSSNCmd}) {
-      with_.view.Enable(button, possible);
-    }
-  });
-}
-
-void IonCap::ShowDownload(const std::string& status) {
-  with_.diagnostics.Trap("IonCap.ShowDownload", [&] {
-    if (!status.empty()) {
-      UpdateCaption(GetPropFormCaption() + " - " + status);
-    } else if (Running()) {
-      ShowProgress();
-    } else {
-      UpdateCaption(GetPropFormCaption());
-    }
-  });
-}
-
-void IonCap::PutDownloaded(TextField field, const std::string& text) {
-  with_.diagnostics.Trap("IonCap.PutDownloaded", [&] {
-    Put(field, text);
-    InputsChanged();
-  });
-}
-
-std::string IonCap::OriginOf(TextField field) const {
-  return with_.diagnostics.Trap("IonCap.OriginOf", std::string(),
-                                [&] { return with_.space_weather.OriginOf(field); });
-}
-
-void IonCap::UpdateCaption(const std::string& text) {
-  caption_ = text;
-  caption_hint_ = with_.diagnostics.CaptionHint();
-  with_.view.SetCaption(caption_ + caption_hint_);
-}
-
-std::string IonCap::GetPropFormCaption() const {
-  return std::string(kProductName) + " " + VersionText();
-}
-
-// Options and check boxes.
-
-void IonCap::DXPwr_Click() {
-  with_.diagnostics.Trap("IonCap.DXPwr_Click", [&] {
-    parameters_.SetPredictionPower(IONCAPModule::DXPower(Form()));
-    UpdateConditions();
-    InputsChanged();
-  });
-}
-
-void IonCap::DXNoiseLevel_Click() {
-  with_.diagnostics.Trap("IonCap.DXNoiseLevel_Click", [&] {
-    parameters_.SetPredictionNoise(IONCAPModule::DXNoiseIndex(Form()));
-    UpdateConditions();
-    InputsChanged();
-  });
-}
-
-void IonCap::LocalNoiseLevel_Click() {
-  with_.diagnostics.Trap("IonCap.LocalNoiseLevel_Click", [&] {
-    parameters_.SetPredictionNoise(IONCAPModule::LocalNoiseIndex(Form()));
-    UpdateConditions();
-    InputsChanged();
-  });
-}
-
-void IonCap::Path_Click() {
-  with_.diagnostics.Trap("IonCap.Path_Click", [&] {
-    UpdateStationLabels();
-    InputsChanged();
-  });
-}
-
-void IonCap::PredictSignals_Click() {
-  with_.diagnostics.Trap("IonCap.PredictSignals_Click", [&] {
-    UpdateConditions();
-    InputsChanged();
-  });
-}
-
-void IonCap::ModeSNRCombo_Click() {
-  with_.diagnostics.Trap("IonCap.ModeSNRCombo_Click", [&] { UseMode(); });
-}
-
-void IonCap::DXTracksTesseraLocation_Click() {
-  with_.diagnostics.Trap("IonCap.DXTracksTesseraLocation_Click", [&] {
-    with_.diagnostics.DebugLog("IonCap.DXTracksTesseraLocation_Click");
-    UseTesseraLocation();
-  });
-}
-
-void IonCap::PlotEnable_Click() {
-  with_.diagnostics.Trap("IonCap.PlotEnable_Click", [&] {
-    with_.chart.SetPlotEnable(with_.view.Checked(CheckBox::kPlotEnable));
-  });
-}
-
-void IonCap::OpenBandEnable_Click() {
-  with_.diagnostics.Trap("IonCap.OpenBandEnable_Click", [&] {
-    with_.chart.SetOpenBandEnable(with_.view.Checked(CheckBox::kOpenBandEnable));
-  });
-}
-
-void IonCap::ShowColorKeyCheck_Click() {
-  with_.diagnostics.Trap("IonCap.ShowColorKeyCheck_Click", [&] {
-    const bool show = with_.view.Checked(CheckBox::kShowColorKeyCheck);
-    with_.chart.ShowColorKeys(show);
-    SaveOption("ShowColorKey", show);
-  });
-}
-
-void IonCap::ShowTableCheck_Click() {
-  with_.diagnostics.Trap("IonCap.ShowTableCheck_Click", [&] {
-    const bool show = with_.view.Checked(CheckBox::kShowTableCheck);
-    with_.chart.SetTableView(show);
-    SaveOption("ShowTable", show);
-  });
-}
-
-void IonCap::ShowCurrentTimeCheck_Click() {
-  with_.diagnostics.Trap("IonCap.ShowCurrentTimeCheck_Click", [&] {
-    with_.chart.UpdateVerticalTimeBar();
-    FollowClock();
-    SaveOption("ShowCurrentTime", with_.view.Checked(CheckBox::kShowCurrentTimeCheck));
-  });
-}
-
-// Timers.
-
-void IonCap::SolarForecastTimer_Tick() {
-  with_.diagnostics.Trap("IonCap.SolarForecastTimer_Tick",
-                         [&] { with_.space_weather.SolarForecastTimer_Tick(); });
-}
-
-void IonCap::ClockTimer_Tick() {
-  with_.diagnostics.Trap("IonCap.ClockTimer_Tick", [&] {
-    FollowClock();
-    EnablePeerCommands();
-    // Any handler may have logged an error.
-    if (with_.diagnostics.CaptionHint() != caption_hint_) UpdateCaption(caption_);
-  });
-}
-
-void IonCap::ShutDownTimer_Tick() {
-  with_.diagnostics.Trap("IonCap.ShutDownTimer_Tick", [&] {
-    with_.view.StopTimer(WindowTimer::kShutDownTimer);
-    with_.view.Close();
   });
 }
 

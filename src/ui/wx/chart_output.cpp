@@ -38,7 +38,7 @@ void Tell(wxWindow* parent, const std::string& text) {
   wxMessageDialog(parent, ToWx(text), kProductName, wxOK | wxCENTRE | wxICON_ERROR).ShowModal();
 }
 
-wxBitmap MakePicture(const IonCap& controller) {
+wxBitmap MakePicture(const ChartExport& chart) {
   PictureOptions options;
   options.scale = kPictureScale;
   wxBitmap bitmap(static_cast<int>(options.SurfaceWidth()),
@@ -48,7 +48,7 @@ wxBitmap MakePicture(const IonCap& controller) {
   if (!context) throw Error(errors::kInvalidCall, "the picture cannot be drawn");
   WxSurface surface(std::move(context), options.SurfaceWidth(), options.SurfaceHeight(), 1,
                     PictureFont());
-  controller.PaintPicture(surface, options.scale);
+  chart.PaintPicture(surface, options.scale);
   return bitmap;
 }
 
@@ -84,8 +84,7 @@ std::string SaveAs(wxWindow* parent, const wxString& title, const wxString& name
 
 class ChartPrintout : public wxPrintout {
  public:
-  explicit ChartPrintout(const IonCap& controller)
-      : wxPrintout("Skyhop"), controller_(&controller) {}
+  explicit ChartPrintout(const ChartExport& chart) : wxPrintout("Skyhop"), chart_(&chart) {}
 
   bool OnPrintPage(int page) override {
     wxDC* const dc = GetDC();
@@ -96,7 +95,7 @@ class ChartPrintout : public wxPrintout {
     std::unique_ptr<wxGraphicsContext> context(wxGraphicsContext::CreateFromUnknownDC(*dc));
     if (!context) return false;
     WxSurface surface(std::move(context), options.width, options.height, 1, PictureFont());
-    controller_->PaintPicture(surface, 1);
+    chart_->PaintPicture(surface, 1);
     return true;
   }
 
@@ -107,13 +106,13 @@ class ChartPrintout : public wxPrintout {
   [[nodiscard]] wxPageSetupDialogData& Settings() { return settings_; }
 
  private:
-  const IonCap* controller_;
+  const ChartExport* chart_;
   wxPageSetupDialogData settings_;
 };
 
 }  // namespace
 
-std::string SaveChart(wxWindow* parent, const IonCap& controller) {
+std::string SaveChart(wxWindow* parent, const ChartExport& chart) {
   return SaveAs(parent, "Save the chart", "skyhop-chart.png",
                 "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg",
                 [&](wxFileName& file, int filter) {
@@ -123,34 +122,34 @@ std::string SaveChart(wxWindow* parent, const IonCap& controller) {
                   if (ending != "svg" && ending != "png") {
                     file.SetFullName(file.GetFullName() + (svg ? ".svg" : ".png"));
                   }
-                  return svg ? controller.ChartAsSvg() : PngFile(MakePicture(controller));
+                  return svg ? chart.ChartAsSvg() : PngFile(MakePicture(chart));
                 });
 }
 
-std::string SaveResults(wxWindow* parent, const IonCap& controller) {
+std::string SaveResults(wxWindow* parent, const ChartExport& chart) {
   return SaveAs(parent, "Save the results", "skyhop-results.csv",
                 "Comma-separated values (*.csv)|*.csv", [&](wxFileName& file, int) {
                   if (!file.HasExt()) file.SetExt("csv");
-                  return controller.ResultsAsCsv();
+                  return chart.ResultsAsCsv();
                 });
 }
 
-std::string PrintChart(wxWindow* parent, const IonCap& controller) {
+std::string PrintChart(wxWindow* parent, const ChartExport& chart) {
   wxPrintDialogData data;
   data.EnablePageNumbers(false);
   data.GetPrintData().SetOrientation(wxLANDSCAPE);
   const NestedLoops::Scope open;
   wxPrinter printer(&data);
-  ChartPrintout printout(controller);
+  ChartPrintout printout(chart);
   if (printer.Print(parent, &printout, true)) return "The chart was sent to the printer";
   if (wxPrinter::GetLastError() == wxPRINTER_ERROR) Tell(parent, "The chart could not be printed.");
   return {};
 }
 
-std::string CopyChart(wxWindow* parent, const IonCap& controller) {
+std::string CopyChart(wxWindow* parent, const ChartExport& chart) {
   const wxClipboardLocker clipboard;
   try {
-    if (!!clipboard && wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(controller)))) {
+    if (!!clipboard && wxTheClipboard->SetData(new wxBitmapDataObject(MakePicture(chart)))) {
       return "The chart was copied";
     }
     Tell(parent, "The chart could not be copied: another program holds the clipboard.");

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "ui/prediction/ion_cap.h"
+#include "ui/prediction/chart_export.h"
 
 namespace skyhop {
 
@@ -12,11 +12,11 @@ namespace skyhop {
 // and returns words about what was done, empty for nothing.
 
 /// Asks for a file name; the ending chooses between SVG and PNG.
-std::string SaveChart(wxWindow* parent, const IonCap& controller);
+std::string SaveChart(wxWindow* parent, const ChartExport& chart);
 /// Asks for a file name and saves the results as comma-separated values.
-std::string SaveResults(wxWindow* parent, const IonCap& controller);
-std::string PrintChart(wxWindow* parent, const IonCap& controller);
+std::string SaveResults(wxWindow* parent, const ChartExport& chart);
+std::string PrintChart(wxWindow* parent, const ChartExport& chart);
 /// Puts the chart onto the clipboard as a picture.
-std::string CopyChart(wxWindow* parent, const IonCap& controller);
+std::string CopyChart(wxWindow* parent, const ChartExport& chart);
 
 }  // namespace skyhop

@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 
+#include "ui/prediction/field_rules.h"
 #include "ui/wx/focus.h"
 #include "ui/wx/nested_loops.h"
 #include "ui/wx/pages.h"
@@ -186,101 +187,24 @@ wxSizer* PredictionFrame::MakeChartOptions(wxWindow* parent) {
 }
 
 void PredictionFrame::Clicked(Button button) {
-  if (controller_ == nullptr) return;
-  switch (button) {
-    case Button::kPathsButton:
-    case Button::kPredictSPToCmd:
-    case Button::kPredictLPToCmd:
-    case Button::kPredictSPFromCmd:
-    case Button::kPredictLPFromCmd:
-    case Button::kSNRPredictCmd:
-      // A key can start a prediction while a field still has the focus.
-      if (!controller_->FieldsAccepted()) return;
-      break;
-    default:
-      break;
-  }
-  switch (button) {
-    case Button::kPathsButton:
-      return controller_->PathsButton_Click();
-    case Button::kPredictSPToCmd:
-      return controller_->PredictSPToCmd_Click();
-    case Button::kPredictLPToCmd:
-      return controller_->PredictLPToCmd_Click();
-    case Button::kPredictSPFromCmd:
-      return controller_->PredictSPFromCmd_Click();
-    case Button::kPredictLPFromCmd:
-      return controller_->PredictLPFromCmd_Click();
-    case Button::kAbortButton:
-      return controller_->AbortButton_Click();
-    case Button::kForecastCmd:
-      return controller_->ForecastCmd_Click();
-    case Button::kCurrentCmd:
-      return controller_->CurrentCmd_Click();
-    case Button::kHistoryCmd:
-      return controller_->HistoryCmd_Click();
-    case Button::kUpdateSFICmd:
-      return controller_->UpdateSFICmd_Click();
-    case Button::kUpdateSSNCmd:
-      return controller_->UpdateSSNCmd_Click();
-    case Button::kBeaconCmd:
-      return controller_->BeaconCmd_Click();
-    case Button::kConfigCmd:
-      return controller_->ConfigCmd_Click();
-    case Button::kHelpCmd:
-      return controller_->HelpCmd_Click();
-    case Button::kSNRPredictCmd:
-      return controller_->SNRPredictCmd_Click();
-    case Button::kShowFilesCmd:
-      return controller_->ShowFilesCmd_Click();
-  }
+  if (controller_ != nullptr) controller_->Button_Click(button);
 }
 
 void PredictionFrame::Chosen(OptionGroup group) {
-  if (controller_ == nullptr) return;
-  switch (group) {
-    case OptionGroup::kLocalNoiseLevel:
-      return controller_->LocalNoiseLevel_Click();
-    case OptionGroup::kDXNoiseLevel:
-      return controller_->DXNoiseLevel_Click();
-    case OptionGroup::kDXPwr:
-      return controller_->DXPwr_Click();
-    case OptionGroup::kPath:
-      return controller_->Path_Click();
-    case OptionGroup::kPredictSignals:
-      return controller_->PredictSignals_Click();
-    case OptionGroup::kModeSNRCombo:
-      return controller_->ModeSNRCombo_Click();
-    case OptionGroup::kDDEOption:
-      return;
-  }
+  if (controller_ != nullptr) controller_->Option_Click(group);
 }
 
 void PredictionFrame::Toggled(CheckBox box) {
   if (controller_ == nullptr) return;
-  switch (box) {
-    case CheckBox::kDXTracksTesseraLocation:
-      return controller_->DXTracksTesseraLocation_Click();
-    case CheckBox::kPlotEnable:
-      return controller_->PlotEnable_Click();
-    case CheckBox::kOpenBandEnable:
-      return controller_->OpenBandEnable_Click();
-    case CheckBox::kShowColorKeyCheck:
-      return controller_->ShowColorKeyCheck_Click();
-    case CheckBox::kShowCurrentTimeCheck:
-      return controller_->ShowCurrentTimeCheck_Click();
-    case CheckBox::kShowTableCheck:
-      return controller_->ShowTableCheck_Click();
-    case CheckBox::kSNRDisplayCheck:
-      controller_->SNRDisplayCheck_Click();
-      // What comes next is a frequency.
-      if (controls_->Checked(box)) controls_->Field(TextField::kSNRFrequency)->SetFocus();
-      return;
+  controller_->Check_Click(box);
+  // The user's next input is a frequency.
+  if (box == CheckBox::kSNRDisplayCheck && controls_->Checked(box)) {
+    controls_->Field(TextField::kSNRFrequency)->SetFocus();
   }
 }
 
 bool PredictionFrame::Accepts(TextField field, char32_t key) {
-  return IonCap::AcceptsKey(field, key);
+  return AcceptsKey(field, key);
 }
 
 void PredictionFrame::Entered(TextField field) {
@@ -304,25 +228,7 @@ std::string PredictionFrame::Origin(TextField field) {
 }
 
 void PredictionFrame::Ticked(WindowTimer timer) {
-  if (controller_ == nullptr) return;
-  switch (timer) {
-    case WindowTimer::kExecuteTimer:
-      return controller_->ExecuteTimer_Tick();
-    case WindowTimer::kEngineWatch:
-      return controller_->EngineWatch_Tick();
-    case WindowTimer::kSNRExecuteTimer:
-      return controller_->SNRExecuteTimer_Tick();
-    case WindowTimer::kSolarForecastTimer:
-      return controller_->SolarForecastTimer_Tick();
-    case WindowTimer::kClockTimer:
-      return controller_->ClockTimer_Tick();
-    case WindowTimer::kShutDownTimer:
-      return controller_->ShutDownTimer_Tick();
-    case WindowTimer::kServerRetryTimer:
-      return controller_->ServerRetryTimer_Tick();
-    case WindowTimer::kPeerValuesTimer:
-      return controller_->PeerValuesTimer_Tick();
-  }
+  if (controller_ != nullptr) controller_->Timer_Tick(timer);
 }
 
 void PredictionFrame::ShowNotice(const Notice& notice) {

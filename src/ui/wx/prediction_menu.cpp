@@ -29,7 +29,7 @@ class PredictionFrame::MenuMaker {
   }
 
   /// A command that uses the chart's results; disabled while there are none.
-  void OnChart(const wxString& text, std::string (*action)(wxWindow*, const IonCap&)) {
+  void OnChart(const wxString& text, std::string (*action)(wxWindow*, const ChartExport&)) {
     PredictionFrame* const frame = frame_;
     const wxMenuItem* const item = menu_->Append(wxID_ANY, text);
     frame->Bind(
@@ -37,7 +37,7 @@ class PredictionFrame::MenuMaker {
         [frame, action](wxCommandEvent&) {
           if (frame->controller_ == nullptr) return;
           // The status bar confirms what was done.
-          const std::string done = action(frame, *frame->controller_);
+          const std::string done = action(frame, frame->controller_->Export());
           if (!done.empty()) frame->SetStatus(done);
         },
         item->GetId());

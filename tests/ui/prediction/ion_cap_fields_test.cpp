@@ -38,13 +38,13 @@ TEST(IonCapKeys, EachFieldTakesItsOwnCharacters) {
     for (char32_t key = ' '; key < 0x180; ++key) {
       const bool expected = key == 0x7F || (key < 0x100 && accepted.find(static_cast<char>(key)) !=
                                                                std::string::npos);
-      EXPECT_EQ(IonCap::AcceptsKey(field, key), expected)
+      EXPECT_EQ(AcceptsKey(field, key), expected)
           << Caption(field) << " and " << static_cast<unsigned>(key);
     }
   }
   for (const TextField field : kAllFields) {
     for (const char32_t key : {U'\b', U'\t', U'\r', U'\x16'}) {
-      EXPECT_TRUE(IonCap::AcceptsKey(field, key));
+      EXPECT_TRUE(AcceptsKey(field, key));
     }
   }
 }
@@ -112,25 +112,25 @@ TEST_F(IonCapTest, TheSameBadTextTypedAgainIsToldAgain) {
 
 TEST_F(IonCapTest, ACommandAsksForRefusedTextsToBeMended) {
   Start();
-  EXPECT_TRUE(window_.FieldsAccepted());
+  EXPECT_TRUE(Accepted());
   // Typed and not left yet.
   view_.SetText(TextField::kDXGrid, "12AB");
-  EXPECT_FALSE(window_.FieldsAccepted());
-  EXPECT_FALSE(window_.FieldsAccepted());
+  EXPECT_FALSE(Accepted());
+  EXPECT_FALSE(Accepted());
   EXPECT_EQ(messages_.Texts(),
             (std::vector<std::string>{"Illegal grid square", "Illegal grid square"}));
   Type(TextField::kDXGrid, "IO91");
-  EXPECT_TRUE(window_.FieldsAccepted());
+  EXPECT_TRUE(Accepted());
   messages_.shown.clear();
   // The prediction itself reports these, but would take letters for 0.
   Type(TextField::kSNR, "150");
   Type(TextField::kDXLat, "91 N");
   messages_.shown.clear();
-  EXPECT_TRUE(window_.FieldsAccepted());
+  EXPECT_TRUE(Accepted());
   EXPECT_TRUE(view_.Marked(TextField::kDXLat));
   Type(TextField::kSNR, "dB");
   messages_.shown.clear();
-  EXPECT_FALSE(window_.FieldsAccepted());
+  EXPECT_FALSE(Accepted());
   EXPECT_EQ(messages_.Texts(), std::vector<std::string>{"Illegal SNR"});
 }
 
@@ -158,7 +158,7 @@ TEST_F(IonCapTest, TypedCoordinatesAreRewrittenToWhatWasUnderstood) {
   EXPECT_EQ(view_.status, "Write it like 33 54' 0\" S, 33.9 S or -33.9");
   // Predict takes what was typed and not left yet.
   view_.SetText(TextField::kDXLat, "51.5 N");
-  EXPECT_TRUE(window_.FieldsAccepted());
+  EXPECT_TRUE(Accepted());
   EXPECT_EQ(view_.Text(TextField::kDXLat), "51 30' 0\" N");
 }
 
@@ -171,7 +171,7 @@ TEST_F(IonCapTest, StationsAreSavedWhenTheyAreCommittedAndComeBack) {
   EXPECT_EQ(Stored("XGrid"), "FN20");
   EXPECT_EQ(Stored("DXGrid"), "JJ00");
   EXPECT_EQ(Stored("Xlon"), view_.Text(TextField::kLocalLon));
-  Choose(OptionGroup::kPath, path_option::kLong, &IonCap::Path_Click);
+  Choose(OptionGroup::kPath, path_option::kLong);
   window_.Form_Unload();
   for (const TextField field : {TextField::kDXLat, TextField::kDXLon, TextField::kDXGrid,
                                 TextField::kLocalGrid, TextField::kLocalLat}) {
@@ -206,7 +206,7 @@ TEST_F(IonCapTest, AStoredTextThatIsRefusedIsMarked) {
 
 TEST_F(IonCapTest, AnSnrOfTheUsersOwnEndsTheChoiceOfAMode) {
   Start();
-  Choose(OptionGroup::kModeSNRCombo, 0, &IonCap::ModeSNRCombo_Click);
+  Choose(OptionGroup::kModeSNRCombo, 0);
   EXPECT_EQ(view_.Text(TextField::kSNR), "24");
   window_.Field_Leave(TextField::kSNR);
   EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), 0);
@@ -217,15 +217,15 @@ TEST_F(IonCapTest, AnSnrOfTheUsersOwnEndsTheChoiceOfAMode) {
 
 TEST_F(IonCapTest, OptionsPassTheirChoiceAtOnce) {
   Start();
-  Choose(OptionGroup::kDXPwr, 3, &IonCap::DXPwr_Click);
+  Choose(OptionGroup::kDXPwr, 3);
   EXPECT_EQ(parameters_.Set().power, "500");
-  Choose(OptionGroup::kDXNoiseLevel, 1, &IonCap::DXNoiseLevel_Click);
+  Choose(OptionGroup::kDXNoiseLevel, 1);
   EXPECT_EQ(parameters_.Set().noise, 1);
-  Choose(OptionGroup::kLocalNoiseLevel, 0, &IonCap::LocalNoiseLevel_Click);
+  Choose(OptionGroup::kLocalNoiseLevel, 0);
   EXPECT_EQ(parameters_.Set().noise, 0);
   EXPECT_EQ(view_.Shown(Label::kConditions),
             "Your station transmits 1500 W; the DX station listens in residential noise");
-  Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click);
+  Choose(OptionGroup::kPredictSignals, 0);
   EXPECT_EQ(view_.Shown(Label::kConditions),
             "The DX station transmits 500 W; your station listens in industrial noise");
 }
@@ -278,7 +278,7 @@ TEST_F(IonCapTest, BearingsAndDistanceFollowStationsPathAndUnit) {
   EXPECT_EQ(view_.Shown(Label::kDistance), "3480 miles");
   configuration_.SetDistanceMiles(false);
   EXPECT_EQ(view_.Shown(Label::kDistance), "5602 km");
-  Choose(OptionGroup::kPath, path_option::kLong, &IonCap::Path_Click);
+  Choose(OptionGroup::kPath, path_option::kLong);
   EXPECT_EQ(view_.Shown(Label::kDistance), "34473 km");
   // The parameter set moves the DX station, which receives.
   parameters_.SetReceiverLatitude("48 8' 45\" N");
@@ -294,7 +294,7 @@ TEST_F(IonCapTest, BearingsAndDistanceFollowStationsPathAndUnit) {
 TEST_F(IonCapTest, TheDateFollowsTheClockWhileTheTimeDoes) {
   Start();
   clock_.now += std::chrono::hours{11};
-  window_.ClockTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kClockTimer);
   EXPECT_EQ(view_.Text(TextField::kTheDate), "16-Nov-26");
   EXPECT_NEAR(chart_.TimeIndex(), 5 / 60.0, 0.05);
   EXPECT_EQ(view_.Shown(Label::kClock), "00:05 UTC");
@@ -303,16 +303,16 @@ TEST_F(IonCapTest, TheDateFollowsTheClockWhileTheTimeDoes) {
   Type(TextField::kTheDate, "1-Mar-27");
   EXPECT_FALSE(view_.Checked(CheckBox::kShowCurrentTimeCheck));
   clock_.now += std::chrono::hours{3};
-  window_.ClockTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kClockTimer);
   EXPECT_EQ(view_.Text(TextField::kTheDate), "1-Mar-27");
   EXPECT_NEAR(chart_.TimeIndex(), 5 / 60.0, 0.05);
   EXPECT_EQ(view_.Shown(Label::kClock), "03:05 UTC");
 
-  Check(CheckBox::kShowCurrentTimeCheck, false, &IonCap::ShowCurrentTimeCheck_Click);
+  Check(CheckBox::kShowCurrentTimeCheck, false);
   EXPECT_NEAR(chart_.TimeIndex(), 3 + 5 / 60.0, 0.05);
   EXPECT_EQ(view_.Text(TextField::kTheDate), "1-Mar-27");
   EXPECT_EQ(Stored("ShowCurrentTime"), "False");
-  Check(CheckBox::kShowCurrentTimeCheck, true, &IonCap::ShowCurrentTimeCheck_Click);
+  Check(CheckBox::kShowCurrentTimeCheck, true);
   EXPECT_EQ(view_.Text(TextField::kTheDate), "16-Nov-26");
   EXPECT_EQ(Stored("ShowCurrentTime"), "True");
 }
@@ -323,7 +323,7 @@ TEST_F(IonCapTest, ATimeIndexMovedByTheUserStaysThere) {
   EXPECT_FALSE(view_.Checked(CheckBox::kShowCurrentTimeCheck));
   const double moved = chart_.TimeIndex();
   clock_.now += std::chrono::hours{1};
-  window_.ClockTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kClockTimer);
   EXPECT_EQ(chart_.TimeIndex(), moved);
 }
 
@@ -352,9 +352,9 @@ TEST_F(IonCapTest, TheSolarBarsAreThoseOfTheDate) {
 
 TEST_F(IonCapTest, ChartOptionsAreSavedAndReachTheChart) {
   Start();
-  Check(CheckBox::kShowColorKeyCheck, false, &IonCap::ShowColorKeyCheck_Click);
+  Check(CheckBox::kShowColorKeyCheck, false);
   EXPECT_EQ(Stored("ShowColorKey"), "False");
-  Check(CheckBox::kShowColorKeyCheck, true, &IonCap::ShowColorKeyCheck_Click);
+  Check(CheckBox::kShowColorKeyCheck, true);
   EXPECT_EQ(Stored("ShowColorKey"), "True");
 }
 
@@ -378,7 +378,7 @@ TEST_F(IonCapTest, ADownloadedValueTakesThePlaceOfARefusedOne) {
   Start();
   EXPECT_FALSE(Type(TextField::kKindex, "99"));
   EXPECT_TRUE(view_.Marked(TextField::kKindex));
-  window_.PutDownloaded(TextField::kKindex, "3");
+  space_weather_.window->PutDownloaded(TextField::kKindex, "3");
   EXPECT_EQ(view_.Text(TextField::kKindex), "3");
   EXPECT_FALSE(view_.Marked(TextField::kKindex));
   EXPECT_TRUE(window_.Field_Leave(TextField::kKindex));
@@ -389,7 +389,7 @@ TEST_F(IonCapTest, AClickedBandGivesThePointPredictionItsFrequency) {
   window_.PathsButton_Click();
   launcher_.running = {100 + static_cast<ProcessId>(launcher_.starts.size())};
   WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   const auto click = [&](std::int16_t band) {
     for (double y = 0; y < 600; ++y) {
       chart_.Press({400, y});
@@ -402,7 +402,7 @@ TEST_F(IonCapTest, AClickedBandGivesThePointPredictionItsFrequency) {
   click(5);
   EXPECT_EQ(chart_.BandIndicator(), 5);
   EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "") << "nobody looks at the point prediction";
-  window_.SNRPredictCmd_Click();
+  window_.Button_Click(Button::kSNRPredictCmd);
   EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "14.175") << "the middle of the clicked band";
   EXPECT_DOUBLE_EQ(point_prediction_.predicted, 14.175);
   window_.SetSNRDisplayActive(true);

@@ -11,10 +11,12 @@
 
 #include "common/files.h"
 #include "common/program.h"
+#include "report/chart_title.h"
 #include "support/diagnostics_fixture.h"
 #include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
+#include "ui/prediction/field_rules.h"
 #include "ui/prediction/ion_cap.h"
 
 namespace skyhop::testing {
@@ -79,6 +81,7 @@ class FakePeers : public PeerLinks, public Part {
 class FakeSpaceWeather : public SpaceWeather, public Part {
  public:
   using Part::Part;
+  void Attach(DownloadWindow* attached) override { window = attached; }
   [[nodiscard]] bool Available() const override { return available; }
   void DownloadSSN() override { Happened("download ssn"); }
   [[nodiscard]] bool SunspotNumberFailed() const override { return offline; }
@@ -87,6 +90,7 @@ class FakeSpaceWeather : public SpaceWeather, public Part {
   void UpdateCurrentConditions() override { Happened("update"); }
   void ShowCurrentConditions() override { Happened("current"); }
 
+  DownloadWindow* window = nullptr;
   bool available = true;
   bool offline = false;
 };
@@ -191,13 +195,21 @@ class IonCapTest : public ::testing::Test {
     window_.Field_Change(field);
     return window_.Field_Leave(field);
   }
-  void Choose(OptionGroup group, int index, void (IonCap::*click)()) {
+  void Choose(OptionGroup group, int index) {
     view_.Select(group, index);
-    (window_.*click)();
+    window_.Option_Click(group);
   }
-  void Check(CheckBox box, bool checked, void (IonCap::*click)()) {
+  void Check(CheckBox box, bool checked) {
     view_.SetChecked(box, checked);
-    (window_.*click)();
+    window_.Check_Click(box);
+  }
+  [[nodiscard]] bool Running() const { return run_.Waiting(); }
+  /// Whether a command that reads the fields is executed.
+  [[nodiscard]] bool Accepted() {
+    events_.clear();
+    view_.SetText(TextField::kSNRFrequency, "14.1");
+    window_.Button_Click(Button::kSNRPredictCmd);
+    return !events_.empty();
   }
 
   [[nodiscard]] bool Logged(const std::string& line) const {
@@ -245,7 +257,6 @@ class IonCapTest : public ::testing::Test {
                   bands_,
                   engine_,
                   launcher_,
-                  host_,
                   instance_,
                   locker_,
                   server_,

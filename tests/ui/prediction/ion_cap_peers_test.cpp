@@ -7,7 +7,7 @@ class IonCapPeersTest : public IonCapTest {
  protected:
   int Requester() { return view_.Selected(OptionGroup::kDDEOption); }
   void AtRest() {
-    window_.AbortButton_Click();
+    window_.Button_Click(Button::kAbortButton);
     launcher_.starts.clear();
   }
 };
@@ -22,7 +22,7 @@ TEST_F(IonCapPeersTest, APeersPredictionIsMarkedAsSuchUntilTheUserPredicts) {
       {false, path_option::kLong}, {std::nullopt, path_option::kLong}, {true, path_option::kShort}};
   const int direction = view_.Selected(OptionGroup::kPredictSignals);
   for (const auto& [short_path, path] : cases) {
-    window_.PredictForPeer({true, short_path}, "7");
+    window_.Commands().PredictForPeer({true, short_path}, "7");
     EXPECT_EQ(launcher_.starts.size(), 1U);
     EXPECT_EQ(view_.Selected(OptionGroup::kPath), path);
     EXPECT_EQ(view_.Selected(OptionGroup::kPredictSignals), direction);
@@ -40,13 +40,13 @@ TEST_F(IonCapPeersTest, TheProvenanceTellsWhoAsked) {
   Start();
   for (const bool peer : {true, false}) {
     if (peer) {
-      window_.PredictForPeer({true, std::nullopt}, "0");
+      window_.Commands().PredictForPeer({true, std::nullopt}, "0");
     } else {
       window_.PathsButton_Click();
     }
     launcher_.running = {100 + static_cast<ProcessId>(launcher_.starts.size())};
     WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
-    window_.EngineWatch_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
     const bool told =
         view_.Shown(Label::kProvenance).find("requested by a peer") != std::string::npos;
     EXPECT_EQ(told, peer) << view_.Shown(Label::kProvenance);
@@ -60,13 +60,13 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
     // Without their heading the results could be any circuit's.
     const std::string results = TestData("results/newyork-london-method26.results.txt");
     WriteFile(run_.ResultsFile(), results.substr(results.find("HPF  ESMUF")));
-    window_.EngineWatch_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
   };
   window_.PathsButton_Click();
   const std::string summary = Summary();
-  window_.PredictForPeer({true, std::nullopt}, "1");
-  window_.FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"});
-  window_.PredictForPeer({true, false}, "2");
+  window_.Commands().PredictForPeer({true, std::nullopt}, "1");
+  window_.Peers().FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"});
+  window_.Commands().PredictForPeer({true, false}, "2");
   window_.PathsButton_Click();
   EXPECT_EQ(launcher_.starts.size(), 1U);
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort) << "of the one that runs";
@@ -84,17 +84,17 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
 
   // A run that fails makes way, too; one that the user ends does not.
   window_.PathsButton_Click();
-  window_.PredictForPeer({true, true}, "3");
+  window_.Commands().PredictForPeer({true, true}, "3");
   launcher_.running.clear();
   for (int tick = 0; tick < 3; ++tick) {
-    window_.ExecuteTimer_Tick();
+    window_.Timer_Tick(WindowTimer::kExecuteTimer);
     clock_.now += EngineJob::kGrace;
   }
   EXPECT_EQ(launcher_.starts.size(), 4U);
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
-  window_.PredictForPeer({true, false}, "4");
-  window_.AbortButton_Click();
-  EXPECT_FALSE(window_.Running());
+  window_.Commands().PredictForPeer({true, false}, "4");
+  window_.Button_Click(Button::kAbortButton);
+  EXPECT_FALSE(Running());
   window_.PathsButton_Click();
   end_run();
   EXPECT_EQ(launcher_.starts.size(), 5U);
@@ -103,8 +103,10 @@ TEST_F(IonCapPeersTest, APredictionThatIsAskedForDuringOneFollowsIt) {
 
 TEST_F(IonCapPeersTest, ValuesPublishedBeforeACommandBelongToItsPrediction) {
   Start();
-  peers_.on_values = [&] { window_.FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"}); };
-  window_.PredictForPeer({true, std::nullopt}, "0");
+  peers_.on_values = [&] {
+    window_.Peers().FollowSelection({"10 30' 0\" N", "20 0' 0\" E", "Chad"});
+  };
+  window_.Commands().PredictForPeer({true, std::nullopt}, "0");
   EXPECT_EQ(launcher_.starts.size(), 1U);
   EXPECT_NE(Summary().find("10 30' 0\" N 20 0' 0\" E"), std::string::npos);
 }
@@ -113,8 +115,8 @@ TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
   Start();
   window_.PathsButton_Click();
   const std::string snr = parameters_.Set().snr;
-  window_.PredictForPeer({true, false}, "0");
-  window_.FreqPredictForPeer({true, false}, "14074", "FT8", "10");
+  window_.Commands().PredictForPeer({true, false}, "0");
+  window_.Commands().FreqPredictForPeer({true, false}, "14074", "FT8", "10");
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kShort);
   EXPECT_EQ(Requester(), dde_option::kRequestedHere);
   EXPECT_EQ(launcher_.starts.size(), 1U);
@@ -125,13 +127,13 @@ TEST_F(IonCapPeersTest, ARunningPredictionIsNotDisturbedByPeers) {
 TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
   Start();
   view_.SetText(TextField::kFlux, "63");
-  messages_.while_shown = [&] { window_.PredictForPeer({true, false}, "0"); };
+  messages_.while_shown = [&] { window_.Commands().PredictForPeer({true, false}, "0"); };
   window_.PathsButton_Click();
   EXPECT_FALSE(messages_.shown.empty());
   EXPECT_TRUE(launcher_.starts.empty());
   EXPECT_EQ(messages_.shown.size(), 4U) << "the peer's attempt fails after the user's";
   view_.SetText(TextField::kFlux, "150");
-  window_.PredictForPeer({true, false}, "0");
+  window_.Commands().PredictForPeer({true, false}, "0");
   EXPECT_EQ(launcher_.starts.size(), 1U) << "after it another one may come";
 }
 
@@ -144,10 +146,10 @@ TEST_F(IonCapPeersTest, TheBarsUnderAChartAreThoseOfItsStations) {
   window_.PathsButton_Click();
   launcher_.running.clear();
   WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   ASSERT_TRUE(chart_.HasResult());
   const std::string predicted = tip();
-  window_.FollowStation({"70 0' 0\" N", "20 0' 0\" E", ""});
+  window_.Peers().FollowStation({"70 0' 0\" N", "20 0' 0\" E", ""});
   EXPECT_EQ(tip(), predicted);
 }
 
@@ -155,17 +157,17 @@ TEST_F(IonCapPeersTest, AFrequencyIsTakenInKilohertzOrMegahertz) {
   Start();
   errors_expected_ = true;
   for (const char* frequency : {"14074.5", "14.0745"}) {
-    window_.FreqPredictForPeer({true, false}, frequency, "FT8", "33");
+    window_.Commands().FreqPredictForPeer({true, false}, frequency, "FT8", "33");
     EXPECT_EQ(log_.debug.back(), "IonCap.FreqPredict, theFreq = 14.0745, theMode = FT8");
     EXPECT_EQ(events_.back(), "point FT8 33");
-    EXPECT_TRUE(window_.SNRDisplayActive()) << "who asks wants to see it";
+    EXPECT_TRUE(view_.Checked(CheckBox::kSNRDisplayCheck)) << "who asks wants to see it";
   }
   EXPECT_EQ(view_.Selected(OptionGroup::kPath), path_option::kLong);
   EXPECT_EQ(Requester(), dde_option::kRequestedByPeer);
   EXPECT_EQ(parameters_.Set().snr, "33");
   for (const char* frequency : {"", "x", "14074x"}) {
     events_.clear();
-    window_.FreqPredictForPeer({false, true}, frequency, "FT8", "");
+    window_.Commands().FreqPredictForPeer({false, true}, frequency, "FT8", "");
     EXPECT_EQ(events_, Events());
     EXPECT_EQ(log_.errors.back().find("program error 13 in module IonCap.FreqPredictForPeer"), 0U);
   }
@@ -179,34 +181,34 @@ TEST_F(IonCapPeersTest, ValuesThatAUserCouldNotEnterAreRefusedWithoutAMessage) {
     const char* good;
     std::vector<std::string> bad;
   } cases[] = {
-      {[&](const auto& text) { window_.SetSpaceWeather(text, "2"); },
+      {[&](const auto& text) { window_.Commands().SetSpaceWeather(text, "2"); },
        TextField::kFlux,
        "177",
        {"", "9", "1000", "x", "150 and more", "150\n"}},
-      {[&](const auto& text) { window_.SetSpaceWeather("", text); },
+      {[&](const auto& text) { window_.Commands().SetSpaceWeather("", text); },
        TextField::kKindex,
        "5",
        {"999", "-1", "5x"}},
-      {[&](const auto& text) { window_.SetTransmitterPower(text); },
+      {[&](const auto& text) { window_.Commands().SetTransmitterPower(text); },
        TextField::kLocalPwr,
        "400",
        {"-5", "much", std::string(200, '1')}},
-      {[&](const auto& text) { window_.Follow(LinkControl::kSFI, text); },
+      {[&](const auto& text) { window_.Peers().Follow(LinkControl::kSFI, text); },
        TextField::kFlux,
        "120",
        {" ", "nan", "1e999"}},
-      {[&](const auto& text) { window_.Follow(LinkControl::kK, text); },
+      {[&](const auto& text) { window_.Peers().Follow(LinkControl::kK, text); },
        TextField::kKindex,
        "1",
        {"?"}},
       {[&](const auto& text) {
-         window_.FollowStation({text, "20 0' 0\" E", ""});
+         window_.Peers().FollowStation({text, "20 0' 0\" E", ""});
        },
        TextField::kLocalLat,
        "10 30' 0\" N",
        {"91 N", "10 E", "north", "", "1e999"}},
       {[&](const auto& text) {
-         window_.FollowStation({"10 30' 0\" N", text, ""});
+         window_.Peers().FollowStation({"10 30' 0\" N", text, ""});
        },
        TextField::kLocalLon,
        "20 0' 0\" E",
@@ -230,13 +232,13 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
   view_.SetChecked(CheckBox::kDXTracksTesseraLocation, false);
   const std::string before = view_.Text(TextField::kDXLat);
   const auto select = [&](const char* latitude, const char* longitude, const char* country) {
-    window_.FollowSelection({latitude, longitude, country});
+    window_.Peers().FollowSelection({latitude, longitude, country});
   };
   select("10 30' 0\" N", "20 0' 0\" E", "Chad");
   EXPECT_EQ(view_.Text(TextField::kDXLat), before);
   // The location that is selected already counts from the moment the box is checked.
   view_.SetChecked(CheckBox::kDXTracksTesseraLocation, true);
-  window_.DXTracksTesseraLocation_Click();
+  window_.Check_Click(CheckBox::kDXTracksTesseraLocation);
   EXPECT_EQ(view_.Text(TextField::kDXLat), "10 30' 0\" N");
   EXPECT_EQ(view_.Text(TextField::kDXGrid), "KK00am");
   EXPECT_EQ(view_.Shown(Label::kPrefix), "Chad");
@@ -269,23 +271,23 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
   const std::string last = view_.Text(TextField::kDXLat);
   for (const LinkControl control :
        {LinkControl::kDXLatitude, LinkControl::kDXLongitude, LinkControl::kDXPrefix}) {
-    window_.Forget(control);
+    window_.Peers().Forget(control);
   }
   view_.SetText(TextField::kDXLat, "5 0' 0\" N");
-  window_.DXTracksTesseraLocation_Click();
+  window_.Check_Click(CheckBox::kDXTracksTesseraLocation);
   EXPECT_NE(view_.Text(TextField::kDXLat), last);
   EXPECT_TRUE(messages_.shown.empty());
 }
 
 TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
   Start();
-  EXPECT_EQ(window_.FollowFrequency(14.1).name, "20M");
+  EXPECT_EQ(window_.Peers().FollowFrequency(14.1).name, "20M");
   EXPECT_EQ(chart_.BandIndicator(), 5);
   EXPECT_EQ(window_.GetPredictionBand(), 5);
-  EXPECT_FALSE(window_.FollowFrequency(12.5).followed);
+  EXPECT_FALSE(window_.Peers().FollowFrequency(12.5).followed);
   EXPECT_EQ(chart_.BandIndicator(), -1);
-  EXPECT_TRUE(window_.FollowFrequency(7.1).followed);
-  window_.Forget(LinkControl::kFreq);
+  EXPECT_TRUE(window_.Peers().FollowFrequency(7.1).followed);
+  window_.Peers().Forget(LinkControl::kFreq);
   EXPECT_EQ(chart_.BandIndicator(), -1) << "the transceiver has gone";
   const std::pair<const char*, const char*> modes[] = {
       {"CW", "CW"},       {"usb", "SSB"},     {"LSB ", "SSB"},   {"CW-R", "CW"},
@@ -293,7 +295,7 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
       {"RTTY-R", "RTTY"}, {"PKTUSB", "RTTY"}, {"FT4", "FT4"},    {"AM-N", "AM"},
       {"HELL", "AM"},     {"", "AM"},         {"PKT-L", "FT8"}};
   for (const auto& [told, selected] : modes) {
-    window_.Follow(LinkControl::kMode, told);
+    window_.Peers().Follow(LinkControl::kMode, told);
     const int index = view_.Selected(OptionGroup::kModeSNRCombo);
     ASSERT_GE(index, 0) << told;
     EXPECT_EQ(view_.modes.at(static_cast<std::size_t>(index)), selected) << told;
@@ -302,7 +304,8 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
   }
   EXPECT_EQ(log_.errors, Events{"the transceiver's mode \"HELL\" is none of the configured modes; "
                                 "the mode stays as it is"});
-  for (int i = 0; i < 1000; ++i) window_.Follow(LinkControl::kMode, "X" + std::to_string(i));
+  for (int i = 0; i < 1000; ++i)
+    window_.Peers().Follow(LinkControl::kMode, "X" + std::to_string(i));
   EXPECT_LT(log_.errors.size(), 50U);
   errors_expected_ = true;
 }
@@ -310,16 +313,16 @@ TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
 TEST_F(IonCapPeersTest, TheTransceiverDrivesThePointPredictionWhileItIsShown) {
   Start();
   events_.clear();
-  (void)window_.FollowFrequency(14.1);
+  (void)window_.Peers().FollowFrequency(14.1);
   EXPECT_EQ(events_, Events());
   peers_.kilohertz = 21074;
   view_.SetChecked(CheckBox::kSNRDisplayCheck, true);
-  window_.SNRDisplayCheck_Click();
+  window_.Check_Click(CheckBox::kSNRDisplayCheck);
   EXPECT_EQ(events_, Events{"follow "});
   EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "21.074");
-  window_.Follow(LinkControl::kMode, "USB");
+  window_.Peers().Follow(LinkControl::kMode, "USB");
   EXPECT_EQ(events_.back(), "follow SSB");
-  (void)window_.FollowFrequency(7.074);
+  (void)window_.Peers().FollowFrequency(7.074);
   EXPECT_EQ(point_prediction_.predicted, 7.074);
 }
 
@@ -328,14 +331,14 @@ TEST_F(IonCapPeersTest, ThePointPredictionHearsOfEveryInputAndIsMadeAnewForTheTr
   const std::pair<const char*, std::function<void()>> changes[] = {
       {"DX station", [&] { Type(TextField::kDXGrid, "JN58"); }},
       {"power", [&] { Type(TextField::kLocalPwr, "7"); }},
-      {"direction",
-       [&] { Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click); }},
-      {"DX power", [&] { Choose(OptionGroup::kDXPwr, 1, &IonCap::DXPwr_Click); }},
-      {"noise", [&] { Choose(OptionGroup::kLocalNoiseLevel, 1, &IonCap::LocalNoiseLevel_Click); }},
-      {"DX noise", [&] { Choose(OptionGroup::kDXNoiseLevel, 1, &IonCap::DXNoiseLevel_Click); }},
-      {"sunspot number", [&] { window_.PutDownloaded(TextField::kSSN, "33"); }},
-      {"a peer's flux", [&] { window_.SetSpaceWeather("99", ""); }},
-      {"hour", [&] { clock_.now += std::chrono::hours(1), window_.ClockTimer_Tick(); }},
+      {"direction", [&] { Choose(OptionGroup::kPredictSignals, 0); }},
+      {"DX power", [&] { Choose(OptionGroup::kDXPwr, 1); }},
+      {"noise", [&] { Choose(OptionGroup::kLocalNoiseLevel, 1); }},
+      {"DX noise", [&] { Choose(OptionGroup::kDXNoiseLevel, 1); }},
+      {"sunspot number", [&] { space_weather_.window->PutDownloaded(TextField::kSSN, "33"); }},
+      {"a peer's flux", [&] { window_.Commands().SetSpaceWeather("99", ""); }},
+      {"hour",
+       [&] { clock_.now += std::chrono::hours(1), window_.Timer_Tick(WindowTimer::kClockTimer); }},
       {"band settings", [&] { configuration_.SetFreqDependentEnabled(true); }},
       {"antenna",
        [&] {
@@ -348,7 +351,7 @@ TEST_F(IonCapPeersTest, ThePointPredictionHearsOfEveryInputAndIsMadeAnewForTheTr
     EXPECT_GT(point_prediction_.looks, 0) << what;
   }
   point_prediction_.looks = 0;
-  window_.ClockTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kClockTimer);
   EXPECT_EQ(point_prediction_.looks, 0) << "the hour is the same";
   window_.SetSNRDisplayActive(true);
   peers_.kilohertz = 21074;
@@ -361,11 +364,11 @@ TEST_F(IonCapPeersTest, LinksAndTimersReachTheirParts) {
   Start();
   events_.clear();
   peers_.history = true;
-  window_.LinksChanged();
+  window_.Peers().LinksChanged();
   EXPECT_TRUE(view_.Enabled(Button::kHistoryCmd));
-  window_.ServerRetryTimer_Tick();
-  window_.PeerValuesTimer_Tick();
-  window_.ResetWindows(0);
+  window_.Timer_Tick(WindowTimer::kServerRetryTimer);
+  window_.Timer_Tick(WindowTimer::kPeerValuesTimer);
+  window_.Commands().ResetWindows(0);
   EXPECT_EQ(events_, (Events{"peers change", "retry", "values", "reset windows"}));
 }
 

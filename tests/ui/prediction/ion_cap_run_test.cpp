@@ -19,7 +19,7 @@ class IonCapRunTest : public IonCapTest {
   /// Starts a prediction whose engine is still at work.
   void Predict() {
     window_.PathsButton_Click();
-    ASSERT_TRUE(window_.Running());
+    ASSERT_TRUE(Running());
     if (launcher_.knows_processes) {
       launcher_.running.insert(static_cast<ProcessId>(launcher_.starts.size() + 100));
     }
@@ -32,19 +32,19 @@ class IonCapRunTest : public IonCapTest {
   void PredictToTheEnd() {
     Predict();
     EngineWrites(Method26());
-    window_.EngineWatch_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
     ASSERT_TRUE(chart_.HasResult());
     log_.debug.clear();
     launcher_.ended.clear();
   }
 
   void ExpectIdle() {
-    EXPECT_FALSE(window_.Running());
+    EXPECT_FALSE(Running());
     EXPECT_FALSE(view_.TimerRunning(WindowTimer::kEngineWatch));
     EXPECT_FALSE(locker_.held);
     EXPECT_FALSE(view_.Enabled(Button::kAbortButton));
     for (const Button button : kPredictButtons) EXPECT_TRUE(view_.Enabled(button));
-    EXPECT_EQ(view_.caption, window_.GetPropFormCaption() + log_.diagnostics.CaptionHint());
+    EXPECT_EQ(view_.caption, WindowStatus::GetPropFormCaption() + log_.diagnostics.CaptionHint());
   }
 };
 
@@ -107,7 +107,7 @@ TEST_F(IonCapRunTest, TheDirectionDecidesWhoTransmitsAndWhoListens) {
   view_.Select(OptionGroup::kLocalNoiseLevel, 3);
   view_.Select(OptionGroup::kDXNoiseLevel, 1);
   const struct {
-    void (IonCap::*click)();
+    Button button;
     const char* name;
     int path;
     int direction;
@@ -115,14 +115,14 @@ TEST_F(IonCapRunTest, TheDirectionDecidesWhoTransmitsAndWhoListens) {
     int noise;
     int receiver_latitude;
   } cases[] = {
-      {&IonCap::PredictSPToCmd_Click, "PredictSPToCmd_Click", 0, 1, "80", 1, 51},
-      {&IonCap::PredictLPToCmd_Click, "PredictLPToCmd_Click", 1, 1, "80", 1, 51},
-      {&IonCap::PredictSPFromCmd_Click, "PredictSPFromCmd_Click", 0, 0, "20", 3, 40},
-      {&IonCap::PredictLPFromCmd_Click, "PredictLPFromCmd_Click", 1, 0, "20", 3, 40},
+      {Button::kPredictSPToCmd, "PredictSPToCmd_Click", 0, 1, "80", 1, 51},
+      {Button::kPredictLPToCmd, "PredictLPToCmd_Click", 1, 1, "80", 1, 51},
+      {Button::kPredictSPFromCmd, "PredictSPFromCmd_Click", 0, 0, "20", 3, 40},
+      {Button::kPredictLPFromCmd, "PredictLPFromCmd_Click", 1, 0, "20", 3, 40},
   };
-  for (const auto& [click, name, path, direction, power, noise, receiver_latitude] : cases) {
+  for (const auto& [button, name, path, direction, power, noise, receiver_latitude] : cases) {
     log_.debug.clear();
-    (window_.*click)();
+    window_.Button_Click(button);
     EXPECT_EQ(log_.debug.at(0), std::string("IonCap.") + name);
     EXPECT_TRUE(Logged("IonCap.PathsButton_Click"));
     EXPECT_EQ(view_.Selected(OptionGroup::kPath), path);
@@ -134,9 +134,9 @@ TEST_F(IonCapRunTest, TheDirectionDecidesWhoTransmitsAndWhoListens) {
     EXPECT_EQ(parameters_.Set().date, "15-Nov-26");
     EXPECT_EQ(parameters_.GetReceiverLocation().latitude.degrees, receiver_latitude);
     EXPECT_EQ(parameters_.GetTransmitterLocation().latitude.degrees, 91 - receiver_latitude);
-    EXPECT_TRUE(window_.Running());
+    EXPECT_TRUE(Running());
     EXPECT_EQ(log_.debug.back(), "IonCap.InitiateForecast: complete");
-    window_.AbortButton_Click();
+    window_.Button_Click(Button::kAbortButton);
   }
 }
 
@@ -164,7 +164,7 @@ TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
     configuration_.SetFreqDependentEnabled(enabled);
     peers_.kilohertz = kilohertz;
     // The label tells beforehand what the run will use.
-    window_.Forget(LinkControl::kFreq);
+    window_.Peers().Forget(LinkControl::kFreq);
     EXPECT_EQ(view_.Shown(Label::kConditions)
                   .find("Your station transmits " + std::string(power) + " W" + note + "; the DX"),
               0U)
@@ -173,10 +173,10 @@ TEST_F(IonCapRunTest, TheTransceiversBandBringsItsPowerAndTakeoff) {
     EXPECT_EQ(parameters_.Set().power, power) << kilohertz.value_or(-1);
     EXPECT_EQ(parameters_.Set().takeoff, takeoff) << kilohertz.value_or(-1);
     EngineWrites(AnswerToAny(Method26()));
-    window_.ExecuteTimer_Tick();
+    window_.Timer_Tick(WindowTimer::kExecuteTimer);
     EXPECT_EQ(view_.Shown(Label::kSummary).ends_with("0M settings)"), !note.empty())
         << view_.Shown(Label::kSummary);
-    window_.AbortButton_Click();
+    window_.Button_Click(Button::kAbortButton);
   }
 }
 
@@ -192,23 +192,23 @@ TEST_F(IonCapRunTest, WhileAnEngineWorksTheWindowSaysSo) {
   EXPECT_EQ(view_.notice,
             (Notice{Notice::Kind::kRunning, "IONCAP is working. Esc or Abort ends it."}));
   clock_.now += seconds(3);
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_EQ(view_.notice.text, "IONCAP is working for 3 s. Esc or Abort ends it.");
-  EXPECT_TRUE(window_.Running());
+  EXPECT_TRUE(Running());
 }
 
 TEST_F(IonCapRunTest, ADownloadLeavesTheCaptionAsItFoundIt) {
   Start();
   const std::string idle = view_.caption;
-  window_.ShowDownload("downloading SSN");
-  EXPECT_EQ(view_.caption, window_.GetPropFormCaption() + " - downloading SSN");
-  window_.ShowDownload("");
+  space_weather_.window->ShowDownload("downloading SSN");
+  EXPECT_EQ(view_.caption, WindowStatus::GetPropFormCaption() + " - downloading SSN");
+  space_weather_.window->ShowDownload("");
   EXPECT_EQ(view_.caption, idle);
   Predict();
   const std::string running = view_.caption;
   EXPECT_NE(running, idle);
-  window_.ShowDownload("downloading SSN");
-  window_.ShowDownload("");
+  space_weather_.window->ShowDownload("downloading SSN");
+  space_weather_.window->ShowDownload("");
   EXPECT_EQ(view_.caption, running);
 }
 
@@ -216,10 +216,11 @@ TEST_F(IonCapRunTest, ASecondPredictionChangesNothingOfTheFirst) {
   Start();
   Predict();
   const Notice notice = view_.notice;
+  window_.Button_Click(Button::kPredictLPFromCmd);
+  EXPECT_EQ(log_.debug.back(), "   previous computation still running");
   view_.SetText(TextField::kLocalPwr, "1");
   view_.SetText(TextField::kTheDate, "1-Mar-27");
-  for (const auto click :
-       {&IonCap::PathsButton_Click, &IonCap::PredictLPFromCmd_Click, &IonCap::InitiateForecast}) {
+  for (const auto click : {&IonCap::PathsButton_Click, &IonCap::InitiateForecast}) {
     (window_.*click)();
     EXPECT_EQ(log_.debug.back(), "   previous computation still running");
   }
@@ -234,17 +235,17 @@ TEST_F(IonCapRunTest, ASecondPredictionChangesNothingOfTheFirst) {
 TEST_F(IonCapRunTest, CompleteResultsAreShownAtOnceAndTheEngineIsEnded) {
   Start();
   Predict();
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   EXPECT_FALSE(Logged("IONCAPModule.HandleIonCapTimer")) << "nothing to look at yet";
   EngineWrites(Method26());
   // What the user changes meanwhile is not what the results are for.
-  Choose(OptionGroup::kPredictSignals, 0, &IonCap::PredictSignals_Click);
-  window_.EngineWatch_Tick();
+  Choose(OptionGroup::kPredictSignals, 0);
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   ExpectIdle();
   EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{kProcess});
   EXPECT_TRUE(chart_.HasResult());
   EXPECT_TRUE(chart_.Old()) << "the other direction is another prediction";
-  Choose(OptionGroup::kPredictSignals, 1, &IonCap::PredictSignals_Click);
+  Choose(OptionGroup::kPredictSignals, 1);
   EXPECT_FALSE(chart_.Old());
   EXPECT_EQ(view_.notice, Notice());
   EXPECT_NE(view_.Shown(Label::kProvenance), "");
@@ -257,12 +258,12 @@ TEST_F(IonCapRunTest, AWorkingEnginesFileIsLeftAloneUntilItIsComplete) {
   Predict();
   const std::string whole = Method26();
   EngineWrites(whole.substr(0, whole.size() / 2));
-  window_.EngineWatch_Tick();
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " is not complete yet"));
-  EXPECT_TRUE(window_.Running());
+  EXPECT_TRUE(Running());
   EngineWrites(whole);
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   ExpectIdle();
   EXPECT_TRUE(chart_.HasResult());
 }
@@ -273,7 +274,7 @@ TEST_F(IonCapRunTest, ResultsWithoutALastLineCountOnceTheEngineHasEnded) {
   const std::string whole = Method26();
   EngineWrites(whole.substr(0, whole.find("*****END OF RUN")));
   launcher_.running.clear();
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   ExpectIdle();
   EXPECT_EQ(view_.notice, Notice());
   EXPECT_TRUE(launcher_.ended.empty());
@@ -284,14 +285,14 @@ TEST_F(IonCapRunTest, AnUnknownProcessIsWaitedForBySecondsAlone) {
   launcher_.knows_processes = false;
   Predict();
   EXPECT_FALSE(view_.TimerRunning(WindowTimer::kEngineWatch));
-  for (int tick = 0; tick < 5; ++tick) window_.ExecuteTimer_Tick();
+  for (int tick = 0; tick < 5; ++tick) window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " does not exist"));
   EngineWrites("");
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " is empty"));
-  EXPECT_TRUE(window_.Running());
+  EXPECT_TRUE(Running());
   EngineWrites(Method26());
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_TRUE(Logged("   " + PathText(run_.ResultsFile()) + " exists"));
   ExpectIdle();
   EXPECT_TRUE(chart_.HasResult());
@@ -308,13 +309,13 @@ TEST_F(IonCapRunTest, AnEngineThatEndsWithoutResultsFailsTheRun) {
     launcher_.output =
         "cannot open deck\nBacktrace for this error:\n#0  0x7f\noff\nioncap.bat: 4: cls: not "
         "found\n";
-    window_.EngineWatch_Tick();
-    window_.ExecuteTimer_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
+    window_.Timer_Tick(WindowTimer::kExecuteTimer);
     clock_.now += milliseconds(999);
-    window_.EngineWatch_Tick();
-    EXPECT_TRUE(window_.Running()) << "a whole second for the file to appear";
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
+    EXPECT_TRUE(Running()) << "a whole second for the file to appear";
     clock_.now += milliseconds(1);
-    window_.EngineWatch_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
     ExpectIdle();
     const std::string reason = PathText(run_.Job().Executable()) + " ended without writing " +
                                PathText(run_.ResultsFile()) + ". It printed: cannot open deck.";
@@ -330,10 +331,10 @@ TEST_F(IonCapRunTest, ResultsThatAppearLateAreStillShown) {
   Start();
   Predict();
   launcher_.running.clear();
-  window_.EngineWatch_Tick();
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EngineWrites(Method26());
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   ExpectIdle();
   EXPECT_TRUE(chart_.HasResult());
 }
@@ -347,7 +348,7 @@ TEST_F(IonCapRunTest, UnreadableResultsLeaveTheChartMarkedAsOld) {
   EXPECT_EQ(view_.Shown(Label::kEngineLabel), "ICEPAC");
   EngineWrites("garbage\n");
   launcher_.running.clear();
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   EXPECT_TRUE(log_.errors.at(0).starts_with("program error 62 in module IONCAPModule."));
   ExpectIdle();
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
@@ -367,7 +368,7 @@ TEST_F(IonCapRunTest, TheAnswerToAnotherQuestionIsRefused) {
     configuration_.SetEngine(engine);
     Predict();
     EngineWrites(ReplaceAll(engine == 0 ? Method26() : Method30(), "40.50 N", "48.50 N"));
-    window_.EngineWatch_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
     ExpectIdle();
     EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
     EXPECT_NE(view_.notice.text.find("answer another question. Results are for 48.50 N 74.25 W to "
@@ -389,7 +390,7 @@ TEST_F(IonCapRunTest, ResultsThatEndEarlyAreShownAsIncomplete) {
   const std::string whole = Method30();
   EngineWrites(whole.substr(0, whole.find("  13.0 ")));
   launcher_.running.clear();
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   ExpectIdle();
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
   EXPECT_NE(view_.notice.text.find("incomplete"), std::string::npos);
@@ -403,7 +404,7 @@ TEST_F(IonCapRunTest, TheEngineLabelNamesTheEngine) {
     configuration_.SetEngine(engine);
     Predict();
     EngineWrites(engine == 3 ? Method30() : Method26());
-    window_.EngineWatch_Tick();
+    window_.Timer_Tick(WindowTimer::kEngineWatch);
     EXPECT_EQ(view_.Shown(Label::kEngineLabel), labels[engine]);
     EXPECT_EQ(chart_.Engine(), static_cast<EngineChoice>(engine));
   }
@@ -447,11 +448,11 @@ TEST_F(IonCapRunTest, WhatKeepsAPredictionFromStartingIsTold) {
 
 TEST_F(IonCapRunTest, AbortEndsTheEngineAndKeepsTheChartAsOld) {
   Start();
-  window_.AbortButton_Click();
+  window_.Button_Click(Button::kAbortButton);
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kEmpty) << "there was nothing to abort";
   PredictToTheEnd();
   Predict();
-  window_.AbortButton_Click();
+  window_.Button_Click(Button::kAbortButton);
   EXPECT_TRUE(Logged("IonCap.AbortButton_Click"));
   ExpectIdle();
   EXPECT_EQ(launcher_.ended, std::vector<ProcessId>{102});
@@ -460,8 +461,8 @@ TEST_F(IonCapRunTest, AbortEndsTheEngineAndKeepsTheChartAsOld) {
   EXPECT_TRUE(chart_.Old());
   // Ticks that were under way already find nothing to do.
   EngineWrites(Method26());
-  window_.ExecuteTimer_Tick();
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   EXPECT_TRUE(chart_.Old());
 }
 
@@ -475,16 +476,17 @@ TEST_F(IonCapRunTest, AFourCharacterSquareOutlivesAPrediction) {
 
 TEST_F(IonCapRunTest, TheChartIsOfferedToOthers) {
   Start();
-  EXPECT_EQ(window_.ResultsAsCsv(), "");
+  EXPECT_EQ(window_.Export().ResultsAsCsv(), "");
   PredictToTheEnd();
-  EXPECT_EQ(window_.ResultsAsCsv().substr(0, 4), "hour");
-  EXPECT_NE(window_.ChartAsSvg().find("FN20vm \u2192 IO91wm"), std::string::npos);
+  EXPECT_EQ(window_.Export().ResultsAsCsv().substr(0, 4), "hour");
+  EXPECT_NE(window_.Export().ChartAsSvg().find("FN20vm \u2192 IO91wm"), std::string::npos);
   chart_.DisplayTable(EngineChoice::kVoaCapSnr);
   const auto tells_table = [&] {
-    return window_.ChartAsSvg().find("Reliability: percent of the days") != std::string::npos;
+    return window_.Export().ChartAsSvg().find("Reliability: percent of the days") !=
+           std::string::npos;
   };
   EXPECT_FALSE(tells_table());
-  Check(CheckBox::kShowTableCheck, true, &IonCap::ShowTableCheck_Click);
+  Check(CheckBox::kShowTableCheck, true);
   EXPECT_TRUE(tells_table()) << "what is saved is what is shown";
 }
 
@@ -504,23 +506,23 @@ TEST_F(IonCapRunTest, TheChartIsOldWhileAnInputDiffersFromItsOwn) {
        [&] { Type(TextField::kDXLat, "51 30 N"); }},
       {"reliability", [&] { Type(TextField::kAvail, "90"); },
        [&] { Type(TextField::kAvail, "10"); }},
-      {"path", [&] { Choose(OptionGroup::kPath, path_option::kLong, &IonCap::Path_Click); },
-       [&] { Choose(OptionGroup::kPath, path_option::kShort, &IonCap::Path_Click); }},
-      {"noise", [&] { Choose(OptionGroup::kDXNoiseLevel, 0, &IonCap::DXNoiseLevel_Click); },
-       [&] { Choose(OptionGroup::kDXNoiseLevel, 2, &IonCap::DXNoiseLevel_Click); }},
-      {"download", [&] { window_.PutDownloaded(TextField::kFlux, "80"); },
-       [&] { window_.PutDownloaded(TextField::kFlux, "150"); }},
-      {"link", [&] { window_.Follow(LinkControl::kSFI, "90"); },
-       [&] { window_.Follow(LinkControl::kSFI, "150"); }},
+      {"path", [&] { Choose(OptionGroup::kPath, path_option::kLong); },
+       [&] { Choose(OptionGroup::kPath, path_option::kShort); }},
+      {"noise", [&] { Choose(OptionGroup::kDXNoiseLevel, 0); },
+       [&] { Choose(OptionGroup::kDXNoiseLevel, 2); }},
+      {"download", [&] { space_weather_.window->PutDownloaded(TextField::kFlux, "80"); },
+       [&] { space_weather_.window->PutDownloaded(TextField::kFlux, "150"); }},
+      {"link", [&] { window_.Peers().Follow(LinkControl::kSFI, "90"); },
+       [&] { window_.Peers().Follow(LinkControl::kSFI, "150"); }},
       {"engine", [&] { configuration_.SetEngine(2); }, [&] { configuration_.SetEngine(0); }},
       {"day",
        [&] {
          clock_.now += std::chrono::hours{24};
-         window_.ClockTimer_Tick();
+         window_.Timer_Tick(WindowTimer::kClockTimer);
        },
        [&] {
          clock_.now -= std::chrono::hours{24};
-         window_.ClockTimer_Tick();
+         window_.Timer_Tick(WindowTimer::kClockTimer);
        }},
   };
   view_.SetChecked(CheckBox::kShowCurrentTimeCheck, true);
@@ -542,7 +544,7 @@ TEST_F(IonCapRunTest, AFailedStartLeavesTheBarsOfTheChart) {
   Type(TextField::kDXLon, "150 E");
   Predict();
   EXPECT_NE(chart_.Sun(), bars);
-  window_.AbortButton_Click();
+  window_.Button_Click(Button::kAbortButton);
   EXPECT_EQ(chart_.Sun(), bars);
   locker_.held = true;
   window_.PathsButton_Click();
@@ -563,7 +565,7 @@ TEST_F(IonCapRunTest, ADayWithoutUseableFrequencySaysWhatWouldHelp) {
   results += " *****END OF RUN*****\n";
   Predict();
   EngineWrites(results);
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kWarning);
   EXPECT_NE(view_.notice.text.find("No hour has a frequency that reaches the required reliability"),
             std::string::npos);
@@ -576,7 +578,7 @@ TEST_F(IonCapRunTest, AnEstimateInPlaceOfTheSelectedEngineIsAnnounced) {
   Start();
   Predict();
   EngineWrites("SKYHOP ESTIMATE ENGINE VERSION 1.0\n" + Method26().substr(Method26().find('\n')));
-  window_.ExecuteTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kExecuteTimer);
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kWarning) << view_.notice.text;
   EXPECT_EQ(view_.notice.text,
             "IONCAP is not installed. The built-in estimate made this prediction.");
@@ -616,8 +618,7 @@ TEST_F(IonCapRunTest, PredictJudgesRefusedInputsWithItsOwnMessages) {
     Type(field, text);
     expect_last_valid_values();
     messages_.shown.clear();
-    EXPECT_TRUE(window_.FieldsAccepted());
-    window_.PathsButton_Click();
+    window_.Button_Click(Button::kPathsButton);
     EXPECT_EQ(messages_.Texts(), messages) << text;
     EXPECT_EQ(messages_.shown.at(0).second, "Skyhop");
     Type(field, before);
@@ -629,30 +630,30 @@ TEST_F(IonCapRunTest, PredictJudgesRefusedInputsWithItsOwnMessages) {
 TEST_F(IonCapTest, DeckAndResultsOfTheLastRunAreShownForSupport) {
   Start();
   EXPECT_FALSE(view_.Enabled(Button::kShowFilesCmd)) << "nothing ran yet";
-  window_.ShowFilesCmd_Click();
+  window_.Button_Click(Button::kShowFilesCmd);
   EXPECT_EQ(files_window_.text, "");
   window_.PathsButton_Click();
   EXPECT_TRUE(view_.Enabled(Button::kShowFilesCmd));
   const std::filesystem::path deck = folder_ / "IonCap" / "script.txt";
   WriteFile(deck, "the deck\n");
-  window_.ShowFilesCmd_Click();
+  window_.Button_Click(Button::kShowFilesCmd);
   const std::string& text = files_window_.text;
   EXPECT_NE(text.find(PathText(deck) + "\n\nthe deck\n"), std::string::npos) << text;
   EXPECT_NE(text.find(PathText(run_.ResultsFile()) + "\n\nThis file cannot be shown: "),
             std::string::npos)
       << text;
   WriteFile(run_.ResultsFile(), "the results\n");
-  window_.ShowFilesCmd_Click();
+  window_.Button_Click(Button::kShowFilesCmd);
   EXPECT_NE(text.find("\n\nthe results\n"), std::string::npos) << text;
   EXPECT_TRUE(launcher_.viewed.empty());
 
   Store("Viewer", "see", "IonCap");
-  window_.ShowFilesCmd_Click();
+  window_.Button_Click(Button::kShowFilesCmd);
   EXPECT_EQ(launcher_.viewed, (std::vector<std::string>{"see " + PathText(deck),
                                                         "see " + PathText(run_.ResultsFile())}));
   std::filesystem::remove(deck);
   launcher_.code = 2;
-  window_.ShowFilesCmd_Click();
+  window_.Button_Click(Button::kShowFilesCmd);
   ASSERT_EQ(messages_.shown.size(), 2U);
   EXPECT_EQ(messages_.shown[0].first, "There is no file " + PathText(deck));
   EXPECT_EQ(messages_.shown[1].first, PathText(run_.ResultsFile()) +
@@ -665,7 +666,7 @@ TEST_F(IonCapTest, ThePathHasOneDistance) {
   for (const bool miles : {true, false}) {
     configuration_.SetDistanceMiles(miles);
     for (const int path : {path_option::kShort, path_option::kLong}) {
-      Choose(OptionGroup::kPath, path, &IonCap::Path_Click);
+      Choose(OptionGroup::kPath, path);
       const std::string label = view_.Shown(Label::kDistance);
       const std::string number = label.substr(0, label.find(' '));
       parameters_.SetCircuit(FormOf(view_, configuration_));

@@ -1,4 +1,5 @@
 #include <fstream>
+#include <variant>
 
 #include "ion_cap_fixture.h"
 
@@ -94,7 +95,7 @@ TEST_F(IonCapTest, RestoresPlaceOptionsAndDebugLog) {
   EXPECT_FALSE(view_.Checked(CheckBox::kShowCurrentTimeCheck));
   EXPECT_FALSE(view_.tool_tips);
   // The log file exists now, and the caption says where.
-  EXPECT_EQ(view_.caption, window_.GetPropFormCaption() + " - see error log in " +
+  EXPECT_EQ(view_.caption, WindowStatus::GetPropFormCaption() + " - see error log in " +
                                PathText(log_.diagnostics.LogPath()));
 }
 
@@ -143,7 +144,7 @@ TEST_F(IonCapTest, CommandsOfAbsentPartsAreDisabled) {
     EXPECT_EQ(view_.Enabled(Button::kBeaconCmd), available);
     EXPECT_EQ(std::count(events_.begin(), events_.end(), "download ssn"), available ? 1 : 0);
     for (const bool enable : {true, false}) {
-      window_.EnableDownloads(enable);
+      space_weather_.window->EnableDownloads(enable);
       for (const Button button : downloads) {
         EXPECT_EQ(view_.Enabled(button), enable && available);
       }
@@ -151,7 +152,7 @@ TEST_F(IonCapTest, CommandsOfAbsentPartsAreDisabled) {
   }
   for (const bool history : {true, false}) {
     peers_.history = history;
-    window_.ClockTimer_Tick();
+    window_.Timer_Tick(WindowTimer::kClockTimer);
     EXPECT_EQ(view_.Enabled(Button::kHistoryCmd), history);
   }
 }
@@ -159,28 +160,29 @@ TEST_F(IonCapTest, CommandsOfAbsentPartsAreDisabled) {
 TEST_F(IonCapTest, EachCommandReachesItsPartAndNoFailureGetsOut) {
   Start();
   const struct {
-    void (IonCap::*click)();
+    std::variant<Button, WindowTimer> control;
     const char* event;
     Part& part;
     const char* name;
   } cases[] = {
-      {&IonCap::ForecastCmd_Click, "forecast", space_weather_, "ForecastCmd_Click"},
-      {&IonCap::CurrentCmd_Click, "current", space_weather_, "CurrentCmd_Click"},
-      {&IonCap::UpdateSFICmd_Click, "update", space_weather_, "UpdateSFICmd_Click"},
-      {&IonCap::UpdateSSNCmd_Click, "download ssn", space_weather_, "UpdateSSNCmd_Click"},
-      {&IonCap::HistoryCmd_Click, "history", peers_, "HistoryCmd_Click"},
-      {&IonCap::BeaconCmd_Click, "beacons", beacons_, "BeaconCmd_Click"},
-      {&IonCap::ConfigCmd_Click, "show configuration", configuration_window_, "ConfigCmd_Click"},
-      {&IonCap::SNRExecuteTimer_Tick, "point tick", point_prediction_, "SNRExecuteTimer_Tick"},
-      {&IonCap::SolarForecastTimer_Tick, "forecast tick", space_weather_,
+      {Button::kForecastCmd, "forecast", space_weather_, "ForecastCmd_Click"},
+      {Button::kCurrentCmd, "current", space_weather_, "CurrentCmd_Click"},
+      {Button::kUpdateSFICmd, "update", space_weather_, "UpdateSFICmd_Click"},
+      {Button::kUpdateSSNCmd, "download ssn", space_weather_, "UpdateSSNCmd_Click"},
+      {Button::kHistoryCmd, "history", peers_, "HistoryCmd_Click"},
+      {Button::kBeaconCmd, "beacons", beacons_, "BeaconCmd_Click"},
+      {Button::kConfigCmd, "show configuration", configuration_window_, "ConfigCmd_Click"},
+      {WindowTimer::kSNRExecuteTimer, "point tick", point_prediction_, "SNRExecuteTimer_Tick"},
+      {WindowTimer::kSolarForecastTimer, "forecast tick", space_weather_,
        "SolarForecastTimer_Tick"},
   };
   errors_expected_ = true;
-  for (const auto& [click, event, part, name] : cases) {
+  for (const auto& [control, event, part, name] : cases) {
     events_.clear();
     log_.errors.clear();
     part.failing = event;
-    (window_.*click)();
+    if (const auto* button = std::get_if<Button>(&control)) window_.Button_Click(*button);
+    if (const auto* timer = std::get_if<WindowTimer>(&control)) window_.Timer_Tick(*timer);
     EXPECT_EQ(events_, Events{event});
     EXPECT_EQ(log_.errors, std::vector<std::string>{"program error 5 in module IonCap." +
                                                     std::string(name) + ": " + event + " fails"});
@@ -199,13 +201,13 @@ TEST_F(IonCapTest, ATypedFrequencyIsPredictedForTheModeOrTheSnrOfTheField) {
   window_.Field_Enter(TextField::kSNRFrequency);
   EXPECT_EQ(messages_.Texts(), std::vector<std::string>{"Enter a frequency, in MHz or in kHz"});
   view_.SetText(TextField::kSNRFrequency, "7030.5");
-  view_.SetText(TextField::kSNR, "31");
+  Type(TextField::kSNR, "31");
   window_.Field_Enter(TextField::kSNRFrequency);
   EXPECT_EQ(events_.back(), "point  31");
   EXPECT_EQ(point_prediction_.predicted, 7.0305);
   view_.Select(OptionGroup::kModeSNRCombo, 0);
   view_.SetText(TextField::kSNRFrequency, "14.03");
-  window_.SNRPredictCmd_Click();
+  window_.Button_Click(Button::kSNRPredictCmd);
   EXPECT_EQ(events_.back(), "point CW");
   EXPECT_EQ(point_prediction_.predicted, 14.03);
   view_.SetText(TextField::kSNRFrequency, "14..1");
@@ -216,39 +218,39 @@ TEST_F(IonCapTest, ATypedFrequencyIsPredictedForTheModeOrTheSnrOfTheField) {
 TEST_F(IonCapTest, TheShownDisplayComesBackInTheNextRun) {
   store_.SaveSetting(kProductName, "Configuration", "ShowSNRDisplay", "True");
   Start();
-  EXPECT_TRUE(window_.SNRDisplayActive());
+  EXPECT_TRUE(view_.Checked(CheckBox::kSNRDisplayCheck));
   EXPECT_TRUE(view_.Checked(CheckBox::kSNRDisplayCheck));
   view_.SetChecked(CheckBox::kSNRDisplayCheck, false);
-  window_.SNRDisplayCheck_Click();
-  EXPECT_FALSE(window_.SNRDisplayActive());
+  window_.Check_Click(CheckBox::kSNRDisplayCheck);
+  EXPECT_FALSE(view_.Checked(CheckBox::kSNRDisplayCheck));
   EXPECT_EQ(store_.Read(kProductName, "Configuration", "ShowSNRDisplay", ""), "False");
 }
 
 TEST_F(IonCapTest, HelpOpensInTheBrowserOrTellsWhereItIs) {
   Start();
-  window_.HelpCmd_Click();
+  window_.Button_Click(Button::kHelpCmd);
   ASSERT_EQ(view_.opened.size(), 1U);
   EXPECT_EQ(view_.opened[0].substr(0, 8), "file:///");
   EXPECT_NE(view_.opened[0].find("help%20page/index.htm"), std::string::npos);
   EXPECT_TRUE(messages_.shown.empty());
   view_.has_browser = false;
-  window_.HelpCmd_Click();
+  window_.Button_Click(Button::kHelpCmd);
   EXPECT_NE(messages_.Texts().at(0).find("index.htm"), std::string::npos);
 }
 
 TEST_F(IonCapTest, AShutDownWaitsForTheCurrentEvent) {
   Start();
-  window_.SetShutdownTrigger();
+  window_.Commands().SetShutdownTrigger();
   EXPECT_EQ(view_.closed, 0);
   EXPECT_TRUE(view_.TimerRunning(WindowTimer::kShutDownTimer));
-  window_.ShutDownTimer_Tick();
+  window_.Timer_Tick(WindowTimer::kShutDownTimer);
   EXPECT_EQ(view_.closed, 1);
   EXPECT_FALSE(view_.TimerRunning(WindowTimer::kShutDownTimer));
 }
 
 TEST_F(IonCapTest, FollowsTheConfigurationAtOnce) {
   Start();
-  Choose(OptionGroup::kModeSNRCombo, 1, &IonCap::ModeSNRCombo_Click);
+  Choose(OptionGroup::kModeSNRCombo, 1);
   configuration_.SetModes({{"FT8", "13"}, {"Psk", "30"}, {"ssb", "40"}});
   EXPECT_EQ(view_.modes, (std::vector<std::string>{"FT8", "Psk", "ssb"}));
   EXPECT_EQ(view_.Selected(OptionGroup::kModeSNRCombo), 2);
@@ -277,16 +279,16 @@ TEST_F(IonCapTest, AMissingSunspotNumberIsOfferedAgainBehindWhatPredictionsTell)
 
   window_.PathsButton_Click();
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kRunning);
-  window_.UpdateSSNCmd_Click();
+  window_.Button_Click(Button::kUpdateSSNCmd);
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kRunning);
-  window_.AbortButton_Click();
+  window_.Button_Click(Button::kAbortButton);
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
-  window_.UpdateSSNCmd_Click();
+  window_.Button_Click(Button::kUpdateSSNCmd);
   EXPECT_EQ(view_.notice.kind, Notice::Kind::kFailed);
   window_.PathsButton_Click();
   launcher_.running = {100 + static_cast<ProcessId>(launcher_.starts.size())};
   WriteFile(run_.ResultsFile(), TestData("results/newyork-london-method26.results.txt"));
-  window_.EngineWatch_Tick();
+  window_.Timer_Tick(WindowTimer::kEngineWatch);
   EXPECT_EQ(view_.notice, offer) << "the prediction has no more to tell";
 
   events_.clear();
