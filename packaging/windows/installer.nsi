@@ -93,6 +93,7 @@ Section /o "un.My engines, band definitions, beacons and logs"
   Delete "$INSTDIR\DefaultBands.txt"
   Delete "$INSTDIR\Bands.txt"
   Delete "$INSTDIR\ErrorLog.txt"
+  Delete "$INSTDIR\ErrorLog.old.txt"
   Delete "$INSTDIR\installed-files.txt"
   RMDir "$INSTDIR"
 SectionEnd

@@ -131,29 +131,5 @@ TEST_F(HeardLogTest, IsExportedWithThePlacesOfTheBeacons) {
             "2026-11-16 00:00:00,X1X,18110,no,,,,\n");
 }
 
-/// How long loading takes.
-template <class Load>
-std::chrono::steady_clock::duration TimeOf(Load load) {
-  const auto start = std::chrono::steady_clock::now();
-  load();
-  return std::chrono::steady_clock::now() - start;
-}
-
-TEST_F(HeardLogTest, LoadsUnorderedLinesNearlyAsFastAsOrderedOnes) {
-  constexpr int count = 100'000;
-  const auto write = [&](const auto& seconds_of) {
-    std::string content;
-    for (int i = 0; i < count; ++i) {
-      content += TimeStamp(kMidnight + seconds(seconds_of(i))) + ",4U1UN,14100,yes,\n";
-    }
-    WriteFile(File(), content);
-  };
-  write([](int i) { return i; });
-  const auto ascending = TimeOf([&] { EXPECT_EQ(Loaded().Marks().size(), count); });
-  write([](int i) { return count - i; });
-  const auto descending = TimeOf([&] { EXPECT_EQ(Loaded().Marks().size(), count); });
-  EXPECT_LT(descending, 10 * ascending);
-}
-
 }  // namespace
 }  // namespace skyhop::BeaconModule

@@ -137,7 +137,7 @@ TEST_F(WindowOverTime, ClosesOnlyAfterOpenDialogsEnd) {
   Start();
   std::optional<NestedLoops::Scope> dialog(std::in_place);
   const wxWeakRef<PredictionFrame> frame(&Frame());
-  Program().Controller().SetShutdownTrigger();
+  Program().Controller().Commands().SetShutdownTrigger();
   PumpUntil([&] { return !frame; }, std::chrono::seconds(1));
   ASSERT_TRUE(frame) << "whoever opened the dialog needs the window";
   frame->Close();

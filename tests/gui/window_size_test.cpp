@@ -113,7 +113,7 @@ TEST_F(WindowSizes, ReturnToTheFirstSizesOnReset) {
       Frame().SetSize(main + wxSize(40, 30));
       Settle();
       if (!open) Close(window);
-      Program().Controller().ResetWindows(0);
+      Program().Controller().Commands().ResetWindows(0);
       Settle();
       if (!open) Open(window);
       EXPECT_EQ(Text(Window(window).GetSize()), Text(first)) << window.name << " " << open;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop::testing {
 

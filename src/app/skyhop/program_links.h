@@ -10,7 +10,7 @@
 #include "ui/beacon/beacon_links.h"
 #include "ui/configuration/ioncap_config.h"
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {

@@ -9,9 +9,9 @@
 #include "common/text.h"
 #include "geo/dx_grid.h"
 #include "ui/point/snr_display.h"
-#include "ui/prediction/view_form.h"
 #include "ui/shared/mode_names.h"
 #include "ui/shared/raised.h"
+#include "ui/shared/view_form.h"
 
 namespace skyhop {
 namespace {

@@ -13,8 +13,8 @@
 #include "engine/point_snr.h"
 #include "interop/command_target.h"
 #include "interop/dde_common.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/shared/configuration.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {

@@ -8,9 +8,9 @@
 #include "common/diagnostics.h"
 #include "engine/prediction_engine.h"
 #include "engine/run_lock.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/shown_chart.h"
 #include "ui/prediction/window_status.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -5,8 +5,8 @@
 
 #include "common/diagnostics.h"
 #include "ui/prediction/input_fields.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/window_status.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {

@@ -8,10 +8,10 @@
 #include "common/diagnostics.h"
 #include "common/user_messages.h"
 #include "engine/prediction_form.h"
-#include "ui/prediction/prediction_view.h"
-#include "ui/prediction/view_form.h"
 #include "ui/shared/configuration.h"
 #include "ui/shared/controls.h"
+#include "ui/shared/prediction_view.h"
+#include "ui/shared/view_form.h"
 
 namespace skyhop {
 

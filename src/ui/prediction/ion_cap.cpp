@@ -30,7 +30,8 @@ IonCap::IonCap(Collaborators collaborators)
             with_.diagnostics}),
       predict_({with_.view, fields_, stations_, next_, with_.engine.parameters, run_,
                 with_.diagnostics}),
-      point_({with_.view, with_.chart, fields_, modes_, transceiver_, with_.point_prediction, with_.diagnostics}),
+      point_({with_.view, with_.chart, fields_, modes_, transceiver_, with_.point_prediction,
+              with_.diagnostics}),
       peer_inputs_(
           {with_.view, fields_, modes_, point_, with_.engine.parameters, with_.diagnostics}),
       peer_commands_({with_.view, fields_, point_, predict_, with_.peers,

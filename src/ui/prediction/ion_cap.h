@@ -23,13 +23,13 @@
 #include "ui/prediction/peer_inputs.h"
 #include "ui/prediction/point_panel.h"
 #include "ui/prediction/predict_command.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/shown_chart.h"
 #include "ui/prediction/stations.h"
 #include "ui/prediction/transceiver_band.h"
 #include "ui/prediction/viewers.h"
 #include "ui/prediction/window_status.h"
 #include "ui/shared/configuration.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {
@@ -104,6 +104,9 @@ class IonCap {
   void UpdateLocalLatLon();
   void UpdateDXGrid();
   void UpdateDXLatLon();
+
+  /// Whether a prediction is running.
+  [[nodiscard]] bool Running() const { return run_.Running(); }
 
   /// What peers command and publish.
   [[nodiscard]] CommandTarget& Commands() { return peer_commands_; }

@@ -6,8 +6,8 @@
 
 #include "engine/parameters.h"
 #include "ui/prediction/input_fields.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/shared/configuration.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -7,9 +7,9 @@
 #include "engine/parameters.h"
 #include "ui/prediction/input_fields.h"
 #include "ui/prediction/mode_choice.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/stations.h"
 #include "ui/prediction/transceiver_band.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -9,7 +9,7 @@
 #include "ui/prediction/input_fields.h"
 #include "ui/prediction/point_panel.h"
 #include "ui/prediction/predict_command.h"
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {

@@ -10,7 +10,7 @@
 #include "ui/prediction/input_fields.h"
 #include "ui/prediction/mode_choice.h"
 #include "ui/prediction/point_panel.h"
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -8,8 +8,8 @@
 #include "ui/prediction/chart/chart_pane.h"
 #include "ui/prediction/input_fields.h"
 #include "ui/prediction/mode_choice.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/transceiver_band.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {

@@ -5,8 +5,8 @@
 #include "ui/prediction/chart_run.h"
 #include "ui/prediction/input_fields.h"
 #include "ui/prediction/next_prediction.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/stations.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -7,8 +7,8 @@
 #include "report/provenance.h"
 #include "ui/prediction/chart/chart_pane.h"
 #include "ui/prediction/next_prediction.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/prediction/stations.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

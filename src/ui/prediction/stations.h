@@ -9,7 +9,7 @@
 #include "common/settings.h"
 #include "engine/parameters.h"
 #include "ui/prediction/input_fields.h"
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -7,8 +7,8 @@
 #include "engine/engine_launcher.h"
 #include "engine/run_control.h"
 #include "ui/prediction/input_fields.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/shared/configuration.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/shared/program_services.h"
 
 namespace skyhop {

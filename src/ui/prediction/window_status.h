@@ -3,7 +3,7 @@
 #include <string>
 
 #include "common/diagnostics.h"
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

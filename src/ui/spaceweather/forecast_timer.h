@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "ui/prediction/ion_cap.h"
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/wx/chart_canvas.h"
 #include "ui/wx/control_set.h"
 #include "ui/wx/least_size.h"

@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/wx/control_set.h"
 
 namespace skyhop {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/prediction/prediction_view.h"
+#include "ui/shared/prediction_view.h"
 #include "ui/wx/control_set.h"
 
 namespace skyhop {

@@ -12,7 +12,7 @@
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
 #include "support/prediction_fixture.h"
-#include "ui/prediction/view_form.h"
+#include "ui/shared/view_form.h"
 #include "ui/shared/mode_names.h"
 
 namespace skyhop::testing {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/prediction_form.h"
-#include "ui/prediction/prediction_view.h"
 #include "ui/shared/configuration.h"
+#include "ui/shared/prediction_view.h"
 
 namespace skyhop {
 

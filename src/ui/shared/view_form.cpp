@@ -1,4 +1,4 @@
-#include "ui/prediction/view_form.h"
+#include "ui/shared/view_form.h"
 
 #include <utility>
 

@@ -1,9 +1,0 @@
-#pragma once
-
-#include <wx/window.h>
-
-namespace skyhop {
-
-void ShowAboutBox(wxWindow* parent);
-
-}  // namespace skyhop
