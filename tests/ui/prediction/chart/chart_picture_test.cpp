@@ -6,10 +6,12 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <map>
 #include <string>
 #include <vector>
 
 #include "common/files.h"
+#include "engine/results_parser.h"
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
 #include "support/sample_results.h"
@@ -57,6 +59,15 @@ ResultsTable PartlyReached() {
   return table;
 }
 
+/// Reliabilities as an engine wrote them, with one cell that the file does not contain.
+ResultsTable ParsedReliabilities() {
+  ResultsTable table;
+  IONCAPModule::ParseMethod30Results(
+      testing::TestData("results/newyork-london-method30.results.txt"), "", table);
+  table.known[5][13] = 0;
+  return table;
+}
+
 std::vector<Sample> Samples() {
   std::string long_title = kTitle;
   while (long_title.size() < 400) long_title += " <North Wales> & Queanbeyan";
@@ -70,7 +81,7 @@ std::vector<Sample> Samples() {
        .table = testing::NewYorkLondonReliability(),
        .engine = EngineChoice::kVoaCapSnr},
       {.name = "table",
-       .table = testing::NewYorkLondonReliability(),
+       .table = ParsedReliabilities(),
        .engine = EngineChoice::kVoaCapSnr,
        .table_view = true,
        .old = true},
@@ -103,8 +114,9 @@ class ChartPicture : public ::testing::Test {
     pane.SetProvenance(kProvenance);
     const std::chrono::year_month_day date{std::chrono::year(2026), std::chrono::month(11),
                                            std::chrono::day(15)};
-    const Position here{{40, 30, 0, -1}, {74, 15, 0, -1}};
-    pane.SetSolarBars({ComputeSunRow(here, date), ComputeSunRow(here, date)});
+    const Position new_york{{40, 30, 0, -1}, {74, 15, 0, -1}};
+    const Position tokyo{{35, 41, 0, 1}, {139, 46, 0, 1}};
+    pane.SetSolarBars({ComputeSunRow(new_york, date), ComputeSunRow(tokyo, date)});
     ChartPane picture(s.table, log.diagnostics, log.clock);
     pane.Resize(900, 500, 12);
     pane.StepTimeIndex(static_cast<int>(s.time - pane.TimeIndex()));
@@ -173,43 +185,9 @@ std::vector<std::string> TextsOf(const testing::RecordingSurface& surface) {
   return texts;
 }
 
-TEST_F(ChartPicture, ExplainsJustWhatItShows) {
-  const auto says = [&](const Sample& sample, const std::string& text) {
-    const std::vector<std::string> texts = TextsOf(Record(sample));
-    return std::find(texts.begin(), texts.end(), text) != texts.end();
-  };
-  const struct {
-    const char* sample;
-    std::string text;
-    bool expected;
-  } cases[] = {
-      {"luf-muf-open", kTitle, true},
-      {"luf-muf-open", kProvenance, true},
-      {"luf-muf-open", "maximum useable frequency  - 90% confidence", true},
-      {"luf-muf-open", "opens or closes in this hour", true},
-      {"luf-muf-open", "twilight", true},
-      {"luf-muf-open", "required reliability not reached", false},
-      {"luf-muf-open", "Previous prediction", false},
-      {"luf-muf-open", "6 m", false},
-      {"unreached", "required reliability not reached", true},
-      {"unreached", "Previous prediction", true},
-      {"no-keys", "lowest useable frequency", false},
-      {"reliability", "reliability above 80%", true},
-      {"reliability", "MHz", true},
-      {"table", "MHz", false},
-      {"table", "Previous prediction", true},
-      {"table", "reliability above 80%", false},
-      {"levels", "\u00D7", true},
-      {"nothing", "The results hold no frequencies", true},
-  };
-  const std::vector<Sample> samples = Samples();
-  for (const auto& c : cases) {
-    const auto sample = std::find_if(samples.begin(), samples.end(), [&](const Sample& s) {
-      return std::string(s.name) == c.sample;
-    });
-    ASSERT_NE(sample, samples.end());
-    EXPECT_EQ(says(*sample, c.text), c.expected) << c.sample << ": " << c.text;
-  }
+TEST_F(ChartPicture, SaysThatResultsHoldNoFrequencies) {
+  const std::vector<std::string> texts = TextsOf(Record(Samples().back()));
+  EXPECT_EQ(std::count(texts.begin(), texts.end(), "The results hold no frequencies"), 1);
 }
 
 TEST_F(ChartPicture, HatchesTheHoursThatAreNotReached) {
@@ -231,15 +209,36 @@ TEST_F(ChartPicture, HatchesTheHoursThatAreNotReached) {
   EXPECT_EQ(shaded(samples[3]), 30) << "the paper of an old chart shows through the hatching";
 }
 
+/// The chart as a low window on a dark desktop shows it: the keys at the right, the band lines
+/// instead of the open bands, one band indicated, hours that are not reached, an old prediction.
+std::string DarkWindow(testing::LoggedDiagnostics& log) {
+  const ResultsTable table = PartlyReached();
+  ChartPane pane(table, log.diagnostics, log.clock);
+  pane.SetPalette(kDarkPalette);
+  pane.Resize(1000, 330, 12);
+  pane.DisplayTable(EngineChoice::kVoaCap);
+  pane.SetOpenBandEnable(false);
+  pane.SetOld(true);
+  pane.SetTitle(kTitle);
+  pane.SetBandIndicator(5);
+  SvgSurface surface(1000, 330);
+  pane.Paint(surface);
+  pane.PaintOverlay(surface);
+  return surface.Document();
+}
+
 TEST_F(ChartPicture, IsTheApprovedOne) {
-  const std::vector<Sample> samples = Samples();
-  // Pictures for the eye: set the variable to a folder that is to receive them.
+  std::map<std::string, std::string> pictures = {{"dark-window", DarkWindow(log)}};
+  for (const Sample& sample : Samples()) pictures[sample.name] = Svg(sample);
+  // Set the variable to a folder to write all pictures there.
   if (const char* folder = std::getenv("SKYHOP_PICTURES")) {
-    for (const Sample& sample : samples) {
-      WriteFile(PathFromText(folder) / (std::string(sample.name) + ".svg"), Svg(sample));
+    for (const auto& [name, svg] : pictures) {
+      WriteFile(PathFromText(folder) / (name + ".svg"), svg);
     }
   }
-  EXPECT_EQ(Svg(samples[0]), testing::TestData("chart/new-york-london.svg"));
+  for (const char* name : {"luf-muf-open", "reliability", "table", "levels", "dark-window"}) {
+    EXPECT_EQ(pictures[name], testing::TestData("chart/" + std::string(name) + ".svg"));
+  }
   EXPECT_TRUE(log.errors.empty());
 }
 
