@@ -247,24 +247,24 @@ class Runner {
   }
 
   std::string DrawChart(const PredictionReport& report) {
-    ChartPane pane(program_.table, program_.diagnostics, program_.GetClock());
-    pane.DisplayTable(report.day.engine);
-    pane.SetTitle(ChartTitle(program_.panel, program_.parameters, {}, program_.diagnostics));
+    ChartModel chart(program_.diagnostics);
+    chart.DisplayResult(program_.table, report.day.engine);
+    chart.title = ChartTitle(program_.panel, program_.parameters, {}, program_.diagnostics);
     AskedPrediction asked;
     asked.sunspot_number = StoreSingle(LeadingNumber(report.sunspot_number));
     asked.from_flux = report.sunspot_number_derived;
     asked.solar_flux = report.solar_flux;
-    pane.SetProvenance(
-        Provenance(report.heading, report.day.engine, asked, program_.GetClock().UtcNow()));
+    chart.provenance =
+        Provenance(report.heading, report.day.engine, asked, program_.GetClock().UtcNow());
     if (const auto date = ParseDate(report.date)) {
       const bool to =
           program_.panel.Choice(PanelChoice::kPredictSignals) == direction_option::kToTheDXStation;
       const SunRow transmitter = ComputeSunRow(program_.parameters.GetTransmitterLocation(), *date);
       const SunRow receiver = ComputeSunRow(program_.parameters.GetReceiverLocation(), *date);
-      pane.SetSolarBars(to ? SolarBars{transmitter, receiver} : SolarBars{receiver, transmitter});
+      chart.sun = to ? SolarBars{transmitter, receiver} : SolarBars{receiver, transmitter};
     }
     // A picture of a whole day has no present time.
-    return PictureAsSvg(pane, {.time_index = false});
+    return PictureAsSvg(chart, {.time_index = false});
   }
 
   bool WritePicture(const PredictionReport& report) {

@@ -15,6 +15,7 @@
 #include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
+#include "ui/prediction/chart/chart_pointer.h"
 #include "ui/prediction/ion_cap.h"
 
 namespace skyhop::testing {

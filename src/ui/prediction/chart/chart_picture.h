@@ -24,12 +24,20 @@ struct PictureOptions {
   [[nodiscard]] double SurfaceHeight() const;
 };
 
-/// Draws the whole pane, time index included, as a picture for files and paper: on a light
-/// background and in the picture's own size. `pane` is laid out for that, so it must not be the one
-/// that a window shows.
-void PaintPicture(Surface& surface, ChartPane& pane, const PictureOptions& options);
+/// Paints a chart as a picture for files and print: on a light background, in the size of the
+/// picture, without the band indicator.
+void PaintPicture(Surface& surface, ChartModel model, const PictureOptions& options);
 
-/// The same as an SVG document, whose title is the pane's.
-[[nodiscard]] std::string PictureAsSvg(ChartPane& pane, const PictureOptions& options);
+/// The same picture as an SVG document with the title of the chart.
+[[nodiscard]] std::string PictureAsSvg(const ChartModel& model, const PictureOptions& options);
+
+// Pictures of what a pane shows.
+inline void PaintPicture(Surface& surface, const ChartPane& pane, const PictureOptions& options) {
+  PaintPicture(surface, pane.Model(), options);
+}
+[[nodiscard]] inline std::string PictureAsSvg(const ChartPane& pane,
+                                              const PictureOptions& options) {
+  return PictureAsSvg(pane.Model(), options);
+}
 
 }  // namespace skyhop

@@ -112,6 +112,9 @@ class ChartPicture : public ::testing::Test {
     pane.SetOld(s.old);
     pane.SetTitle(s.title);
     pane.SetProvenance(kProvenance);
+    // Parts of the window that a picture leaves out.
+    pane.SetBandIndicator(5);
+    pane.SetEmptyText("press Predict");
     const std::chrono::year_month_day date{std::chrono::year(2026), std::chrono::month(11),
                                            std::chrono::day(15)};
     const Position new_york{{40, 30, 0, -1}, {74, 15, 0, -1}};

@@ -11,6 +11,7 @@
 #include "support/recording_surface.h"
 #include "support/temporary_folder.h"
 #include "ui/prediction/chart/chart_pane.h"
+#include "ui/prediction/chart/chart_pointer.h"
 
 namespace skyhop::testing {
 namespace {
@@ -82,11 +83,14 @@ class TablePane : public ::testing::Test {
  protected:
   TablePane() { pane_.Resize(1000, 500, 13); }
 
+  [[nodiscard]] const Rectangle& Plot() const { return pane_.Layout().ionprop; }
   /// The middle of a cell of the table.
   [[nodiscard]] Point Cell(std::size_t band, int hour) const {
-    const Rectangle& plot = pane_.Plot();
-    return {plot.left + plot.width * (hour + 0.5) / 24,
-            plot.top + plot.height * (static_cast<double>(kBandCount - 1 - band) + 0.5) / 10};
+    return {Plot().left + Plot().width * (hour + 0.5) / 24,
+            Plot().top + Plot().height * (static_cast<double>(kBandCount - 1 - band) + 0.5) / 10};
+  }
+  [[nodiscard]] std::string Readout(Point at) const {
+    return ReadoutAt(pane_.Model(), pane_.Layout(), at);
   }
   [[nodiscard]] bool Paints(const std::string& text) {
     RecordingSurface surface;
@@ -106,9 +110,9 @@ constexpr const char* kReliabilityCaption =
 
 TEST_F(TablePane, TheTableTakesTheChartsPlace) {
   pane_.SetTableView(true);
-  EXPECT_FALSE(pane_.TableShown()) << "there is no result";
+  EXPECT_FALSE(pane_.Model().TableShown()) << "there is no result";
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
-  EXPECT_TRUE(pane_.TableShown());
+  EXPECT_TRUE(pane_.Model().TableShown());
   EXPECT_FALSE(Paints("MHz"));
   EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart's";
   EXPECT_TRUE(Paints(kReliabilityCaption));
@@ -124,17 +128,15 @@ TEST_F(TablePane, PointingReadsOutWhatIsPredictedOfTheBand) {
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
   pane_.SetTableView(true);
   const std::string expected = "01:30 UTC   30 m   85 % of days   SNR 45 dB   2F2   -88 dBm, S6";
-  EXPECT_EQ(pane_.Readout(Cell(4, 1)), expected);
+  EXPECT_EQ(Readout(Cell(4, 1)), expected);
   std::int16_t chosen = -2;
   pane_.SetBandListener([&](std::int16_t band) { chosen = band; });
   pane_.Press(Cell(10, 1));
   EXPECT_EQ(chosen, 10);
   pane_.SetTableView(false);
-  const auto& chart = pane_.Chart();
-  const double range = double{chart.FMax()} - double{chart.FMin()};
-  const double part = (10.1 - double{chart.FMin()}) / range;
-  EXPECT_EQ(pane_.Readout({Cell(4, 1).x, pane_.Plot().Bottom() - part * pane_.Plot().height}),
-            expected);
+  const FrequencyAxis& axis = pane_.Model().axis;
+  const double part = (10.1 - axis.f_min) / (double{axis.f_max} - axis.f_min);
+  EXPECT_EQ(Readout({Cell(4, 1).x, Plot().Bottom() - part * Plot().height}), expected);
 }
 
 TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
@@ -151,9 +153,8 @@ TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
   EXPECT_EQ(texts["\u00D7"], 11) << "every band of the hour that is not reached";
   EXPECT_EQ(texts["160 m"], 1);
   const auto at = [&](std::size_t row, int hour) {
-    const Rectangle& plot = pane_.Plot();
-    return pane_.Readout({plot.left + plot.width * (hour + 0.5) / 24,
-                          plot.top + plot.height * (static_cast<double>(row) + 0.5) / 11});
+    return Readout({Plot().left + Plot().width * (hour + 0.5) / 24,
+                    Plot().top + Plot().height * (static_cast<double>(row) + 0.5) / 11});
   };
   EXPECT_EQ(at(5, 1).substr(0, 45), "01:30 UTC   20 m   open on 50 % of the days o");
   EXPECT_EQ(at(10, 1).substr(0, 27), "01:30 UTC   160 m   closed ");
