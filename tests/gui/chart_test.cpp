@@ -78,7 +78,7 @@ TEST_F(ChartWindow, APredictionIsTypedRunAndDrawn) {
   EXPECT_TRUE(ComesUp(kMuf50, kSmoothed));
   EXPECT_TRUE(ComesUp(kMuf90, kSmoothed));
   EXPECT_TRUE(ComesUp(kLuf, kSmoothed));
-  EXPECT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
+  EXPECT_TRUE(ComesUp(colors::kOpenBand));
 
   ShowPageOf(*FindControl<wxStaticText>(Frame(), "Engine:"));
   EXPECT_TRUE(Shows("IONCAP"));
@@ -88,16 +88,16 @@ TEST_F(ChartWindow, APredictionIsTypedRunAndDrawn) {
 TEST_F(ChartWindow, EachBoxShowsAndHidesItsPartOfTheChart) {
   StartWithChart();
   ASSERT_TRUE(ComesUp(kMuf10, kSmoothed));
-  ASSERT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
+  ASSERT_TRUE(ComesUp(colors::kOpenBand));
 
   Click(Box("Plot Critical Frequencies"));
   for (const Color curve : {kMuf10, kMuf50, kMuf90, kLuf}) {
     EXPECT_TRUE(GoesAway(curve, kSmoothed))
         << int{curve.red} << "," << int{curve.green} << "," << int{curve.blue};
   }
-  EXPECT_GT(SeenInPlot(IONCAPModule::kOpenBandColor), 0);
+  EXPECT_GT(SeenInPlot(colors::kOpenBand), 0);
   Click(Box("Show Open Bands"));
-  EXPECT_TRUE(GoesAway(IONCAPModule::kOpenBandColor));
+  EXPECT_TRUE(GoesAway(colors::kOpenBand));
   Click(Box("Plot Critical Frequencies"));
   EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
 
@@ -182,7 +182,7 @@ TEST_F(ChartWindow, ACopiedChartIsThePictureWithCurvesAndKeys) {
   ASSERT_TRUE(picture.IsOk());
   for (const ColorKey& key : kCurveKeys) EXPECT_GT(CountPixels(picture, key.color), 30) << key.text;
   EXPECT_GT(CountPixels(picture, kMuf50, kSmoothed), 100) << "the curve is not its key's colour";
-  EXPECT_GT(CountPixels(picture, IONCAPModule::kOpenBandColor), 100);
+  EXPECT_GT(CountPixels(picture, colors::kOpenBand), 100);
   EXPECT_TRUE(dialogs_.messages.empty());
 }
 

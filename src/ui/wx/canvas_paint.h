@@ -10,6 +10,9 @@
 
 namespace skyhop {
 
+/// The palette for a light or dark background.
+[[nodiscard]] const ChartPalette& PaletteOn(const wxColour& background);
+
 /// The palette for a canvas in `window` that fits the desktop's present theme; its background is
 /// what the canvas lies on.
 [[nodiscard]] ChartPalette CanvasPalette(const wxWindow& window);

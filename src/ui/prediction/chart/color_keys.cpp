@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <string>
+#include <utility>
 #include <vector>
 
+#include "bands/bands.h"
 #include "ui/prediction/chart/reliability_table.h"
 
 namespace skyhop {
@@ -12,31 +15,40 @@ namespace {
 
 constexpr double kSampleLength = 30;
 
-constexpr std::string_view kUnreachedKey = "required reliability not reached";
-
 /// A sample of the bars of open bands and its meaning; width 0 for the hatching of hours.
 struct BarMeaning {
   Pen pen;
-  std::string_view text;
+  std::string text;
 };
 
-constexpr Pen Bar(double width, LineStyle style = LineStyle::kSolid) {
-  return {IONCAPModule::kOpenBandColor, width, style};
+std::string PercentText(int percent) {
+  return std::to_string(percent) + "%";
 }
 
-constexpr std::array<BarMeaning, 4> kReliabilityBars = {{
-    {Bar(4), "reliability above 80%"},
-    {Bar(3), "reliability 61% to 80%"},
-    {Bar(2), "reliability 41% to 60%"},
-    {Bar(1), "reliability 21% to 40%"},
-}};
-
-constexpr std::array<BarMeaning, 4> kCriticalFrequencyBars = {{
-    {Bar(3), "open with at least 90% confidence"},
-    {Bar(2), "open with at least 50% confidence"},
-    {Bar(1), "open with at least 10% confidence"},
-    {Bar(1, LineStyle::kDotted), "opens or closes in this hour"},
-}};
+/// The keys of the open levels, the highest first, and of the other bars in the chart.
+std::vector<BarMeaning> BarMeanings(const ChartModel& model) {
+  using IONCAPModule::kOpenShares;
+  using IONCAPModule::kReliabilityLimits;
+  std::vector<BarMeaning> bars;
+  const auto add = [&](std::size_t level, std::string text) {
+    bars.push_back({{colors::kOpenBand, static_cast<double>(level)}, std::move(text)});
+  };
+  if (model.Day().HasSnr()) {
+    std::size_t level = kReliabilityLimits.size();
+    add(level, "reliability above " + PercentText(kReliabilityLimits.back()));
+    while (--level > 0) {
+      add(level, "reliability " + PercentText(kReliabilityLimits[level - 1] + 1) + " to " +
+                     PercentText(kReliabilityLimits[level]));
+    }
+  } else {
+    for (std::size_t level = kOpenShares.size() - 1; level > 0; --level) {
+      add(level, "open with at least " + PercentText(kOpenShares[level]) + " confidence");
+    }
+    bars.push_back({{colors::kOpenBand, 1, LineStyle::kDotted}, "opens or closes in this hour"});
+  }
+  if (model.HasUnreachedHours()) bars.push_back({{.width = 0}, "required reliability not reached"});
+  return bars;
+}
 
 /// Paints framed groups of lines, each with a sample, side by side or one below the other.
 class KeyPainter {
@@ -118,18 +130,6 @@ class KeyPainter {
 
 }  // namespace
 
-Color SunColor(SunState state) {
-  switch (state) {
-    case SunState::kDay:
-      return kSolarKeys[0].color;
-    case SunState::kTwilight:
-      return kSolarKeys[1].color;
-    case SunState::kNight:
-      break;
-  }
-  return kSolarKeys[2].color;
-}
-
 void PaintFrame(Surface& surface, const Rectangle& area, Color color) {
   const Pen pen{color};
   const Point corners[] = {{area.left, area.top},
@@ -143,10 +143,7 @@ void PaintColorKeys(const ChartModel& model, const ChartLayout& layout, Surface&
   KeyPainter keys(model, layout, surface);
   keys.Swatches(kCurveKeyCaption, kCurveKeys);
   keys.Swatches(kSolarKeyCaption, kSolarKeys);
-  const auto& levels = model.Day().HasSnr() ? kReliabilityBars : kCriticalFrequencyBars;
-  std::vector<BarMeaning> bars(levels.begin(), levels.end());
-  if (model.HasUnreachedHours()) bars.push_back({{.width = 0}, kUnreachedKey});
-  keys.Bars("Open Bands", bars);
+  keys.Bars("Open Bands", BarMeanings(model));
 }
 
 }  // namespace skyhop

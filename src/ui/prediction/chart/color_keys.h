@@ -3,16 +3,12 @@
 #include <array>
 #include <string_view>
 
+#include "ui/drawing/chart_palette.h"
 #include "ui/drawing/surface.h"
 #include "ui/prediction/chart/chart_layout.h"
 #include "ui/prediction/chart/chart_model.h"
 
 namespace skyhop {
-
-namespace IONCAPModule {
-/// The colour of open stretches.
-inline constexpr Color kOpenBandColor{255, 0, 255};
-}  // namespace IONCAPModule
 
 /// One line of a color key.
 struct ColorKey {
@@ -22,24 +18,21 @@ struct ColorKey {
 
 inline constexpr std::string_view kCurveKeyCaption = "Critical Frequency Colors";
 
-/// Top to bottom. The green is darker than the curve's own: a small square of pure green glares.
+/// Top to bottom.
 inline constexpr std::array<ColorKey, 4> kCurveKeys = {{
-    {{255, 0, 0}, "maximum useable frequency  - 10% confidence"},
-    {{0, 192, 0}, "maximum useable frequency  - 50% confidence"},
-    {{0, 0, 255}, "maximum useable frequency  - 90% confidence"},
-    {{0, 0, 0}, "lowest useable frequency"},
+    {colors::kMuf10, "maximum useable frequency  - 10% confidence"},
+    {colors::kMuf50Key, "maximum useable frequency  - 50% confidence"},
+    {colors::kMuf90, "maximum useable frequency  - 90% confidence"},
+    {colors::kLuf, "lowest useable frequency"},
 }};
 
 inline constexpr std::string_view kSolarKeyCaption = "Solar Colors";
 
 inline constexpr std::array<ColorKey, 3> kSolarKeys = {{
-    {{255, 255, 0}, "day"},
-    {{128, 128, 128}, "twilight"},
-    {{0, 0, 0}, "night"},
+    {colors::kDay, "day"},
+    {colors::kTwilight, "twilight"},
+    {colors::kNight, "night"},
 }};
-
-/// The color of the sun's state.
-[[nodiscard]] Color SunColor(SunState state);
 
 /// Paints the outline of an area.
 void PaintFrame(Surface& surface, const Rectangle& area, Color color);

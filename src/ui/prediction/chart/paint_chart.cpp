@@ -24,6 +24,11 @@ constexpr double kLeaderLength = 10;  ///< from the plot's edge to a band label
 
 constexpr std::string_view kOldCaption = "Previous prediction";
 
+Color SunColor(SunState state) {
+  if (state == SunState::kDay) return colors::kDay;
+  return state == SunState::kTwilight ? colors::kTwilight : colors::kNight;
+}
+
 /// Paints the parts of a chart.
 class ChartPainter {
  public:

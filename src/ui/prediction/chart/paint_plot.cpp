@@ -5,7 +5,6 @@
 #include "bands/bands.h"
 #include "common/text.h"
 #include "ui/prediction/chart/chart_scale.h"
-#include "ui/prediction/chart/color_keys.h"
 #include "ui/prediction/chart/paint_chart.h"
 
 namespace skyhop::IONCAPModule {
@@ -18,10 +17,10 @@ struct Curve {
 
 /// In the order in which the segments of an hour are painted.
 constexpr std::array<Curve, 4> kCurves = {{
-    {rows::kMuf90, {{0, 0, 255}, 1}},
-    {rows::kMuf10, {{255, 0, 0}, 1}},
-    {rows::kMuf50, {{0, 255, 0}, 2}},
-    {rows::kLuf, {{0, 0, 0}, 2}},
+    {rows::kMuf90, {colors::kMuf90, 1}},
+    {rows::kMuf10, {colors::kMuf10, 1}},
+    {rows::kMuf50, {colors::kMuf50, 2}},
+    {rows::kLuf, {colors::kLuf, 2}},
 }};
 
 void LogPlotted(std::string_view procedure, const ChartModel& model) {
@@ -105,7 +104,7 @@ BandMarks PaintOpenings(const ChartModel& model, const ChartLayout& layout, Surf
       BandLabel& label = marks.labels[band];
       double y = 0;
       for (std::size_t hour = 1; hour < kHourCount; ++hour) {
-        Pen pen{kOpenBandColor};
+        Pen pen{colors::kOpenBand};
         if (!OpenStretch(model, frequency, hour, pen)) continue;
         if (!label.visible) {
           // A band that is never open needs no axis.

@@ -16,18 +16,11 @@ namespace skyhop {
 // for each hour. A cell shows the reliability in percent or, of engines that predict frequencies,
 // how open the band is.
 
-/// What the numbers of the table are.
-[[nodiscard]] std::string_view TableCaption(const PredictedDay& day);
+/// The meaning of the table's numbers.
+[[nodiscard]] std::string TableCaption(const PredictedDay& day);
 
-/// The colours of a cell.
-struct CellColors {
-  Color fill{};
-  Color ink{};
-};
-
-/// The colours for a reliability in percent: five steps of one hue from light to dark, which people
-/// who cannot tell hues apart can tell by their lightness. The steps are those of the open bands.
-[[nodiscard]] CellColors ReliabilityColors(int percent);
+/// The colors of a cell with a reliability in percent. Their steps are the levels of open bands.
+[[nodiscard]] TextColors ReliabilityColors(int percent);
 
 /// The reliability of a cell in whole percent, which is how engines tell it; nothing where it is
 /// not known.

@@ -158,11 +158,11 @@ TEST_F(Pane, PaintsWhatTheCheckBoxesSay) {
   };
   constexpr Color green{0, 255, 0};
   EXPECT_EQ(lines_in(green), 24);
-  EXPECT_GT(lines_in(IONCAPModule::kOpenBandColor), 0);
+  EXPECT_GT(lines_in(colors::kOpenBand), 0);
   pane.SetPlotEnable(false);
   EXPECT_EQ(lines_in(green), 0);
   pane.SetOpenBandEnable(false);
-  EXPECT_EQ(lines_in(IONCAPModule::kOpenBandColor), 0);
+  EXPECT_EQ(lines_in(colors::kOpenBand), 0);
   EXPECT_TRUE(Paints(std::string(kCurveKeyCaption)));
   EXPECT_TRUE(Paints(std::string(kSolarKeyCaption)));
   const double height = Plot().height;

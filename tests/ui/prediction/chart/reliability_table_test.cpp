@@ -38,7 +38,7 @@ double Lightness(Color color) {
 TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
   double before = 256;
   for (const int percent : {20, 40, 60, 80, 100}) {
-    const CellColors cell = ReliabilityColors(percent);
+    const TextColors cell = ReliabilityColors(percent);
     EXPECT_EQ(ReliabilityColors(percent - 19).fill, cell.fill) << percent;
     EXPECT_LT(Lightness(cell.fill), before - 5) << percent;
     EXPECT_GT(std::abs(Lightness(cell.fill) - Lightness(cell.ink)), 105) << percent;
