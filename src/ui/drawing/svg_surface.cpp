@@ -5,7 +5,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+
+#include "common/text.h"
 
 namespace skyhop {
 namespace {
@@ -70,19 +71,15 @@ struct Decoded {
   std::size_t length = 1;
 };
 
-/// The UTF-8 character at the start of a text that is not empty; no valid character for bytes that
-/// are not one.
+/// Decodes the UTF-8 character at the start of a text that is not empty. A byte that belongs to no
+/// character yields an invalid one.
 Decoded DecodeUtf8(std::string_view text) {
   const auto byte = [&](std::size_t i) { return static_cast<std::uint32_t>(text[i]) & 0xFFU; };
-  const std::uint32_t first = byte(0);
-  if (first < 0x80) return {first, 1};
-  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < length) return {};
-  std::uint32_t character = first & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return {};
-    character = (character << 6U) | (byte(i) & 0x3FU);
-  }
+  const std::size_t length = CharacterSize(text);
+  if (length == 1) return byte(0) < 0x80 ? Decoded{byte(0), 1} : Decoded{};
+  std::uint32_t character = byte(0) & (0x7FU >> length);
+  for (std::size_t i = 1; i < length; ++i) character = (character << 6U) | (byte(i) & 0x3FU);
+  // CharacterSize accepts overlong forms and codes beyond Unicode.
   constexpr std::array<std::uint32_t, 5> lowest = {0, 0, 0x80, 0x800, 0x10000};
   if (character < lowest[length] || character > 0x10FFFF) return {};
   return {character, length};

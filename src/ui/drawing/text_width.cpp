@@ -3,24 +3,19 @@
 #include <cmath>
 
 #include "common/numbers.h"
+#include "common/text.h"
 
 namespace skyhop {
 namespace {
 
 constexpr double kBoldFactor = 1.1;
 
-bool Continues(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
 bool IsOneOf(char c, std::string_view characters) {
   return characters.find(c) != std::string_view::npos;
 }
 
-/// Advance of a character as a part of the font size; the first byte stands for a whole UTF-8
-/// character.
+/// Advance of the UTF-8 character that begins with `c`, as a part of the font size.
 double Advance(char c) {
-  if (Continues(c)) return 0;
   if (c == ' ' || IsOneOf(c, "fijlrtI.,:;'|!()[]/-")) return 0.38;
   if (IsOneOf(c, "mwMWQOG@%")) return 0.9;
   if (static_cast<unsigned char>(c) >= 0x80U) return 0.75;
@@ -31,7 +26,7 @@ double Advance(char c) {
 
 double TextWidth(std::string_view text, double size, FontWeight weight) {
   double width = 0;
-  for (const char c : text) width += Advance(c);
+  for (; !text.empty(); text.remove_prefix(CharacterSize(text))) width += Advance(text.front());
   return width * size * (weight == FontWeight::kBold ? kBoldFactor : 1);
 }
 
@@ -44,9 +39,8 @@ std::size_t FittingLength(std::string_view text, double width, double size, Font
   std::size_t fitting = 0;
   std::size_t after_word = 0;
   for (std::size_t at = 0; at < text.size();) {
-    std::size_t next = at + 1;
-    while (next < text.size() && Continues(text[next])) ++next;
-    used += TextWidth(text.substr(at, 1), size, weight);
+    const std::size_t next = at + CharacterSize(text.substr(at));
+    used += TextWidth(text.substr(at, next - at), size, weight);
     if (used > width && at > 0) return after_word > 0 ? after_word : fitting;
     fitting = next;
     if (next == text.size() || text[next] == ' ') after_word = next;
