@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,5 +24,10 @@ namespace skyhop {
 /// `text` or, when that is wider than `width`, its start with an ellipsis.
 [[nodiscard]] std::string Shortened(std::string_view text, double width, double size,
                                     FontWeight weight);
+
+/// Moves `places`, in ascending order, apart until neighbours have at least the distance `spacing`
+/// and all are in [`low`, `high`], with the least sum of squared moves. The spacing shrinks if the
+/// room is too small.
+void SpreadApart(std::span<double> places, double spacing, double low, double high);
 
 }  // namespace skyhop

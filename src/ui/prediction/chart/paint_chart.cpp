@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "bands/bands.h"
-#include "ui/drawing/label_spread.h"
 #include "ui/drawing/surface_views.h"
 #include "ui/drawing/text_width.h"
 #include "ui/prediction/chart/chart_scale.h"
