@@ -6,7 +6,7 @@
 
 namespace skyhop {
 
-/// The colors of a filled area and of a text on it.
+/// The colours of a filled area and of a text on it.
 struct TextColors {
   Color fill{};
   Color ink{};
@@ -14,7 +14,7 @@ struct TextColors {
   friend constexpr bool operator==(const TextColors&, const TextColors&) = default;
 };
 
-/// Colors that are the same on a light and on a dark desktop.
+/// Colours that are the same on a light and on a dark desktop.
 namespace colors {
 
 // The prediction chart.
@@ -52,7 +52,7 @@ inline constexpr Color kStorm{200, 56, 44};
 
 }  // namespace colors
 
-/// Colors that differ on a light and a dark desktop.
+/// Colours that differ on a light and a dark desktop.
 struct ChartPalette {
   Color background{};  ///< around the plot
   Color paper{};       ///< of the plot; light on both desktops, because the LUF is black

@@ -14,16 +14,16 @@ namespace {
 constexpr std::string_view kFonts =
     "'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif";
 
-/// How far the font reaches above and below the baseline, as parts of its size: the average of the
-/// fonts above. SVG viewers disagree about every alignment but the baseline.
+/// Height of the font above and below the baseline, in parts of its size: the average of the fonts
+/// above. SVG viewers agree on no alignment but the baseline.
 constexpr double kAscent = 0.93;
 constexpr double kDescent = 0.24;
 
-/// Two decimals at most and no needless zeros.
+/// Writes at most two decimals and no trailing zeros.
 void AppendNumber(std::string& out, double value) {
   constexpr double limit = 1e9;
   const double clamped = std::isfinite(value) ? std::clamp(value, -limit, limit) : 0;
-  // Hundredths first, so that "-0" and trailing zeros cannot come up.
+  // Rounding to hundredths first avoids "-0" and trailing zeros.
   const double rounded = std::round(clamped * 100) / 100 + 0.0;
   std::array<char, 32> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded,
@@ -51,7 +51,7 @@ void AppendPen(std::string& out, const Pen& pen) {
   AppendColor(out, "stroke", pen.color);
   if (pen.width != 1) AppendAttribute(out, "stroke-width", pen.width);
   if (pen.style == LineStyle::kDotted) {
-    // Dots as long as the line is wide, with a little more room between them.
+    // A dot is twice as long as the line is wide, a gap three times.
     out.append(" stroke-dasharray=\"");
     AppendNumber(out, 2 * pen.width);
     out.append(" ");
@@ -60,8 +60,7 @@ void AppendPen(std::string& out, const Pen& pen) {
   }
 }
 
-/// Half a pixel for a line whose width is an odd number of pixels: its edges, not its middle, then
-/// fall on the pixels' borders.
+/// Half a pixel for a line of an odd width in pixels: its edges then fall on the borders of pixels.
 double Sharpening(double width) {
   return std::fmod(std::max(1.0, std::round(width)), 2) == 1 ? 0.5 : 0;
 }
@@ -136,7 +135,7 @@ void SvgSurface::Line(Point from, Point to, const Pen& pen) {
     lines_.push_back({pen, {from, to}});
     return;
   }
-  // A level line that goes on needs no further corner.
+  // A longer level line needs no further corner.
   std::vector<Point>& points = found->points;
   const Point& before = points[points.size() - 2];
   if (before.y == to.y && from.y == to.y && (before.x < from.x) == (from.x < to.x)) {
@@ -176,7 +175,7 @@ void SvgSurface::Text(Point position, std::string_view text, const TextStyle& st
 
 void SvgSurface::Append(std::string& out, const Polyline& line) {
   const std::vector<Point>& points = line.points;
-  // Only lines along the pixels gain from the shift; it would move a curve off its place.
+  // The shift sharpens upright and level lines only; it would misplace a curve.
   bool upright = false;
   bool level = false;
   bool slanted = false;
@@ -227,7 +226,7 @@ std::string SvgSurface::Document() const {
   AppendNumber(out, height_);
   out.append("\">\n");
   if (!title_.empty()) out.append("<title>").append(XmlText(title_)).append("</title>\n");
-  // The blanks of a text count; viewers would run them together otherwise.
+  // Without this attribute, viewers replace several blanks by one.
   out.append("<g xml:space=\"preserve\" stroke-linejoin=\"round\" font-family=\"")
       .append(kFonts)
       .append("\">\n")

@@ -68,8 +68,8 @@ void SpreadApart(std::span<double> places, double spacing, double low, double hi
   const auto gaps = static_cast<double>(places.size() - 1);
   if (gaps > 0) spacing = std::min(spacing, (high - low) / gaps);
 
-  // With the spacing taken out, "far enough apart" becomes "not descending", and the nearest such
-  // sequence is found by averaging neighbours that descend (isotonic regression).
+  // After subtracting the spacing, "far enough apart" means "not descending". Averaging descending
+  // neighbours yields the nearest such sequence (isotonic regression).
   struct Block {
     double mean;
     double count;

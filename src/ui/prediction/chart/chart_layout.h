@@ -24,7 +24,7 @@ struct ChartLayout {
   Rectangle rcv_sun{};                                 ///< the row `RcvSun`
 
   double header_height = 0;  ///< room for title and provenance
-  Rectangle keys{};          ///< room for the color keys; width 0 if the chart shows none
+  Rectangle keys{};          ///< room for the colour keys; width 0 if the chart shows none
   bool keys_beside = false;  ///< the keys are at the right of the plot instead of below it
   double key_rows = 0;       ///< lines in the frame of each key below the plot
 

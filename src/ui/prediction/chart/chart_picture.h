@@ -7,15 +7,15 @@
 
 namespace skyhop {
 
-/// The smallest picture that has room for everything; smaller ones are made this large.
+/// The smallest picture with room for everything; a smaller size is raised to this one.
 inline constexpr double kLeastPictureWidth = 760;
 inline constexpr double kLeastPictureHeight = 480;
 
-/// The size of a picture and what it shows.
+/// The size and parts of a picture.
 struct PictureOptions {
   double width = 1040;  ///< pixels before scaling
   double height = 720;  ///< pixels before scaling
-  /// Enlarges everything, line widths and texts included; above 0. The surface has to be
+  /// Enlarges everything, line widths and texts included; above 0. The surface must have
   /// `SurfaceWidth` x `SurfaceHeight` pixels.
   double scale = 1;
   bool time_index = true;  ///< whether the picture shows the time index

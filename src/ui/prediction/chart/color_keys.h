@@ -10,7 +10,7 @@
 
 namespace skyhop {
 
-/// One line of a color key.
+/// One line of a colour key.
 struct ColorKey {
   Color color;
   std::string_view text;

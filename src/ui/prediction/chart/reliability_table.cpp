@@ -16,7 +16,7 @@ constexpr std::size_t kHours = kHourCount - 1;
 
 constexpr const char* kUnknown = "\u2013";
 
-/// 160 m is not predicted with reliabilities.
+/// Results with reliabilities do not contain 160 m.
 std::size_t RowsOf(const PredictedDay& day) {
   return day.HasSnr() ? kBandCount - 1 : kBandCount;
 }
@@ -49,7 +49,7 @@ std::size_t LevelOf(const PredictedDay& day, std::size_t band, std::size_t hour)
 
 Cell LevelCell(const PredictedDay& day, std::size_t band, std::size_t hour) {
   if (!day.table.reached.at(hour)) return {"\u00D7", colors::kReliability[0]};
-  // There is one level less than with reliabilities.
+  // LUF/MUF results have one level less than reliabilities.
   constexpr std::array<std::size_t, 4> steps = {0, 1, 3, 4};
   const std::size_t level = LevelOf(day, band, hour);
   return {level > 0 ? std::to_string(level) : "", colors::kReliability.at(steps.at(level))};
@@ -96,7 +96,7 @@ void PaintHatching(Surface& surface, const Rectangle& area, const ChartPalette& 
                    double text_size) {
   surface.FillRectangle(area, palette.shade);
   PartSurface part(surface, area);
-  // The lines of neighbouring areas meet.
+  // The lines continue in neighbouring areas.
   const double step = std::max(4.0, std::round(text_size * 0.6));
   const double first = std::ceil((area.left + area.top) / step) * step - area.left - area.top;
   for (double x = first; x < area.width + area.height; x += step) {
@@ -110,7 +110,7 @@ void PaintBandTable(Surface& surface, const PredictedDay& day, const Rectangle& 
   const double width = area.width / kHours;
   const double height = area.height / static_cast<double>(rows);
   const double size = std::min({text_size, width / 2.1, height / 1.3});
-  // Numbers smaller than this cannot be read.
+  // Smaller numbers are unreadable.
   const bool numbers = size >= 7;
   for (std::size_t row = 0; row < rows; ++row) {
     const std::size_t band = BandOf(row);

@@ -112,7 +112,7 @@ TEST_F(Pane, HoursAndDivisionsAreWholePixels) {
   }
 }
 
-TEST_F(Pane, SaysWhatToDoUntilThereIsAResult) {
+TEST_F(Pane, ShowsTheHintUntilThereIsAResult) {
   pane.SetEmptyText("Enter both stations,\nthen press Predict.");
   EXPECT_TRUE(Paints("Enter both stations,"));
   EXPECT_TRUE(Paints("then press Predict."));
@@ -121,7 +121,7 @@ TEST_F(Pane, SaysWhatToDoUntilThereIsAResult) {
   EXPECT_FALSE(Paints("then press Predict."));
 }
 
-TEST_F(Pane, KeepsItsResultWhileAnotherIsBeingRead) {
+TEST_F(Pane, KeepsItsResultWhileTheParserFillsTheTable) {
   Display(ConstantResult(3, 10, 14, 18));
   const std::string readout = Readout(At(12, 12));
   RecordingSurface before;
@@ -145,7 +145,7 @@ TEST_F(Pane, MarksAnEarlierPrediction) {
   EXPECT_FALSE(Paints("Previous prediction"));
 }
 
-TEST_F(Pane, PaintsWhatTheCheckBoxesSay) {
+TEST_F(Pane, PaintsThePartsOfTheCheckedBoxes) {
   Display(ConstantResult(3, 10, 14, 18));
   const auto lines_in = [&](Color color) {
     RecordingSurface surface;
@@ -171,7 +171,7 @@ TEST_F(Pane, PaintsWhatTheCheckBoxesSay) {
   EXPECT_GT(Plot().height, height);
 }
 
-TEST_F(Pane, ReadsOutWhatIsUnderThePointer) {
+TEST_F(Pane, ShowsTheValuesAtThePointer) {
   ResultsTable result = ConstantResult(3, 10, 14, 18);
   result.frequencies[rows::kMuf50][6] = 16;
   Display(result);
@@ -187,7 +187,7 @@ TEST_F(Pane, ReadsOutWhatIsUnderThePointer) {
   EXPECT_EQ(host.readout, Readout());
 }
 
-TEST_F(Pane, ReadsOutOpenBandsAtTheTimeIndex) {
+TEST_F(Pane, ShowsOpenBandsAtTheTimeIndex) {
   Display(ConstantResult(3, 8, 12, 15));
   EXPECT_EQ(Readout(),
             "13:05 UTC   LUF 3.0   MUF 90% 8.0   50% 12.0   10% 15.0 MHz   open: 80 m, 60 m, 40 m, "
@@ -196,7 +196,7 @@ TEST_F(Pane, ReadsOutOpenBandsAtTheTimeIndex) {
   EXPECT_TRUE(Readout().ends_with("open: no band"));
 }
 
-TEST_F(Pane, SaysWhichHoursDoNotReachTheRequiredReliability) {
+TEST_F(Pane, NamesHoursBelowTheRequiredReliability) {
   ResultsTable result = testing::NewYorkLondon();
   result.reached.at(13) = false;
   Display(result);
@@ -214,11 +214,11 @@ TEST_F(Pane, SaysWhichHoursDoNotReachTheRequiredReliability) {
   EXPECT_EQ(Readout().find("open:"), std::string::npos);
 }
 
-TEST_F(Pane, LeavesOutWhatIsNotPredictedAtAllAndShowsADashForAnHour) {
+TEST_F(Pane, OmitsCurvesWithoutValuesAndShowsADashForAMissingHour) {
   ResultsTable result = testing::NewYorkLondonReliability();
   result.frequencies[rows::kMuf50][14] = 0;
   Display(result, EngineChoice::kVoaCapSnr);
-  // A reliability counts for its whole hour: at 13:40, 30 m still has the 39 % of 13 hours.
+  // A reliability holds for its whole hour: at 13:40, 30 m still has the 39 % of 13:00.
   log.clock.now += std::chrono::minutes(35);
   pane.UpdateVerticalTimeBar();
   EXPECT_EQ(Readout(),
@@ -247,7 +247,7 @@ TEST_F(Pane, DragsTheTimeIndexAndRepaintsOnlyItsSurroundings) {
   EXPECT_LE(host.overlays[0].left, grab.x - 5);
   EXPECT_GE(host.overlays[0].Right(), grab.x + 65);
 
-  // The clock leaves a grabbed index alone, and a released one no longer follows the pointer.
+  // During a drag the clock does not move the index; after it the pointer does not.
   const double dragged = pane.TimeIndex();
   pane.UpdateVerticalTimeBar();
   EXPECT_EQ(pane.TimeIndex(), dragged);
@@ -258,7 +258,7 @@ TEST_F(Pane, DragsTheTimeIndexAndRepaintsOnlyItsSurroundings) {
   EXPECT_NEAR(pane.TimeIndex(), 13 + 5.0 / 60, 0.01);
 }
 
-TEST_F(Pane, IgnoresADragBeyondTheDaysEnds) {
+TEST_F(Pane, IgnoresADragBeyondTheEndsOfTheDay) {
   Display(ConstantResult(3, 10, 14, 18));
   const Point grab = At(13 + 5.0 / 60, 12);
   pane.Press(grab);
@@ -294,15 +294,15 @@ TEST_F(Pane, StepsTheTimeIndexByHours) {
   EXPECT_EQ(moved_by_user, 3);
 }
 
-TEST_F(Pane, AClickChoosesTheBandNearIt) {
+TEST_F(Pane, ChoosesTheBandNearAClick) {
   std::vector<int> chosen;
   pane.SetBandListener([&](std::int16_t band) { chosen.push_back(band); });
   pane.Press({500, 300});
-  EXPECT_TRUE(chosen.empty());  // there is nothing to choose from yet
+  EXPECT_TRUE(chosen.empty());  // without a result
   Display(ConstantResult(3, 10, 14, 24));
   pane.Press(At(3, 14.1));
   pane.Press(At(3, 12));
-  pane.Press({Plot().Right() + 20, At(3, 7.1).y});  // on the band's label
+  pane.Press({Plot().Right() + 20, At(3, 7.1).y});  // the band's label
   EXPECT_EQ(chosen, (std::vector<int>{5, -1, 3}));
 }
 

@@ -27,7 +27,7 @@ constexpr const char* kTitle =
     "FN20 \u2192 IO91 \u00B7 51\u00B0 \u00B7 3480 miles \u00B7 short path \u00B7 1500 W";
 constexpr const char* kProvenance = "VOACAP 16.1207W \u00B7 sunspot number 105";
 
-/// 2 to 52 MHz, the axis on which the low bands come closest together.
+/// An axis of 2 to 52 MHz, which leaves the least room between the low bands.
 ResultsTable LongAxis() {
   ResultsTable table = testing::NewYorkLondon();
   for (float& value : table.frequencies[rows::kMuf10]) value *= 1.24F;
@@ -52,7 +52,7 @@ struct Sample {
   std::string title = kTitle;
 };
 
-/// A day of which the first hours do not reach the required reliability.
+/// A day whose first hours do not reach the required reliability.
 ResultsTable PartlyReached() {
   ResultsTable table = testing::NewYorkLondon();
   for (std::size_t hour : {0, 1, 2, 24}) table.reached.at(hour) = false;
@@ -100,7 +100,7 @@ std::vector<Sample> Samples() {
 
 class ChartPicture : public ::testing::Test {
  protected:
-  /// Does `draw` with the pane of a sample.
+  /// Calls `draw` with the pane of a sample.
   template <class Draw>
   void With(const Sample& s, Draw draw) {
     ChartPane pane(s.table, log.diagnostics, log.clock);
@@ -112,7 +112,7 @@ class ChartPicture : public ::testing::Test {
     pane.SetOld(s.old);
     pane.SetTitle(s.title);
     pane.SetProvenance(kProvenance);
-    // Parts of the window that a picture leaves out.
+    // A picture leaves these parts of the window out.
     pane.SetBandIndicator(5);
     pane.SetEmptyText("press Predict");
     const std::chrono::year_month_day date{std::chrono::year(2026), std::chrono::month(11),
@@ -151,7 +151,7 @@ Rectangle Extent(const DrawingCall& text) {
   return box;
 }
 
-TEST_F(ChartPicture, HasEveryTextInsideAndNoTwoOverEachOther) {
+TEST_F(ChartPicture, KeepsTextsInsideAndApart) {
   for (const Sample& sample : Samples()) {
     const std::vector<DrawingCall> texts = Record(sample).Texts();
     const Rectangle page{0, 0, sample.options.SurfaceWidth(), sample.options.SurfaceHeight()};
@@ -188,12 +188,12 @@ std::vector<std::string> TextsOf(const testing::RecordingSurface& surface) {
   return texts;
 }
 
-TEST_F(ChartPicture, SaysThatResultsHoldNoFrequencies) {
+TEST_F(ChartPicture, NamesResultsWithoutFrequencies) {
   const std::vector<std::string> texts = TextsOf(Record(Samples().back()));
   EXPECT_EQ(std::count(texts.begin(), texts.end(), "The results hold no frequencies"), 1);
 }
 
-TEST_F(ChartPicture, HatchesTheHoursThatAreNotReached) {
+TEST_F(ChartPicture, HatchesHoursBelowTheRequiredReliability) {
   const ChartPalette& palette = kLightPalette;
   const auto shaded = [&](const Sample& sample) {
     double width = 0;
@@ -204,7 +204,7 @@ TEST_F(ChartPicture, HatchesTheHoursThatAreNotReached) {
   };
   const std::vector<Sample> samples = Samples();
   EXPECT_EQ(shaded(samples[0]), 0);
-  // Half an hour on both sides of 0 to 2 and of 24 within the day, and the sample of the key.
+  // Half an hour on both sides of 0 to 2 and of 24, within the day, and the sample in the key.
   const double hour = std::floor((1040 - 48 - std::ceil(12 * 4.4) - std::ceil(12 * 4.6)) / 24);
   Sample present = samples[3];
   present.old = false;
@@ -212,8 +212,8 @@ TEST_F(ChartPicture, HatchesTheHoursThatAreNotReached) {
   EXPECT_EQ(shaded(samples[3]), 30) << "the paper of an old chart shows through the hatching";
 }
 
-/// The chart as a low window on a dark desktop shows it: the keys at the right, the band lines
-/// instead of the open bands, one band indicated, hours that are not reached, an old prediction.
+/// The chart in a low window on a dark desktop: an old prediction with unreached hours, the keys at
+/// the right, band lines instead of open bands, and an indicated band.
 std::string DarkWindow(testing::LoggedDiagnostics& log) {
   const ResultsTable table = PartlyReached();
   ChartPane pane(table, log.diagnostics, log.clock);

@@ -94,7 +94,7 @@ TEST_F(Chart, TakesTheRangeOfAReliabilityResultFromItsBounds) {
   Display(result, EngineChoice::kVoaCapSnr);
   EXPECT_EQ(model.axis.f_min, 3);
   EXPECT_EQ(model.axis.f_max, 33);
-  // The same table of another engine is searched for its range.
+  // For another engine, the range comes from the values of the same table.
   Display(result, EngineChoice::kIcePac);
   EXPECT_EQ(model.axis.f_min, 0);
   EXPECT_EQ(model.axis.f_max, 0);
@@ -105,7 +105,7 @@ TEST_F(Chart, MapsFrequenciesToHeights) {
   const struct {
     float frequency;
     int on_surface, on_form;
-  } cases[] = {// The scale is -0.05 in single precision, a trifle more than that in size.
+  } cases[] = {// The scale is slightly below -0.05 in single precision.
                {3, 410, 450},      {23, 10, 51},      {13, 210, 251}, {13.01F, 209, 250},
                {13.06F, 208, 249}, {2.97F, 410, 450}, {0, 469, 509},  {1643, -32390, -32349},
                {1700, 0, 0},       {-2000, 0, 0}};
@@ -149,7 +149,7 @@ TEST_F(Chart, ShowsTheBandsThatTheAxisCovers) {
   EXPECT_EQ(VisibleLabels().back(), 9);
 }
 
-/// "x0,y0 x1,y1 r,g,b width", a dot behind it for a dotted line.
+/// "x0,y0 x1,y1 r,g,b width", followed by a dot for a dotted line.
 std::string Describe(const DrawingCall& line) {
   const auto number = [](double value) { return std::to_string(std::lround(value)); };
   const Color c = line.pen.color;
@@ -186,7 +186,7 @@ TEST_F(Chart, PaintsTheCurvesHourByHourInTheirOrder) {
   EXPECT_EQ(lines.back(), "460,346 480,346 0,0,0 2");
 }
 
-TEST_F(Chart, PaintsOpenStretchesAsThickAsTheyAreSure) {
+TEST_F(Chart, PaintsThickerBarsForHigherLevels) {
   ResultsTable result = ConstantResult(5, 5, 5, 5);
   const auto set = [&](std::size_t hour, float muf90, float muf50, float muf10) {
     result.frequencies[rows::kMuf90][hour] = muf90;
@@ -215,7 +215,7 @@ TEST_F(Chart, PaintsOpenStretchesAsThickAsTheyAreSure) {
   // 60, 40 and 30 m are above the LUF of 5 MHz too; 17 m is never open, 80 m is below.
   EXPECT_EQ(VisibleLabels(), (std::vector<int>{2, 3, 4, 5}));
   EXPECT_EQ(marks.labels[5].top, Scale().YLabelScale(14.1F) - 7.5);
-  // The lines stand on the new axis all the same.
+  // The lines have places on the new axis too.
   EXPECT_TRUE(marks.lines[6].visible);
   EXPECT_FALSE(marks.lines[1].visible);
 }
@@ -236,7 +236,7 @@ TEST_F(Chart, PaintsReliabilitiesForTheHourThatTheyBegin) {
   EXPECT_EQ(VisibleLabels(), std::vector<int>{5});
 }
 
-TEST_F(Chart, LeavesGapsWhereAReliabilityResultTellsNoFrequency) {
+TEST_F(Chart, LeavesGapsWhereReliabilityResultsHaveNoFrequency) {
   ResultsTable result = ConstantResult(0, 8, 13, 0);
   result.frequencies[rows::kMuf90][1] = 0;
   result.f_min = 4;

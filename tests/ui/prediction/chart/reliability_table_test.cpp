@@ -23,19 +23,19 @@ ResultsTable Sample() {
   return table;
 }
 
-/// What a table of reliabilities is drawn from.
+/// A day with reliabilities.
 struct SampleDay {
   LoggedDiagnostics log;
   ResultsTable table = Sample();
   PredictedDay day{table, log.diagnostics, EngineChoice::kVoaCapSnr};
 };
 
-/// How light a colour is, 0 to 255.
+/// Lightness of a colour, 0 to 255.
 double Lightness(Color color) {
   return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
 }
 
-TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
+TEST(ReliabilityTable, CellsDifferByLightnessAndKeepNumbersReadable) {
   double before = 256;
   for (const int percent : {20, 40, 60, 80, 100}) {
     const TextColors cell = ReliabilityColors(percent);
@@ -46,7 +46,7 @@ TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
   }
 }
 
-TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
+TEST(ReliabilityTable, EveryCellShowsItsNumber) {
   SampleDay sample;
   ResultsTable& table = sample.table;
   table.known[5][13] = 0;
@@ -72,11 +72,11 @@ TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
   EXPECT_EQ(BandOfRow(sample.day, area, 320), std::nullopt);
 }
 
-TEST(ReliabilityTable, NumbersGiveWayWhereThereIsNoRoom) {
+TEST(ReliabilityTable, OmitsNumbersInSmallCells) {
   RecordingSurface surface;
   SampleDay sample;
   PaintBandTable(surface, sample.day, {50, 20, 240, 300}, 12, kLightPalette);
-  EXPECT_EQ(surface.Texts().size(), kBandCount - 1) << "the names of the bands alone";
+  EXPECT_EQ(surface.Texts().size(), kBandCount - 1) << "only the names of the bands";
 }
 
 class TablePane : public ::testing::Test {
@@ -108,13 +108,13 @@ class TablePane : public ::testing::Test {
 constexpr const char* kReliabilityCaption =
     "Reliability: percent of the days that reach the required SNR";
 
-TEST_F(TablePane, TheTableTakesTheChartsPlace) {
+TEST_F(TablePane, ReplacesTheChart) {
   pane_.SetTableView(true);
-  EXPECT_FALSE(pane_.Model().TableShown()) << "there is no result";
+  EXPECT_FALSE(pane_.Model().TableShown()) << "no result yet";
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
   EXPECT_TRUE(pane_.Model().TableShown());
   EXPECT_FALSE(Paints("MHz"));
-  EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart's";
+  EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart";
   EXPECT_TRUE(Paints(kReliabilityCaption));
   EXPECT_FALSE(Paints("Previous prediction"));
   pane_.SetOld(true);
@@ -124,7 +124,7 @@ TEST_F(TablePane, TheTableTakesTheChartsPlace) {
   EXPECT_TRUE(Paints("MHz"));
 }
 
-TEST_F(TablePane, PointingReadsOutWhatIsPredictedOfTheBand) {
+TEST_F(TablePane, ShowsThePredictionForTheBandAtThePointer) {
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
   pane_.SetTableView(true);
   const std::string expected = "01:30 UTC   30 m   85 % of days   SNR 45 dB   2F2   -88 dBm, S6";
@@ -139,7 +139,7 @@ TEST_F(TablePane, PointingReadsOutWhatIsPredictedOfTheBand) {
   EXPECT_EQ(Readout({Cell(4, 1).x, Plot().Bottom() - part * Plot().height}), expected);
 }
 
-TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
+TEST_F(TablePane, ShowsLevelsAndUnreachedHoursOfLufMufResults) {
   for (std::size_t row : {rows::kLuf, rows::kMuf90, rows::kMuf50, rows::kMuf10}) {
     table_.frequencies[row].fill(row == rows::kLuf ? 2 : row == rows::kMuf90 ? 8 : 20);
   }
@@ -150,7 +150,7 @@ TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
   pane_.Paint(surface);
   std::map<std::string, int> texts;
   for (const DrawingCall& call : surface.Texts()) ++texts[call.text];
-  EXPECT_EQ(texts["\u00D7"], 11) << "every band of the hour that is not reached";
+  EXPECT_EQ(texts["\u00D7"], 11) << "every band of the unreached hour";
   EXPECT_EQ(texts["160 m"], 1);
   const auto at = [&](std::size_t row, int hour) {
     return Readout({Plot().left + Plot().width * (hour + 0.5) / 24,
