@@ -229,7 +229,7 @@ class IonCap : public CommandTarget, public PeerWindow, public DownloadWindow {
   void InputsChanged();
   [[nodiscard]] Notice FinishedNotice(const PredictionRun& run) const;
   [[nodiscard]] std::string TitleOfRun() const;
-  void FillPicture(ChartPane& picture) const;
+  [[nodiscard]] ChartModel PictureModel() const;
 
   /// How often the engine's process is looked at.
   static constexpr std::chrono::milliseconds kWatchInterval{100};

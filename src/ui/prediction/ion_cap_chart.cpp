@@ -138,26 +138,21 @@ std::string IonCap::ResultsAsCsv() const {
   });
 }
 
-/// A pane of a picture's own that shows what the window's does.
-void IonCap::FillPicture(ChartPane& picture) const {
-  picture.ShowLike(with_.chart);
-  picture.SetProvenance(provenance_);
+/// The chart of the window with the provenance, for which the window has a label of its own.
+ChartModel IonCap::PictureModel() const {
+  ChartModel picture = with_.chart.Model();
+  picture.provenance = provenance_;
+  return picture;
 }
 
 void IonCap::PaintPicture(Surface& surface, double scale) const {
-  with_.diagnostics.Trap("IonCap.PaintPicture", [&] {
-    ChartPane picture(with_.chart.Table(), with_.diagnostics, with_.clock);
-    FillPicture(picture);
-    skyhop::PaintPicture(surface, picture, {.scale = scale});
-  });
+  with_.diagnostics.Trap("IonCap.PaintPicture",
+                         [&] { skyhop::PaintPicture(surface, PictureModel(), {.scale = scale}); });
 }
 
 std::string IonCap::ChartAsSvg() const {
-  return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(), [&] {
-    ChartPane picture(with_.chart.Table(), with_.diagnostics, with_.clock);
-    FillPicture(picture);
-    return PictureAsSvg(picture, {});
-  });
+  return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(),
+                                [&] { return PictureAsSvg(PictureModel(), {}); });
 }
 
 }  // namespace skyhop

@@ -37,7 +37,8 @@ struct ChartModel {
   FrequencyAxis axis;
 
   std::string title;       ///< the circuit, one line above the chart; empty for none
-  std::string provenance;  ///< the origin of the numbers, a line under the title; empty for none
+  std::string provenance;  ///< the origin of the numbers, a line under the title; empty for none,
+                           ///< as in a window, which has a label of its own for it
   std::string empty_text;  ///< shown while there is no result
   SolarBars sun;
   double time_index = 0;             ///< time of `TimeLine` in hours, 0 to 24 UTC

@@ -52,13 +52,6 @@ void ChartPane::PaintOverlay(Surface& surface) const {
   PaintTimeIndex(model_, layout_, surface);
 }
 
-void ChartPane::ShowLike(const ChartPane& other) {
-  const ChartPalette palette = model_.palette;
-  model_ = other.model_;
-  model_.palette = palette;
-  Arrange();
-}
-
 void ChartPane::DisplayTable(EngineChoice engine) {
   model_.DisplayResult(*table_, engine);
   Arrange();

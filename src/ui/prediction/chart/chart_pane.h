@@ -51,9 +51,6 @@ class ChartPane : public IONCAPModule::ResultsChart {
   /// Paints the time index over the rest.
   void PaintOverlay(Surface& surface) const;
 
-  /// Shows what another pane shows. Palette and size stay.
-  void ShowLike(const ChartPane& other);
-
   /// Shows the result in the table and moves the time index to the current time.
   void DisplayTable(EngineChoice engine) override;
   [[nodiscard]] bool HasResult() const { return model_.plotted; }
@@ -65,8 +62,6 @@ class ChartPane : public IONCAPModule::ResultsChart {
   void SetOld(bool old) { Set(model_.old, old); }
   [[nodiscard]] bool Old() const { return model_.old; }
   void SetTitle(const std::string& title) { Set(model_.title, title); }
-  /// A window has a label of its own for the provenance.
-  void SetProvenance(const std::string& provenance) { Set(model_.provenance, provenance); }
   void SetEmptyText(const std::string& text) { Set(model_.empty_text, text); }
   void SetOpenBandEnable(bool on) { Set(model_.open_band_enable, on); }
   void SetPlotEnable(bool on) { Set(model_.plot_enable, on); }

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "ui/drawing/surface.h"
-#include "ui/prediction/chart/chart_pane.h"
+#include "ui/prediction/chart/chart_model.h"
 
 namespace skyhop {
 
@@ -30,14 +30,5 @@ void PaintPicture(Surface& surface, ChartModel model, const PictureOptions& opti
 
 /// The same picture as an SVG document with the title of the chart.
 [[nodiscard]] std::string PictureAsSvg(const ChartModel& model, const PictureOptions& options);
-
-// Pictures of what a pane shows.
-inline void PaintPicture(Surface& surface, const ChartPane& pane, const PictureOptions& options) {
-  PaintPicture(surface, pane.Model(), options);
-}
-[[nodiscard]] inline std::string PictureAsSvg(const ChartPane& pane,
-                                              const PictureOptions& options) {
-  return PictureAsSvg(pane.Model(), options);
-}
 
 }  // namespace skyhop

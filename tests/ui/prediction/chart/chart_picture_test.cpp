@@ -17,6 +17,7 @@
 #include "support/sample_results.h"
 #include "ui/drawing/svg_surface.h"
 #include "ui/drawing/text_width.h"
+#include "ui/prediction/chart/chart_pane.h"
 
 namespace skyhop {
 namespace {
@@ -47,7 +48,7 @@ struct Sample {
   bool keys = true;
   bool table_view = false;
   bool old = false;
-  double time = 12;
+  double time = 12 + 5 / 60.0;
   PictureOptions options{};
   std::string title = kTitle;
 };
@@ -73,7 +74,7 @@ std::vector<Sample> Samples() {
   while (long_title.size() < 400) long_title += " <North Wales> & Queanbeyan";
   const PictureOptions small{.width = 100, .height = 100};
   return {
-      {.name = "luf-muf-open", .table = testing::NewYorkLondon(), .time = 13.0833},
+      {.name = "luf-muf-open", .table = testing::NewYorkLondon(), .time = 13 + 5 / 60.0},
       {.name = "luf-muf", .table = testing::NewYorkLondon(), .open_bands = false},
       {.name = "no-keys", .table = testing::NewYorkLondon(), .keys = false},
       {.name = "unreached", .table = PartlyReached(), .old = true},
@@ -90,7 +91,7 @@ std::vector<Sample> Samples() {
       {.name = "small",
        .table = LowestBands(),
        .engine = EngineChoice::kIcePac,
-       .time = 24,
+       .time = 23 + 5 / 60.0,
        .options = small,
        .title = long_title},
       {.name = "scaled", .table = LongAxis(), .time = 0, .options = {.scale = 2}},
@@ -100,40 +101,31 @@ std::vector<Sample> Samples() {
 
 class ChartPicture : public ::testing::Test {
  protected:
-  /// Calls `draw` with the pane of a sample.
-  template <class Draw>
-  void With(const Sample& s, Draw draw) {
-    ChartPane pane(s.table, log.diagnostics, log.clock);
-    pane.DisplayTable(s.engine);
-    pane.SetOpenBandEnable(s.open_bands);
-    pane.SetPlotEnable(s.curves);
-    pane.ShowColorKeys(s.keys);
-    pane.SetTableView(s.table_view);
-    pane.SetOld(s.old);
-    pane.SetTitle(s.title);
-    pane.SetProvenance(kProvenance);
-    // A picture leaves these parts of the window out.
-    pane.SetBandIndicator(5);
-    pane.SetEmptyText("press Predict");
+  ChartModel Model(const Sample& s) {
+    ChartModel model(log.diagnostics);
+    model.DisplayResult(s.table, s.engine);
+    model.open_band_enable = s.open_bands;
+    model.plot_enable = s.curves;
+    model.color_keys = s.keys;
+    model.table_view = s.table_view;
+    model.old = s.old;
+    model.title = s.title;
+    model.provenance = kProvenance;
+    model.time_index = s.time;
     const std::chrono::year_month_day date{std::chrono::year(2026), std::chrono::month(11),
                                            std::chrono::day(15)};
     const Position new_york{{40, 30, 0, -1}, {74, 15, 0, -1}};
     const Position tokyo{{35, 41, 0, 1}, {139, 46, 0, 1}};
-    pane.SetSolarBars({ComputeSunRow(new_york, date), ComputeSunRow(tokyo, date)});
-    ChartPane picture(s.table, log.diagnostics, log.clock);
-    pane.Resize(900, 500, 12);
-    pane.StepTimeIndex(static_cast<int>(s.time - pane.TimeIndex()));
-    picture.ShowLike(pane);
-    draw(picture);
+    model.sun = {ComputeSunRow(new_york, date), ComputeSunRow(tokyo, date)};
+    // A picture leaves these parts of the window out.
+    model.band_indicator = 5;
+    model.empty_text = "press Predict";
+    return model;
   }
-  std::string Svg(const Sample& s) {
-    std::string svg;
-    With(s, [&](ChartPane& pane) { svg = PictureAsSvg(pane, s.options); });
-    return svg;
-  }
+  std::string Svg(const Sample& s) { return PictureAsSvg(Model(s), s.options); }
   testing::RecordingSurface Record(const Sample& s) {
     testing::RecordingSurface surface;
-    With(s, [&](ChartPane& pane) { PaintPicture(surface, pane, s.options); });
+    PaintPicture(surface, Model(s), s.options);
     return surface;
   }
 
