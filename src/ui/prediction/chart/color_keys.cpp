@@ -30,6 +30,7 @@ std::vector<BarMeaning> BarMeanings(const ChartModel& model) {
   using IONCAPModule::kOpenShares;
   using IONCAPModule::kReliabilityLimits;
   std::vector<BarMeaning> bars;
+  bars.reserve(5);
   const auto add = [&](std::size_t level, std::string text) {
     bars.push_back({{colors::kOpenBand, static_cast<double>(level)}, std::move(text)});
   };
