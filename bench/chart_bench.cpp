@@ -6,31 +6,32 @@
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
 #include "ui/prediction/chart/chart_picture.h"
-#include "ui/prediction/chart/prediction_chart.h"
+#include "ui/prediction/chart/paint_chart.h"
 
 namespace skyhop {
 namespace {
 
-/// A real day's results, and a log without a listener.
+/// A chart of a real day's results whose debug log is off.
 struct Day {
   Day() {
     log.diagnostics.SetDebugListener({});
+    ResultsTable table;
     IONCAPModule::ParseLufMufResults(
         testing::TestData("results/newyork-london-method26.results.txt"), "", true, table);
+    model.DisplayResult(table, EngineChoice::kIonCap);
+    model.title = "title";
   }
   testing::LoggedDiagnostics log;
-  ResultsTable table;
+  ChartModel model{log.diagnostics};
 };
 
 void ChartPainted(benchmark::State& state) {
   Day day;
-  IONCAPModule::PredictionChart chart(day.table, EvenLayout({80, 40, 960, 500}, 14),
-                                      day.log.diagnostics, day.log.clock);
+  const ChartLayout layout = ArrangeChart(day.model, 1040, 600, 12);
   testing::RecordingSurface surface;
-  chart.DisplayResult(EngineChoice::kIonCap, {true, true}, surface);
   for ([[maybe_unused]] auto _ : state) {
     surface.calls.clear();
-    chart.Repaint({true, true}, surface);
+    PaintChart(day.model, layout, surface);
     benchmark::DoNotOptimize(surface);
   }
 }
@@ -38,10 +39,7 @@ BENCHMARK(ChartPainted)->Unit(benchmark::kMicrosecond);
 
 void PictureWritten(benchmark::State& state) {
   Day day;
-  ChartPane pane(day.table, day.log.diagnostics, day.log.clock);
-  pane.DisplayTable(EngineChoice::kIonCap);
-  pane.SetTitle("title");
-  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(PictureAsSvg(pane, {}));
+  for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(PictureAsSvg(day.model, {}));
 }
 BENCHMARK(PictureWritten)->Unit(benchmark::kMicrosecond);
 

@@ -207,17 +207,13 @@ std::int16_t BandTable::GetbandIndex(std::string_view name) const {
 namespace IONCAPModule {
 namespace {
 
-std::int16_t ReliabilityLevel(const ResultsTable& table, float frequency, std::size_t hour) {
+std::int16_t LevelOfBand(const ResultsTable& table, float frequency, std::size_t hour) {
   const std::int16_t band = BandForFreq(frequency);
   if (band < 0) return 0;
   // Single precision on purpose: 100 x 0.21 is 20.999999 in double and would be cut to 20.
   const auto percent =
       static_cast<float>(100.0 * table.reliability[static_cast<std::size_t>(band)][hour]);
-  const std::int16_t whole = RoundToInteger(std::floor(percent));
-  if (whole < 0 || whole > 80) return 4;
-  if (whole > 60) return 3;
-  if (whole > 40) return 2;
-  return whole > 20 ? 1 : 0;
+  return ReliabilityLevel(RoundToInteger(std::floor(percent)));
 }
 
 std::int16_t CriticalFrequencyLevel(const ResultsTable& table, float frequency, std::size_t hour) {
@@ -237,6 +233,13 @@ std::int16_t RelaxedBandForFreq(float frequency) noexcept {
   return FindBand(kRelaxedEdges, frequency);
 }
 
+std::int16_t ReliabilityLevel(int percent) noexcept {
+  if (percent < 0) return static_cast<std::int16_t>(kReliabilityLimits.size());
+  const auto* const above =
+      std::lower_bound(kReliabilityLimits.begin(), kReliabilityLimits.end(), percent);
+  return static_cast<std::int16_t>(above - kReliabilityLimits.begin());
+}
+
 std::int16_t FreqOpen(const ResultsTable& table, EngineChoice engine, float frequency,
                       std::int16_t hour, Diagnostics& diagnostics) {
   return diagnostics.Trap("IONCAPModule.FreqOpen", std::int16_t{0}, [&] {
@@ -245,7 +248,7 @@ std::int16_t FreqOpen(const ResultsTable& table, EngineChoice engine, float freq
                   "Subscript out of range: hour " + std::to_string(hour) + " is not 0 to 24");
     }
     const auto index = static_cast<std::size_t>(hour);
-    return engine == EngineChoice::kVoaCapSnr ? ReliabilityLevel(table, frequency, index)
+    return engine == EngineChoice::kVoaCapSnr ? LevelOfBand(table, frequency, index)
                                               : CriticalFrequencyLevel(table, frequency, index);
   });
 }

@@ -85,9 +85,18 @@ namespace IONCAPModule {
 /// The same with wider edges, so that a pointer near a band's line finds the band.
 [[nodiscard]] std::int16_t RelaxedBandForFreq(float frequency) noexcept;
 
-/// How reliably `frequency` (MHz) is open at `hour` according to the results of `engine` in
-/// `table`: 0 (closed) to 4 for the engine that predicts reliabilities, to 3 for the others. 0 if
-/// the hour is not 0 to 24 or a reliability is out of range; the error log then has the reason.
+/// A reliability above one of these values, in whole percent, has the open level 1, 2, 3 or 4.
+inline constexpr std::array<int, 4> kReliabilityLimits = {20, 40, 60, 80};
+
+/// The open level of a reliability in whole percent; 4 for a value below 0.
+[[nodiscard]] std::int16_t ReliabilityLevel(int percent) noexcept;
+
+/// The least share of the days, in percent, for the open levels 0 to 3 of LUF/MUF results.
+inline constexpr std::array<int, 4> kOpenShares = {0, 10, 50, 90};
+
+/// The open level of `frequency` (MHz) at `hour` in the results of `engine`: 0 (closed) to 4 with
+/// reliabilities, to 3 with LUF and MUFs. 0 if the hour is not 0 to 24 or a reliability is out of
+/// range; the error log has the reason then.
 [[nodiscard]] std::int16_t FreqOpen(const ResultsTable& table, EngineChoice engine, float frequency,
                                     std::int16_t hour, Diagnostics& diagnostics);
 

@@ -47,6 +47,7 @@ std::string_view TakeLine(std::string_view& rest) {
 
 std::size_t CharacterSize(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());
+  if (lead < 0x80) return 1;
   std::size_t size = 1;
   if (lead >= 0xC2 && lead <= 0xDF) size = 2;
   if (lead >= 0xE0 && lead <= 0xEF) size = 3;

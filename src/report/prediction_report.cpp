@@ -52,8 +52,11 @@ std::string LevelText(std::optional<int> level, bool reached) {
 
 std::string Legend(const PredictionReport& report) {
   if (report.day.HasSnr()) {
-    return "Frequencies in MHz. Bands: 4 reliable on more than 80 % of the days, 3 on more than "
-           "60,\n2 on more than 40, 1 on more than 20; \".\" closed; \"-\" not predicted.\n";
+    const auto above = [](std::size_t level) {
+      return " on more than " + std::to_string(IONCAPModule::kReliabilityLimits.at(level - 1));
+    };
+    return "Frequencies in MHz. Bands: 4 reliable" + above(4) + " % of the days, 3" + above(3) +
+           ",\n2" + above(2) + ", 1" + above(1) + "; \".\" closed; \"-\" not predicted.\n";
   }
   std::string legend =
       "Frequencies in MHz. Bands: 3 open on 90 % of the days or more, 2 on half of them or "

@@ -8,8 +8,7 @@
 
 #include "gui_fixture.h"
 #include "screen.h"
-#include "ui/prediction/chart/color_key.h"
-#include "ui/prediction/chart/prediction_chart.h"
+#include "ui/prediction/chart/color_keys.h"
 
 namespace skyhop::testing {
 namespace {
@@ -35,7 +34,7 @@ class ChartWindow : public GuiTest {
     return CountPixels(ScreenPart(Frame().Canvas(), area), color, tolerance);
   }
   [[nodiscard]] int SeenInPlot(Color color, int tolerance = 0) {
-    return Seen(color, Program().Chart().Plot(), tolerance);
+    return Seen(color, Program().Chart().Layout().ionprop, tolerance);
   }
   [[nodiscard]] bool ComesUp(Color color, int tolerance = 0) {
     return PumpUntil([&] { return SeenInPlot(color, tolerance) > 0; });
@@ -46,7 +45,7 @@ class ChartWindow : public GuiTest {
   /// Counts a colour in all areas below the solar bars and beside them.
   [[nodiscard]] int SeenInKeys(Color color) {
     const wxSize size = Frame().Canvas().GetClientSize();
-    const Rectangle& bars = Program().Chart().RcvSun();
+    const Rectangle& bars = Program().Chart().Layout().rcv_sun;
     const double top = bars.Bottom() + 4;
     int seen = 0;
     if (top + 2 < size.y) seen = Seen(color, {0, top, double(size.x), size.y - top - 2});
@@ -55,7 +54,7 @@ class ChartWindow : public GuiTest {
     return seen;
   }
   [[nodiscard]] wxPoint OnPlot(double hours, double part_of_height) {
-    const Rectangle& plot = Program().Chart().Plot();
+    const Rectangle& plot = Program().Chart().Layout().ionprop;
     return {static_cast<int>(std::lround(plot.left + plot.width * hours / 24)),
             static_cast<int>(std::lround(plot.top + plot.height * part_of_height))};
   }
@@ -79,7 +78,7 @@ TEST_F(ChartWindow, DrawsATypedPrediction) {
   EXPECT_TRUE(ComesUp(kMuf50, kSmoothed));
   EXPECT_TRUE(ComesUp(kMuf90, kSmoothed));
   EXPECT_TRUE(ComesUp(kLuf, kSmoothed));
-  EXPECT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
+  EXPECT_TRUE(ComesUp(colors::kOpenBand));
 
   ShowPageOf(*FindControl<wxStaticText>(Frame(), "Engine:"));
   EXPECT_TRUE(Shows("IONCAP"));
@@ -89,25 +88,25 @@ TEST_F(ChartWindow, DrawsATypedPrediction) {
 TEST_F(ChartWindow, ShowsAndHidesPartsByTheirBoxes) {
   StartWithChart();
   ASSERT_TRUE(ComesUp(kMuf10, kSmoothed));
-  ASSERT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
+  ASSERT_TRUE(ComesUp(colors::kOpenBand));
 
   Click(Box("Plot Critical Frequencies"));
   for (const Color curve : {kMuf10, kMuf50, kMuf90, kLuf}) {
     EXPECT_TRUE(GoesAway(curve, kSmoothed))
         << int{curve.red} << "," << int{curve.green} << "," << int{curve.blue};
   }
-  EXPECT_GT(SeenInPlot(IONCAPModule::kOpenBandColor), 0);
+  EXPECT_GT(SeenInPlot(colors::kOpenBand), 0);
   Click(Box("Show Open Bands"));
-  EXPECT_TRUE(GoesAway(IONCAPModule::kOpenBandColor));
+  EXPECT_TRUE(GoesAway(colors::kOpenBand));
   Click(Box("Plot Critical Frequencies"));
   EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
 
-  for (const CurveKey& key : kCurveKeys) {
+  for (const ColorKey& key : kCurveKeys) {
     EXPECT_TRUE(PumpUntil([&] { return SeenInKeys(key.color) > 30; })) << key.text;
   }
   EXPECT_GT(SeenInKeys(kSolarKeys[0].color), 30);
   Click(Box("Show Color Keys"));
-  for (const CurveKey& key : kCurveKeys) {
+  for (const ColorKey& key : kCurveKeys) {
     EXPECT_TRUE(PumpUntil([&] { return SeenInKeys(key.color) == 0; })) << key.text;
   }
 }
@@ -149,13 +148,13 @@ TEST_F(ChartWindow, MovesTheTimeIndexByKeysAndPointer) {
   pointer.MouseMove(canvas.ClientToScreen(OnPlot(2, 0.3)));
   Pump();
   pointer.MouseDown();
-  ASSERT_TRUE(PumpUntil([&] { return Program().Chart().Chart().Dragging(); }));
+  ASSERT_TRUE(PumpUntil([&] { return Program().Chart().Dragging(); }));
   for (const double hours : {4.0, 7.0, 10.0}) {
     pointer.MouseMove(canvas.ClientToScreen(OnPlot(hours, 0.3)));
     EXPECT_TRUE(PumpUntil([&] { return std::abs(TimeIndex() - hours) < 0.5; })) << TimeIndex();
   }
   pointer.MouseUp();
-  ASSERT_TRUE(PumpUntil([&] { return !Program().Chart().Chart().Dragging(); }));
+  ASSERT_TRUE(PumpUntil([&] { return !Program().Chart().Dragging(); }));
   const double dropped = TimeIndex();
   pointer.MouseMove(canvas.ClientToScreen(OnPlot(15, 0.3)));
   ASSERT_TRUE(PumpUntil([&] { return Status().rfind("15:0", 0) == 0; })) << Status();
@@ -168,7 +167,7 @@ TEST_F(ChartWindow, StaysReadableWhenSmallest) {
   ASSERT_TRUE(
       PumpUntil([&] { return Frame().GetClientSize().y <= Frame().GetMinClientSize().y + 2; }));
   EXPECT_TRUE(ComesUp(kMuf10, kSmoothed));
-  EXPECT_GE(Program().Chart().Plot().height, 60);
+  EXPECT_GE(Program().Chart().Layout().ionprop.height, 60);
 }
 
 TEST_F(ChartWindow, CopiesCurvesAndKeys) {
@@ -181,9 +180,9 @@ TEST_F(ChartWindow, CopiesCurvesAndKeys) {
   }));
   const wxImage picture = copied.GetBitmap().ConvertToImage();
   ASSERT_TRUE(picture.IsOk());
-  for (const CurveKey& key : kCurveKeys) EXPECT_GT(CountPixels(picture, key.color), 30) << key.text;
+  for (const ColorKey& key : kCurveKeys) EXPECT_GT(CountPixels(picture, key.color), 30) << key.text;
   EXPECT_GT(CountPixels(picture, kMuf50, kSmoothed), 100) << "the curve is not its key's colour";
-  EXPECT_GT(CountPixels(picture, IONCAPModule::kOpenBandColor), 100);
+  EXPECT_GT(CountPixels(picture, colors::kOpenBand), 100);
   EXPECT_TRUE(dialogs_.messages.empty());
 }
 

@@ -28,7 +28,7 @@ class EngineOfWindow : public GuiTest {
 
   [[nodiscard]] bool ShowsOldChart() {
     return PumpUntil([this] {
-      const wxImage plot = ScreenPart(Frame().Canvas(), Program().Chart().Plot());
+      const wxImage plot = ScreenPart(Frame().Canvas(), Program().Chart().Layout().ionprop);
       return CountPixels(plot, kLightPalette.old_paper) > 1000;
     });
   }

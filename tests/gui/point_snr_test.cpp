@@ -54,7 +54,7 @@ TEST_F(SnrOfWindow, SwitchesBetweenTableAndChart) {
   EnterStations();
   Predict();
   const auto dark_cells = [&] {
-    const wxImage plot = ScreenPart(Frame().Canvas(), Program().Chart().Plot());
+    const wxImage plot = ScreenPart(Frame().Canvas(), Program().Chart().Layout().ionprop);
     return CountPixels(plot, ReliabilityColors(95).fill);
   };
   EXPECT_EQ(dark_cells(), 0);

@@ -240,21 +240,21 @@ class Runner {
   }
 
   std::string DrawChart(const PredictionReport& report) {
-    ChartPane pane(program_.engine.table, program_.diagnostics, program_.GetClock());
-    pane.DisplayTable(report.day.engine);
     const ParameterSet& set = program_.engine.parameters.Set();
-    pane.SetTitle(ChartTitle(set, program_.form.distance_miles, {}, program_.diagnostics));
+    ChartModel chart(program_.diagnostics);
+    chart.DisplayResult(program_.engine.table, report.day.engine);
+    chart.title = ChartTitle(set, program_.form.distance_miles, {}, program_.diagnostics);
     AskedPrediction asked;
     asked.sunspot_number = StoreSingle(LeadingNumber(report.sunspot_number));
     asked.from_flux = report.sunspot_number_derived;
     asked.solar_flux = report.solar_flux;
-    pane.SetProvenance(
-        Provenance(report.heading, report.day.engine, asked, program_.GetClock().UtcNow()));
+    chart.provenance =
+        Provenance(report.heading, report.day.engine, asked, program_.GetClock().UtcNow());
     if (const auto date = ParseDate(report.date)) {
-      pane.SetSolarBars({ComputeSunRow(set.Local(), *date), ComputeSunRow(set.DX(), *date)});
+      chart.sun = {ComputeSunRow(set.Local(), *date), ComputeSunRow(set.DX(), *date)};
     }
     // A picture of a whole day has no present time.
-    return PictureAsSvg(pane, {.time_index = false});
+    return PictureAsSvg(chart, {.time_index = false});
   }
 
   bool WritePicture(const PredictionReport& report) {

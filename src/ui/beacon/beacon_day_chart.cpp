@@ -10,15 +10,6 @@ namespace {
 
 constexpr int kHours = 24;
 constexpr std::array<const char*, 5> kLevelTexts = {"closed", "poor", "fair", "good", "very good"};
-constexpr std::array<Color, 5> kLevelColors = {{
-    {238, 240, 244},
-    {244, 214, 244},
-    {234, 168, 234},
-    {218, 112, 218},
-    {190, 60, 190},
-}};
-constexpr Color kHeardColor{0, 110, 40};
-constexpr Color kNotHeardColor{200, 40, 30};
 
 /// Rows that are lower share their labels with their neighbours.
 constexpr double kLeastText = 8;
@@ -74,9 +65,9 @@ class DayPainter {
     for (int hour = 0; hour < kHours; ++hour) {
       const auto known = row.levels.at(static_cast<std::size_t>(hour));
       if (!known) continue;
-      const auto level = std::clamp<std::int16_t>(*known, 0, kLevelColors.size() - 1);
+      const auto level = std::clamp<std::int16_t>(*known, 0, colors::kOpenLevels.size() - 1);
       surface_->FillRectangle({X(hour), top, hour_width_, height},
-                              kLevelColors.at(static_cast<std::size_t>(level)));
+                              colors::kOpenLevels.at(static_cast<std::size_t>(level)));
     }
     const double size = std::min(size_, row_height_);
     if (size < kLeastText && !row.now) return;
@@ -103,10 +94,10 @@ class DayPainter {
   void PaintMark(Point at, bool heard) {
     const double half = std::clamp(row_height_ * 0.3, 2.0, size_ * 0.35);
     if (heard) {
-      surface_->FillRectangle({at.x - half, at.y - half, 2 * half, 2 * half}, kHeardColor);
+      surface_->FillRectangle({at.x - half, at.y - half, 2 * half, 2 * half}, colors::kHeard);
       return;
     }
-    const Pen pen{kNotHeardColor, 2, LineStyle::kSolid};
+    const Pen pen{colors::kNotHeard, 2, LineStyle::kSolid};
     surface_->Line({at.x - half, at.y - half}, {at.x + half, at.y + half}, pen);
     surface_->Line({at.x - half, at.y + half}, {at.x + half, at.y - half}, pen);
   }
@@ -124,8 +115,8 @@ class DayPainter {
       Write({x + size_ * 1.3, y}, text, day_->palette.text, size_, HorizontalAlign::kLeft);
       x += size_ * 2.4 + TextWidth(text, size_, FontWeight::kNormal);
     };
-    for (std::size_t level = 0; level < kLevelColors.size(); ++level) {
-      surface_->FillRectangle({x, y - size_ / 2, size_, size_}, kLevelColors.at(level));
+    for (std::size_t level = 0; level < colors::kOpenLevels.size(); ++level) {
+      surface_->FillRectangle({x, y - size_ / 2, size_, size_}, colors::kOpenLevels.at(level));
       word(kLevelTexts.at(level));
     }
     for (const bool heard : {true, false}) {

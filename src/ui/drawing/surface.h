@@ -42,7 +42,7 @@ struct Rectangle {
 
 enum class LineStyle { kSolid, kDotted };
 
-/// How a line is drawn.
+/// Look of a line.
 struct Pen {
   Color color{};
   double width = 1;  ///< pixels
@@ -55,7 +55,7 @@ enum class HorizontalAlign { kLeft, kCenter, kRight };
 enum class VerticalAlign { kTop, kMiddle, kBaseline, kBottom };
 enum class FontWeight { kNormal, kBold };
 
-/// How a text is set. The alignments say which point of the text stands at the given position.
+/// Look of a text. The alignments choose the point of the text that is at the given position.
 struct TextStyle {
   double size = 12;  ///< height of the font in pixels
   Color color{};
@@ -66,7 +66,7 @@ struct TextStyle {
   friend constexpr bool operator==(const TextStyle&, const TextStyle&) = default;
 };
 
-/// What the chart draws on: a window's canvas, a printer's page, a file.
+/// The target of drawing: a window's canvas, a printer's page, a file.
 ///
 /// Later calls cover earlier ones. A surface keeps upright and level lines sharp: it shifts a line
 /// of odd width by half a pixel so that it fills whole pixels. Lines end flush at their end points.
@@ -84,8 +84,8 @@ class Surface {
   /// One line of UTF-8 text in the surface's sans-serif font. Every blank counts.
   virtual void Text(Point position, std::string_view text, const TextStyle& style) = 0;
 
-  /// Width in pixels of a text in that style: exact where the surface knows its font, else no less
-  /// than it is in the usual ones.
+  /// Width in pixels of a text in that style: exact if the surface knows its font, else at least
+  /// the width in the usual fonts.
   [[nodiscard]] virtual double TextExtent(std::string_view text, const TextStyle& style);
 };
 

@@ -5,7 +5,7 @@
 namespace skyhop {
 namespace {
 
-/// The stretch of a line, as parts of its length, that satisfies the conditions given so far.
+/// The stretch of a line, in parts of its length, that meets all conditions so far.
 struct Stretch {
   double begin = 0;
   double end = 1;

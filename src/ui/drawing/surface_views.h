@@ -6,10 +6,9 @@
 
 namespace skyhop {
 
-/// Shows what is drawn on it on another surface, everything larger by a factor.
+/// Passes all drawing on to another surface, enlarged by a factor.
 class ScaledSurface : public Surface {
  public:
-  /// `target` must outlive this object.
   ScaledSurface(Surface& target, double factor) : target_(&target), factor_(factor) {}
 
   void Clear(Color background) override { target_->Clear(background); }
@@ -25,11 +24,10 @@ class ScaledSurface : public Surface {
   double factor_;
 };
 
-/// A part of another surface with an origin of its own at its upper left corner. Lines and filled
-/// rectangles are cut off at its edges; texts are not.
+/// A part of another surface. Its upper left corner is the origin. The part cuts lines and filled
+/// rectangles off at its edges, but not texts.
 class PartSurface : public Surface {
  public:
-  /// `target` must outlive this object.
   PartSurface(Surface& target, const Rectangle& area) : target_(&target), area_(area) {}
 
   /// Fills this part only.

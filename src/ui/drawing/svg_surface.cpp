@@ -5,7 +5,8 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <limits>
+
+#include "common/text.h"
 
 namespace skyhop {
 namespace {
@@ -13,16 +14,16 @@ namespace {
 constexpr std::string_view kFonts =
     "'Segoe UI', 'Helvetica Neue', Arial, 'DejaVu Sans', sans-serif";
 
-/// How far the font reaches above and below the baseline, as parts of its size: the average of the
-/// fonts above. SVG viewers disagree about every alignment but the baseline.
+/// Height of the font above and below the baseline, in parts of its size: the average of the fonts
+/// above. SVG viewers agree on no alignment but the baseline.
 constexpr double kAscent = 0.93;
 constexpr double kDescent = 0.24;
 
-/// Two decimals at most and no needless zeros.
+/// Writes at most two decimals and no trailing zeros.
 void AppendNumber(std::string& out, double value) {
   constexpr double limit = 1e9;
   const double clamped = std::isfinite(value) ? std::clamp(value, -limit, limit) : 0;
-  // Hundredths first, so that "-0" and trailing zeros cannot come up.
+  // Rounding to hundredths first avoids "-0" and trailing zeros.
   const double rounded = std::round(clamped * 100) / 100 + 0.0;
   std::array<char, 32> buffer{};
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded,
@@ -50,7 +51,7 @@ void AppendPen(std::string& out, const Pen& pen) {
   AppendColor(out, "stroke", pen.color);
   if (pen.width != 1) AppendAttribute(out, "stroke-width", pen.width);
   if (pen.style == LineStyle::kDotted) {
-    // Dots as long as the line is wide, with a little more room between them.
+    // A dot is twice as long as the line is wide, a gap three times.
     out.append(" stroke-dasharray=\"");
     AppendNumber(out, 2 * pen.width);
     out.append(" ");
@@ -59,8 +60,7 @@ void AppendPen(std::string& out, const Pen& pen) {
   }
 }
 
-/// Half a pixel for a line whose width is an odd number of pixels: its edges, not its middle, then
-/// fall on the pixels' borders.
+/// Half a pixel for a line of an odd width in pixels: its edges then fall on the borders of pixels.
 double Sharpening(double width) {
   return std::fmod(std::max(1.0, std::round(width)), 2) == 1 ? 0.5 : 0;
 }
@@ -70,19 +70,15 @@ struct Decoded {
   std::size_t length = 1;
 };
 
-/// The UTF-8 character at the start of a text that is not empty; no valid character for bytes that
-/// are not one.
+/// Decodes the UTF-8 character at the start of a text that is not empty. A byte that belongs to no
+/// character yields an invalid one.
 Decoded DecodeUtf8(std::string_view text) {
   const auto byte = [&](std::size_t i) { return static_cast<std::uint32_t>(text[i]) & 0xFFU; };
-  const std::uint32_t first = byte(0);
-  if (first < 0x80) return {first, 1};
-  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < length) return {};
-  std::uint32_t character = first & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) return {};
-    character = (character << 6U) | (byte(i) & 0x3FU);
-  }
+  const std::size_t length = CharacterSize(text);
+  if (length == 1) return byte(0) < 0x80 ? Decoded{byte(0), 1} : Decoded{};
+  std::uint32_t character = byte(0) & (0x7FU >> length);
+  for (std::size_t i = 1; i < length; ++i) character = (character << 6U) | (byte(i) & 0x3FU);
+  // CharacterSize accepts overlong forms and codes beyond Unicode.
   constexpr std::array<std::uint32_t, 5> lowest = {0, 0, 0x80, 0x800, 0x10000};
   if (character < lowest[length] || character > 0x10FFFF) return {};
   return {character, length};
@@ -139,7 +135,7 @@ void SvgSurface::Line(Point from, Point to, const Pen& pen) {
     lines_.push_back({pen, {from, to}});
     return;
   }
-  // A level line that goes on needs no further corner.
+  // A longer level line needs no further corner.
   std::vector<Point>& points = found->points;
   const Point& before = points[points.size() - 2];
   if (before.y == to.y && from.y == to.y && (before.x < from.x) == (from.x < to.x)) {
@@ -179,7 +175,7 @@ void SvgSurface::Text(Point position, std::string_view text, const TextStyle& st
 
 void SvgSurface::Append(std::string& out, const Polyline& line) {
   const std::vector<Point>& points = line.points;
-  // Only lines along the pixels gain from the shift; it would move a curve off its place.
+  // The shift sharpens upright and level lines only; it would misplace a curve.
   bool upright = false;
   bool level = false;
   bool slanted = false;
@@ -230,7 +226,7 @@ std::string SvgSurface::Document() const {
   AppendNumber(out, height_);
   out.append("\">\n");
   if (!title_.empty()) out.append("<title>").append(XmlText(title_)).append("</title>\n");
-  // The blanks of a text count; viewers would run them together otherwise.
+  // Without this attribute, viewers replace several blanks by one.
   out.append("<g xml:space=\"preserve\" stroke-linejoin=\"round\" font-family=\"")
       .append(kFonts)
       .append("\">\n")

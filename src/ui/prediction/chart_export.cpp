@@ -13,26 +13,21 @@ std::string ChartExport::ResultsAsCsv() const {
   });
 }
 
-/// A pane of the picture's own that shows what the window's does.
-void ChartExport::Fill(ChartPane& picture) const {
-  picture.ShowLike(with_.pane);
-  picture.SetProvenance(with_.shown.Provenance());
+/// The window's chart with its source, which the window shows in a label of its own.
+ChartModel ChartExport::Picture() const {
+  ChartModel picture = with_.pane.Model();
+  picture.provenance = with_.shown.Provenance();
+  return picture;
 }
 
 void ChartExport::PaintPicture(Surface& surface, double scale) const {
-  with_.diagnostics.Trap("IonCap.PaintPicture", [&] {
-    ChartPane picture(with_.pane.Table(), with_.diagnostics, with_.clock);
-    Fill(picture);
-    skyhop::PaintPicture(surface, picture, {.scale = scale});
-  });
+  with_.diagnostics.Trap("IonCap.PaintPicture",
+                         [&] { skyhop::PaintPicture(surface, Picture(), {.scale = scale}); });
 }
 
 std::string ChartExport::ChartAsSvg() const {
-  return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(), [&] {
-    ChartPane picture(with_.pane.Table(), with_.diagnostics, with_.clock);
-    Fill(picture);
-    return PictureAsSvg(picture, {});
-  });
+  return with_.diagnostics.Trap("IonCap.ChartAsSvg", std::string(),
+                                [&] { return PictureAsSvg(Picture(), {}); });
 }
 
 }  // namespace skyhop

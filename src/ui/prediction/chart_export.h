@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "common/clock.h"
 #include "common/diagnostics.h"
 #include "engine/results.h"
 #include "ui/drawing/surface.h"
+#include "ui/prediction/chart/chart_model.h"
 #include "ui/prediction/chart/chart_pane.h"
 #include "ui/prediction/shown_chart.h"
 
@@ -19,7 +19,6 @@ class ChartExport {
     const ShownChart& shown;
     const IONCAPModule::Results& results;
     Diagnostics& diagnostics;
-    const Clock& clock;
   };
 
   explicit ChartExport(const Collaborators& collaborators) : with_(collaborators) {}
@@ -32,7 +31,7 @@ class ChartExport {
   [[nodiscard]] std::string ChartAsSvg() const;
 
  private:
-  void Fill(ChartPane& picture) const;
+  [[nodiscard]] ChartModel Picture() const;
 
   Collaborators with_;
 };

@@ -39,7 +39,7 @@ IonCap::IonCap(Collaborators collaborators)
       downloads_({with_.view, with_.space_weather, fields_, status_, with_.diagnostics,
                   [this] { InputsChanged(); },
                   [this] { run_.Running() ? run_.ShowProgress() : status_.ShowActivity(""); }}),
-      export_({with_.chart, shown_, with_.engine.results, with_.diagnostics, with_.clock}),
+      export_({with_.chart, shown_, with_.engine.results, with_.diagnostics}),
       files_({with_.engine.run, with_.files_window, fields_, with_.launcher, with_.settings}),
       pages_({with_.view, with_.configuration, fields_, with_.help_file}) {
   fields_.SetListener([this](TextField field, const std::string& text) { TakeField(field, text); });

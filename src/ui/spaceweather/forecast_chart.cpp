@@ -22,11 +22,6 @@ constexpr std::size_t kFluxColumn = kFluxColumns[0];
 constexpr std::size_t kAColumn = kAColumns[0];
 constexpr std::size_t kKColumn = kKColumns[0];
 
-constexpr Color kFluxColor{200, 105, 0};
-constexpr Color kQuietColor{58, 150, 92};
-constexpr Color kUnsettledColor{214, 160, 0};
-constexpr Color kStormColor{200, 56, 44};
-
 /// Room in multiples of the font's height.
 constexpr double kAxisRoom = 3.4;
 constexpr double kMargin = 1.0;
@@ -44,8 +39,8 @@ constexpr double kFluxAir = 5;
 /// The geomagnetic field is a storm from K 5 or A 30, and unsettled from K 4 or A 16.
 Color LevelColor(std::size_t column, int value) {
   const bool is_k = column == kKColumn;
-  if (value >= (is_k ? 5 : 30)) return kStormColor;
-  return value >= (is_k ? 4 : 16) ? kUnsettledColor : kQuietColor;
+  if (value >= (is_k ? 5 : 30)) return colors::kStorm;
+  return value >= (is_k ? 4 : 16) ? colors::kUnsettled : colors::kQuiet;
 }
 
 /// The smallest of 1, 2, 5, 10, 20, 50, ... that divides `range` into at most `most` parts.
@@ -195,25 +190,25 @@ void ForecastChart::PaintMarks(Surface& surface, const Graph& graph) const {
 
 void ForecastChart::PaintGrid(Surface& surface, const Graph& graph) const {
   const Rectangle& plot = graph.plot;
-  const ChartPalette& colors = options_.palette;
+  const ChartPalette& palette = options_.palette;
   surface.Text({plot.left, plot.top - Text() * 0.8}, graph.title,
-               {.size = Text(), .color = colors.ink, .weight = FontWeight::kBold});
+               {.size = Text(), .color = palette.ink, .weight = FontWeight::kBold});
   const auto lines = std::lround((graph.high - graph.low) / graph.step);
   for (long line = 0; line <= lines; ++line) {
     const double value = graph.low + static_cast<double>(line) * graph.step;
     const double y = std::round(graph.Y(value));
-    surface.Line({plot.left, y}, {plot.Right(), y}, {.color = colors.band});
+    surface.Line({plot.left, y}, {plot.Right(), y}, {.color = palette.band});
     surface.Text({plot.left - Text() * 0.5, y}, NumberText(value),
-                 {.size = Text(), .color = colors.text, .horizontal = HorizontalAlign::kRight});
+                 {.size = Text(), .color = palette.text, .horizontal = HorizontalAlign::kRight});
   }
   for (std::size_t slot = kFirstDaySlot; slot >= 1; --slot) {
     // Draw a line at the start of a month. Bars and points already separate the days.
     if (!table_->at(slot).valid || table_->at(slot).day != 1) continue;
     const double x = Column(plot, slot).left;
-    surface.Line({x, plot.top}, {x, plot.Bottom()}, {.color = colors.axis});
+    surface.Line({x, plot.top}, {x, plot.Bottom()}, {.color = palette.axis});
   }
-  surface.Line({plot.left, plot.top}, {plot.left, plot.Bottom()}, {.color = colors.axis});
-  surface.Line({plot.left, plot.Bottom()}, {plot.Right(), plot.Bottom()}, {.color = colors.axis});
+  surface.Line({plot.left, plot.top}, {plot.left, plot.Bottom()}, {.color = palette.axis});
+  surface.Line({plot.left, plot.Bottom()}, {plot.Right(), plot.Bottom()}, {.color = palette.axis});
 }
 
 void ForecastChart::PaintCurve(Surface& surface, const Graph& graph) const {
@@ -227,9 +222,9 @@ void ForecastChart::PaintCurve(Surface& surface, const Graph& graph) const {
     }
     const Rectangle column = Column(graph.plot, slot);
     const Point at{column.left + column.width / 2, graph.Y(value)};
-    if (before) surface.Line(*before, at, {.color = kFluxColor, .width = kCurveWidth});
+    if (before) surface.Line(*before, at, {.color = colors::kFlux, .width = kCurveWidth});
     surface.FillRectangle({at.x - kPointSize / 2, at.y - kPointSize / 2, kPointSize, kPointSize},
-                          kFluxColor);
+                          colors::kFlux);
     before = at;
   }
 }

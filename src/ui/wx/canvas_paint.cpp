@@ -25,9 +25,13 @@ wxColour SurroundingColour(const wxWindow& window) {
 
 }  // namespace
 
+const ChartPalette& PaletteOn(const wxColour& background) {
+  return background.GetLuminance() < 0.5 ? kDarkPalette : kLightPalette;
+}
+
 ChartPalette CanvasPalette(const wxWindow& window) {
   const wxColour desktop = SurroundingColour(window);
-  ChartPalette palette = desktop.GetLuminance() < 0.5 ? kDarkPalette : kLightPalette;
+  ChartPalette palette = PaletteOn(desktop);
   palette.background = {desktop.Red(), desktop.Green(), desktop.Blue()};
   return palette;
 }

@@ -10,6 +10,9 @@
 
 namespace skyhop {
 
+/// The palette for a light or dark background.
+[[nodiscard]] const ChartPalette& PaletteOn(const wxColour& background);
+
 /// The palette for a canvas in `window`, for the desktop's present theme. The palette's background
 /// is the colour around the canvas.
 [[nodiscard]] ChartPalette CanvasPalette(const wxWindow& window);

@@ -6,6 +6,7 @@
 
 #include <cmath>
 
+#include "ui/prediction/chart/chart_pointer.h"
 #include "ui/wx/canvas_paint.h"
 #include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"
@@ -91,8 +92,10 @@ void ChartCanvas::OnSize(wxSizeEvent& event) {
 void ChartCanvas::OnMotion(wxMouseEvent& event) {
   const Point at = ToPoint(event.GetPosition());
   pane_->Move(at);
-  SetCursor(pane_->OnTimeLine(at) ? wxCursor(wxCURSOR_SIZEWE) : wxNullCursor);
-  const std::string tip = tool_tips_ ? pane_->ToolTipAt(at) : std::string();
+  SetCursor(OnTimeLine(pane_->Model(), pane_->Layout(), at) ? wxCursor(wxCURSOR_SIZEWE)
+                                                            : wxNullCursor);
+  const std::string tip =
+      tool_tips_ ? ToolTipAt(pane_->Model(), pane_->Layout(), at) : std::string();
   if (tip == tool_tip_) return;
   tool_tip_ = tip;
   if (tip.empty()) {

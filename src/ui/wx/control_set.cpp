@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/wx/canvas_paint.h"
 #include "ui/wx/focus.h"
+#include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -21,8 +23,7 @@ constexpr const char* kNoMode = "(none)";
 constexpr int kLeastLabel = 60;
 
 wxColour RefusedBackground() {
-  const bool dark = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW).GetLuminance() < 0.5;
-  return dark ? wxColour(110, 34, 34) : wxColour(255, 214, 210);
+  return ToWx(PaletteOn(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW)).refused);
 }
 
 }  // namespace

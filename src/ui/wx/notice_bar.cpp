@@ -3,6 +3,8 @@
 #include <wx/settings.h>
 #include <wx/sizer.h>
 
+#include "ui/wx/canvas_paint.h"
+#include "ui/wx/wx_surface.h"
 #include "ui/wx/wx_text.h"
 
 namespace skyhop {
@@ -11,20 +13,10 @@ namespace {
 /// A prediction that finishes sooner than this needs no notice.
 constexpr int kDelayMilliseconds = 400;
 
-struct Colors {
-  wxColour background;
-  wxColour text;
-};
-
-Colors ColorsOf(Notice::Kind kind) {
-  const bool dark = wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW).GetLuminance() < 0.5;
-  if (kind == Notice::Kind::kFailed) {
-    return dark ? Colors{{104, 36, 36}, {255, 226, 224}} : Colors{{253, 222, 219}, {106, 20, 16}};
-  }
-  if (kind == Notice::Kind::kWarning) {
-    return dark ? Colors{{92, 66, 14}, {255, 238, 205}} : Colors{{255, 239, 200}, {96, 56, 0}};
-  }
-  return dark ? Colors{{32, 62, 98}, {220, 234, 252}} : Colors{{221, 235, 252}, {16, 54, 104}};
+const TextColors& ColorsOf(Notice::Kind kind) {
+  const ChartPalette& palette = PaletteOn(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW));
+  if (kind == Notice::Kind::kFailed) return palette.failed;
+  return kind == Notice::Kind::kWarning ? palette.warning : palette.running;
 }
 
 }  // namespace
@@ -55,9 +47,9 @@ void NoticeBar::Show_(const Notice& notice) {
 }
 
 void NoticeBar::FollowTheme() {
-  const Colors colors = ColorsOf(notice_.kind);
-  SetBackgroundColour(colors.background);
-  text_->SetForegroundColour(colors.text);
+  const TextColors& colors = ColorsOf(notice_.kind);
+  SetBackgroundColour(ToWx(colors.fill));
+  text_->SetForegroundColour(ToWx(colors.ink));
   Refresh();
 }
 

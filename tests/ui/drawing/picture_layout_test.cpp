@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "ui/drawing/label_spread.h"
 #include "ui/drawing/text_width.h"
 
 namespace skyhop {

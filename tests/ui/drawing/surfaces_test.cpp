@@ -15,7 +15,7 @@ constexpr Pen kGreen{{0, 255, 0}, 2};
 
 TEST(SvgSurface, WritesEachKindOfDrawing) {
   SvgSurface surface(100, 50.5, "a < b");
-  surface.Line({0, 0}, {9, 9}, kRed);  // gone with the clearing
+  surface.Line({0, 0}, {9, 9}, kRed);  // removed by the clearing
   surface.Clear(colors::kWhite);
   surface.Line({0, 10}, {20, 10}, {{255, 0, 255}, 1, LineStyle::kDotted});
   surface.Line({5, 0}, {5, 30}, kGreen);

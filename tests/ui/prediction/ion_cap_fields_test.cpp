@@ -339,8 +339,8 @@ TEST_F(IonCapTest, TheSolarBarsAreThoseOfTheDate) {
   Start();
   // In the far north the sun does not rise in November and does not set in June.
   const auto tip = [&] {
-    const Rectangle bars = chart_.XmitSun();
-    return chart_.ToolTipAt({bars.left + 5, bars.top + 2});
+    const Rectangle bars = chart_.Layout().xmit_sun;
+    return ToolTipAt(chart_.Model(), chart_.Layout(), {bars.left + 5, bars.top + 2});
   };
   Type(TextField::kLocalGrid, "JQ78");
   Type(TextField::kTheDate, "16-Nov-26");
@@ -400,7 +400,7 @@ TEST_F(IonCapTest, AClickedBandGivesThePointPredictionItsFrequency) {
   };
   EXPECT_EQ(window_.GetPredictionBand(), -1);
   click(5);
-  EXPECT_EQ(chart_.BandIndicator(), 5);
+  EXPECT_EQ(chart_.Model().band_indicator, 5);
   EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "") << "nobody looks at the point prediction";
   window_.Button_Click(Button::kSNRPredictCmd);
   EXPECT_EQ(view_.Text(TextField::kSNRFrequency), "14.175") << "the middle of the clicked band";

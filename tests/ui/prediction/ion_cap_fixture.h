@@ -16,6 +16,7 @@
 #include "support/fake_engine_host.h"
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
+#include "ui/prediction/chart/chart_pointer.h"
 #include "ui/prediction/field_rules.h"
 #include "ui/prediction/ion_cap.h"
 

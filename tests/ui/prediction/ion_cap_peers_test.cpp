@@ -140,8 +140,8 @@ TEST_F(IonCapPeersTest, ThePredictionThatIsBeingStartedIsNotDisturbedByPeers) {
 TEST_F(IonCapPeersTest, TheBarsUnderAChartAreThoseOfItsStations) {
   Start();
   const auto tip = [&] {
-    const Rectangle bars = chart_.XmitSun();
-    return chart_.ToolTipAt({bars.left + 5, bars.top + 2});
+    const Rectangle bars = chart_.Layout().xmit_sun;
+    return ToolTipAt(chart_.Model(), chart_.Layout(), {bars.left + 5, bars.top + 2});
   };
   window_.PathsButton_Click();
   launcher_.running.clear();
@@ -282,13 +282,13 @@ TEST_F(IonCapPeersTest, TheDXStationFollowsTesseraWhileItsBoxIsChecked) {
 TEST_F(IonCapPeersTest, TheTransceiverMovesBandAndMode) {
   Start();
   EXPECT_EQ(window_.Peers().FollowFrequency(14.1).name, "20M");
-  EXPECT_EQ(chart_.BandIndicator(), 5);
+  EXPECT_EQ(chart_.Model().band_indicator, 5);
   EXPECT_EQ(window_.GetPredictionBand(), 5);
   EXPECT_FALSE(window_.Peers().FollowFrequency(12.5).followed);
-  EXPECT_EQ(chart_.BandIndicator(), -1);
+  EXPECT_EQ(chart_.Model().band_indicator, -1);
   EXPECT_TRUE(window_.Peers().FollowFrequency(7.1).followed);
   window_.Peers().Forget(LinkControl::kFreq);
-  EXPECT_EQ(chart_.BandIndicator(), -1) << "the transceiver has gone";
+  EXPECT_EQ(chart_.Model().band_indicator, -1) << "the transceiver has gone";
   const std::pair<const char*, const char*> modes[] = {
       {"CW", "CW"},       {"usb", "SSB"},     {"LSB ", "SSB"},   {"CW-R", "CW"},
       {"DATA-U", "FT8"},  {"psk", "PSK31"},   {"HELL", "PSK31"}, {"DATA-L", "PSK31"},

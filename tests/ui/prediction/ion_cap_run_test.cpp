@@ -494,7 +494,7 @@ TEST_F(IonCapRunTest, TheChartIsOldWhileAnInputDiffersFromItsOwn) {
   Start();
   PredictToTheEnd();
   EXPECT_EQ(
-      chart_.Title(),
+      chart_.Model().title,
       "FN20vm \u2192 IO91wm \u00B7 51\u00B0 \u00B7 3480 miles \u00B7 short path \u00B7 1500 W "
       "\u00B7 24 dB \u00B7 reliability 10 % \u00B7 15-Nov-26");
   const struct {
@@ -571,7 +571,7 @@ TEST_F(IonCapRunTest, ADayWithoutUseableFrequencySaysWhatWouldHelp) {
             std::string::npos);
   window_.Notice_Click();
   EXPECT_EQ(view_.tab, Tab::kReceiver);
-  EXPECT_EQ(chart_.ReadoutAtTimeIndex().find("open:"), std::string::npos);
+  EXPECT_EQ(ReadoutAtTimeIndex(chart_.Model()).find("open:"), std::string::npos);
 }
 
 TEST_F(IonCapRunTest, AnEstimateInPlaceOfTheSelectedEngineIsAnnounced) {

@@ -3,19 +3,19 @@
 #include <string>
 
 #include "ui/drawing/surface.h"
-#include "ui/prediction/chart/chart_pane.h"
+#include "ui/prediction/chart/chart_model.h"
 
 namespace skyhop {
 
-/// The smallest picture that has room for everything; smaller ones are made this large.
+/// The smallest picture with room for everything; a smaller size is raised to this one.
 inline constexpr double kLeastPictureWidth = 760;
 inline constexpr double kLeastPictureHeight = 480;
 
-/// The size of a picture and what it shows.
+/// The size and parts of a picture.
 struct PictureOptions {
   double width = 1040;  ///< pixels before scaling
   double height = 720;  ///< pixels before scaling
-  /// Enlarges everything, line widths and texts included; above 0. The surface has to be
+  /// Enlarges everything, line widths and texts included; above 0. The surface must have
   /// `SurfaceWidth` x `SurfaceHeight` pixels.
   double scale = 1;
   bool time_index = true;  ///< whether the picture shows the time index
@@ -24,12 +24,11 @@ struct PictureOptions {
   [[nodiscard]] double SurfaceHeight() const;
 };
 
-/// Draws the whole pane, time index included, as a picture for files and paper: on a light
-/// background and in the picture's own size. `pane` is laid out for that, so it must not be the one
-/// that a window shows.
-void PaintPicture(Surface& surface, ChartPane& pane, const PictureOptions& options);
+/// Paints a chart as a picture for files and print: on a light background, in the size of the
+/// picture, without the band indicator.
+void PaintPicture(Surface& surface, ChartModel model, const PictureOptions& options);
 
-/// The same as an SVG document, whose title is the pane's.
-[[nodiscard]] std::string PictureAsSvg(ChartPane& pane, const PictureOptions& options);
+/// The same picture as an SVG document with the title of the chart.
+[[nodiscard]] std::string PictureAsSvg(const ChartModel& model, const PictureOptions& options);
 
 }  // namespace skyhop

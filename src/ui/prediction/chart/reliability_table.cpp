@@ -16,7 +16,7 @@ constexpr std::size_t kHours = kHourCount - 1;
 
 constexpr const char* kUnknown = "\u2013";
 
-/// 160 m is not predicted with reliabilities.
+/// Results with reliabilities do not contain 160 m.
 std::size_t RowsOf(const PredictedDay& day) {
   return day.HasSnr() ? kBandCount - 1 : kBandCount;
 }
@@ -33,41 +33,36 @@ double ColumnLeft(const Rectangle& area, std::size_t hour) {
   return std::round(area.left + area.width * static_cast<double>(hour) / kHours);
 }
 
-/// The text of a cell and the reliability by whose steps it is coloured.
 struct Cell {
   std::string text;
-  int percent = 0;
+  TextColors colors;
 };
 
 Cell ReliabilityCell(const ResultsTable& table, std::size_t band, std::size_t hour) {
   const std::optional<int> percent = ReliabilityPercent(table, band, hour);
-  return {percent ? std::to_string(*percent) : kUnknown, percent.value_or(0)};
+  return {percent ? std::to_string(*percent) : kUnknown, ReliabilityColors(percent.value_or(0))};
 }
 
-/// The share of the days that each level begins with, in percent.
-constexpr std::array<int, 4> kLevelPercents = {0, 10, 50, 90};
+std::size_t LevelOf(const PredictedDay& day, std::size_t band, std::size_t hour) {
+  return static_cast<std::size_t>(OpenLevel(day, band, hour).value_or(0));
+}
 
 Cell LevelCell(const PredictedDay& day, std::size_t band, std::size_t hour) {
-  if (!day.table.reached.at(hour)) return {"\u00D7", 0};
-  const auto level = static_cast<std::size_t>(OpenLevel(day, band, hour).value_or(0));
-  if (level == 0) return {"", 0};
-  // The lightest step but one, then the two darkest.
-  constexpr std::array<int, 4> colored = {0, 30, 70, 95};
-  return {std::to_string(level), colored.at(level)};
+  if (!day.table.reached.at(hour)) return {"\u00D7", colors::kReliability[0]};
+  // LUF/MUF results have one level less than reliabilities.
+  constexpr std::array<std::size_t, 4> steps = {0, 1, 3, 4};
+  const std::size_t level = LevelOf(day, band, hour);
+  return {level > 0 ? std::to_string(level) : "", colors::kReliability.at(steps.at(level))};
+}
+
+std::string ShareText(std::size_t level) {
+  return std::to_string(IONCAPModule::kOpenShares.at(level)) + " %";
 }
 
 }  // namespace
 
-CellColors ReliabilityColors(int percent) {
-  constexpr Color dark{16, 24, 40};
-  // Five steps of blue whose lightness falls evenly.
-  constexpr std::array<CellColors, 5> steps = {{{{244, 247, 251}, {96, 102, 114}},
-                                                {{198, 219, 239}, dark},
-                                                {{133, 182, 219}, dark},
-                                                {{55, 125, 184}, colors::kWhite},
-                                                {{8, 64, 129}, colors::kWhite}}};
-  const std::size_t step = percent > 80 ? 4 : percent > 60 ? 3 : percent > 40 ? 2 : percent > 20;
-  return steps.at(step);
+TextColors ReliabilityColors(int percent) {
+  return colors::kReliability.at(static_cast<std::size_t>(IONCAPModule::ReliabilityLevel(percent)));
 }
 
 std::optional<int> ReliabilityPercent(const ResultsTable& table, std::size_t band,
@@ -85,24 +80,23 @@ std::optional<std::size_t> BandOfRow(const PredictedDay& day, const Rectangle& a
   return std::nullopt;
 }
 
-std::string_view TableCaption(const PredictedDay& day) {
-  return day.HasSnr() ? "Reliability: percent of the days that reach the required SNR"
-                      : "Open bands: 3 on 90 % of the days or more, 2 on 50 %, 1 on 10 %; \u00D7 "
-                        "required reliability not reached";
+std::string TableCaption(const PredictedDay& day) {
+  if (day.HasSnr()) return "Reliability: percent of the days that reach the required SNR";
+  return "Open bands: 3 on " + ShareText(3) + " of the days or more, 2 on " + ShareText(2) +
+         ", 1 on " + ShareText(1) + "; \u00D7 required reliability not reached";
 }
 
 std::string CellWords(const PredictedDay& day, std::size_t band, std::size_t hour) {
   if (!day.table.reached.at(hour)) return "required reliability not reached";
-  const auto level = static_cast<std::size_t>(OpenLevel(day, band, hour).value_or(0));
-  if (level == 0) return "closed";
-  return "open on " + std::to_string(kLevelPercents.at(level)) + " % of the days or more";
+  const std::size_t level = LevelOf(day, band, hour);
+  return level == 0 ? "closed" : "open on " + ShareText(level) + " of the days or more";
 }
 
 void PaintHatching(Surface& surface, const Rectangle& area, const ChartPalette& palette,
                    double text_size) {
   surface.FillRectangle(area, palette.shade);
   PartSurface part(surface, area);
-  // The lines of neighbouring areas meet.
+  // The lines continue in neighbouring areas.
   const double step = std::max(4.0, std::round(text_size * 0.6));
   const double first = std::ceil((area.left + area.top) / step) * step - area.left - area.top;
   for (double x = first; x < area.width + area.height; x += step) {
@@ -116,7 +110,7 @@ void PaintBandTable(Surface& surface, const PredictedDay& day, const Rectangle& 
   const double width = area.width / kHours;
   const double height = area.height / static_cast<double>(rows);
   const double size = std::min({text_size, width / 2.1, height / 1.3});
-  // Numbers smaller than this cannot be read.
+  // Smaller numbers are unreadable.
   const bool numbers = size >= 7;
   for (std::size_t row = 0; row < rows; ++row) {
     const std::size_t band = BandOf(row);
@@ -131,15 +125,15 @@ void PaintBandTable(Surface& surface, const PredictedDay& day, const Rectangle& 
       const double left = ColumnLeft(area, hour);
       const Rectangle inside{left + 1, top + 1, ColumnLeft(area, hour + 1) - left - 1,
                              bottom - top - 1};
-      const CellColors colors = ReliabilityColors(cell.percent);
       if (day.table.reached.at(hour)) {
-        surface.FillRectangle(inside, colors.fill);
+        surface.FillRectangle(inside, cell.colors.fill);
       } else {
         PaintHatching(surface, inside, palette, text_size);
       }
       if (!numbers || cell.text.empty()) continue;
-      surface.Text({(inside.left + inside.Right() - 1) / 2, middle}, cell.text,
-                   {.size = size, .color = colors.ink, .horizontal = HorizontalAlign::kCenter});
+      surface.Text(
+          {(inside.left + inside.Right() - 1) / 2, middle}, cell.text,
+          {.size = size, .color = cell.colors.ink, .horizontal = HorizontalAlign::kCenter});
     }
   }
 }

@@ -12,25 +12,16 @@
 
 namespace skyhop {
 
-// A prediction as a table: a row for each band that is predicted, the highest at the top, a column
-// for each hour. A cell shows the reliability in percent or, of engines that predict frequencies,
-// how open the band is.
+// A prediction as a table: a row for each predicted band, the highest at the top, and a column for
+// each hour. A cell shows the reliability in percent. For LUF/MUF results it shows the open level.
 
-/// What the numbers of the table are.
-[[nodiscard]] std::string_view TableCaption(const PredictedDay& day);
+/// The meaning of the table's numbers.
+[[nodiscard]] std::string TableCaption(const PredictedDay& day);
 
-/// The colours of a cell.
-struct CellColors {
-  Color fill{};
-  Color ink{};
-};
+/// The colours of a cell with a reliability in percent. Their steps are the levels of open bands.
+[[nodiscard]] TextColors ReliabilityColors(int percent);
 
-/// The colours for a reliability in percent: five steps of one hue from light to dark, which people
-/// who cannot tell hues apart can tell by their lightness. The steps are those of the open bands.
-[[nodiscard]] CellColors ReliabilityColors(int percent);
-
-/// The reliability of a cell in whole percent, which is how engines tell it; nothing where it is
-/// not known.
+/// The reliability of a cell in whole percent, the precision of the engines; nothing if unknown.
 [[nodiscard]] std::optional<int> ReliabilityPercent(const ResultsTable& table, std::size_t band,
                                                     std::size_t hour);
 
@@ -38,20 +29,19 @@ struct CellColors {
 [[nodiscard]] std::optional<std::size_t> BandOfRow(const PredictedDay& day, const Rectangle& area,
                                                    double y);
 
-/// Fills an area with the hatching of an hour that does not reach the required reliability.
-/// `text_size` is the size of the texts around it, which the distance of the lines follows.
+/// Fills an area with the hatching of an hour that does not reach the required reliability. The
+/// distance of the lines depends on `text_size`, the size of the texts around the area.
 void PaintHatching(Surface& surface, const Rectangle& area, const ChartPalette& palette,
                    double text_size);
 
-/// Draws cells and, at the left, the names of the bands. Numbers are left out where a cell has no
-/// room for them.
+/// Paints cells and, at the left, the names of the bands. Cells too small for numbers have none.
 void PaintBandTable(Surface& surface, const PredictedDay& day, const Rectangle& area,
                     double text_size, const ChartPalette& palette);
 
-/// A cell of an engine that predicts frequencies in words: "open on 50 % of the days or more".
+/// A cell of LUF/MUF results in words: "open on 50 % of the days or more".
 [[nodiscard]] std::string CellWords(const PredictedDay& day, std::size_t band, std::size_t hour);
 
-/// What is predicted of a band at an hour: "20 m   96 % of days   SNR 50 dB   2F2   -87 dBm, S6".
+/// The prediction for a band and hour: "20 m   96 % of days   SNR 50 dB   2F2   -87 dBm, S6".
 [[nodiscard]] std::string BandReadout(const ResultsTable& table, std::size_t band,
                                       std::size_t hour);
 

@@ -11,6 +11,7 @@
 #include "support/recording_surface.h"
 #include "support/temporary_folder.h"
 #include "ui/prediction/chart/chart_pane.h"
+#include "ui/prediction/chart/chart_pointer.h"
 
 namespace skyhop::testing {
 namespace {
@@ -22,22 +23,22 @@ ResultsTable Sample() {
   return table;
 }
 
-/// What a table of reliabilities is drawn from.
+/// A day with reliabilities.
 struct SampleDay {
   LoggedDiagnostics log;
   ResultsTable table = Sample();
   PredictedDay day{table, log.diagnostics, EngineChoice::kVoaCapSnr};
 };
 
-/// How light a colour is, 0 to 255.
+/// Lightness of a colour, 0 to 255.
 double Lightness(Color color) {
   return 0.299 * color.red + 0.587 * color.green + 0.114 * color.blue;
 }
 
-TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
+TEST(ReliabilityTable, CellsDifferByLightnessAndKeepNumbersReadable) {
   double before = 256;
   for (const int percent : {20, 40, 60, 80, 100}) {
-    const CellColors cell = ReliabilityColors(percent);
+    const TextColors cell = ReliabilityColors(percent);
     EXPECT_EQ(ReliabilityColors(percent - 19).fill, cell.fill) << percent;
     EXPECT_LT(Lightness(cell.fill), before - 5) << percent;
     EXPECT_GT(std::abs(Lightness(cell.fill) - Lightness(cell.ink)), 105) << percent;
@@ -45,7 +46,7 @@ TEST(ReliabilityTable, ColoursDifferByLightnessAndNumbersStandOut) {
   }
 }
 
-TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
+TEST(ReliabilityTable, EveryCellShowsItsNumber) {
   SampleDay sample;
   ResultsTable& table = sample.table;
   table.known[5][13] = 0;
@@ -71,22 +72,25 @@ TEST(ReliabilityTable, EveryCellHoldsItsNumber) {
   EXPECT_EQ(BandOfRow(sample.day, area, 320), std::nullopt);
 }
 
-TEST(ReliabilityTable, NumbersGiveWayWhereThereIsNoRoom) {
+TEST(ReliabilityTable, OmitsNumbersInSmallCells) {
   RecordingSurface surface;
   SampleDay sample;
   PaintBandTable(surface, sample.day, {50, 20, 240, 300}, 12, kLightPalette);
-  EXPECT_EQ(surface.Texts().size(), kBandCount - 1) << "the names of the bands alone";
+  EXPECT_EQ(surface.Texts().size(), kBandCount - 1) << "only the names of the bands";
 }
 
 class TablePane : public ::testing::Test {
  protected:
   TablePane() { pane_.Resize(1000, 500, 13); }
 
+  [[nodiscard]] const Rectangle& Plot() const { return pane_.Layout().ionprop; }
   /// The middle of a cell of the table.
   [[nodiscard]] Point Cell(std::size_t band, int hour) const {
-    const Rectangle& plot = pane_.Plot();
-    return {plot.left + plot.width * (hour + 0.5) / 24,
-            plot.top + plot.height * (static_cast<double>(kBandCount - 1 - band) + 0.5) / 10};
+    return {Plot().left + Plot().width * (hour + 0.5) / 24,
+            Plot().top + Plot().height * (static_cast<double>(kBandCount - 1 - band) + 0.5) / 10};
+  }
+  [[nodiscard]] std::string Readout(Point at) const {
+    return ReadoutAt(pane_.Model(), pane_.Layout(), at);
   }
   [[nodiscard]] bool Paints(const std::string& text) {
     RecordingSurface surface;
@@ -104,13 +108,13 @@ class TablePane : public ::testing::Test {
 constexpr const char* kReliabilityCaption =
     "Reliability: percent of the days that reach the required SNR";
 
-TEST_F(TablePane, TheTableTakesTheChartsPlace) {
+TEST_F(TablePane, ReplacesTheChart) {
   pane_.SetTableView(true);
-  EXPECT_FALSE(pane_.TableShown()) << "there is no result";
+  EXPECT_FALSE(pane_.Model().TableShown()) << "no result yet";
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
-  EXPECT_TRUE(pane_.TableShown());
+  EXPECT_TRUE(pane_.Model().TableShown());
   EXPECT_FALSE(Paints("MHz"));
-  EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart's";
+  EXPECT_FALSE(Paints("Open Bands")) << "a key of the chart";
   EXPECT_TRUE(Paints(kReliabilityCaption));
   EXPECT_FALSE(Paints("Previous prediction"));
   pane_.SetOld(true);
@@ -120,24 +124,22 @@ TEST_F(TablePane, TheTableTakesTheChartsPlace) {
   EXPECT_TRUE(Paints("MHz"));
 }
 
-TEST_F(TablePane, PointingReadsOutWhatIsPredictedOfTheBand) {
+TEST_F(TablePane, ShowsThePredictionForTheBandAtThePointer) {
   pane_.DisplayTable(EngineChoice::kVoaCapSnr);
   pane_.SetTableView(true);
   const std::string expected = "01:30 UTC   30 m   85 % of days   SNR 45 dB   2F2   -88 dBm, S6";
-  EXPECT_EQ(pane_.Readout(Cell(4, 1)), expected);
+  EXPECT_EQ(Readout(Cell(4, 1)), expected);
   std::int16_t chosen = -2;
   pane_.SetBandListener([&](std::int16_t band) { chosen = band; });
   pane_.Press(Cell(10, 1));
   EXPECT_EQ(chosen, 10);
   pane_.SetTableView(false);
-  const auto& chart = pane_.Chart();
-  const double range = double{chart.FMax()} - double{chart.FMin()};
-  const double part = (10.1 - double{chart.FMin()}) / range;
-  EXPECT_EQ(pane_.Readout({Cell(4, 1).x, pane_.Plot().Bottom() - part * pane_.Plot().height}),
-            expected);
+  const FrequencyAxis& axis = pane_.Model().axis;
+  const double part = (10.1 - axis.f_min) / (double{axis.f_max} - axis.f_min);
+  EXPECT_EQ(Readout({Cell(4, 1).x, Plot().Bottom() - part * Plot().height}), expected);
 }
 
-TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
+TEST_F(TablePane, ShowsLevelsAndUnreachedHoursOfLufMufResults) {
   for (std::size_t row : {rows::kLuf, rows::kMuf90, rows::kMuf50, rows::kMuf10}) {
     table_.frequencies[row].fill(row == rows::kLuf ? 2 : row == rows::kMuf90 ? 8 : 20);
   }
@@ -148,12 +150,11 @@ TEST_F(TablePane, EnginesThatPredictFrequenciesShowLevelsAndUnreachedHours) {
   pane_.Paint(surface);
   std::map<std::string, int> texts;
   for (const DrawingCall& call : surface.Texts()) ++texts[call.text];
-  EXPECT_EQ(texts["\u00D7"], 11) << "every band of the hour that is not reached";
+  EXPECT_EQ(texts["\u00D7"], 11) << "every band of the unreached hour";
   EXPECT_EQ(texts["160 m"], 1);
   const auto at = [&](std::size_t row, int hour) {
-    const Rectangle& plot = pane_.Plot();
-    return pane_.Readout({plot.left + plot.width * (hour + 0.5) / 24,
-                          plot.top + plot.height * (static_cast<double>(row) + 0.5) / 11});
+    return Readout({Plot().left + Plot().width * (hour + 0.5) / 24,
+                    Plot().top + Plot().height * (static_cast<double>(row) + 0.5) / 11});
   };
   EXPECT_EQ(at(5, 1).substr(0, 45), "01:30 UTC   20 m   open on 50 % of the days o");
   EXPECT_EQ(at(10, 1).substr(0, 27), "01:30 UTC   160 m   closed ");

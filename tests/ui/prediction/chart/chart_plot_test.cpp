@@ -1,8 +1,5 @@
-#include "ui/prediction/chart/prediction_chart.h"
-
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -11,6 +8,8 @@
 #include "support/diagnostics_fixture.h"
 #include "support/recording_surface.h"
 #include "support/sample_results.h"
+#include "ui/prediction/chart/chart_scale.h"
+#include "ui/prediction/chart/paint_chart.h"
 
 namespace skyhop::IONCAPModule {
 namespace {
@@ -27,26 +26,38 @@ ChartLayout TestLayout() {
   return layout;
 }
 
+struct Shown {
+  bool open_bands = false;
+  bool curves = false;
+};
+
 class Chart : public ::testing::Test {
  protected:
+  /// Displays a result and paints its bands and curves; band lines go to a surface of their own.
   void Display(const ResultsTable& result, EngineChoice engine = EngineChoice::kVoaCap,
-               ChartOptions options = {}) {
-    table = result;
+               Shown shown = {}) {
+    model.DisplayResult(result, engine);
     surface.calls.clear();
-    chart.DisplayResult(engine, options, surface);
+    band_lines.calls.clear();
+    marks = shown.open_bands ? PaintOpenings(model, layout, surface)
+                             : PaintBandLines(model, layout, band_lines);
+    if (shown.curves) PaintPlot(model, layout, surface);
   }
+  [[nodiscard]] ChartScale Scale() const { return {model, layout}; }
   [[nodiscard]] std::vector<int> VisibleLabels() const {
     std::vector<int> bands;
     for (std::size_t band = 0; band < kBandCount; ++band) {
-      if (chart.BandLabels()[band].visible) bands.push_back(static_cast<int>(band));
+      if (marks.labels[band].visible) bands.push_back(static_cast<int>(band));
     }
     return bands;
   }
 
   testing::LoggedDiagnostics log;
-  ResultsTable table;
+  ChartModel model{log.diagnostics};
+  ChartLayout layout = TestLayout();
   RecordingSurface surface;
-  PredictionChart chart{table, TestLayout(), log.diagnostics, log.clock};
+  RecordingSurface band_lines;
+  BandMarks marks;
 };
 
 using Labels = std::array<std::string, kTickCount>;
@@ -66,14 +77,13 @@ TEST_F(Chart, HasFiveDivisionsOfWholeMegahertz) {
   };
   for (const auto& c : cases) {
     Display(ConstantResult(c.luf, c.muf90, c.muf90, c.muf10));
-    EXPECT_EQ(chart.FMin(), c.f_min);
-    EXPECT_EQ(chart.FMax(), c.f_max);
-    EXPECT_EQ(chart.YLabels(), c.labels);
-    EXPECT_EQ(chart.FScale(), (c.f_max - c.f_min) / -400);
-    EXPECT_TRUE(surface.Lines().empty()) << "no option is set";
+    EXPECT_EQ(model.axis.f_min, c.f_min);
+    EXPECT_EQ(model.axis.f_max, c.f_max);
+    EXPECT_EQ(model.axis.y_labels, c.labels);
+    EXPECT_EQ(Scale().FScale(), (c.f_max - c.f_min) / -400);
   }
-  EXPECT_EQ(chart.YFMin(), 450);
-  EXPECT_EQ(chart.YFMax(), 50);
+  EXPECT_EQ(Scale().YFMin(), 450);
+  EXPECT_EQ(Scale().YFMax(), 50);
   EXPECT_TRUE(log.errors.empty());
 }
 
@@ -82,12 +92,12 @@ TEST_F(Chart, TakesTheRangeOfAReliabilityResultFromItsBounds) {
   result.f_min = 3;
   result.f_max = 31;
   Display(result, EngineChoice::kVoaCapSnr);
-  EXPECT_EQ(chart.FMin(), 3);
-  EXPECT_EQ(chart.FMax(), 33);
-  // The same table of another engine is searched for its range.
+  EXPECT_EQ(model.axis.f_min, 3);
+  EXPECT_EQ(model.axis.f_max, 33);
+  // For another engine, the range comes from the values of the same table.
   Display(result, EngineChoice::kIcePac);
-  EXPECT_EQ(chart.FMin(), 0);
-  EXPECT_EQ(chart.FMax(), 0);
+  EXPECT_EQ(model.axis.f_min, 0);
+  EXPECT_EQ(model.axis.f_max, 0);
 }
 
 TEST_F(Chart, MapsFrequenciesToHeights) {
@@ -95,13 +105,13 @@ TEST_F(Chart, MapsFrequenciesToHeights) {
   const struct {
     float frequency;
     int on_surface, on_form;
-  } cases[] = {// The scale is -0.05 in single precision, a trifle more than that in size.
+  } cases[] = {// The scale is slightly below -0.05 in single precision.
                {3, 410, 450},      {23, 10, 51},      {13, 210, 251}, {13.01F, 209, 250},
                {13.06F, 208, 249}, {2.97F, 410, 450}, {0, 469, 509},  {1643, -32390, -32349},
                {1700, 0, 0},       {-2000, 0, 0}};
   for (const auto& c : cases) {
-    EXPECT_EQ(chart.YDataScale(c.frequency), c.on_surface) << c.frequency;
-    EXPECT_EQ(chart.YLabelScale(c.frequency), c.on_form) << c.frequency;
+    EXPECT_EQ(Scale().YDataScale(c.frequency), c.on_surface) << c.frequency;
+    EXPECT_EQ(Scale().YLabelScale(c.frequency), c.on_form) << c.frequency;
   }
   ASSERT_EQ(log.errors.size(), 4U);
   EXPECT_EQ(
@@ -113,24 +123,25 @@ TEST_F(Chart, MapsFrequenciesToHeights) {
 TEST_F(Chart, FindsTheBandNearAHeight) {
   Display(ConstantResult(3, 3.2F, 10, 21.6F));
   for (std::int16_t band = 1; band <= 7; ++band) {
-    const std::int16_t y = chart.YDataScale(kBandLineFrequencies[static_cast<std::size_t>(band)]);
-    EXPECT_EQ(chart.GetBandForY(y), band);
+    const std::int16_t y = Scale().YDataScale(kBandLineFrequencies[static_cast<std::size_t>(band)]);
+    EXPECT_EQ(Scale().GetBandForY(y), band);
   }
-  EXPECT_EQ(chart.GetBandForY(210), -1);    // 13 MHz
-  EXPECT_EQ(chart.GetBandForY(9999), 1);    // below the axis: 3 MHz
-  EXPECT_EQ(chart.GetBandForY(-9999), -1);  // above the axis: 23 MHz
-  EXPECT_EQ(chart.GetBandForY(std::nanf("")), -1);
+  EXPECT_EQ(Scale().GetBandForY(210), -1);    // 13 MHz
+  EXPECT_EQ(Scale().GetBandForY(9999), 1);    // below the axis: 3 MHz
+  EXPECT_EQ(Scale().GetBandForY(-9999), -1);  // above the axis: 23 MHz
+  EXPECT_EQ(Scale().GetBandForY(std::nanf("")), -1);
 }
 
 TEST_F(Chart, ShowsTheBandsThatTheAxisCovers) {
   Display(ConstantResult(3, 3.2F, 10, 21.6F));
   EXPECT_EQ(VisibleLabels(), (std::vector<int>{1, 2, 3, 4, 5, 6, 7}));
+  EXPECT_EQ(band_lines.Lines().size(), 7U);
   for (std::size_t band = 0; band < kBandCount; ++band) {
-    const BandLine& line = chart.BandLines()[band];
-    EXPECT_EQ(line.visible, chart.BandLabels()[band].visible);
+    const BandLine& line = marks.lines[band];
+    EXPECT_EQ(line.visible, marks.labels[band].visible);
     if (!line.visible) continue;
-    EXPECT_EQ(line.y, chart.YDataScale(kBandLineFrequencies[band]));
-    EXPECT_EQ(chart.BandLabels()[band].top, line.y + 40 - 7.5);
+    EXPECT_EQ(line.y, Scale().YDataScale(kBandLineFrequencies[band]));
+    EXPECT_EQ(marks.labels[band].top, line.y + 40 - 7.5);
   }
   Display(ConstantResult(3, 8, 10, 50.2F));
   EXPECT_EQ(VisibleLabels().back(), 10);
@@ -138,7 +149,7 @@ TEST_F(Chart, ShowsTheBandsThatTheAxisCovers) {
   EXPECT_EQ(VisibleLabels().back(), 9);
 }
 
-/// "x0,y0 x1,y1 r,g,b width", a dot behind it for a dotted line.
+/// "x0,y0 x1,y1 r,g,b width", followed by a dot for a dotted line.
 std::string Describe(const DrawingCall& line) {
   const auto number = [](double value) { return std::to_string(std::lround(value)); };
   const Color c = line.pen.color;
@@ -162,8 +173,7 @@ TEST_F(Chart, PaintsTheCurvesHourByHourInTheirOrder) {
   result.frequencies[rows::kLuf][3] = -1;
   result.frequencies[rows::kMuf10][0] = 23;
   result.f_min = 3;
-  Display(result, EngineChoice::kIonCap, {.plot_enable = true});  // -1 to 24 MHz, 16 pixels each
-  EXPECT_EQ(surface.calls[0].kind, DrawingCall::Kind::kClear);
+  Display(result, EngineChoice::kIonCap, {.curves = true});  // -1 to 24 MHz, 16 pixels each
   const std::vector<std::string> lines = Describe(surface.Lines());
   ASSERT_EQ(lines.size(), 24U * 4 - 2);
   const std::vector<std::string> expected = {
@@ -176,7 +186,7 @@ TEST_F(Chart, PaintsTheCurvesHourByHourInTheirOrder) {
   EXPECT_EQ(lines.back(), "460,346 480,346 0,0,0 2");
 }
 
-TEST_F(Chart, PaintsOpenStretchesAsThickAsTheyAreSure) {
+TEST_F(Chart, PaintsThickerBarsForHigherLevels) {
   ResultsTable result = ConstantResult(5, 5, 5, 5);
   const auto set = [&](std::size_t hour, float muf90, float muf50, float muf10) {
     result.frequencies[rows::kMuf90][hour] = muf90;
@@ -189,8 +199,8 @@ TEST_F(Chart, PaintsOpenStretchesAsThickAsTheyAreSure) {
   set(5, 13, 14, 17);     // 1
   set(24, 13, 15, 17);    // 2
   result.frequencies[rows::kLuf][24] = 12;
-  Display(result, EngineChoice::kVoaCap, {.open_band_enable = true});  // 5 to 20 MHz
-  const int y = chart.YDataScale(14.1F);
+  Display(result, EngineChoice::kVoaCap, {.open_bands = true});  // 5 to 20 MHz
+  const int y = Scale().YDataScale(14.1F);
   const auto bar = [&](int from, int to, const char* width) {
     return std::to_string(from) + "," + std::to_string(y) + " " + std::to_string(to) + "," +
            std::to_string(y) + " 255,0,255 " + width;
@@ -204,10 +214,10 @@ TEST_F(Chart, PaintsOpenStretchesAsThickAsTheyAreSure) {
                                                     bar(100, 120, "1."), bar(460, 480, "1.")}));
   // 60, 40 and 30 m are above the LUF of 5 MHz too; 17 m is never open, 80 m is below.
   EXPECT_EQ(VisibleLabels(), (std::vector<int>{2, 3, 4, 5}));
-  EXPECT_EQ(chart.BandLabels()[5].top, chart.YLabelScale(14.1F) - 7.5);
-  // The lines stand on the new axis all the same.
-  EXPECT_TRUE(chart.BandLines()[6].visible);
-  EXPECT_FALSE(chart.BandLines()[1].visible);
+  EXPECT_EQ(marks.labels[5].top, Scale().YLabelScale(14.1F) - 7.5);
+  // The lines have places on the new axis too.
+  EXPECT_TRUE(marks.lines[6].visible);
+  EXPECT_FALSE(marks.lines[1].visible);
 }
 
 TEST_F(Chart, PaintsReliabilitiesForTheHourThatTheyBegin) {
@@ -218,20 +228,20 @@ TEST_F(Chart, PaintsReliabilitiesForTheHourThatTheyBegin) {
   result.reliability[5][23] = 0.9F;
   result.reliability[5][24] = 0.9F;
   result.reliability[0].fill(0.2F);
-  Display(result, EngineChoice::kVoaCapSnr, {.open_band_enable = true, .plot_enable = true});
-  const std::string y = std::to_string(chart.YDataScale(14.1F));
+  Display(result, EngineChoice::kVoaCapSnr, {.open_bands = true, .curves = true});
+  const std::string y = std::to_string(Scale().YDataScale(14.1F));
   EXPECT_EQ(Describe(surface.Lines()),
             (std::vector<std::string>{"0," + y + " 20," + y + " 255,0,255 3",
                                       "460," + y + " 480," + y + " 255,0,255 4"}));
   EXPECT_EQ(VisibleLabels(), std::vector<int>{5});
 }
 
-TEST_F(Chart, LeavesGapsWhereAReliabilityResultTellsNoFrequency) {
+TEST_F(Chart, LeavesGapsWhereReliabilityResultsHaveNoFrequency) {
   ResultsTable result = ConstantResult(0, 8, 13, 0);
   result.frequencies[rows::kMuf90][1] = 0;
   result.f_min = 4;
   result.f_max = 24;
-  Display(result, EngineChoice::kVoaCapSnr, {.plot_enable = true});  // 20 pixels a MHz
+  Display(result, EngineChoice::kVoaCapSnr, {.curves = true});  // 20 pixels a MHz
   const std::vector<std::string> lines = Describe(surface.Lines());
   ASSERT_EQ(lines.size(), 22U + 24U);
   EXPECT_EQ(std::vector(lines.begin(), lines.begin() + 4),
@@ -240,16 +250,18 @@ TEST_F(Chart, LeavesGapsWhereAReliabilityResultTellsNoFrequency) {
 }
 
 TEST_F(Chart, DrawsNothingBeforeThereIsAResult) {
-  table = testing::NewYorkLondon();
-  chart.ComputeAxis(EngineChoice::kVoaCap);
-  chart.PaintPlot(surface);
-  chart.PaintOpenings(surface);
-  chart.PaintBandLines();
-  EXPECT_TRUE(surface.calls.empty());
+  const ResultsTable table = testing::NewYorkLondon();
+  model.table = table;
+  model.axis = ComputeAxis(table, EngineChoice::kVoaCap, log.diagnostics);
+  PaintPlot(model, layout, surface);
+  marks = PaintOpenings(model, layout, surface);
   EXPECT_TRUE(VisibleLabels().empty());
-  chart.SetPlotted(true);
-  chart.PaintPlot(surface);
-  chart.PaintOpenings(surface);
+  marks = PaintBandLines(model, layout, surface);
+  EXPECT_TRUE(VisibleLabels().empty());
+  EXPECT_TRUE(surface.calls.empty());
+  model.DisplayResult(table, EngineChoice::kVoaCap);
+  PaintPlot(model, layout, surface);
+  PaintOpenings(model, layout, surface);
   EXPECT_EQ(log.debug, (std::vector<std::string>{"IONCAPModule.PaintPlot, Plotted = False",
                                                  "IONCAPModule.PaintOpenings, Plotted = False",
                                                  "IONCAPModule.PaintPlot, Plotted = True",
@@ -258,7 +270,7 @@ TEST_F(Chart, DrawsNothingBeforeThereIsAResult) {
 }
 
 TEST_F(Chart, SurvivesResultsWithoutARange) {
-  const ChartOptions all{.open_band_enable = true, .plot_enable = true};
+  const Shown all{.open_bands = true, .curves = true};
   const std::string no_extent = ": Division by zero: the frequency axis has no extent";
   const struct {
     const char* name;
@@ -288,41 +300,40 @@ TEST_F(Chart, SurvivesResultsWithoutARange) {
     EXPECT_EQ(log.errors, c.errors) << c.name;
     EXPECT_EQ(surface.Lines().empty(), std::string(c.name) != "huge") << c.name;
   }
-  chart.SetLayout(ChartLayout{});
-  chart.ComputeAxis(EngineChoice::kVoaCap);
-  EXPECT_FALSE(chart.HasAxis());
-  EXPECT_EQ(chart.TimeForX(5), 0);
+  layout = {};
+  EXPECT_EQ(Scale().TimeForX(5), 0);
+  EXPECT_EQ(Scale().FScale(), 0);
 }
 
 TEST_F(Chart, YieldsZeroAndReportsAScaleWithoutExtent) {
-  EXPECT_EQ(chart.YDataScale(7), 0);
-  EXPECT_EQ(chart.YLabelScale(7), 0);
-  EXPECT_EQ(chart.GetBandForY(7), -1);
+  EXPECT_EQ(Scale().YDataScale(7), 0);
+  EXPECT_EQ(Scale().YLabelScale(7), 0);
+  EXPECT_EQ(Scale().GetBandForY(7), -1);
   const std::string end = ": Division by zero: the frequency axis has no extent";
   EXPECT_EQ(log.errors, (std::vector<std::string>{
                             "program error 11 in module IONCAPModule.YDataScale" + end,
                             "program error 11 in module IONCAPModule.YLabelScale" + end}));
 }
 
-TEST_F(Chart, PutsTheTimeIndexAtTheMinute) {
-  EXPECT_DOUBLE_EQ(chart.TimeLineX(), 13 * 20 + 20 * 5 / 60.0);
-  log.clock.now += std::chrono::hours{10} + std::chrono::minutes{54};
-  chart.UpdateVerticalTimeBar();
-  EXPECT_DOUBLE_EQ(chart.TimeLineX(), 23 * 20 + 20 * 59 / 60.0);
-  EXPECT_NEAR(chart.TimeForX(chart.TimeLineX()), 23 + 59 / 60.0, 1e-9);
-  EXPECT_EQ(chart.TimeForX(-3), 0);
-  EXPECT_EQ(chart.TimeForX(480), 24);
-  EXPECT_EQ(chart.TimeForX(1e9), 24);
+TEST_F(Chart, MapsTimesToPlaces) {
+  const struct {
+    double hours, x;
+  } cases[] = {{0, 0}, {13 + 5 / 60.0, 13 * 20 + 20 * 5 / 60.0}, {23.5, 470}, {24, 480}};
+  for (const auto& c : cases) {
+    EXPECT_DOUBLE_EQ(Scale().XForTime(c.hours), c.x);
+    EXPECT_NEAR(Scale().TimeForX(c.x), c.hours, 1e-9);
+  }
+  EXPECT_EQ(Scale().TimeForX(-3), 0);
+  EXPECT_EQ(Scale().TimeForX(1e9), 24);
+  EXPECT_EQ(Scale().HourWidth(), 20);
 }
 
-TEST_F(Chart, KeepsItsResultAndTimeOnANewLayout) {
+TEST_F(Chart, KeepsItsResultOnANewLayout) {
   Display(ConstantResult(3, 3.2F, 10, 21.6F));
-  chart.SetLayout(EvenLayout({0, 0, 960, 800}, 15));
-  EXPECT_EQ(chart.YDataScale(13), 400);
-  EXPECT_EQ(chart.BandLines()[4].y, chart.YDataScale(10.1F));
-  EXPECT_EQ(chart.HourWidth(), 40);
-  EXPECT_NEAR(chart.TimeForX(chart.TimeLineX()), 13 + 5 / 60.0, 1e-9);
-  EXPECT_EQ(chart.FMax(), 23);
+  layout = EvenLayout({0, 0, 960, 800}, 15);
+  EXPECT_EQ(Scale().YDataScale(13), 400);
+  EXPECT_EQ(Scale().HourWidth(), 40);
+  EXPECT_EQ(PaintBandLines(model, layout, surface).lines[4].y, Scale().YDataScale(10.1F));
 }
 
 }  // namespace
