@@ -1,4 +1,4 @@
-// The beacon window on the system's own clock, with predictions of the built-in engine.
+// The beacon window with the clock of the system and predictions of the built-in engine.
 
 #include <wx/listctrl.h>
 #include <wx/uiaction.h>
@@ -67,14 +67,14 @@ class BeaconWindows : public GuiTest {
   }
 };
 
-TEST_F(BeaconWindows, TheBandsAreFollowedAndPredicted) {
+TEST_F(BeaconWindows, ShowsAndPredictsTheBands) {
   Start();
   EnterStations();
   Open();
   const BeaconModule::Schedule schedule(
       *BeaconModule::ReadBeaconFiles(home_.Path(), false, Program().GetDiagnostics()).schedule);
   ASSERT_TRUE(PumpUntil([&] {
-    // A slot may end between two looks.
+    // A slot may end during the comparison.
     const UtcTime before = Clock();
     bool same = List().GetItemCount() == 5;
     for (std::size_t band = 0; same && band < 5; ++band) {
@@ -97,13 +97,13 @@ TEST_F(BeaconWindows, TheBandsAreFollowedAndPredicted) {
   };
   EXPECT_TRUE(PumpUntil([&] { return open_pixels() > 1000; })) << open_pixels();
 
-  // The user's own prediction does not mind.
+  // The user can predict at the same time.
   Frame().Raise();
   ASSERT_TRUE(PumpUntil([&] { return Frame().IsActive(); }));
   Predict();
 }
 
-TEST_F(BeaconWindows, OneKeyMarksABeaconFromTheNoteToo) {
+TEST_F(BeaconWindows, MarksABeaconByKeyFromTheNote) {
   Start();
   Open();
   auto& note = Named<wxTextCtrl>("S-meter or note");
@@ -116,7 +116,7 @@ TEST_F(BeaconWindows, OneKeyMarksABeaconFromTheNoteToo) {
   EXPECT_TRUE(note.IsEmpty());
   const std::string log = ReadFile(home_ / "BeaconHeard.csv", 1000);
   EXPECT_NE(log.find(",14100,yes,S7\n"), std::string::npos) << log;
-  // The other key is not the same one held.
+  // The other key does not repeat the first one.
   wxUIActionSimulator().Text("S8");
   ASSERT_TRUE(PumpUntil([&] { return note.GetValue() == "S8"; }));
   Press(WXK_F3);
@@ -127,7 +127,7 @@ TEST_F(BeaconWindows, OneKeyMarksABeaconFromTheNoteToo) {
   EXPECT_TRUE(PumpUntil([&] { return !Window().IsShown(); }));
 }
 
-TEST_F(BeaconWindows, SlotsChangeOnTime) {
+TEST_F(BeaconWindows, ChangesSlotsOnTime) {
   Start();
   WriteFile(home_ / BeaconModule::kCustomScheduleFile,
             "slot, 0.5\nfrequencies, 14100, 1\nOH2B\nW6WX\nVR2B\nYV5B\nCS3B\n");
@@ -135,7 +135,7 @@ TEST_F(BeaconWindows, SlotsChangeOnTime) {
   Click(*FindControl<wxCheckBox>(Window(), "Custom schedule"));
   ASSERT_TRUE(PumpUntil([&] { return List().GetItemCount() == 1; }));
   EXPECT_TRUE(Tells("CustomBeaconSchedule.txt, line 2, column 21: \"1\" is not a frequency"));
-  // Whatever else the machine does, most slots are noticed when they begin; none is before.
+  // A busy machine may delay some slots, so the median counts. No slot may begin early.
   std::vector<milliseconds> late;
   for (int edge = 0; edge < 9; ++edge) {
     const std::string before = Cell(0, kNow);
@@ -148,7 +148,7 @@ TEST_F(BeaconWindows, SlotsChangeOnTime) {
   RecordProperty("worst_ms", static_cast<int>(late.back().count()));
 }
 
-TEST_F(BeaconWindows, TheSelectionAndThePlaceComeBack) {
+TEST_F(BeaconWindows, RestoresSelectionAndPlace) {
   Start();
   Open();
   Choose("Select by", "Call");

@@ -20,7 +20,7 @@ constexpr std::array<Color, 5> kLevelColors = {{
 constexpr Color kHeardColor{0, 110, 40};
 constexpr Color kNotHeardColor{200, 40, 30};
 
-/// Rows that are lower share their labels with their neighbours.
+/// The least height of a label. A lower row has a label only while it is the present one.
 constexpr double kLeastText = 8;
 
 class DayPainter {
@@ -61,7 +61,7 @@ class DayPainter {
     surface_->Text(at, text, {size, color, align, VerticalAlign::kMiddle, weight});
   }
 
-  /// Whole pixels, so that neighbouring rows leave no gap of a half.
+  /// In whole pixels, so that no gap of half a pixel separates rows.
   [[nodiscard]] double Top(std::size_t row) const {
     return plot_.top + std::round(row_height_ * static_cast<double>(row));
   }
