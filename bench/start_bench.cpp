@@ -1,5 +1,4 @@
-// From the start of the program until its window is on the screen, and the memory it holds when all
-// its windows are ready.
+// From the start of the program until its window is on the screen, and the memory it holds then.
 // Needs an X display of its own: it takes the first window that is painted for the program's.
 
 #include <X11/Xlib.h>
@@ -30,7 +29,7 @@ using Clock = std::chrono::steady_clock;
 using testing::TemporaryFolder;
 
 constexpr auto kLongest = std::chrono::seconds(20);
-/// By then the windows that are not shown are ready, too.
+/// By then the work that follows the start is done.
 constexpr auto kSettled = std::chrono::seconds(5);
 /// A window with its controls and the empty chart has far more colours than a bare one.
 constexpr std::size_t kPaintedColors = 40;

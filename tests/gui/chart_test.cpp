@@ -81,8 +81,8 @@ TEST_F(ChartWindow, APredictionIsTypedRunAndDrawn) {
   EXPECT_TRUE(ComesUp(kLuf, kSmoothed));
   EXPECT_TRUE(ComesUp(IONCAPModule::kOpenBandColor));
 
-  ShowPageOf(*FindControl<wxStaticText>(Frame(), "Engine:"));
-  EXPECT_TRUE(Shows("IONCAP"));
+  Tabs().SetSelection(4);
+  EXPECT_TRUE(PumpUntil([&] { return Shows("IONCAP"); }));
   EXPECT_TRUE(Shows("miles") || Shows("km"));
 }
 

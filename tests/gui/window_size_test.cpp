@@ -124,7 +124,7 @@ TEST_F(WindowSizes, ResettingGivesTheFirstSizesToOpenAndClosedWindows) {
 TEST_F(WindowSizes, NothingIsCutOffInTheLeastSize) {
   Start();
   for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
-    Tabs().ChangeSelection(page);
+    Tabs().SetSelection(page);
     SCOPED_TRACE(Tabs().GetPageText(page));
     ExpectNothingCutOff(Frame());
   }

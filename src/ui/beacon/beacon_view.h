@@ -92,10 +92,8 @@ struct BeaconEvent {
 /// A view passes every event to BeaconWindow::Handle and paints its canvas with
 /// BeaconWindow::Paint. It does not close when the user closes it. Setting a value here raises no
 /// event. Texts are UTF-8.
-class BeaconView {
+class BeaconView : public SideView {
  public:
-  virtual ~BeaconView() = default;
-
   virtual void SetTexts(const BeaconTexts& texts) = 0;
   virtual void SetStatus(const std::string& text) = 0;
 
@@ -117,16 +115,6 @@ class BeaconView {
 
   /// Asks the user for a file to export to; it may exist. Nothing if the user cancels.
   [[nodiscard]] virtual std::optional<std::string> AskFile(const std::string& proposal) = 0;
-
-  /// Shows the window in front of the others; it may be shown already.
-  virtual void ShowWindow() = 0;
-  virtual void HideWindow() = 0;
-  [[nodiscard]] virtual bool Visible() const = 0;
-
-  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
-  virtual void SetPlacement(const WindowPlacement& placement) = 0;
-  /// The monitors of the desktop; the main one is first.
-  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
 };
 
 }  // namespace skyhop

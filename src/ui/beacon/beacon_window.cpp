@@ -109,6 +109,7 @@ void BeaconWindow::Show() {
 void BeaconWindow::Form_Load() {
   with_.diagnostics.Trap("BeaconMonitor.Form_Load", [&] {
     loaded_ = true;
+    with_.view.CreateControls();
     choice_.Restore();
     with_.view.SetPlacement(RestoreWindowPosition(kWindowName, with_.view.Placement(),
                                                   with_.view.Monitors(), with_.settings));

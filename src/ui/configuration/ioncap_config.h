@@ -130,6 +130,7 @@ class IoncapConfig : public ConfigurationWindow {
 
   Collaborators with_;
   bool bands_missing_ = false;
+  bool filled_ = false;  ///< the view has controls
   /// What the running test is called in its result.
   std::string tested_;
 };

@@ -35,7 +35,7 @@ void SetOptionalLine(wxStaticText& line, const std::string& text) {
 }  // namespace
 
 BeaconFrame::BeaconFrame(wxWindow* parent)
-    : SideFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
+    : ViewFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
   timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Send({.kind = BeaconEvent::kTimer_Tick}); });
   Bind(wxEVT_CHAR_HOOK, &BeaconFrame::OnMarkKey, this);
 }
@@ -55,6 +55,8 @@ void BeaconFrame::MakeControls() {
   target_->SetFont(GetFont().Bold());
   auto* marks = MakeMarks(base);
   canvas_ = new PaintedCanvas(base, "BeaconDay", wxSize(480, 200));
+  canvas_->Attach({std::bind_front(&BeaconWindow::SetPalette, controller_),
+                   std::bind_front(&BeaconWindow::Paint, controller_)});
   auto* days = MakeDayButtons(base);
   status_ = MakeLine(base);
 
@@ -76,7 +78,6 @@ void BeaconFrame::MakeControls() {
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
-  PutToolTips(true);
 }
 
 /// One line of text. An ellipsis replaces its end if the line is too narrow.
@@ -122,6 +123,7 @@ wxSizer* BeaconFrame::MakeSelection(wxWindow* parent) {
             .check = static_cast<BeaconCheck>(i),
             .checked = event.IsChecked()});
     });
+    AddToolTip(checks_.at(i), kBeaconCheckWords.at(i).tool_tip);
     row->Add(checks_.at(i), item);
   }
   return row;
@@ -160,35 +162,12 @@ wxButton* BeaconFrame::MakeButton(wxWindow* parent, BeaconButton button) {
   buttons_.at(i)->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) {
     Send({.kind = BeaconEvent::kButton_Click, .button = button});
   });
+  AddToolTip(buttons_.at(i), kBeaconButtonWords.at(i).tool_tip);
   return buttons_.at(i);
 }
 
 void BeaconFrame::Send(const BeaconEvent& event) {
   if (controller_ != nullptr) controller_->Handle(event);
-}
-
-void BeaconFrame::Attach(BeaconWindow& controller) {
-  controller_ = &controller;
-  WithControls([this, &controller] {
-    canvas_->Attach({std::bind_front(&BeaconWindow::SetPalette, &controller),
-                     std::bind_front(&BeaconWindow::Paint, &controller)});
-  });
-}
-
-void BeaconFrame::PutToolTips(bool show) {
-  const auto put = [show](wxWindow* control, std::string_view text) {
-    if (show) {
-      control->SetToolTip(ToWx(text));
-    } else {
-      control->UnsetToolTip();
-    }
-  };
-  for (std::size_t i = 0; i < checks_.size(); ++i) {
-    put(checks_.at(i), kBeaconCheckWords.at(i).tool_tip);
-  }
-  for (std::size_t i = 0; i < buttons_.size(); ++i) {
-    put(buttons_.at(i), kBeaconButtonWords.at(i).tool_tip);
-  }
 }
 
 void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
@@ -203,16 +182,14 @@ void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
 }
 
 void BeaconFrame::SetTexts(const BeaconTexts& texts) {
-  WithControls([this, texts] {
-    SetLine(*clock_, texts.clock);
-    SetOptionalLine(*warning_, texts.warning);
-    SetOptionalLine(*problem_, texts.problem);
-    PutRows(texts.rows);
-    SetLine(*target_, texts.target);
-  });
+  SetLine(*clock_, texts.clock);
+  SetOptionalLine(*warning_, texts.warning);
+  SetOptionalLine(*problem_, texts.problem);
+  SetRows(texts.rows);
+  SetLine(*target_, texts.target);
 }
 
-void BeaconFrame::PutRows(const std::vector<BandRow>& rows) {
+void BeaconFrame::SetRows(const std::vector<BandRow>& rows) {
   if (rows.size() != rows_.size()) {
     list_->DeleteAllItems();
     rows_.assign(rows.size(), {});
@@ -236,39 +213,34 @@ void BeaconFrame::PutRows(const std::vector<BandRow>& rows) {
 }
 
 void BeaconFrame::SetStatus(const std::string& text) {
-  WithControls([this, text] { SetLine(*status_, text); });
+  SetLine(*status_, text);
 }
 
 void BeaconFrame::SetSelectBy(int index) {
-  WithControls([this, index] { select_by_->SetSelection(index); });
+  select_by_->SetSelection(index);
 }
 
 void BeaconFrame::SetChoices(const std::vector<std::string>& texts, int index) {
   wxArrayString items;
   for (const std::string& text : texts) items.Add(ToWx(text));
-  WithControls([this, items, index] {
-    choices_->Set(items);
-    choices_->SetSelection(index);
-  });
+  choices_->Set(items);
+  choices_->SetSelection(index);
 }
 
 void BeaconFrame::SetChecked(BeaconCheck check, bool checked) {
-  WithControls(
-      [this, check, checked] { checks_.at(static_cast<std::size_t>(check))->SetValue(checked); });
+  checks_.at(static_cast<std::size_t>(check))->SetValue(checked);
 }
 
 void BeaconFrame::Enable(BeaconButton button, bool enable) {
-  WithControls([this, button, enable] {
-    EnableKeepingFocus(*buttons_.at(static_cast<std::size_t>(button)), enable);
-  });
+  EnableKeepingFocus(*buttons_.at(static_cast<std::size_t>(button)), enable);
 }
 
 std::string BeaconFrame::Note() const {
-  return Furnished() ? FromWx(note_->GetValue()) : std::string();
+  return FromWx(note_->GetValue());
 }
 
 void BeaconFrame::SetNote(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] { note_->ChangeValue(shown); });
+  note_->ChangeValue(ToWx(text));
 }
 
 void BeaconFrame::StartTimer(std::chrono::milliseconds delay) {

@@ -19,17 +19,13 @@ namespace skyhop {
 
 /// The beacon window, from top to bottom: clock, warnings, list of bands, selection with check
 /// boxes, beacon to listen for, note with the buttons that mark it, day, status.
-class BeaconFrame : public SideFrame, public BeaconView {
+class BeaconFrame : public ViewFrame<BeaconView> {
  public:
   /// `parent` may be null. The window is not shown.
   explicit BeaconFrame(wxWindow* parent);
 
   /// Sends the events of the window to `controller` from now on.
-  void Attach(BeaconWindow& controller);
-  /// Tool tips can be switched off.
-  void ShowToolTips(bool show) {
-    WithControls([this, show] { PutToolTips(show); });
-  }
+  void Attach(BeaconWindow& controller) { controller_ = &controller; }
 
   void SetTexts(const BeaconTexts& texts) override;
   void SetStatus(const std::string& text) override;
@@ -40,19 +36,11 @@ class BeaconFrame : public SideFrame, public BeaconView {
   using SideFrame::Enable;
   [[nodiscard]] std::string Note() const override;
   void SetNote(const std::string& text) override;
-  void Refresh() override {
-    if (Furnished()) canvas_->Repaint();
-  }
+  void Refresh() override { canvas_->Repaint(); }
   using SideFrame::Refresh;
   void StartTimer(std::chrono::milliseconds delay) override;
   void StopTimer() override { timer_.Stop(); }
   [[nodiscard]] std::optional<std::string> AskFile(const std::string& proposal) override;
-  void ShowWindow() override { BringUp(); }
-  void HideWindow() override { Hide(); }
-  [[nodiscard]] bool Visible() const override { return IsShown(); }
-  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
-  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
   void MakeControls() override;
@@ -65,8 +53,7 @@ class BeaconFrame : public SideFrame, public BeaconView {
   [[nodiscard]] wxSizer* MakeDayButtons(wxWindow* parent);
   [[nodiscard]] wxButton* MakeButton(wxWindow* parent, BeaconButton button);
   [[nodiscard]] wxStaticText* MakeLine(wxWindow* parent);
-  void PutToolTips(bool show);
-  void PutRows(const std::vector<BandRow>& rows);
+  void SetRows(const std::vector<BandRow>& rows);
 
   BeaconWindow* controller_ = nullptr;
   wxTimer timer_;

@@ -8,7 +8,7 @@
 namespace skyhop {
 
 /// A window with a text to be read and copied: the bulletin of the current conditions, or files.
-class ConditionsFrame : public SideFrame, public ConditionsView {
+class ConditionsFrame : public ViewFrame<ConditionsView> {
  public:
   /// What a window shows, as its title and by its name.
   struct Words {
@@ -25,12 +25,6 @@ class ConditionsFrame : public SideFrame, public ConditionsView {
   void Attach(CurrentConditions& controller) { controller_ = &controller; }
 
   void SetText(const std::string& text) override;
-  void ShowWindow() override { BringUp(); }
-  void HideWindow() override { Hide(); }
-  [[nodiscard]] bool Visible() const override { return IsShown(); }
-  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
-  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
   void MakeControls() override;

@@ -46,7 +46,7 @@ class IoncapConfigTest : public ::testing::Test {
   IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
 
   void Load() { window_.Form_Load(); }
-  /// What lies in the folders is looked up when the window opens.
+  /// Also sets the values of the view and searches the folders.
   void LoadAndOpen() {
     Load();
     window_.Show();
@@ -94,13 +94,34 @@ TEST_F(IoncapConfigTest, LoadingRestoresValuesBandsAndPlace) {
   with_.store.SaveSetting(kProductName, "Configuration", "DistanceMiles", "False");
   with_.store.SaveSetting(kProductName, "Windows", "IoncapConfigLeft", "333");
   Load();
-  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 2);
-  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
   EXPECT_EQ(view_.placement.left, 333);
   EXPECT_EQ(bands_.GetBandNameForFreq(14.1), "20M");
+  EXPECT_FALSE(view_.shown);
+  window_.Show();
+  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 2);
+  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
   EXPECT_EQ(view_.modes, DefaultModes());
   EXPECT_EQ(view_.labels[ConfigLabel::kBandsMissing], "");
-  EXPECT_FALSE(view_.shown);
+}
+
+TEST_F(IoncapConfigTest, SetsNoValuesBeforeTheWindowIsShown) {
+  std::filesystem::remove(with_.log.folder / "Bands.txt");
+  Load();
+  configuration_.SetEngine(1);
+  configuration_.SetDistanceMiles(false);
+  configuration_.SetUrl(PanelText::kSSNURL, "https://example.org");
+  configuration_.SetShowToolTips(false);
+  window_.Peers_Change();
+  EXPECT_FALSE(view_.tool_tips) << "not a value of a control";
+  EXPECT_TRUE(view_.options.empty() && view_.checked.empty() && view_.labels.empty());
+  EXPECT_TRUE(view_.bands.empty() && view_.urls.empty() && view_.peers.empty());
+  window_.Show();
+  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 1);
+  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
+  EXPECT_EQ(view_.urls[PanelText::kSSNURL], "https://example.org");
+  EXPECT_FALSE(view_.checked[ConfigCheck::kShowToolTips]);
+  EXPECT_NE(view_.labels[ConfigLabel::kBandsMissing], "");
+  EXPECT_EQ(view_.peers.size(), 3U);
 }
 
 TEST_F(IoncapConfigTest, AntennasAreThoseOfTheEngineThatIsUsed) {
@@ -150,7 +171,7 @@ TEST_F(IoncapConfigTest, ClosingHidesTheWindowAndSavesItsPlace) {
 TEST_F(IoncapConfigTest, WithoutABandFileFrequencyDependentSettingsAreOff) {
   std::filesystem::remove(with_.log.folder / "Bands.txt");
   with_.store.SaveSetting(kProductName, "Configuration", "FreqDependentEnabled", "True");
-  Load();
+  LoadAndOpen();
   EXPECT_FALSE(configuration_.FreqDependentEnabled());
   EXPECT_FALSE(view_.checked[ConfigCheck::kFreqDependentEnabled]);
   EXPECT_FALSE(view_.checks_enabled[ConfigCheck::kFreqDependentEnabled]);
@@ -450,7 +471,7 @@ TEST_F(IoncapConfigTest, TheSourceOfYourStationIsTheOneThatIsUsed) {
 }
 
 TEST_F(IoncapConfigTest, ChangesMadeElsewhereAreShown) {
-  Load();
+  LoadAndOpen();
   configuration_.SetEngine(1);
   configuration_.SetDistanceMiles(false);
   configuration_.SetUrl(PanelText::kSSNURL, "https://example.org");
