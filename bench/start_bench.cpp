@@ -1,6 +1,5 @@
 // Measures the time from the start of the program until its window is on the screen, and its memory
-// when all its windows are ready. Needs a separate X display, because it takes the first painted
-// window for the program's.
+// then. Needs a separate X display, because it takes the first painted window for the program's.
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -30,7 +29,7 @@ using Clock = std::chrono::steady_clock;
 using testing::TemporaryFolder;
 
 constexpr auto kLongest = std::chrono::seconds(20);
-/// After this time, the hidden windows are ready too.
+/// By then the work that follows the start is done.
 constexpr auto kSettled = std::chrono::seconds(5);
 /// Number of colours from which a window counts as painted: a window with its controls and the
 /// empty chart has far more than an empty one.

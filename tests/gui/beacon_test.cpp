@@ -67,7 +67,7 @@ class BeaconWindows : public GuiTest {
   }
 };
 
-TEST_F(BeaconWindows, FollowAndPredictTheBands) {
+TEST_F(BeaconWindows, ShowsAndPredictsTheBands) {
   Start();
   EnterStations();
   Open();
@@ -103,7 +103,7 @@ TEST_F(BeaconWindows, FollowAndPredictTheBands) {
   Predict();
 }
 
-TEST_F(BeaconWindows, MarkABeaconWhenAKeyIsPressedInTheNote) {
+TEST_F(BeaconWindows, MarksABeaconByKeyFromTheNote) {
   Start();
   Open();
   auto& note = Named<wxTextCtrl>("S-meter or note");
@@ -127,7 +127,7 @@ TEST_F(BeaconWindows, MarkABeaconWhenAKeyIsPressedInTheNote) {
   EXPECT_TRUE(PumpUntil([&] { return !Window().IsShown(); }));
 }
 
-TEST_F(BeaconWindows, ChangeSlotsOnTime) {
+TEST_F(BeaconWindows, ChangesSlotsOnTime) {
   Start();
   WriteFile(home_ / BeaconModule::kCustomScheduleFile,
             "slot, 0.5\nfrequencies, 14100, 1\nOH2B\nW6WX\nVR2B\nYV5B\nCS3B\n");
@@ -135,7 +135,7 @@ TEST_F(BeaconWindows, ChangeSlotsOnTime) {
   Click(*FindControl<wxCheckBox>(Window(), "Custom schedule"));
   ASSERT_TRUE(PumpUntil([&] { return List().GetItemCount() == 1; }));
   EXPECT_TRUE(Tells("CustomBeaconSchedule.txt, line 2, column 21: \"1\" is not a frequency"));
-  // Even on a busy machine, the window must show most slots when they begin, and none before.
+  // A busy machine may delay some slots, so the median counts. No slot may begin early.
   std::vector<milliseconds> late;
   for (int edge = 0; edge < 9; ++edge) {
     const std::string before = Cell(0, kNow);
@@ -148,7 +148,7 @@ TEST_F(BeaconWindows, ChangeSlotsOnTime) {
   RecordProperty("worst_ms", static_cast<int>(late.back().count()));
 }
 
-TEST_F(BeaconWindows, RestoreSelectionAndPlace) {
+TEST_F(BeaconWindows, RestoresSelectionAndPlace) {
   Start();
   Open();
   Choose("Select by", "Call");

@@ -80,8 +80,8 @@ TEST_F(ChartWindow, DrawsATypedPrediction) {
   EXPECT_TRUE(ComesUp(kLuf, kSmoothed));
   EXPECT_TRUE(ComesUp(colors::kOpenBand));
 
-  ShowPageOf(*FindControl<wxStaticText>(Frame(), "Engine:"));
-  EXPECT_TRUE(Shows("IONCAP"));
+  Tabs().SetSelection(4);
+  EXPECT_TRUE(PumpUntil([&] { return Shows("IONCAP"); }));
   EXPECT_TRUE(Shows("miles") || Shows("km"));
 }
 

@@ -89,6 +89,7 @@ TEST_F(ConfigurationByKeyboard, ReachesEveryControlOfEveryPage) {
 TEST_F(ConfigurationByKeyboard, AppliesSettingsAtOnceAndAfterARestart) {
   Start();
   EnterStations();
+  Tabs().SetSelection(4);
   const bool miles = Shows(" miles");
   ASSERT_NE(miles, Shows(" km"));
   Open();
@@ -123,6 +124,7 @@ TEST_F(ConfigurationByKeyboard, AppliesSettingsAtOnceAndAfterARestart) {
   CloseWindow();
 
   Start();
+  (void)Field(TextField::kSNRFrequency);  // creates all controls
   for (const wxWindow* window : Descendants(Frame())) {
     EXPECT_EQ(window->GetToolTip(), nullptr) << window->GetName();
   }

@@ -85,7 +85,7 @@ class KeyboardAlone : public GuiTest {
 TEST_F(KeyboardAlone, VisitsEveryControlByTab) {
   Start();
   for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
-    Tabs().ChangeSelection(page);
+    Tabs().SetSelection(page);
     wxCheckBox* const begin = FindControl<wxCheckBox>(Frame(), "Show Open Bands");
     begin->SetFocus();
     ASSERT_TRUE(PumpUntil([&] { return begin->HasFocus(); }));
@@ -241,7 +241,7 @@ TEST_F(KeyboardAlone, MatchesTheGuidesListOfLetters) {
   (void)Field(TextField::kSNRFrequency);
   for (const char* name : {"IonCap", "SolarForecast", "BeaconMonitor", "IoncapConfig"}) {
     auto& window = *dynamic_cast<wxFrame*>(wxWindow::FindWindowByName(name));
-    if (auto* const side = dynamic_cast<SideFrame*>(&window)) side->Furnish();
+    if (auto* const side = dynamic_cast<SideFrame*>(&window)) side->CreateControls();
     std::set<std::string> keys;
     for (const wxWindow* control : Descendants(window)) {
       if (dynamic_cast<const wxControl*>(control) == nullptr) continue;

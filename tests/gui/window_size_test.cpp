@@ -126,7 +126,7 @@ TEST_F(WindowSizes, ReturnToTheFirstSizesOnReset) {
 TEST_F(WindowSizes, ShowAllControlsWhenSmallest) {
   Start();
   for (std::size_t page = 0; page < Tabs().GetPageCount(); ++page) {
-    Tabs().ChangeSelection(page);
+    Tabs().SetSelection(page);
     SCOPED_TRACE(Tabs().GetPageText(page));
     ExpectNothingCutOff(Frame());
   }

@@ -10,13 +10,9 @@
 
 namespace skyhop::testing {
 
-class FakeBeaconView : public FakeWindow<BeaconView> {
+class FakeBeaconView : public FakeWindow<BeaconView>, public BeaconTexts {
  public:
-  void SetClock(const std::string& text) override { clock = text; }
-  void SetWarning(const std::string& text) override { warning = text; }
-  void SetProblem(const std::string& text) override { problem = text; }
-  void SetRows(const std::vector<BandRow>& shown) override { rows = shown; }
-  void SetTarget(const std::string& text) override { target = text; }
+  void SetTexts(const BeaconTexts& texts) override { static_cast<BeaconTexts&>(*this) = texts; }
   void SetStatus(const std::string& text) override { status = text; }
   void SetSelectBy(int index) override { select_by = index; }
   void SetChoices(const std::vector<std::string>& texts, int index) override {
@@ -35,11 +31,6 @@ class FakeBeaconView : public FakeWindow<BeaconView> {
     return file;
   }
 
-  std::string clock;
-  std::string warning;
-  std::string problem;
-  std::vector<BandRow> rows;
-  std::string target;
   std::string status;
   int select_by = -1;
   std::vector<std::string> choices;

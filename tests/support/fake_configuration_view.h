@@ -35,8 +35,10 @@ class FakeConfigurationView : public ConfigurationView {
   void SetPeers(std::span<const PeerState> all) override { peers.assign(all.begin(), all.end()); }
   void ShowToolTips(bool show) override { tool_tips = show; }
 
+  void CreateControls() override {}
   void ShowWindow() override { shown = true; }
   void HideWindow() override { shown = false; }
+  [[nodiscard]] bool Visible() const override { return shown; }
   [[nodiscard]] WindowPlacement Placement() const override { return placement; }
   void SetPlacement(const WindowPlacement& place) override { placement = place; }
   [[nodiscard]] std::vector<Monitor> Monitors() const override { return {{0, 0, 1920, 1080}}; }

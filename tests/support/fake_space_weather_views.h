@@ -13,6 +13,7 @@ namespace skyhop::testing {
 template <class View>
 class FakeWindow : public View {
  public:
+  void CreateControls() override {}
   void ShowWindow() override { visible = true; }
   void HideWindow() override { visible = false; }
   [[nodiscard]] bool Visible() const override { return visible; }

@@ -16,9 +16,6 @@
 namespace skyhop {
 namespace {
 
-/// The start belongs to what is seen first; the rest follows, one piece at a time.
-constexpr int kFurnishInterval = 300;  // ms
-
 /// How often another start may have asked for the window.
 constexpr int kShowInterval = 200;  // ms
 
@@ -164,9 +161,6 @@ void SkyhopProgram::AttachWindows() {
   frame_->SetBusyCancel([this] { space_weather_.procedure.Cancel(); });
   download_pause_.SetEscapeListener([this] { space_weather_.procedure.Cancel(); });
   frame_->SetShowPreparation(platform::LayOutHidden);
-  // The first download may end with a message that stays open: the rest is ready all the same.
-  furnish_timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { FurnishNext(); });
-  frame_->SetPaintedListener([this] { furnish_timer_.Start(kFurnishInterval); });
   frame_->SetClosedListener([this] {
     for (SideFrame* frame : SideFrames()) frame->Destroy();
   });
@@ -193,19 +187,9 @@ bool SkyhopProgram::Start() {
   return true;
 }
 
-/// Gets one of the main window's pages or of the other windows ready to be opened.
-void SkyhopProgram::FurnishNext() {
-  if (frame_ && frame_->FurnishNext()) return;
-  for (SideFrame* frame : SideFrames()) {
-    if (!frame->Furnished()) return frame->Furnish();
-  }
-  furnish_timer_.Stop();
-}
-
 void SkyhopProgram::ShowToolTips() {
   const bool show = configuration_.ShowToolTips();
-  if (forecast_frame_) forecast_frame_->ShowToolTips(show);
-  if (beacon_frame_) beacon_frame_->ShowToolTips(show);
+  for (SideFrame* frame : SideFrames()) frame->ShowToolTips(show);
 }
 
 bool SkyhopProgram::CloseWindow() {

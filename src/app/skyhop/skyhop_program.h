@@ -79,7 +79,6 @@ class SkyhopProgram : private ConfigurationHost {
   [[nodiscard]] std::vector<SideFrame*> SideFrames() const;
   void AttachWindows();
   void ShowToolTips();
-  void FurnishNext();
 
   std::filesystem::path folder_;
   std::unique_ptr<Clock> clock_;
@@ -121,7 +120,6 @@ class SkyhopProgram : private ConfigurationHost {
   IoncapConfig configuration_window_;
   IonCap controller_;
   ProgramWindows windows_;
-  wxTimer furnish_timer_;
   wxTimer show_timer_;
 };
 

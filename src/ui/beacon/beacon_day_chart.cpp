@@ -11,7 +11,7 @@ namespace {
 constexpr int kHours = 24;
 constexpr std::array<const char*, 5> kLevelTexts = {"closed", "poor", "fair", "good", "very good"};
 
-/// Rows that are lower share their labels with their neighbours.
+/// The least height of a label. A lower row has a label only while it is the present one.
 constexpr double kLeastText = 8;
 
 class DayPainter {
@@ -52,7 +52,7 @@ class DayPainter {
     surface_->Text(at, text, {size, color, align, VerticalAlign::kMiddle, weight});
   }
 
-  /// Whole pixels, so that neighbouring rows leave no gap of a half.
+  /// In whole pixels, so that no gap of half a pixel separates rows.
   [[nodiscard]] double Top(std::size_t row) const {
     return plot_.top + std::round(row_height_ * static_cast<double>(row));
   }

@@ -11,7 +11,7 @@
 
 namespace skyhop {
 
-/// A mark of the user's in a row of the day.
+/// A mark in a row of the day.
 struct DayMark {
   double hour = 0;  ///< 0 to 24, UTC
   bool heard = true;
@@ -20,7 +20,7 @@ struct DayMark {
 /// One beacon on one frequency through the day.
 struct DayRow {
   std::string label;
-  /// How open the frequency is predicted to be, 0 to 4 by hour; nothing where that is not known.
+  /// Predicted level by hour, 0 to 4; nothing if it is unknown.
   std::array<std::optional<std::int16_t>, 24> levels;
   std::vector<DayMark> marks;
   bool now = false;  ///< the beacon to listen for
@@ -29,16 +29,16 @@ struct DayRow {
 struct DayChart {
   std::string title;
   std::vector<DayRow> rows;
-  std::string empty_text;      ///< shown where there are no rows
-  std::optional<double> hour;  ///< the time now; nothing on another day
+  std::string empty_text;      ///< shown instead of rows if there are none
+  std::optional<double> hour;  ///< the present time; nothing on another day
   ChartPalette palette = kLightPalette;
 };
 
-/// The words for a level, 0 to 4.
+/// The word for a level, 0 to 4.
 [[nodiscard]] const char* LevelText(std::int16_t level);
 
 /// Draws the day on a surface of that size in pixels; `text_size` is the height of its font. Rows
-/// become as low as the surface makes them, their labels no smaller than they can be read.
+/// become lower on a small surface. A label that would be too small to read is left out.
 void PaintDayChart(const DayChart& day, double width, double height, double text_size,
                    Surface& surface);
 

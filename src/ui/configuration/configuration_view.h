@@ -82,10 +82,8 @@ struct PeerState {
 /// decides everything.
 ///
 /// Setting a value here never raises the event of a user's input. Texts are UTF-8.
-class ConfigurationView {
+class ConfigurationView : public SideView {
  public:
-  virtual ~ConfigurationView() = default;
-
   virtual void Select(ConfigOption option, int index) = 0;
   virtual void SetChecked(ConfigCheck check, bool checked) = 0;
   virtual void Enable(ConfigCheck check, bool enabled) = 0;
@@ -112,14 +110,6 @@ class ConfigurationView {
   virtual void SetUrlNote(Address url, const std::string& text) = 0;
   virtual void SetPeers(std::span<const PeerState> peers) = 0;
   virtual void ShowToolTips(bool show) = 0;
-
-  /// Shows the window in front of the others; it may be shown already.
-  virtual void ShowWindow() = 0;
-  virtual void HideWindow() = 0;
-  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
-  virtual void SetPlacement(const WindowPlacement& placement) = 0;
-  /// The monitors of the desktop; the main one comes first.
-  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
 
   /// Starts the timer that follows an engine's test. It ticks until it is stopped.
   virtual void StartTestTimer(std::chrono::milliseconds interval) = 0;

@@ -43,7 +43,7 @@ void IoncapConfig::Form_Load() {
     with_.configuration.Load();
     with_.diagnostics.SetDebug(with_.configuration.DiagMode());
     with_.bands.InitializeBandArray();
-    Fill();
+    with_.view.ShowToolTips(with_.configuration.ShowToolTips());
     with_.view.SetPlacement(RestoreWindowPosition(kWindowName, with_.view.Placement(),
                                                   with_.view.Monitors(), with_.settings));
   });
@@ -52,7 +52,7 @@ void IoncapConfig::Form_Load() {
 void IoncapConfig::Show() {
   with_.diagnostics.Trap("IoncapConfig.Show", [&] {
     with_.diagnostics.DebugLog("IoncapConfig.Show");
-    // The parameter set restores the web pages without a notification.
+    if (!filled_) Fill();
     for (const ConfigUrl& row : kConfigUrls) FillUrl(row.url);
     Form_Activate();
     with_.view.ShowWindow();
@@ -96,13 +96,15 @@ void IoncapConfig::BandsMissing() {
     if (with_.configuration.FreqDependentEnabled()) {
       with_.configuration.SetFreqDependentEnabled(false);
     }
-    FillBands();
+    if (filled_) FillBands();
   });
 }
 
 // --- What the window shows ----------------------------------------------------------------------
 
 void IoncapConfig::Fill() {
+  with_.view.CreateControls();
+  filled_ = true;
   const Configuration& configuration = with_.configuration;
   with_.view.Select(ConfigOption::kEngineButton, configuration.Engine());
   with_.view.Select(ConfigOption::kDistanceUnit, configuration.DistanceMiles()
@@ -114,13 +116,10 @@ void IoncapConfig::Fill() {
   for (const ConfigUrl& row : kConfigUrls) FillUrl(row.url);
   with_.view.SetChecked(ConfigCheck::kDiagMode, configuration.DiagMode());
   with_.view.SetChecked(ConfigCheck::kShowToolTips, configuration.ShowToolTips());
-  with_.view.ShowToolTips(configuration.ShowToolTips());
   with_.view.SetChecked(ConfigCheck::kDualMonitor, configuration.DualMonitor());
   with_.view.SetChecked(ConfigCheck::kDownloadSsnAtStart, configuration.DownloadSsnAtStart());
   with_.view.SetLabel(ConfigLabel::kTestResult, "");
   with_.view.SetLabel(ConfigLabel::kProgramFolder, PathText(with_.program_folder));
-  // Form_Activate searches the folders when the window opens, so that the start need not wait for
-  // that.
 }
 
 void IoncapConfig::FillBands() {
@@ -241,6 +240,7 @@ void IoncapConfig::ShowErrorLog() {
 }
 
 void IoncapConfig::Peers_Change() {
+  if (!filled_) return;
   with_.diagnostics.Trap("IoncapConfig.Peers_Change",
                          [&] { with_.view.SetPeers(with_.peers.Peers()); });
 }
@@ -249,6 +249,11 @@ void IoncapConfig::Peers_Change() {
 /// changes modes and bands, so these are not written again: that would disturb a field that the
 /// user edits.
 void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
+  const bool diagnostics = with_.configuration.DiagMode();
+  const bool tool_tips = with_.configuration.ShowToolTips();
+  if (item == Configuration::Item::kDiagMode) with_.diagnostics.SetDebug(diagnostics);
+  if (item == Configuration::Item::kShowToolTips) with_.view.ShowToolTips(tool_tips);
+  if (!filled_) return;
   switch (item) {
     case Configuration::Item::kEngine:
       with_.view.Select(ConfigOption::kEngineButton, with_.configuration.Engine());
@@ -260,18 +265,15 @@ void IoncapConfig::ConfigurationChanged(Configuration::Item item) {
                                                          : distance_unit::kKilometres);
       break;
     case Configuration::Item::kDiagMode:
-      with_.diagnostics.SetDebug(with_.configuration.DiagMode());
-      with_.view.SetChecked(ConfigCheck::kDiagMode, with_.configuration.DiagMode());
+      with_.view.SetChecked(ConfigCheck::kDiagMode, diagnostics);
       break;
     case Configuration::Item::kUrls:
       for (const ConfigUrl& row : kConfigUrls) FillUrl(row.url);
       break;
-    case Configuration::Item::kShowToolTips:
-      with_.view.ShowToolTips(with_.configuration.ShowToolTips());
-      break;
     case Configuration::Item::kAntennas:
       ShowAntennas();
       break;
+    case Configuration::Item::kShowToolTips:
     case Configuration::Item::kFreqDependent:
     case Configuration::Item::kModes:
     case Configuration::Item::kDualMonitor:

@@ -130,6 +130,7 @@ class IoncapConfig : public ConfigurationWindow {
 
   Collaborators with_;
   bool bands_missing_ = false;
+  bool filled_ = false;  ///< the view has controls
   /// The name of the running test in its result.
   std::string tested_;
 };

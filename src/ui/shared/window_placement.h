@@ -24,6 +24,25 @@ struct WindowPlacement {
   friend bool operator==(const WindowPlacement&, const WindowPlacement&) = default;
 };
 
+/// A window beside the main one, as its controller uses it.
+class SideView {
+ public:
+  virtual ~SideView() = default;
+
+  /// Creates the controls unless the window has them. The controller calls it before it sets
+  /// values.
+  virtual void CreateControls() = 0;
+  /// Shows the window in front of the others, with its controls. It may be shown already.
+  virtual void ShowWindow() = 0;
+  virtual void HideWindow() = 0;
+  [[nodiscard]] virtual bool Visible() const = 0;
+
+  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
+  virtual void SetPlacement(const WindowPlacement& placement) = 0;
+  /// The monitors of the desktop; the main one is first.
+  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
+};
+
 /// Saves the place of a window under the window's own name such as "IonCap", in section "Windows".
 /// For a minimised or maximised window, `placement` holds its restored place. Failures are logged.
 void SaveWindowPosition(const std::string& window, const WindowPlacement& placement,

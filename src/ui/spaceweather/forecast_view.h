@@ -26,10 +26,8 @@ inline constexpr int kForecastCheckCount = 3;
 ///  - calls Form_QueryUnload instead of closing when the user closes it.
 ///
 /// Setting a value here never raises the event of a user's input. Texts are UTF-8.
-class ForecastView {
+class ForecastView : public SideView {
  public:
-  virtual ~ForecastView() = default;
-
   virtual void SetCaption(const std::string& caption) = 0;
   virtual void SetChecked(ForecastCheck check, bool checked) = 0;
   /// The line below the graphs: the day under the pointer, else the source of the forecast. If the
@@ -37,16 +35,6 @@ class ForecastView {
   virtual void SetStatus(const std::string& text) = 0;
   /// Paints the graphs again.
   virtual void Refresh() = 0;
-
-  /// Shows the window in front of the others; it may be shown already.
-  virtual void ShowWindow() = 0;
-  virtual void HideWindow() = 0;
-  [[nodiscard]] virtual bool Visible() const = 0;
-
-  [[nodiscard]] virtual WindowPlacement Placement() const = 0;
-  virtual void SetPlacement(const WindowPlacement& placement) = 0;
-  /// The monitors of the desktop; the main one comes first.
-  [[nodiscard]] virtual std::vector<Monitor> Monitors() const = 0;
 };
 
 }  // namespace skyhop

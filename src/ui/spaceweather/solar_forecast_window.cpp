@@ -39,6 +39,7 @@ const char* ToolTip(ForecastCheck check) {
 void SolarForecast::Form_Load() {
   with_.diagnostics.Trap("SolarForecast.Form_Load", [&] {
     loaded_ = true;
+    with_.view.CreateControls();
     for (int check = 0; check < kForecastCheckCount; ++check) {
       const auto box = static_cast<ForecastCheck>(check);
       with_.view.SetChecked(box, Shown(box));

@@ -13,19 +13,21 @@
 namespace skyhop {
 namespace {
 
-/// Widths of the list's columns, in DIP for text of the usual size; the last one takes the rest.
+/// Widths of the columns in DIP, for text of the usual size.
 constexpr std::array<int, kBandColumns.size()> kColumnWidths = {64,  86,  60, 236, 110,
                                                                 116, 112, 90, 140};
 
-/// The longest time, in ms, until a key that is held repeats itself, as systems are set up usually.
-constexpr long kHeldKey = 700;
+void SetLine(wxStaticText& line, const std::string& text) {
+  const wxString shown = ToWx(text);
+  if (line.GetLabelText() != shown) line.SetLabelText(shown);
+}
 
-/// Shows a line that takes its room from the day; hides it when there is nothing to tell.
-void ShowLine(wxStaticText& line, const wxString& text) {
-  if (line.GetLabelText() == text) return;
-  line.SetLabelText(text);
-  // Its end may be cut off.
-  line.SetToolTip(text);
+/// Sets a line that is hidden while it is empty. The canvas gives room to a shown one.
+void SetOptionalLine(wxStaticText& line, const std::string& text) {
+  if (line.GetLabelText() == ToWx(text)) return;
+  SetLine(line, text);
+  // The line may be too narrow for the text.
+  line.SetToolTip(ToWx(text));
   line.Show(!text.empty());
   line.GetParent()->Layout();
 }
@@ -33,10 +35,8 @@ void ShowLine(wxStaticText& line, const wxString& text) {
 }  // namespace
 
 BeaconFrame::BeaconFrame(wxWindow* parent)
-    : SideFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
-  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-    if (controller_ != nullptr) controller_->Timer_Tick();
-  });
+    : ViewFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
+  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Send({.kind = BeaconEvent::kTimer_Tick}); });
   Bind(wxEVT_CHAR_HOOK, &BeaconFrame::OnMarkKey, this);
 }
 
@@ -55,6 +55,8 @@ void BeaconFrame::MakeControls() {
   target_->SetFont(GetFont().Bold());
   auto* marks = MakeMarks(base);
   canvas_ = new PaintedCanvas(base, "BeaconDay", wxSize(480, 200));
+  canvas_->Attach({std::bind_front(&BeaconWindow::SetPalette, controller_),
+                   std::bind_front(&BeaconWindow::Paint, controller_)});
   auto* days = MakeDayButtons(base);
   status_ = MakeLine(base);
 
@@ -76,10 +78,9 @@ void BeaconFrame::MakeControls() {
   auto* whole = new wxBoxSizer(wxVERTICAL);
   whole->Add(base, wxSizerFlags(1).Expand());
   SetSizer(whole);
-  PutToolTips(true);
 }
 
-/// One line of text whose end may be cut off.
+/// One line of text. An ellipsis replaces its end if the line is too narrow.
 wxStaticText* BeaconFrame::MakeLine(wxWindow* parent) {
   return new wxStaticText(parent, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                           wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
@@ -106,23 +107,24 @@ wxSizer* BeaconFrame::MakeSelection(wxWindow* parent) {
   select_by_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, ways);
   select_by_->SetName("Select by");
   select_by_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
-    if (controller_ != nullptr) controller_->SelectBy_Click(event.GetSelection());
+    Send({.kind = BeaconEvent::kSelectBy_Click, .index = event.GetSelection()});
   });
   row->Add(select_by_, item);
   choices_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxSize(TextPixels(140), -1));
   choices_->SetName("Selected");
   choices_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
-    if (controller_ != nullptr) controller_->Choice_Click(event.GetSelection());
+    Send({.kind = BeaconEvent::kChoice_Click, .index = event.GetSelection()});
   });
   row->Add(choices_, item);
-  for (int i = 0; i < kBeaconCheckCount; ++i) {
-    const auto check = static_cast<BeaconCheck>(i);
-    auto* box = new wxCheckBox(parent, wxID_ANY, ToWx(Caption(check)));
-    box->Bind(wxEVT_CHECKBOX, [this, check](wxCommandEvent& event) {
-      if (controller_ != nullptr) controller_->Check_Click(check, event.IsChecked());
+  for (std::size_t i = 0; i < checks_.size(); ++i) {
+    checks_.at(i) = new wxCheckBox(parent, wxID_ANY, ToWx(kBeaconCheckWords.at(i).caption));
+    checks_.at(i)->Bind(wxEVT_CHECKBOX, [this, i](wxCommandEvent& event) {
+      Send({.kind = BeaconEvent::kCheck_Click,
+            .check = static_cast<BeaconCheck>(i),
+            .checked = event.IsChecked()});
     });
-    checks_.at(static_cast<std::size_t>(i)) = box;
-    row->Add(box, item);
+    AddToolTip(checks_.at(i), kBeaconCheckWords.at(i).tool_tip);
+    row->Add(checks_.at(i), item);
   }
   return row;
 }
@@ -135,7 +137,7 @@ wxSizer* BeaconFrame::MakeMarks(wxWindow* parent) {
   row->Add(new wxStaticText(parent, wxID_ANY, "S-&meter or note"), item);
   note_ = new wxTextCtrl(parent, wxID_ANY, "", wxDefaultPosition, wxSize(TextPixels(220), -1));
   note_->SetName("S-meter or note");
-  // The toolkit's own least height does not follow the text's.
+  // The least height of the toolkit does not depend on the font.
   note_->SetMinSize(wxSize(TextPixels(220), GetCharHeight() + FromDIP(9)));
   note_->SetMaxLength(200);
   row->Add(note_, item);
@@ -155,75 +157,45 @@ wxSizer* BeaconFrame::MakeDayButtons(wxWindow* parent) {
 }
 
 wxButton* BeaconFrame::MakeButton(wxWindow* parent, BeaconButton button) {
-  auto* control = new wxButton(parent, wxID_ANY, ToWx(Caption(button)));
-  control->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) {
-    if (controller_ != nullptr) controller_->Button_Click(button);
+  const auto i = static_cast<std::size_t>(button);
+  buttons_.at(i) = new wxButton(parent, wxID_ANY, ToWx(kBeaconButtonWords.at(i).caption));
+  buttons_.at(i)->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) {
+    Send({.kind = BeaconEvent::kButton_Click, .button = button});
   });
-  buttons_.at(static_cast<std::size_t>(button)) = control;
-  return control;
+  AddToolTip(buttons_.at(i), kBeaconButtonWords.at(i).tool_tip);
+  return buttons_.at(i);
 }
 
-void BeaconFrame::Attach(BeaconWindow& controller) {
-  controller_ = &controller;
-  WithControls([this, &controller] {
-    canvas_->Attach({std::bind_front(&BeaconWindow::SetPalette, &controller),
-                     std::bind_front(&BeaconWindow::Paint, &controller)});
-  });
-}
-
-void BeaconFrame::PutToolTips(bool show) {
-  const auto put = [show](wxWindow* control, std::string_view text) {
-    if (show) {
-      control->SetToolTip(ToWx(text));
-    } else {
-      control->UnsetToolTip();
-    }
-  };
-  for (std::size_t i = 0; i < checks_.size(); ++i) {
-    put(checks_.at(i), ToolTip(static_cast<BeaconCheck>(i)));
-  }
-  for (std::size_t i = 0; i < buttons_.size(); ++i) {
-    put(buttons_.at(i), ToolTip(static_cast<BeaconButton>(i)));
-  }
+void BeaconFrame::Send(const BeaconEvent& event) {
+  if (controller_ != nullptr) controller_->Handle(event);
 }
 
 void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
   const int key = event.GetKeyCode();
-  if (controller_ == nullptr || event.HasAnyModifiers() || (key != WXK_F2 && key != WXK_F3)) {
+  if (event.HasAnyModifiers() || (key != WXK_F2 && key != WXK_F3)) {
     event.Skip();
     return;
   }
-  // A key that is held marks once. Not every system tells that it repeats itself.
-  const bool held = key == mark_key_ && event.GetTimestamp() - mark_key_time_ < kHeldKey;
-  mark_key_ = key;
-  mark_key_time_ = event.GetTimestamp();
-  if (held) return;
-  controller_->Button_Click(key == WXK_F2 ? BeaconButton::kHeard : BeaconButton::kNotHeard);
+  Send({.kind = BeaconEvent::kButton_Click,
+        .button = key == WXK_F2 ? BeaconButton::kHeard : BeaconButton::kNotHeard,
+        .key_time = std::chrono::milliseconds(event.GetTimestamp())});
 }
 
-void BeaconFrame::SetClock(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] { clock_->SetLabelText(shown); });
-}
-
-void BeaconFrame::SetWarning(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] { ShowLine(*warning_, shown); });
-}
-
-void BeaconFrame::SetProblem(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] { ShowLine(*problem_, shown); });
+void BeaconFrame::SetTexts(const BeaconTexts& texts) {
+  SetLine(*clock_, texts.clock);
+  SetOptionalLine(*warning_, texts.warning);
+  SetOptionalLine(*problem_, texts.problem);
+  SetRows(texts.rows);
+  SetLine(*target_, texts.target);
 }
 
 void BeaconFrame::SetRows(const std::vector<BandRow>& rows) {
-  WithControls([this, rows] { PutRows(rows); });
-}
-
-void BeaconFrame::PutRows(const std::vector<BandRow>& rows) {
   if (rows.size() != rows_.size()) {
     list_->DeleteAllItems();
     rows_.assign(rows.size(), {});
     for (std::size_t i = 0; i < rows.size(); ++i) list_->InsertItem(static_cast<long>(i), "");
   }
-  // Only what has changed, so that the list is calm and its selection stays.
+  // Sets changed texts only: the list does not flicker and keeps its selection.
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const auto item = static_cast<long>(i);
     for (std::size_t column = 0; column < kBandColumns.size(); ++column) {
@@ -240,46 +212,35 @@ void BeaconFrame::PutRows(const std::vector<BandRow>& rows) {
   rows_ = rows;
 }
 
-void BeaconFrame::SetTarget(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] { target_->SetLabelText(shown); });
-}
-
 void BeaconFrame::SetStatus(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] {
-    if (status_->GetLabelText() != shown) status_->SetLabelText(shown);
-  });
+  SetLine(*status_, text);
 }
 
 void BeaconFrame::SetSelectBy(int index) {
-  WithControls([this, index] { select_by_->SetSelection(index); });
+  select_by_->SetSelection(index);
 }
 
 void BeaconFrame::SetChoices(const std::vector<std::string>& texts, int index) {
   wxArrayString items;
   for (const std::string& text : texts) items.Add(ToWx(text));
-  WithControls([this, items, index] {
-    choices_->Set(items);
-    choices_->SetSelection(index);
-  });
+  choices_->Set(items);
+  choices_->SetSelection(index);
 }
 
 void BeaconFrame::SetChecked(BeaconCheck check, bool checked) {
-  WithControls(
-      [this, check, checked] { checks_.at(static_cast<std::size_t>(check))->SetValue(checked); });
+  checks_.at(static_cast<std::size_t>(check))->SetValue(checked);
 }
 
 void BeaconFrame::Enable(BeaconButton button, bool enable) {
-  WithControls([this, button, enable] {
-    EnableKeepingFocus(*buttons_.at(static_cast<std::size_t>(button)), enable);
-  });
+  EnableKeepingFocus(*buttons_.at(static_cast<std::size_t>(button)), enable);
 }
 
 std::string BeaconFrame::Note() const {
-  return Furnished() ? FromWx(note_->GetValue()) : std::string();
+  return FromWx(note_->GetValue());
 }
 
 void BeaconFrame::SetNote(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] { note_->ChangeValue(shown); });
+  note_->ChangeValue(ToWx(text));
 }
 
 void BeaconFrame::StartTimer(std::chrono::milliseconds delay) {
@@ -297,7 +258,7 @@ std::optional<std::string> BeaconFrame::AskFile(const std::string& proposal) {
 }
 
 void BeaconFrame::UserCloses() {
-  if (controller_ != nullptr) controller_->Form_QueryUnload();
+  Send({.kind = BeaconEvent::kForm_QueryUnload});
 }
 
 }  // namespace skyhop

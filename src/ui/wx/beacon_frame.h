@@ -17,25 +17,17 @@
 
 namespace skyhop {
 
-/// The beacon window: clock and warnings, the list of bands, the selection with its check boxes,
-/// the beacon to listen for with the buttons that mark it, the day.
-class BeaconFrame : public SideFrame, public BeaconView {
+/// The beacon window, from top to bottom: clock, warnings, list of bands, selection with check
+/// boxes, beacon to listen for, note with the buttons that mark it, day, status.
+class BeaconFrame : public ViewFrame<BeaconView> {
  public:
   /// `parent` may be null. The window is not shown.
   explicit BeaconFrame(wxWindow* parent);
 
-  /// The window's events go to `controller` from now on; it must outlive the window.
-  void Attach(BeaconWindow& controller);
-  /// Tool tips can be switched off.
-  void ShowToolTips(bool show) {
-    WithControls([this, show] { PutToolTips(show); });
-  }
+  /// Sends the events of the window to `controller` from now on.
+  void Attach(BeaconWindow& controller) { controller_ = &controller; }
 
-  void SetClock(const std::string& text) override;
-  void SetWarning(const std::string& text) override;
-  void SetProblem(const std::string& text) override;
-  void SetRows(const std::vector<BandRow>& rows) override;
-  void SetTarget(const std::string& text) override;
+  void SetTexts(const BeaconTexts& texts) override;
   void SetStatus(const std::string& text) override;
   void SetSelectBy(int index) override;
   void SetChoices(const std::vector<std::string>& texts, int index) override;
@@ -44,23 +36,16 @@ class BeaconFrame : public SideFrame, public BeaconView {
   using SideFrame::Enable;
   [[nodiscard]] std::string Note() const override;
   void SetNote(const std::string& text) override;
-  void Refresh() override {
-    if (Furnished()) canvas_->Repaint();
-  }
+  void Refresh() override { canvas_->Repaint(); }
   using SideFrame::Refresh;
   void StartTimer(std::chrono::milliseconds delay) override;
   void StopTimer() override { timer_.Stop(); }
   [[nodiscard]] std::optional<std::string> AskFile(const std::string& proposal) override;
-  void ShowWindow() override { BringUp(); }
-  void HideWindow() override { Hide(); }
-  [[nodiscard]] bool Visible() const override { return IsShown(); }
-  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
-  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
   void MakeControls() override;
   void UserCloses() override;
+  void Send(const BeaconEvent& event);
   void OnMarkKey(wxKeyEvent& event);
   void MakeList(wxWindow* parent);
   [[nodiscard]] wxSizer* MakeSelection(wxWindow* parent);
@@ -68,22 +53,19 @@ class BeaconFrame : public SideFrame, public BeaconView {
   [[nodiscard]] wxSizer* MakeDayButtons(wxWindow* parent);
   [[nodiscard]] wxButton* MakeButton(wxWindow* parent, BeaconButton button);
   [[nodiscard]] wxStaticText* MakeLine(wxWindow* parent);
-  void PutToolTips(bool show);
-  void PutRows(const std::vector<BandRow>& rows);
+  void SetRows(const std::vector<BandRow>& rows);
 
   BeaconWindow* controller_ = nullptr;
   wxTimer timer_;
-  int mark_key_ = 0;           ///< the one pressed last
-  long mark_key_time_ = 0;     ///< ms of the events' own clock
-  std::vector<BandRow> rows_;  ///< as the list shows them
+  std::vector<BandRow> rows_;  ///< shown in the list
   wxStaticText* clock_ = nullptr;
   wxStaticText* warning_ = nullptr;
   wxStaticText* problem_ = nullptr;
   wxListView* list_ = nullptr;
   wxChoice* select_by_ = nullptr;
   wxChoice* choices_ = nullptr;
-  std::array<wxCheckBox*, kBeaconCheckCount> checks_{};
-  std::array<wxButton*, kBeaconButtonCount> buttons_{};
+  std::array<wxCheckBox*, kBeaconCheckWords.size()> checks_{};
+  std::array<wxButton*, kBeaconButtonWords.size()> buttons_{};
   wxStaticText* target_ = nullptr;
   wxTextCtrl* note_ = nullptr;
   PaintedCanvas* canvas_ = nullptr;

@@ -8,7 +8,7 @@
 namespace skyhop {
 
 ConditionsFrame::ConditionsFrame(wxWindow* parent, const Words& words)
-    : SideFrame(parent, words.title, words.name, words.size), words_(words) {}
+    : ViewFrame(parent, words.title, words.name, words.size), words_(words) {}
 
 void ConditionsFrame::MakeControls() {
   // The panel gives the margin its colour.
@@ -30,11 +30,9 @@ void ConditionsFrame::SetText(const std::string& text) {
   wxString lines = ToWx(text);
   // The toolkit uses this line end on every system.
   lines.Replace("\r\n", "\n");
-  WithControls([this, lines] {
-    text_->ChangeValue(lines);
-    text_->SetInsertionPoint(0);
-    text_->ShowPosition(0);
-  });
+  text_->ChangeValue(lines);
+  text_->SetInsertionPoint(0);
+  text_->ShowPosition(0);
 }
 
 void ConditionsFrame::UserCloses() {

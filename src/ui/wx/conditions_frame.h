@@ -9,7 +9,7 @@ namespace skyhop {
 
 /// A window with a text that the user can read and copy: the bulletin of the current conditions, or
 /// files.
-class ConditionsFrame : public SideFrame, public ConditionsView {
+class ConditionsFrame : public ViewFrame<ConditionsView> {
  public:
   /// Title, name and sizes of a window.
   struct Words {
@@ -26,12 +26,6 @@ class ConditionsFrame : public SideFrame, public ConditionsView {
   void Attach(CurrentConditions& controller) { controller_ = &controller; }
 
   void SetText(const std::string& text) override;
-  void ShowWindow() override { BringUp(); }
-  void HideWindow() override { Hide(); }
-  [[nodiscard]] bool Visible() const override { return IsShown(); }
-  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
-  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
   void MakeControls() override;

@@ -22,7 +22,7 @@
 namespace skyhop {
 
 ConfigurationFrame::ConfigurationFrame(wxWindow* parent)
-    : SideFrame(parent, "Skyhop Configuration", "IoncapConfig", wxSize(800, 560)),
+    : ViewFrame(parent, "Skyhop Configuration", "IoncapConfig", wxSize(800, 560)),
       test_timer_(this) {
   Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
     events_.Send(&IoncapConfig::TestTimer_Tick, std::chrono::steady_clock::now());
@@ -82,117 +82,103 @@ void ConfigurationFrame::UserCloses() {
 // --- What the controller sets -------------------------------------------------------------------
 
 void ConfigurationFrame::Select(ConfigOption option, int index) {
-  WithControls([this, option, index] {
-    if (option == ConfigOption::kEngineButton) {
-      engine_->Select(index);
-    } else {
-      station_->SelectUnit(index);
-    }
-  });
+  if (option == ConfigOption::kEngineButton) {
+    engine_->Select(index);
+  } else {
+    station_->SelectUnit(index);
+  }
 }
 
 void ConfigurationFrame::SetChecked(ConfigCheck check, bool checked) {
-  WithControls([this, check, checked] {
-    switch (check) {
-      case ConfigCheck::kFreqDependentEnabled:
-        return bands_->SetEnabled(checked);
-      case ConfigCheck::kDiagMode:
-        return diagnostics_->SetDiagMode(checked);
-      case ConfigCheck::kShowToolTips:
-        return windows_->SetShowToolTips(checked);
-      case ConfigCheck::kDualMonitor:
-        return windows_->SetDualMonitor(checked);
-      case ConfigCheck::kDownloadSsnAtStart:
-        return urls_->SetDownloadSsnAtStart(checked);
-    }
-  });
+  switch (check) {
+    case ConfigCheck::kFreqDependentEnabled:
+      return bands_->SetEnabled(checked);
+    case ConfigCheck::kDiagMode:
+      return diagnostics_->SetDiagMode(checked);
+    case ConfigCheck::kShowToolTips:
+      return windows_->SetShowToolTips(checked);
+    case ConfigCheck::kDualMonitor:
+      return windows_->SetDualMonitor(checked);
+    case ConfigCheck::kDownloadSsnAtStart:
+      return urls_->SetDownloadSsnAtStart(checked);
+  }
 }
 
 void ConfigurationFrame::Enable(ConfigCheck check, bool enabled) {
   if (check != ConfigCheck::kFreqDependentEnabled) return;
-  WithControls([this, enabled] { bands_->EnableCheckBox(enabled); });
+  bands_->EnableCheckBox(enabled);
 }
 
 void ConfigurationFrame::Enable(ConfigButton button, bool enabled) {
-  WithControls([this, button, enabled] {
-    switch (button) {
-      case ConfigButton::kTestCmd:
-        return engine_->EnableTest(enabled);
-      case ConfigButton::kRemoveModeCmd:
-        return modes_->EnableRemove(enabled);
-      case ConfigButton::kOpenLogCmd:
-        return diagnostics_->EnableOpenLog(enabled);
-    }
-  });
+  switch (button) {
+    case ConfigButton::kTestCmd:
+      return engine_->EnableTest(enabled);
+    case ConfigButton::kRemoveModeCmd:
+      return modes_->EnableRemove(enabled);
+    case ConfigButton::kOpenLogCmd:
+      return diagnostics_->EnableOpenLog(enabled);
+  }
 }
 
 void ConfigurationFrame::SetLabel(ConfigLabel label, const std::string& text) {
-  WithControls([this, label, text] {
-    switch (label) {
-      case ConfigLabel::kTestResult:
-        return engine_->SetTestResult(text);
-      case ConfigLabel::kAntennaFiles:
-        return antennas_->SetNote(text);
-      case ConfigLabel::kStationSource:
-        return station_->SetSource(text);
-      case ConfigLabel::kBandsMissing:
-        return bands_->SetMissing(text);
-      case ConfigLabel::kErrorLog:
-        return diagnostics_->SetErrorLog(text);
-      case ConfigLabel::kProgramFolder:
-        return diagnostics_->SetProgramFolder(text);
-    }
-  });
+  switch (label) {
+    case ConfigLabel::kTestResult:
+      return engine_->SetTestResult(text);
+    case ConfigLabel::kAntennaFiles:
+      return antennas_->SetNote(text);
+    case ConfigLabel::kStationSource:
+      return station_->SetSource(text);
+    case ConfigLabel::kBandsMissing:
+      return bands_->SetMissing(text);
+    case ConfigLabel::kErrorLog:
+      return diagnostics_->SetErrorLog(text);
+    case ConfigLabel::kProgramFolder:
+      return diagnostics_->SetProgramFolder(text);
+  }
 }
 
 void ConfigurationFrame::SetEngineFinding(int engine, const std::string& text) {
-  WithControls([this, engine, text] { engine_->SetFinding(engine, text); });
+  engine_->SetFinding(engine, text);
 }
 
 void ConfigurationFrame::SetAntenna(Station station, const Antenna& antenna) {
-  WithControls([this, station, antenna] { antennas_->SetAntenna(station, antenna); });
+  antennas_->SetAntenna(station, antenna);
 }
 
 void ConfigurationFrame::SetAntennaFiles(std::span<const std::string> files) {
-  WithControls([this, names = std::vector<std::string>(files.begin(), files.end())] {
-    antennas_->SetFiles(names);
-  });
+  antennas_->SetFiles(files);
 }
 
 void ConfigurationFrame::SetBand(std::size_t band, const BandSettings& settings) {
-  WithControls([this, band, settings] { bands_->SetBand(band, settings); });
+  bands_->SetBand(band, settings);
 }
 
 void ConfigurationFrame::EnableBands(bool enabled) {
-  WithControls([this, enabled] { bands_->EnableBands(enabled); });
+  bands_->EnableBands(enabled);
 }
 
 void ConfigurationFrame::SetModes(std::span<const ModeSettings> modes, int selected) {
-  WithControls([this, rows = std::vector<ModeSettings>(modes.begin(), modes.end()), selected] {
-    modes_->SetModes(rows, selected);
-  });
+  modes_->SetModes(modes, selected);
 }
 
 void ConfigurationFrame::SetMode(std::size_t row, const ModeSettings& settings) {
-  WithControls([this, row, settings] { modes_->SetMode(row, settings); });
+  modes_->SetMode(row, settings);
 }
 
 void ConfigurationFrame::SetUrl(Address url, const std::string& text) {
-  WithControls([this, url, text] { urls_->SetUrl(url, text); });
+  urls_->SetUrl(url, text);
 }
 
 void ConfigurationFrame::EnableOpen(Address url, bool enabled) {
-  WithControls([this, url, enabled] { urls_->EnableOpen(url, enabled); });
+  urls_->EnableOpen(url, enabled);
 }
 
 void ConfigurationFrame::SetUrlNote(Address url, const std::string& text) {
-  WithControls([this, url, text] { urls_->SetNote(url, text); });
+  urls_->SetNote(url, text);
 }
 
 void ConfigurationFrame::SetPeers(std::span<const PeerState> peers) {
-  WithControls([this, rows = std::vector<PeerState>(peers.begin(), peers.end())] {
-    links_->SetPeers(rows);
-  });
+  links_->SetPeers(peers);
 }
 
 void ConfigurationFrame::ShowToolTips(bool show) {
@@ -200,14 +186,6 @@ void ConfigurationFrame::ShowToolTips(bool show) {
 }
 
 // --- The window itself --------------------------------------------------------------------------
-
-void ConfigurationFrame::ShowWindow() {
-  BringUp();
-}
-
-void ConfigurationFrame::HideWindow() {
-  Hide();
-}
 
 void ConfigurationFrame::StartTestTimer(std::chrono::milliseconds interval) {
   test_timer_.Start(static_cast<int>(interval.count()));

@@ -20,7 +20,7 @@ class ConfigUrlPage;
 class ConfigWindowsPage;
 
 /// The configuration window: the list of its pages on the left, the chosen one beside it.
-class ConfigurationFrame : public SideFrame, public ConfigurationView {
+class ConfigurationFrame : public ViewFrame<ConfigurationView> {
  public:
   /// `parent` may be null. The window is not shown.
   explicit ConfigurationFrame(wxWindow* parent);
@@ -47,11 +47,6 @@ class ConfigurationFrame : public SideFrame, public ConfigurationView {
   void SetUrlNote(Address url, const std::string& text) override;
   void SetPeers(std::span<const PeerState> peers) override;
   void ShowToolTips(bool show) override;
-  void ShowWindow() override;
-  void HideWindow() override;
-  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
-  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
   void StartTestTimer(std::chrono::milliseconds interval) override;
   void StopTestTimer() override;
   bool OpenInBrowser(const std::string& url) override;

@@ -8,7 +8,7 @@
 namespace skyhop {
 
 ForecastFrame::ForecastFrame(wxWindow* parent)
-    : SideFrame(parent, ToWx(SolarForecastModule::kForecastCaption), "SolarForecast",
+    : ViewFrame(parent, ToWx(SolarForecastModule::kForecastCaption), "SolarForecast",
                 wxSize(900, 620)) {
   Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
     if (event.GetActive() && controller_ != nullptr) controller_->Form_Activate();
@@ -20,6 +20,7 @@ void ForecastFrame::MakeControls() {
   auto* base = new wxPanel(this);
   const int gap = FromDIP(6);
   canvas_ = new ForecastCanvas(base);
+  canvas_->Attach(*controller_);
   status_ = new wxStaticText(base, wxID_ANY, "", wxDefaultPosition, wxDefaultSize,
                              wxST_ELLIPSIZE_END | wxST_NO_AUTORESIZE);
   auto* content = new wxBoxSizer(wxVERTICAL);
@@ -42,28 +43,11 @@ wxSizer* ForecastFrame::MakeChecks(wxWindow* parent) {
     box->Bind(wxEVT_CHECKBOX, [this, check](wxCommandEvent& event) {
       if (controller_ != nullptr) controller_->Check_Click(check, event.IsChecked());
     });
+    AddToolTip(box, ToolTip(check));
     checks_.at(static_cast<std::size_t>(i)) = box;
     row->Add(box, wxSizerFlags().CenterVertical().Border(wxRIGHT, FromDIP(16)));
   }
-  ShowToolTips(true);
   return row;
-}
-
-void ForecastFrame::Attach(SolarForecast& controller) {
-  controller_ = &controller;
-  WithControls([this, &controller] { canvas_->Attach(controller); });
-}
-
-void ForecastFrame::ShowToolTips(bool show) {
-  WithControls([this, show] {
-    for (std::size_t i = 0; i < checks_.size(); ++i) {
-      if (show) {
-        checks_.at(i)->SetToolTip(ToWx(ToolTip(static_cast<ForecastCheck>(i))));
-      } else {
-        checks_.at(i)->UnsetToolTip();
-      }
-    }
-  });
 }
 
 void ForecastFrame::SetCaption(const std::string& caption) {
@@ -71,20 +55,17 @@ void ForecastFrame::SetCaption(const std::string& caption) {
 }
 
 void ForecastFrame::SetChecked(ForecastCheck check, bool checked) {
-  WithControls(
-      [this, check, checked] { checks_.at(static_cast<std::size_t>(check))->SetValue(checked); });
+  checks_.at(static_cast<std::size_t>(check))->SetValue(checked);
 }
 
 void ForecastFrame::SetStatus(const std::string& text) {
-  WithControls([this, shown = ToWx(text)] {
-    status_->SetLabelText(shown);
-    // The line may be too narrow for the end of the text.
-    if (shown.empty()) {
-      status_->UnsetToolTip();
-    } else {
-      status_->SetToolTip(shown);
-    }
-  });
+  status_->SetLabelText(ToWx(text));
+  // The line may be too narrow for the text.
+  if (text.empty()) {
+    status_->UnsetToolTip();
+  } else {
+    status_->SetToolTip(ToWx(text));
+  }
 }
 
 void ForecastFrame::UserCloses() {

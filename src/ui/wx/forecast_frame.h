@@ -12,29 +12,19 @@
 namespace skyhop {
 
 /// The forecast window: the check boxes of its graphs in a row, the graphs, one line of text.
-class ForecastFrame : public SideFrame, public ForecastView {
+class ForecastFrame : public ViewFrame<ForecastView> {
  public:
   /// `parent` may be null. The window is not shown.
   explicit ForecastFrame(wxWindow* parent);
 
   /// Sends the window's events to `controller` from now on; it must outlive the window.
-  void Attach(SolarForecast& controller);
-  /// Switches the tool tips of the check boxes on or off.
-  void ShowToolTips(bool show);
+  void Attach(SolarForecast& controller) { controller_ = &controller; }
 
   void SetCaption(const std::string& caption) override;
   void SetChecked(ForecastCheck check, bool checked) override;
   void SetStatus(const std::string& text) override;
-  void Refresh() override {
-    if (Furnished()) canvas_->Repaint();
-  }
+  void Refresh() override { canvas_->Repaint(); }
   using SideFrame::Refresh;
-  void ShowWindow() override { BringUp(); }
-  void HideWindow() override { Hide(); }
-  [[nodiscard]] bool Visible() const override { return IsShown(); }
-  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
-  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
-  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 
  private:
   void MakeControls() override;

@@ -116,8 +116,8 @@ void PredictionFrame::Assemble(ChartPane& pane) {
   SetSizer(whole);
 }
 
-/// The tabs, of which the first has its controls: it is the largest and all that is seen at first.
-/// The others get theirs when they are looked at or FurnishNext gives them.
+/// Only the first page gets its controls at once: the others would delay the start, and the first
+/// one is the largest. They get theirs when the user or the controller needs them.
 wxNotebook* PredictionFrame::MakeTabs() {
   auto* tabs = new wxNotebook(base_, wxID_ANY, wxDefaultPosition, wxDefaultSize, 0, "TabbedDialog");
   for (const PageKind& kind : kPages) {
@@ -126,14 +126,14 @@ wxNotebook* PredictionFrame::MakeTabs() {
     tabs->AddPage(page, kind.name);
   }
   tabs->Bind(wxEVT_NOTEBOOK_PAGE_CHANGING, [this](wxBookCtrlEvent& event) {
-    if (event.GetSelection() >= 0) Furnish(static_cast<std::size_t>(event.GetSelection()));
+    if (event.GetSelection() >= 0) FillPage(static_cast<std::size_t>(event.GetSelection()));
     event.Skip();
   });
   controls_->SetMaker([this] { MakeAllControls(); });
   return tabs;
 }
 
-void PredictionFrame::Furnish(std::size_t page) {
+void PredictionFrame::FillPage(std::size_t page) {
   auto* const panel = dynamic_cast<wxPanel*>(tabs_->GetPage(page));
   if (panel == nullptr || panel->GetSizer() != nullptr) return;
   kPages.at(page).fill(*panel, *controls_);
@@ -144,18 +144,8 @@ void PredictionFrame::Furnish(std::size_t page) {
   controls_->ShowLabels();
 }
 
-bool PredictionFrame::FurnishNext() {
-  for (std::size_t page = 0; page < kPages.size(); ++page) {
-    if (tabs_->GetPage(page)->GetSizer() != nullptr) continue;
-    Furnish(page);
-    return true;
-  }
-  return false;
-}
-
 void PredictionFrame::MakeAllControls() {
-  while (FurnishNext()) {
-  }
+  for (std::size_t page = 0; page < kPages.size(); ++page) FillPage(page);
   snr_->MakeControls();
 }
 
@@ -278,7 +268,6 @@ void PredictionFrame::AwaitPaint() {
   while (!canvas_->Painted() && std::chrono::steady_clock::now() < latest) {
     pause.Wait(kPaintInterval);
   }
-  if (on_painted_) on_painted_();
 }
 
 void PredictionFrame::RequestEnd() {

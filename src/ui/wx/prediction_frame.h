@@ -45,17 +45,13 @@ class PredictionFrame : public wxFrame, private ControlEvents {
     prepare_show_ = std::move(prepare);
   }
   void PrepareToShow();
-  /// Lets the shown window be painted, unless that takes long, and then tells it.
+  /// Waits until the shown window is painted, but not long.
   void AwaitPaint();
-  void SetPaintedListener(std::function<void()> listener) { on_painted_ = std::move(listener); }
   /// What is done when the controller wants the program to end; at first the window is closed.
   void SetEndListener(std::function<void()> listener) { on_end_request_ = std::move(listener); }
   void RequestEnd();
   /// Called after the window has been closed.
   void SetClosedListener(std::function<void()> listener) { on_closed_ = std::move(listener); }
-
-  /// Gives the next page without controls its own. Returns false when all have them.
-  bool FurnishNext();
 
   [[nodiscard]] PredictionView& View() { return *view_; }
   [[nodiscard]] ControlSet& Controls() { return *controls_; }
@@ -92,7 +88,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
 
   void Assemble(ChartPane& pane);
   [[nodiscard]] wxNotebook* MakeTabs();
-  void Furnish(std::size_t page);
+  void FillPage(std::size_t page);
   void MakeAllControls();
   [[nodiscard]] wxSize DefaultSize() const;
   [[nodiscard]] wxSizer* MakeChartOptions(wxWindow* parent);
@@ -106,7 +102,6 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   std::function<bool()> busy_;
   std::function<void()> cancel_busy_;
   std::function<void()> on_closed_;
-  std::function<void()> on_painted_;
   std::function<void()> on_end_request_;
   std::function<void(void*, int, int)> prepare_show_;
   std::unique_ptr<ControlSet> controls_;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "ui/wx/wx_text.h"
+
 namespace skyhop {
 namespace {
 
@@ -48,14 +50,29 @@ wxSize SideFrame::DefaultSize() const {
   return size;
 }
 
-void SideFrame::Furnish() {
-  if (furnished_) return;
-  furnished_ = true;
+void SideFrame::CreateControls() {
+  if (has_controls_) return;
+  has_controls_ = true;
   MakeControls();
-  for (const auto& change : std::exchange(changes_, {})) change();
   least_size_.Update();
-  // The window has its size already.
+  // The size of the window does not change, so the toolkit would not lay out the controls.
   SendSizeEvent();
+}
+
+void SideFrame::AddToolTip(wxWindow* control, std::string_view text) {
+  tool_tips_.emplace_back(control, ToWx(text));
+  if (show_tool_tips_) control->SetToolTip(ToWx(text));
+}
+
+void SideFrame::ShowToolTips(bool show) {
+  show_tool_tips_ = show;
+  for (const auto& [control, text] : tool_tips_) {
+    if (show) {
+      control->SetToolTip(text);
+    } else {
+      control->UnsetToolTip();
+    }
+  }
 }
 
 void SideFrame::OnClose(wxCloseEvent& event) {
@@ -78,9 +95,9 @@ void SideFrame::OnKey(wxKeyEvent& event) {
 }
 
 void SideFrame::BringUp() {
-  Furnish();
+  CreateControls();
   if (!IsShown()) {
-    // Some window managers place a window anew when it comes back.
+    // Some window managers move a window that is shown again.
     const bool maximized = IsMaximized();
     if (!maximized) place_.Put(place_.Place());
     Show();

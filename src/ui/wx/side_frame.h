@@ -2,7 +2,7 @@
 
 #include <wx/frame.h>
 
-#include <functional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -11,15 +11,14 @@
 
 namespace skyhop {
 
-/// A window beside the main one: Esc and Ctrl+W close it like its close button does, and closing
-/// leaves it to the controller to hide it.
+/// A window beside the main one. The close button, Esc and Ctrl+W ask the controller to hide it.
+/// The user cannot make it smaller than its controls need.
 ///
-/// Its controls are made when it is first shown, or before by Furnish(), so that a window that
-/// nobody looks at costs no time when the program starts. What is set until then is kept. The
-/// window cannot be made smaller than its controls need.
+/// The window has no controls until it is shown for the first time, so that they do not delay the
+/// start of the program.
 class SideFrame : public wxFrame {
  public:
-  /// `parent` may be null; `size` is that of a fresh installation, in DIP and for text of the usual
+  /// `parent` may be null. `size` is that of a fresh installation, in DIP for text of the usual
   /// size. The window is not shown.
   SideFrame(wxWindow* parent, const wxString& title, const wxString& name, wxSize size);
 
@@ -28,30 +27,24 @@ class SideFrame : public wxFrame {
   /// The size and place of a fresh installation.
   void PutToDefaultPlace();
 
-  /// Makes the controls unless they are there.
-  void Furnish();
-  [[nodiscard]] bool Furnished() const { return furnished_; }
+  /// Creates the controls unless the window has them.
+  void CreateControls();
+
+  /// Shows or hides the tool tips of AddToolTip; at first they are shown.
+  void ShowToolTips(bool show);
 
  protected:
-  /// Makes the controls; called once.
+  /// Creates the controls; called once.
   virtual void MakeControls() = 0;
 
-  /// Calls `change`, which uses controls: at once where they are there, else as soon as they are.
-  template <class Change>
-  void WithControls(Change&& change) {
-    if (furnished_) {
-      std::forward<Change>(change)();
-    } else {
-      changes_.emplace_back(std::forward<Change>(change));
-    }
-  }
+  void AddToolTip(wxWindow* control, std::string_view text);
   /// The user closes the window.
   virtual void UserCloses() = 0;
 
-  /// Pixels for a length in DIP that is meant for text of the usual size: more for larger text.
+  /// A length in pixels. `dip` is for text of the usual size; the result is longer for larger text.
   [[nodiscard]] int TextPixels(int dip) const;
 
-  /// Shows the window where it was, in front of the others.
+  /// Shows the window at its last place, in front of the others.
   void BringUp();
   [[nodiscard]] NormalPlace& NormalPlaceOf() { return place_; }
   [[nodiscard]] const NormalPlace& NormalPlaceOf() const { return place_; }
@@ -64,8 +57,24 @@ class SideFrame : public wxFrame {
   wxSize default_size_;
   NormalPlace place_;
   LeastSize least_size_;
-  bool furnished_ = false;
-  std::vector<std::function<void()>> changes_;  ///< for controls that are not there yet
+  bool has_controls_ = false;
+  bool show_tool_tips_ = true;
+  std::vector<std::pair<wxWindow*, wxString>> tool_tips_;
+};
+
+/// A side frame with the window functions of its view.
+template <class View>
+class ViewFrame : public SideFrame, public View {
+ public:
+  using SideFrame::SideFrame;
+
+  void CreateControls() override { SideFrame::CreateControls(); }
+  void ShowWindow() override { BringUp(); }
+  void HideWindow() override { Hide(); }
+  [[nodiscard]] bool Visible() const override { return IsShown(); }
+  [[nodiscard]] WindowPlacement Placement() const override { return NormalPlaceOf().Placement(); }
+  void SetPlacement(const WindowPlacement& placement) override { NormalPlaceOf().Put(placement); }
+  [[nodiscard]] std::vector<Monitor> Monitors() const override { return DesktopMonitors(); }
 };
 
 }  // namespace skyhop

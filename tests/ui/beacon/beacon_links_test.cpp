@@ -52,7 +52,7 @@ class BeaconLinksTest : public ::testing::Test {
             {"TesseraConfig", {{"Latitude", ""}, {"Longitude", ""}}}});
   }
 
-  /// What is sent so many seconds after the hour, while OA4B is followed from slot to slot.
+  /// Follows OA4B and returns the commands sent at `seconds` after the hour.
   Lines SentAfter(int seconds) {
     const UtcTime hour =
         std::chrono::sys_days(std::chrono::year(2026) / 11 / 15) + std::chrono::hours(16);
@@ -82,7 +82,7 @@ class BeaconLinksTest : public ::testing::Test {
   BeaconModule::Schedule schedule_{*files_.schedule};
 };
 
-TEST_F(BeaconLinksTest, PeersGetTheirCommandsSlotBySlot) {
+TEST_F(BeaconLinksTest, SendsCommandsInEachSlot) {
   EXPECT_TRUE(peers_.HasTransceiver());
   EXPECT_EQ(SentAfter(159), Lines{});
   EXPECT_EQ(
@@ -103,9 +103,9 @@ TEST_F(BeaconLinksTest, PeersGetTheirCommandsSlotBySlot) {
   tuneward_.reset();
   bus_.Run();
   EXPECT_FALSE(peers_.HasTransceiver());
-  EXPECT_EQ(SentAfter(180), Lines{}) << "nobody is there to tune";
+  EXPECT_EQ(SentAfter(180), Lines{}) << "no transceiver control";
 
-  // Tessera starts anew and knows nothing of the beacon.
+  // Tessera starts again and has lost the beacon.
   tessera_.reset();
   bus_.Run();
   EXPECT_EQ(peers_.Connection(BeaconModule::BeaconPeer::kMap), 0);
@@ -116,7 +116,7 @@ TEST_F(BeaconLinksTest, PeersGetTheirCommandsSlotBySlot) {
   EXPECT_EQ(shown[0], "Tessera|DDEServer 005rotatesp183");
 }
 
-TEST_F(BeaconLinksTest, WithoutLinksNothingHappens) {
+TEST_F(BeaconLinksTest, DoesNothingWithoutLinks) {
   BeaconLinks none([] { return nullptr; });
   EXPECT_FALSE(none.HasTransceiver());
   none.SetVfoA();

@@ -24,7 +24,7 @@ using std::chrono::sys_days;
 using std::chrono::year;
 using Texts = std::vector<std::string>;
 
-/// A full hour; the standard cycle begins.
+/// A full hour: the standard cycle begins.
 const UtcTime kHour = sys_days(year(2026) / 11 / 15) + hours(16);
 
 class BeaconWindowTest : public ::testing::Test {
@@ -40,21 +40,31 @@ class BeaconWindowTest : public ::testing::Test {
   [[nodiscard]] const std::filesystem::path& Folder() const { return fixture_.log.folder.Path(); }
   [[nodiscard]] UtcTime& Now() { return fixture_.log.clock.now; }
 
-  /// Lets time pass as the window's own timer counts it, tick by tick.
+  /// Lets time pass with all ticks of the window's timer.
   void Pass(milliseconds time) {
     const UtcTime until = Now() + time;
     while (view_.timer && Now() + *view_.timer <= until) {
       timekeeping_.Pass(fixture_.log.clock, *view_.timer);
-      window_.Timer_Tick();
+      Tick();
     }
     timekeeping_.Pass(fixture_.log.clock, until - Now());
   }
 
+  void Tick() { window_.Handle({.kind = BeaconEvent::kTimer_Tick}); }
+  void Close() { window_.Handle({.kind = BeaconEvent::kForm_QueryUnload}); }
+  void SelectBy(int by) { window_.Handle({.kind = BeaconEvent::kSelectBy_Click, .index = by}); }
+  void Check(BeaconCheck check, bool checked) {
+    window_.Handle({.kind = BeaconEvent::kCheck_Click, .check = check, .checked = checked});
+  }
+  void Press(BeaconButton button, std::optional<milliseconds> key_time = {}) {
+    window_.Handle({.kind = BeaconEvent::kButton_Click, .button = button, .key_time = key_time});
+  }
   void Select(int by, const std::string& choice) {
-    window_.SelectBy_Click(by);
+    SelectBy(by);
     const auto found = std::find(view_.choices.begin(), view_.choices.end(), choice);
     ASSERT_NE(found, view_.choices.end()) << choice;
-    window_.Choice_Click(static_cast<int>(found - view_.choices.begin()));
+    window_.Handle({.kind = BeaconEvent::kChoice_Click,
+                    .index = static_cast<int>(found - view_.choices.begin())});
   }
 
   [[nodiscard]] std::string Setting(const std::string& key) {
@@ -86,7 +96,7 @@ constexpr int kByBand = 0;
 constexpr int kByCall = 1;
 constexpr int kByOctant = 2;
 
-TEST_F(BeaconWindowTest, TellsWhatHappensOnEachBand) {
+TEST_F(BeaconWindowTest, ShowsTheTransmissionOnEachBand) {
   Now() = kHour + seconds(41) + milliseconds(500);
   window_.Show();
   EXPECT_TRUE(view_.visible);
@@ -96,7 +106,7 @@ TEST_F(BeaconWindowTest, TellsWhatHappensOnEachBand) {
   EXPECT_EQ(Column(2), (Texts{"9 s", "9 s", "9 s", "9 s", "9 s"}));
   EXPECT_EQ(view_.rows[2].texts[3], "Mount Umunhum, California, United States");
   EXPECT_EQ(view_.rows[0].texts[4].substr(0, 4), "244\xC2");
-  // The sun has just risen in California.
+  // Shortly after sunrise in California.
   EXPECT_EQ(view_.rows[2].texts[6], "08:00 day");
   EXPECT_EQ(view_.rows[0].texts[6], "04:00 night");
   EXPECT_EQ(view_.rows[4].texts[8], "VE8AT, W6WX");
@@ -106,40 +116,40 @@ TEST_F(BeaconWindowTest, TellsWhatHappensOnEachBand) {
   EXPECT_EQ(view_.warning, "");
 }
 
-TEST_F(BeaconWindowTest, TheTimerKeepsToTheSlotsWhateverTheClockDoes) {
+TEST_F(BeaconWindowTest, TicksAtEachSlotWhenTheClockIsSet) {
   WriteFile(Folder() / BeaconModule::kCustomScheduleFile,
             "slot,7.5\nfrequencies,14100\nOH2B\nW6WX\n");
   window_.Show();
-  // Nothing is predicted any more that would make it tick faster.
+  // Predictions would make it tick faster.
   Pass(minutes(1));
   ASSERT_FALSE(predictions_.Working());
   Now() += milliseconds(137);
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(view_.timer, milliseconds(863));
-  window_.Check_Click(BeaconCheck::kCustomSchedule, true);
+  Check(BeaconCheck::kCustomSchedule, true);
   Pass(minutes(1));
   const UtcTime slot = std::chrono::floor<minutes>(Now()) + minutes(1) + milliseconds(7500);
   Now() = slot - milliseconds(200);
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(view_.timer, milliseconds(200)) << "a slot that begins between two seconds";
-  // A tick that comes early is asked for again.
+  // The timer runs again after a tick that is early.
   Now() = slot - milliseconds(1);
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(view_.timer, milliseconds(1));
   EXPECT_EQ(Column(1), Texts{"OH2B"});
   Now() = slot;
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(Column(1), Texts{"W6WX"});
 }
 
-TEST_F(BeaconWindowTest, FollowingTunesSlotBySlot) {
+TEST_F(BeaconWindowTest, TunesTheTransceiverInEachSlotWhileFollowing) {
   window_.Show();
   Select(kByCall, "YV5B");
   Pass(minutes(3));
-  EXPECT_EQ(peers_.Take(), Texts{}) << "nobody has asked for it";
-  window_.Check_Click(BeaconCheck::kFollow, true);
+  EXPECT_EQ(peers_.Take(), Texts{}) << "the user does not follow";
+  Check(BeaconCheck::kFollow, true);
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 18110"}))
-      << "a beacon that is on already";
+      << "the beacon transmits already";
   Pass(seconds(10));
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 21150"}));
   Pass(seconds(29));
@@ -153,8 +163,8 @@ TEST_F(BeaconWindowTest, FollowingTunesSlotBySlot) {
   Pass(seconds(1));
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
 
-  // Closing the window ends it, for good.
-  window_.Form_QueryUnload();
+  // It ends when the window closes and does not begin again with it.
+  Close();
   EXPECT_FALSE(view_.timer);
   Pass(minutes(3));
   window_.Show();
@@ -163,38 +173,38 @@ TEST_F(BeaconWindowTest, FollowingTunesSlotBySlot) {
   EXPECT_FALSE(view_.checked[BeaconCheck::kFollow]);
 }
 
-TEST_F(BeaconWindowTest, FollowingMovesAntennaAndMapWhereWanted) {
-  window_.Check_Click(BeaconCheck::kRotate, true);
+TEST_F(BeaconWindowTest, MovesAntennaAndMapWhenChecked) {
+  Check(BeaconCheck::kRotate, true);
   window_.Show();
   Select(kByBand, "21150 kHz");
-  window_.Check_Click(BeaconCheck::kFollow, true);
+  Check(BeaconCheck::kFollow, true);
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 21150", "rotate 183"}));
-  window_.Check_Click(BeaconCheck::kLookUp, true);
-  window_.Check_Click(BeaconCheck::kSelectBearing, true);
+  Check(BeaconCheck::kLookUp, true);
+  Check(BeaconCheck::kSelectBearing, true);
   EXPECT_EQ(peers_.Take(), (Texts{"lookup OA4B Lima", "bearing 183"}));
   peers_.transceiver = 0;
   fixture_.form.local_latitude = "";
   Pass(seconds(10));
   EXPECT_EQ(peers_.Take(), Texts{"lookup YV5B Caracas"})
-      << "without your place there is no bearing";
+      << "no bearing without the station's location";
   EXPECT_NE(view_.target.find("(no transceiver control is connected)"), std::string::npos);
 }
 
 TEST_F(BeaconWindowTest, SelectsByDirection) {
   window_.Show();
   Select(kByOctant, "S");
-  // YV5B is on 18110, OA4B on 21150, LU4AA on 24930 kHz; from New York all are south.
+  // YV5B is on 18110, OA4B on 21150, LU4AA on 24930 kHz, all of them south of New York.
   EXPECT_EQ(view_.target.substr(0, 16), "Listen for YV5B ");
   const int refreshes = view_.refreshes;
   Select(kByOctant, "SE");
-  EXPECT_GT(view_.refreshes, refreshes) << "the day has other beacons";
+  EXPECT_GT(view_.refreshes, refreshes) << "the chart of the day has other beacons";
   EXPECT_EQ(view_.target, "Nothing to listen for: no beacon to the SE transmits in this slot");
   fixture_.form.local_longitude = "nowhere";
   Pass(seconds(3));
   EXPECT_EQ(view_.target, "Nothing to listen for: your station's location is missing");
 }
 
-TEST_F(BeaconWindowTest, ADirectionBeginsAtItsEdge) {
+TEST_F(BeaconWindowTest, CountsAnEdgeAsTheNextDirection) {
   WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,20 N,8 43' E\n");
   WriteFile(Folder() / BeaconModule::kScheduleFile, "frequencies,14100\nOH2B\n");
   fixture_.form.local_latitude = "0 0' N";
@@ -205,7 +215,7 @@ TEST_F(BeaconWindowTest, ADirectionBeginsAtItsEdge) {
   EXPECT_EQ(view_.target.substr(0, 15), "Listen for OH2B");
 }
 
-TEST_F(BeaconWindowTest, WhatIsBeingTypedDoesNotCount) {
+TEST_F(BeaconWindowTest, IgnoresInputsWhileTheUserTypes) {
   window_.Show();
   Pass(seconds(12));
   ASSERT_FALSE(predictions_.Working());
@@ -217,7 +227,7 @@ TEST_F(BeaconWindowTest, WhatIsBeingTypedDoesNotCount) {
   }
   fixture_.form.local_latitude = "40 30' N";
   Pass(seconds(3));
-  EXPECT_NE(view_.rows[0].texts[7], "") << "the same place in other words";
+  EXPECT_NE(view_.rows[0].texts[7], "") << "the same location in another form";
   EXPECT_EQ(launcher_.starts.size(), 18U);
   fixture_.form.flux = "1";
   Pass(seconds(1));
@@ -229,7 +239,7 @@ TEST_F(BeaconWindowTest, WhatIsBeingTypedDoesNotCount) {
   EXPECT_TRUE(fixture_.log.errors.empty()) << fixture_.log.errors.front();
 }
 
-TEST_F(BeaconWindowTest, PredictionsLeaveTheBeginOfASlotAlone) {
+TEST_F(BeaconWindowTest, StartsNoLongWorkBeforeASlotEnds) {
   Now() = kHour + milliseconds(9600);
   window_.Show();
   EXPECT_TRUE(launcher_.starts.empty());
@@ -240,38 +250,38 @@ TEST_F(BeaconWindowTest, PredictionsLeaveTheBeginOfASlotAlone) {
   Now() = kHour + seconds(18);
   fixture_.form.flux = "180";
   timekeeping_.Pass(fixture_.log.clock, milliseconds(1));
-  window_.Timer_Tick();
-  timekeeping_.passed += BeaconWindow::kSettled;
-  window_.Timer_Tick();
-  window_.Timer_Tick();
+  Tick();
+  timekeeping_.passed += KnownBeacons::kSettled;
+  Tick();
+  Tick();
   EXPECT_TRUE(launcher_.ended.empty());
   Now() = kHour + seconds(20);
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(launcher_.ended.size(), 1U);
 }
 
-TEST_F(BeaconWindowTest, TheChosenCallComesBackWithItsSchedule) {
+TEST_F(BeaconWindowTest, RestoresTheCallWhenItsScheduleReturns) {
   WriteFile(Folder() / BeaconModule::kCustomScheduleFile, "frequencies,10144\nW6WX\n");
   window_.Show();
   Select(kByBand, "24930 kHz");
   Select(kByCall, "OH2B");
-  window_.Check_Click(BeaconCheck::kCustomSchedule, true);
+  Check(BeaconCheck::kCustomSchedule, true);
   EXPECT_EQ(view_.choices, Texts{"W6WX"});
-  window_.SelectBy_Click(kByBand);
+  SelectBy(kByBand);
   EXPECT_EQ(Setting("Call"), "OH2B");
-  window_.Check_Click(BeaconCheck::kCustomSchedule, false);
+  Check(BeaconCheck::kCustomSchedule, false);
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "24930 kHz");
-  window_.SelectBy_Click(kByCall);
+  SelectBy(kByCall);
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "OH2B");
 }
 
-TEST_F(BeaconWindowTest, OptionsComeBackButFollowingDoesNot) {
+TEST_F(BeaconWindowTest, RestoresOptionsExceptFollowing) {
   window_.Show();
   Select(kByOctant, "SW");
   Select(kByBand, "24930 kHz");
   Select(kByCall, "OH2B");
-  window_.Check_Click(BeaconCheck::kFollow, true);
-  window_.Check_Click(BeaconCheck::kRotate, true);
+  Check(BeaconCheck::kFollow, true);
+  Check(BeaconCheck::kRotate, true);
   EXPECT_EQ(Setting("SelectBy"), "1");
   EXPECT_EQ(Setting("Rotate"), "True");
   window_.Form_Unload();
@@ -286,14 +296,14 @@ TEST_F(BeaconWindowTest, OptionsComeBackButFollowingDoesNot) {
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "OH2B");
   EXPECT_TRUE(view_.checked[BeaconCheck::kRotate]);
   EXPECT_FALSE(view_.checked[BeaconCheck::kLookUp]);
-  again.SelectBy_Click(kByBand);
+  again.Handle({.kind = BeaconEvent::kSelectBy_Click, .index = kByBand});
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "24930 kHz");
-  again.SelectBy_Click(kByOctant);
+  again.Handle({.kind = BeaconEvent::kSelectBy_Click, .index = kByOctant});
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "SW");
   EXPECT_EQ(peers_.Take(), Texts{});
 }
 
-TEST_F(BeaconWindowTest, DamagedSettingsCountAsTheirDefaults) {
+TEST_F(BeaconWindowTest, UsesDefaultsForDamagedSettings) {
   for (const char* key : {"SelectBy", "Octant", "Frequency", "Rotate"}) {
     fixture_.store.SaveSetting(kProductName, "Beacon", key, "99");
   }
@@ -301,62 +311,102 @@ TEST_F(BeaconWindowTest, DamagedSettingsCountAsTheirDefaults) {
   window_.Show();
   EXPECT_EQ(view_.select_by, kByBand);
   EXPECT_EQ(view_.choice, 0);
-  window_.SelectBy_Click(kByCall);
+  SelectBy(kByCall);
   EXPECT_EQ(view_.choice, 0);
   EXPECT_TRUE(fixture_.log.errors.empty());
 }
 
-TEST_F(BeaconWindowTest, MarksTheBeaconThatTransmitsNow) {
+TEST_F(BeaconWindowTest, MarksThePresentTransmission) {
   window_.Show();
   Pass(seconds(13));
   view_.note = " S5 ";
-  window_.Button_Click(BeaconButton::kHeard);
+  Press(BeaconButton::kHeard);
   EXPECT_EQ(view_.status, "VE8AT on 14100 kHz is marked as heard");
   EXPECT_EQ(view_.note, "");
-  window_.Button_Click(BeaconButton::kHeard);
+  Press(BeaconButton::kHeard);
   Pass(seconds(10));
   EXPECT_EQ(view_.status.find("marked"), std::string::npos) << view_.status;
-  window_.Button_Click(BeaconButton::kNotHeard);
+  Press(BeaconButton::kNotHeard);
   EXPECT_EQ(ReadFile(Folder() / "BeaconHeard.csv", 1000),
             "utc,call,frequency_khz,heard,note\n"
             "2026-11-15 16:00:10,VE8AT,14100,yes,S5\n"
             "2026-11-15 16:00:20,W6WX,14100,no,\n");
 
   Select(kByCall, "ZL6B");
-  window_.Button_Click(BeaconButton::kHeard);
+  Press(BeaconButton::kHeard);
   EXPECT_EQ(view_.status, "There is nothing to mark: ZL6B is next on 14100 kHz in 17 s");
 
   view_.file = PathText(Folder() / "export.csv");
-  window_.Button_Click(BeaconButton::kExport);
+  Press(BeaconButton::kExport);
   EXPECT_EQ(view_.proposal, "beacons-2026-11-15.csv");
   EXPECT_NE(ReadFile(Folder() / "export.csv", 1000).find("VE8AT,14100,yes,S5,Inuvik,Canada,NA\n"),
             std::string::npos);
   view_.file = PathText(Folder() / "no/such/folder.csv");
-  window_.Button_Click(BeaconButton::kExport);
+  Press(BeaconButton::kExport);
   EXPECT_EQ(fixture_.messages.shown.size(), 1U);
 }
 
-TEST_F(BeaconWindowTest, AMarkThatCannotBeSavedIsTold) {
+TEST_F(BeaconWindowTest, LogsEventsAndErrorsByHandlerName) {
+  window_.Show();
+  SelectBy(kByCall);
+  Check(BeaconCheck::kFollow, true);
+  fixture_.log.debug.clear();
+  Tick();
+  SelectBy(kByBand);
+  window_.Handle({.kind = BeaconEvent::kChoice_Click, .index = 99});
+  Press(BeaconButton::kEarlier);
+  Close();
+  Texts logged;
+  for (const std::string& line : fixture_.log.debug) {
+    if (line.starts_with("BeaconMonitor.")) logged.push_back(line);
+  }
+  EXPECT_EQ(logged, (Texts{"BeaconMonitor.SelectBy_Click 0", "BeaconMonitor.Choice_Click 99",
+                           "BeaconMonitor.Button_Click E&arlier", "BeaconMonitor.Form_QueryUnload",
+                           "BeaconMonitor.Check_Click &Follow False"}));
+  ASSERT_EQ(fixture_.log.errors.size(), 1U);
+  EXPECT_NE(fixture_.log.errors[0].find(" in module BeaconMonitor.Choice_Click: "),
+            std::string::npos)
+      << fixture_.log.errors[0];
+}
+
+TEST_F(BeaconWindowTest, PressesAButtonOnceWhileItsKeyIsHeld) {
+  window_.Show();
+  const auto presses = [this](BeaconButton button, int key_time) {
+    view_.note = "note";
+    Press(button, milliseconds(key_time));
+    return view_.note.empty();
+  };
+  EXPECT_TRUE(presses(BeaconButton::kHeard, 10'000));
+  EXPECT_FALSE(presses(BeaconButton::kHeard, 10'500));
+  EXPECT_FALSE(presses(BeaconButton::kHeard, 11'000));
+  EXPECT_TRUE(presses(BeaconButton::kNotHeard, 11'030)) << "another key";
+  EXPECT_TRUE(presses(BeaconButton::kHeard, 11'060));
+  EXPECT_TRUE(presses(BeaconButton::kHeard, 11'760)) << "the key was released";
+  Press(BeaconButton::kNotHeard);
+  EXPECT_EQ(view_.note, "") << "a click of the mouse";
+}
+
+TEST_F(BeaconWindowTest, ShowsAMessageWhenAMarkCannotBeSaved) {
   std::filesystem::create_directory(Folder() / "BeaconHeard.csv");
   window_.Show();
   view_.note = "S5";
-  window_.Button_Click(BeaconButton::kHeard);
+  Press(BeaconButton::kHeard);
   ASSERT_EQ(fixture_.messages.shown.size(), 1U);
   EXPECT_EQ(fixture_.messages.shown[0].first.substr(0, 31), "The mark could not be saved: ca");
   EXPECT_EQ(view_.note, "S5");
   EXPECT_EQ(view_.status.find("marked"), std::string::npos);
 }
 
-TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
+TEST_F(BeaconWindowTest, PaintsMarksOverPredictions) {
   window_.Show();
   Pass(seconds(12));
   ASSERT_FALSE(predictions_.Working()) << predictions_.Problem();
   EXPECT_EQ(launcher_.starts.size(), 18U);
-  window_.Form_QueryUnload();
+  Close();
   window_.Show();
-  EXPECT_FALSE(predictions_.Working()) << "they hold for the hour";
+  EXPECT_FALSE(predictions_.Working()) << "predictions are valid for the hour";
   EXPECT_NE(view_.rows[0].texts[7], "");
-  window_.Button_Click(BeaconButton::kHeard);
+  Press(BeaconButton::kHeard);
   const auto painted = [this] {
     RecordingSurface surface;
     window_.Paint(surface, 800, 500, 12);
@@ -379,23 +429,23 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   EXPECT_EQ(count(today, heard), 2) << "the mark and its key";
   EXPECT_GT(today.Only(DrawingCall::Kind::kRectangle).size(), 18U * 24U);
 
-  window_.Button_Click(BeaconButton::kEarlier);
+  Press(BeaconButton::kEarlier);
   EXPECT_TRUE(view_.enabled[BeaconButton::kLater]);
   const RecordingSurface yesterday = painted();
   EXPECT_EQ(labels(yesterday)[0], "14-Nov-26 UTC, 14100 kHz");
   EXPECT_EQ(count(yesterday, heard), 1);
   EXPECT_LT(yesterday.Only(DrawingCall::Kind::kRectangle).size(), 24U) << "predictions are today's";
-  window_.Button_Click(BeaconButton::kLater);
+  Press(BeaconButton::kLater);
   EXPECT_FALSE(view_.enabled[BeaconButton::kLater]);
-  window_.Button_Click(BeaconButton::kLater);
+  Press(BeaconButton::kLater);
   EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC, 14100 kHz") << "there is no tomorrow yet";
 
-  // The day shown stays when another one begins, and keeps what was predicted on it.
-  window_.Button_Click(BeaconButton::kEarlier);
+  // The shown day and its predictions stay when the next day begins.
+  Press(BeaconButton::kEarlier);
   timekeeping_.Pass(fixture_.log.clock, days(1));
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(labels(painted())[0], "14-Nov-26 UTC, 14100 kHz");
-  window_.Button_Click(BeaconButton::kLater);
+  Press(BeaconButton::kLater);
   EXPECT_EQ(labels(painted())[0], "15-Nov-26 UTC, 14100 kHz");
   EXPECT_GT(painted().Only(DrawingCall::Kind::kRectangle).size(), 18U * 24U);
 
@@ -404,12 +454,12 @@ TEST_F(BeaconWindowTest, TheDayHasMarksOverPredictions) {
   EXPECT_EQ(labels(painted())[1], "VE8AT 14100");
 }
 
-TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirectionForAWholeSlot) {
+TEST_F(BeaconWindowTest, KeepsTheMostOpenBandForAWholeSlot) {
   window_.Show();
   Select(kByOctant, "S");
-  window_.Check_Click(BeaconCheck::kFollow, true);
+  Check(BeaconCheck::kFollow, true);
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 18110"}));
-  // Nothing becomes known of YV5B, which comes last.
+  // YV5B is the last one and gets no prediction.
   while (predictions_.Of("OA4B", 21150) == nullptr) Pass(milliseconds(100));
   launcher_.answer = "no table";
   ASSERT_LT(Now(), kHour + seconds(8));
@@ -422,45 +472,45 @@ TEST_F(BeaconWindowTest, TheMostOpenBandIsChosenInADirectionForAWholeSlot) {
   EXPECT_EQ(view_.target.substr(0, 15), "Following OA4B ");
 }
 
-TEST_F(BeaconWindowTest, ProblemsWithClockAndFilesAreShown) {
+TEST_F(BeaconWindowTest, ShowsProblemsWithClockAndFiles) {
   WriteFile(Folder() / BeaconModule::kLocationFile, "OH2B,OH,60 X,24 E\nW6WX,K,37 N\n");
   window_.Show();
   EXPECT_EQ(view_.problem.substr(0, 45), "BeaconLocation.txt, line 1, column 9: the lat");
   EXPECT_NE(view_.problem.find(" more; see the error log)"), std::string::npos);
-  EXPECT_EQ(Column(1)[0], "4U1UN") << "the schedule is known all the same";
+  EXPECT_EQ(Column(1)[0], "4U1UN") << "the schedule does not depend on the locations";
   Now() += seconds(30);
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(view_.warning, "The clock was set forward by 30.0 s at 16:00:30 UTC");
   EXPECT_EQ(Column(1)[0], "KH6RS");
   timekeeping_.Pass(fixture_.log.clock, BeaconModule::ClockWatch::kTold);
-  window_.Form_QueryUnload();
+  Close();
   Now() += seconds(30);
   window_.Show();
-  EXPECT_EQ(view_.warning, "") << "nobody looked while the window was closed";
+  EXPECT_EQ(view_.warning, "") << "changes while the window is closed are not reported";
 
   std::filesystem::remove(Folder() / BeaconModule::kScheduleFile);
-  window_.Button_Click(BeaconButton::kReload);
+  Press(BeaconButton::kReload);
   EXPECT_EQ(view_.target, "There is no schedule");
   EXPECT_TRUE(view_.rows.empty());
   EXPECT_EQ(view_.choice, -1);
   EXPECT_EQ(view_.timer, milliseconds(1000));
-  window_.Button_Click(BeaconButton::kHeard);
+  Press(BeaconButton::kHeard);
   EXPECT_EQ(view_.status, "There is nothing to mark: there is no schedule");
 }
 
-TEST_F(BeaconWindowTest, SleepAndANewDayLeaveNothingBehind) {
+TEST_F(BeaconWindowTest, StaysOnScheduleAfterSleepAndMidnight) {
   Now() = sys_days(year(2026) / 11 / 16) - UtcTime::duration(milliseconds(1));
   window_.Show();
-  window_.Check_Click(BeaconCheck::kFollow, true);
+  Check(BeaconCheck::kFollow, true);
   peers_.Take();
   EXPECT_EQ(Column(1)[0], "YV5B");
   Pass(milliseconds(1));
   EXPECT_EQ(Column(1)[0], "4U1UN");
   EXPECT_EQ(view_.clock, "00:00:00 UTC, slot 1 of 18, next in 10 s");
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
-  // The machine sleeps for hours; the timer only comes when it wakes up.
+  // The machine sleeps for hours. The timer ticks when it wakes up.
   timekeeping_.Pass(fixture_.log.clock, hours(7) + seconds(25));
-  window_.Timer_Tick();
+  Tick();
   EXPECT_EQ(Column(1)[0], "W6WX");
   EXPECT_EQ(peers_.Take(), (Texts{"vfo a", "split off", "mode CW", "qsy 14100"}));
   EXPECT_EQ(view_.warning, "");

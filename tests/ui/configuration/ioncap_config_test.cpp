@@ -45,7 +45,7 @@ class IoncapConfigTest : public ::testing::Test {
   IoncapConfigTest() { WriteFile(with_.log.folder / "Bands.txt", "20M, 14.0, 14.35\n"); }
 
   void Load() { window_.Form_Load(); }
-  /// The window searches the engines' folders when it opens.
+  /// Also sets the values of the view and searches the folders.
   void LoadAndOpen() {
     Load();
     window_.Show();
@@ -93,13 +93,34 @@ TEST_F(IoncapConfigTest, RestoresValuesBandsAndPlaceOnLoad) {
   with_.store.SaveSetting(kProductName, "Configuration", "DistanceMiles", "False");
   with_.store.SaveSetting(kProductName, "Windows", "IoncapConfigLeft", "333");
   Load();
-  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 2);
-  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
   EXPECT_EQ(view_.placement.left, 333);
   EXPECT_EQ(bands_.GetBandNameForFreq(14.1), "20M");
+  EXPECT_FALSE(view_.shown);
+  window_.Show();
+  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 2);
+  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
   EXPECT_EQ(view_.modes, DefaultModes());
   EXPECT_EQ(view_.labels[ConfigLabel::kBandsMissing], "");
-  EXPECT_FALSE(view_.shown);
+}
+
+TEST_F(IoncapConfigTest, SetsNoValuesBeforeTheWindowIsShown) {
+  std::filesystem::remove(with_.log.folder / "Bands.txt");
+  Load();
+  configuration_.SetEngine(1);
+  configuration_.SetDistanceMiles(false);
+  configuration_.SetUrl(Address::kSSNURL, "https://example.org");
+  configuration_.SetShowToolTips(false);
+  window_.Peers_Change();
+  EXPECT_FALSE(view_.tool_tips) << "not a value of a control";
+  EXPECT_TRUE(view_.options.empty() && view_.checked.empty() && view_.labels.empty());
+  EXPECT_TRUE(view_.bands.empty() && view_.urls.empty() && view_.peers.empty());
+  window_.Show();
+  EXPECT_EQ(view_.options[ConfigOption::kEngineButton], 1);
+  EXPECT_EQ(view_.options[ConfigOption::kDistanceUnit], distance_unit::kKilometres);
+  EXPECT_EQ(view_.urls[Address::kSSNURL], "https://example.org");
+  EXPECT_FALSE(view_.checked[ConfigCheck::kShowToolTips]);
+  EXPECT_NE(view_.labels[ConfigLabel::kBandsMissing], "");
+  EXPECT_EQ(view_.peers.size(), 3U);
 }
 
 TEST_F(IoncapConfigTest, ListsTheAntennasOfTheUsedEngine) {
@@ -149,7 +170,7 @@ TEST_F(IoncapConfigTest, HidesTheWindowAndSavesItsPlaceOnClose) {
 TEST_F(IoncapConfigTest, DisablesFrequencyDependentSettingsWithoutABandFile) {
   std::filesystem::remove(with_.log.folder / "Bands.txt");
   with_.store.SaveSetting(kProductName, "Configuration", "FreqDependentEnabled", "True");
-  Load();
+  LoadAndOpen();
   EXPECT_FALSE(configuration_.FreqDependentEnabled());
   EXPECT_FALSE(view_.checked[ConfigCheck::kFreqDependentEnabled]);
   EXPECT_FALSE(view_.checks_enabled[ConfigCheck::kFreqDependentEnabled]);
@@ -446,7 +467,7 @@ TEST_F(IoncapConfigTest, ShowsTheUsedSourceOfYourStation) {
 }
 
 TEST_F(IoncapConfigTest, ShowsChangesMadeElsewhere) {
-  Load();
+  LoadAndOpen();
   configuration_.SetEngine(1);
   configuration_.SetDistanceMiles(false);
   configuration_.SetUrl(Address::kSSNURL, "https://example.org");
