@@ -69,15 +69,15 @@ struct BeaconTexts {
 /// One event of the beacon window.
 struct BeaconEvent {
   enum Kind {
-    kTimer_Tick,
-    kSelectBy_Click,
-    kChoice_Click,
-    kCheck_Click,
-    kButton_Click,
-    kForm_QueryUnload,  ///< the user closes the window
+    kTimerTick,
+    kSelectByClick,
+    kChoiceClick,
+    kCheckClick,
+    kButtonClick,
+    kFormQueryUnload,  ///< the user closes the window
   };
 
-  Kind kind = kTimer_Tick;
+  Kind kind = kTimerTick;
   int index = -1;  ///< selected entry of the list; the view shows it already
   BeaconCheck check{};
   bool checked = false;  ///< new state of `check`; the view shows it already
@@ -109,7 +109,7 @@ class BeaconView : public SideView {
   /// Paints the canvas again.
   virtual void Refresh() = 0;
 
-  /// Raises kTimer_Tick once after `delay`. Restarts a timer that runs.
+  /// Raises kTimerTick once after `delay`. Restarts a timer that runs.
   virtual void StartTimer(std::chrono::milliseconds delay) = 0;
   virtual void StopTimer() = 0;
 

@@ -32,15 +32,15 @@ std::string Caption(const Words& words, Control control) {
 /// The part of the log line that follows the handler's name.
 std::string Details(const BeaconEvent& event) {
   switch (event.kind) {
-    case BeaconEvent::kSelectBy_Click:
-    case BeaconEvent::kChoice_Click:
+    case BeaconEvent::kSelectByClick:
+    case BeaconEvent::kChoiceClick:
       return " " + std::to_string(event.index);
-    case BeaconEvent::kCheck_Click:
+    case BeaconEvent::kCheckClick:
       return " " + Caption(kBeaconCheckWords, event.check) + " " + BooleanText(event.checked);
-    case BeaconEvent::kButton_Click:
+    case BeaconEvent::kButtonClick:
       return " " + Caption(kBeaconButtonWords, event.button);
-    case BeaconEvent::kTimer_Tick:
-    case BeaconEvent::kForm_QueryUnload:
+    case BeaconEvent::kTimerTick:
+    case BeaconEvent::kFormQueryUnload:
       break;
   }
   return {};
@@ -67,7 +67,7 @@ BeaconWindow::BeaconWindow(const Collaborators& collaborators)
       follower_(with_.peers) {}
 
 void BeaconWindow::Handle(const BeaconEvent& event) {
-  const bool tick = event.kind == BeaconEvent::kTimer_Tick;
+  const bool tick = event.kind == BeaconEvent::kTimerTick;
   if (tick ? !shown_ : Repeats(event)) return;
   const Handler& handler = kHandlers.at(event.kind);
   with_.diagnostics.Trap(handler.name, [&] {
@@ -79,7 +79,7 @@ void BeaconWindow::Handle(const BeaconEvent& event) {
     with_.diagnostics.Trap(handler.name, [&] { SetTimer(); });
   } else {
     with_.view.Refresh();
-    Handle({.kind = BeaconEvent::kTimer_Tick});
+    Handle({.kind = BeaconEvent::kTimerTick});
   }
 }
 
@@ -101,7 +101,7 @@ void BeaconWindow::Show() {
     known_.TakeInputs();
     day_.ShowToday();
     with_.view.ShowWindow();
-    Handle({.kind = BeaconEvent::kTimer_Tick});
+    Handle({.kind = BeaconEvent::kTimerTick});
   });
 }
 
@@ -125,7 +125,7 @@ void BeaconWindow::ReadFiles() {
 void BeaconWindow::Form_QueryUnload(const BeaconEvent& /*event*/) {
   Close();
   if (choice_.Checked(BeaconCheck::kFollow)) {
-    Handle({.kind = BeaconEvent::kCheck_Click, .check = BeaconCheck::kFollow});
+    Handle({.kind = BeaconEvent::kCheckClick, .check = BeaconCheck::kFollow});
   }
   with_.view.SetChecked(BeaconCheck::kFollow, false);
   with_.view.HideWindow();

@@ -14,7 +14,7 @@
 namespace skyhop {
 namespace {
 
-constexpr const char* kSection = "Configuration";
+constexpr const char* kStationSection = "Configuration";
 
 struct StationControls {
   TextField latitude;
@@ -159,7 +159,7 @@ void Stations::UpdateLabels() {
 
 void Stations::Restore() {
   const auto stored = [&](const char* key) {
-    return with_.settings.GetStringSetting(kProductName, kSection, key, "");
+    return with_.settings.GetStringSetting(kProductName, kStationSection, key, "");
   };
   const std::string latitude = stored("DXLat");
   const std::string longitude = stored("DXLon");
@@ -170,7 +170,7 @@ void Stations::Restore() {
   }
   RestoreSquare(Station::kLocal);
   RestoreSquare(Station::kDX);
-  const bool long_path = with_.settings.GetIntegerSetting(kProductName, kSection, "Path", "0") == 1;
+  const bool long_path = with_.settings.GetIntegerSetting(kProductName, kStationSection, "Path", "0") == 1;
   with_.view.Select(OptionGroup::kPath, long_path ? path_option::kLong : path_option::kShort);
 }
 
@@ -178,7 +178,7 @@ void Stations::Restore() {
 void Stations::RestoreSquare(Station station) {
   const StationControls& controls = ControlsOf(station);
   const std::string grid =
-      with_.settings.GetStringSetting(kProductName, kSection, controls.grid_key, "");
+      with_.settings.GetStringSetting(kProductName, kStationSection, controls.grid_key, "");
   // The texts are compared: they hold no third sign, which a centre on the equator may have.
   const Position centre = DXGridModule::GetGridCenterLocation(grid);
   if (LatLonModule::IsUndefined(centre) ||
@@ -204,14 +204,14 @@ void Stations::Save() {
     for (const Station station : {Station::kLocal, Station::kDX}) {
       if (!CanBeSaved(station)) continue;
       const StationControls& controls = ControlsOf(station);
-      entries.push_back({kSection, controls.latitude_key, with_.fields.Text(controls.latitude)});
-      entries.push_back({kSection, controls.longitude_key, with_.fields.Text(controls.longitude)});
-      entries.push_back({kSection, controls.grid_key, with_.fields.Text(controls.grid)});
+      entries.push_back({kStationSection, controls.latitude_key, with_.fields.Text(controls.latitude)});
+      entries.push_back({kStationSection, controls.longitude_key, with_.fields.Text(controls.longitude)});
+      entries.push_back({kStationSection, controls.grid_key, with_.fields.Text(controls.grid)});
       if (station == Station::kDX) {
-        entries.push_back({kSection, "DXPrefix", with_.parameters.LastPrefix()});
+        entries.push_back({kStationSection, "DXPrefix", with_.parameters.LastPrefix()});
       }
     }
-    entries.push_back({kSection, "Path", std::to_string(with_.view.Selected(OptionGroup::kPath))});
+    entries.push_back({kStationSection, "Path", std::to_string(with_.view.Selected(OptionGroup::kPath))});
     with_.settings.Store().Save(kProductName, entries);
   });
 }

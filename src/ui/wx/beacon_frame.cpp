@@ -36,7 +36,7 @@ void SetOptionalLine(wxStaticText& line, const std::string& text) {
 
 BeaconFrame::BeaconFrame(wxWindow* parent)
     : ViewFrame(parent, "Skyhop Beacons", "BeaconMonitor", wxSize(1040, 760)) {
-  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Send({.kind = BeaconEvent::kTimer_Tick}); });
+  timer_.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Send({.kind = BeaconEvent::kTimerTick}); });
   Bind(wxEVT_CHAR_HOOK, &BeaconFrame::OnMarkKey, this);
 }
 
@@ -107,19 +107,19 @@ wxSizer* BeaconFrame::MakeSelection(wxWindow* parent) {
   select_by_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, ways);
   select_by_->SetName("Select by");
   select_by_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
-    Send({.kind = BeaconEvent::kSelectBy_Click, .index = event.GetSelection()});
+    Send({.kind = BeaconEvent::kSelectByClick, .index = event.GetSelection()});
   });
   row->Add(select_by_, item);
   choices_ = new wxChoice(parent, wxID_ANY, wxDefaultPosition, wxSize(TextPixels(140), -1));
   choices_->SetName("Selected");
   choices_->Bind(wxEVT_CHOICE, [this](wxCommandEvent& event) {
-    Send({.kind = BeaconEvent::kChoice_Click, .index = event.GetSelection()});
+    Send({.kind = BeaconEvent::kChoiceClick, .index = event.GetSelection()});
   });
   row->Add(choices_, item);
   for (std::size_t i = 0; i < checks_.size(); ++i) {
     checks_.at(i) = new wxCheckBox(parent, wxID_ANY, ToWx(kBeaconCheckWords.at(i).caption));
     checks_.at(i)->Bind(wxEVT_CHECKBOX, [this, i](wxCommandEvent& event) {
-      Send({.kind = BeaconEvent::kCheck_Click,
+      Send({.kind = BeaconEvent::kCheckClick,
             .check = static_cast<BeaconCheck>(i),
             .checked = event.IsChecked()});
     });
@@ -160,7 +160,7 @@ wxButton* BeaconFrame::MakeButton(wxWindow* parent, BeaconButton button) {
   const auto i = static_cast<std::size_t>(button);
   buttons_.at(i) = new wxButton(parent, wxID_ANY, ToWx(kBeaconButtonWords.at(i).caption));
   buttons_.at(i)->Bind(wxEVT_BUTTON, [this, button](wxCommandEvent&) {
-    Send({.kind = BeaconEvent::kButton_Click, .button = button});
+    Send({.kind = BeaconEvent::kButtonClick, .button = button});
   });
   AddToolTip(buttons_.at(i), kBeaconButtonWords.at(i).tool_tip);
   return buttons_.at(i);
@@ -176,7 +176,7 @@ void BeaconFrame::OnMarkKey(wxKeyEvent& event) {
     event.Skip();
     return;
   }
-  Send({.kind = BeaconEvent::kButton_Click,
+  Send({.kind = BeaconEvent::kButtonClick,
         .button = key == WXK_F2 ? BeaconButton::kHeard : BeaconButton::kNotHeard,
         .key_time = std::chrono::milliseconds(event.GetTimestamp())});
 }
@@ -258,7 +258,7 @@ std::optional<std::string> BeaconFrame::AskFile(const std::string& proposal) {
 }
 
 void BeaconFrame::UserCloses() {
-  Send({.kind = BeaconEvent::kForm_QueryUnload});
+  Send({.kind = BeaconEvent::kFormQueryUnload});
 }
 
 }  // namespace skyhop

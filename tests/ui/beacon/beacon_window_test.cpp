@@ -50,20 +50,20 @@ class BeaconWindowTest : public ::testing::Test {
     timekeeping_.Pass(fixture_.log.clock, until - Now());
   }
 
-  void Tick() { window_.Handle({.kind = BeaconEvent::kTimer_Tick}); }
-  void Close() { window_.Handle({.kind = BeaconEvent::kForm_QueryUnload}); }
-  void SelectBy(int by) { window_.Handle({.kind = BeaconEvent::kSelectBy_Click, .index = by}); }
+  void Tick() { window_.Handle({.kind = BeaconEvent::kTimerTick}); }
+  void Close() { window_.Handle({.kind = BeaconEvent::kFormQueryUnload}); }
+  void SelectBy(int by) { window_.Handle({.kind = BeaconEvent::kSelectByClick, .index = by}); }
   void Check(BeaconCheck check, bool checked) {
-    window_.Handle({.kind = BeaconEvent::kCheck_Click, .check = check, .checked = checked});
+    window_.Handle({.kind = BeaconEvent::kCheckClick, .check = check, .checked = checked});
   }
   void Press(BeaconButton button, std::optional<milliseconds> key_time = {}) {
-    window_.Handle({.kind = BeaconEvent::kButton_Click, .button = button, .key_time = key_time});
+    window_.Handle({.kind = BeaconEvent::kButtonClick, .button = button, .key_time = key_time});
   }
   void Select(int by, const std::string& choice) {
     SelectBy(by);
     const auto found = std::find(view_.choices.begin(), view_.choices.end(), choice);
     ASSERT_NE(found, view_.choices.end()) << choice;
-    window_.Handle({.kind = BeaconEvent::kChoice_Click,
+    window_.Handle({.kind = BeaconEvent::kChoiceClick,
                     .index = static_cast<int>(found - view_.choices.begin())});
   }
 
@@ -296,9 +296,9 @@ TEST_F(BeaconWindowTest, RestoresOptionsExceptFollowing) {
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "OH2B");
   EXPECT_TRUE(view_.checked[BeaconCheck::kRotate]);
   EXPECT_FALSE(view_.checked[BeaconCheck::kLookUp]);
-  again.Handle({.kind = BeaconEvent::kSelectBy_Click, .index = kByBand});
+  again.Handle({.kind = BeaconEvent::kSelectByClick, .index = kByBand});
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "24930 kHz");
-  again.Handle({.kind = BeaconEvent::kSelectBy_Click, .index = kByOctant});
+  again.Handle({.kind = BeaconEvent::kSelectByClick, .index = kByOctant});
   EXPECT_EQ(view_.choices.at(static_cast<std::size_t>(view_.choice)), "SW");
   EXPECT_EQ(peers_.Take(), Texts{});
 }
@@ -353,7 +353,7 @@ TEST_F(BeaconWindowTest, LogsEventsAndErrorsByHandlerName) {
   fixture_.log.debug.clear();
   Tick();
   SelectBy(kByBand);
-  window_.Handle({.kind = BeaconEvent::kChoice_Click, .index = 99});
+  window_.Handle({.kind = BeaconEvent::kChoiceClick, .index = 99});
   Press(BeaconButton::kEarlier);
   Close();
   Texts logged;
