@@ -16,34 +16,34 @@ namespace skyhop::IONCAPModule {
 /// Takes the results files of the engines: fills the table and announces it.
 class Results {
  public:
-  /// Results files are some 3 to 45 kB; anything beyond this is something else.
+  /// The most bytes of a file that are read. Results files have 3 to 45 kB.
   static constexpr std::size_t kLargestFile = std::size_t{16} << 20U;
 
   Results(ResultsTable& table, UserMessages& messages, Diagnostics& diagnostics)
       : table_(&table), messages_(&messages), diagnostics_(&diagnostics) {}
 
-  /// `listener` is called whenever the table was filled, with the engine that tells how.
+  /// `listener` is called whenever results have filled the table, with their engine.
   void SetTableListener(std::function<void(EngineChoice)> listener) {
     on_table_ = std::move(listener);
   }
 
-  /// Deletes a results file before an engine is started, so that polling cannot see a stale one.
-  /// Returns whether there is none now.
+  /// Deletes a results file before an engine starts, so that no poll sees old results. Returns
+  /// whether the file is gone.
   [[nodiscard]] bool InitializeResults(const std::filesystem::path& file);
 
-  /// Displays a LUF/MUF table. `has_luf` says whether it carries the LUF column. On a failure,
-  /// which is logged, the chart is left as it was. Returns whether the chart shows the file.
+  /// Displays a LUF/MUF table, with a LUF column if `has_luf`. Logs a failure, which leaves the
+  /// chart as it is. Returns whether the chart shows the file.
   bool DisplayResults(bool has_luf, const std::filesystem::path& file, EngineChoice engine);
 
   /// Displays SNR, reliability, mode and signal power by band. Returns whether the chart shows all
-  /// 24 hours of the file. A file that ends early is displayed as far as it goes, and the error log
-  /// tells which hours are missing, as it does of fields that could not be read.
+  /// 24 hours of the file. Displays a file that ends early as far as it goes. The error log lists
+  /// the missing hours and the fields that cannot be read.
   bool DisplayMethod2030Results(const std::filesystem::path& file);
 
-  /// What the heading of the file displayed last says.
+  /// The heading of the file that was displayed last.
   [[nodiscard]] const ResultsHeading& Heading() const { return heading_; }
 
-  /// How many tables have been put on the chart, incomplete ones included.
+  /// The number of tables that were displayed, including incomplete ones.
   [[nodiscard]] int TablesShown() const { return tables_shown_; }
 
  private:

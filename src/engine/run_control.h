@@ -28,7 +28,7 @@ enum class RunState : std::int16_t {
   kViewer = 3,           ///< shown as they are
 };
 
-/// Runs the chart's predictions: writes the deck, starts the engine, hands its results on.
+/// Runs the chart's predictions: has the deck written, starts the engine, hands its results on.
 class RunControl {
  public:
   struct Collaborators {
@@ -55,22 +55,22 @@ class RunControl {
   /// How long the next runs may take; none (default): for ever.
   void SetTimeout(std::optional<std::chrono::milliseconds> timeout) { timeout_ = timeout; }
 
-  /// Starts a chart prediction with the engine that the configuration selects. All of these return
-  /// whether an engine was started; if not, the log or a message said why.
+  /// Starts a prediction with the engine of the parameter set. All of these return whether they
+  /// started an engine; if not, the log or a message has the reason.
   bool ForecastPaths();
   bool IonCapPaths();
   bool IcePacPaths();
-  /// VOACAP, for the LUF/MUF table or for SNR and reliability, by the selected option.
+  /// VOACAP, for the LUF/MUF table or, for kVoaCapSnr, SNR and reliability.
   bool VoaCapPaths();
 
   /// Whether a run waits for its results. The caller then calls Poll() from time to time.
   [[nodiscard]] bool Waiting() const { return waiting_; }
 
-  /// The state of the current run. Complete results, and those that are refused, are then taken by
-  /// HandleIonCapTimer().
+  /// The state of the current run. HandleIonCapTimer() then takes complete results and refuses
+  /// those that answer another question.
   [[nodiscard]] EngineJob::Outcome Poll() { return job_.Poll(with_.clock.SteadyNow()); }
 
-  /// Takes the results file if it has any content; the run waits no longer then.
+  /// Takes the results file if it has any content. The run then waits no longer.
   void HandleIonCapTimer();
 
   /// Stops waiting for the engine and ends it where the system reports its process.
@@ -83,7 +83,7 @@ class RunControl {
 
   void SetRunState(RunState state) { run_state_ = state; }
 
-  /// What to report of an engine that ended without results: both files, and why it may be.
+  /// The report about an engine that ended without results: both files and the likely reason.
   [[nodiscard]] std::string DeadEngineText() const;
 
   /// The folder that LoadEngineData was called with.
@@ -99,12 +99,12 @@ class RunControl {
   [[nodiscard]] const std::filesystem::path& ResultsFile() const {
     return job_.Asked().files.results;
   }
-  /// Whether the last start ended because `PredictionParametersValid` told the user why.
+  /// Whether `PredictionParametersValid` refused the last start with a message.
   [[nodiscard]] bool ParametersRefused() const { return refused_; }
-  /// Whether the last finished run ended with its results on the chart.
+  /// Whether the chart shows the results of the last finished run.
   [[nodiscard]] bool LastRunDisplayed() const { return displayed_; }
-  /// Why the last finished run's results were refused: they answer another question. Empty when
-  /// they were not.
+  /// How the question in the last finished run's results differs from the one that was asked; empty
+  /// if the results were not refused.
   [[nodiscard]] const std::string& Difference() const { return difference_; }
 
  private:

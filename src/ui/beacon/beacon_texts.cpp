@@ -62,7 +62,7 @@ std::string ProblemText(const std::vector<BeaconModule::FileProblem>& problems) 
 }
 
 std::string ClockText(const std::optional<BeaconModule::Schedule>& schedule, UtcTime now) {
-  const std::string text = TimeStamp(now).substr(11) + " UTC";
+  std::string text = TimeStamp(now).substr(11) + " UTC";
   if (!schedule) return text;
   const BeaconModule::Slot slot = schedule->At(now);
   return text + ", slot " + std::to_string(slot.index + 1) + " of " +

@@ -208,7 +208,7 @@ void IonCap::SaveOption(const char* key, bool value) {
 }
 
 void IonCap::ConfigurationChanged(Configuration::Item item) {
-  // What is told before the start is part of restoring the configuration.
+  // Before the start, changes belong to restoring the configuration.
   if (!loaded_) return;
   with_.diagnostics.Trap("IonCap.ConfigurationChanged", [&] {
     switch (item) {
@@ -225,8 +225,6 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         with_.diagnostics.SetDebug(with_.configuration.DiagMode());
         break;
       case Configuration::Item::kFreqDependent:
-        InputsChanged();
-        break;
       case Configuration::Item::kAntennas:
       case Configuration::Item::kEngine:
         InputsChanged();
@@ -236,7 +234,7 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         break;
       case Configuration::Item::kDualMonitor:
       case Configuration::Item::kDownloadSsnAtStart:
-        // Asked for when they are needed.
+        // The program reads these when it needs them.
         break;
     }
   });

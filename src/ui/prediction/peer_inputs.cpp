@@ -25,7 +25,7 @@ bool IsPlain(const std::string& text) {
 
 PeerWindow::FollowedBand PeerInputs::FollowFrequency(double frequency) {
   return with_.diagnostics.Trap("IonCap.FollowFrequency", FollowedBand(), [&] {
-    const FollowedBand followed = with_.point.FollowFrequency(frequency);
+    FollowedBand followed = with_.point.FollowFrequency(frequency);
     if (on_band_) on_band_();
     return followed;
   });

@@ -170,7 +170,8 @@ void Stations::Restore() {
   }
   RestoreSquare(Station::kLocal);
   RestoreSquare(Station::kDX);
-  const bool long_path = with_.settings.GetIntegerSetting(kProductName, kStationSection, "Path", "0") == 1;
+  const bool long_path =
+      with_.settings.GetIntegerSetting(kProductName, kStationSection, "Path", "0") == 1;
   with_.view.Select(OptionGroup::kPath, long_path ? path_option::kLong : path_option::kShort);
 }
 
@@ -204,14 +205,17 @@ void Stations::Save() {
     for (const Station station : {Station::kLocal, Station::kDX}) {
       if (!CanBeSaved(station)) continue;
       const StationControls& controls = ControlsOf(station);
-      entries.push_back({kStationSection, controls.latitude_key, with_.fields.Text(controls.latitude)});
-      entries.push_back({kStationSection, controls.longitude_key, with_.fields.Text(controls.longitude)});
+      entries.push_back(
+          {kStationSection, controls.latitude_key, with_.fields.Text(controls.latitude)});
+      entries.push_back(
+          {kStationSection, controls.longitude_key, with_.fields.Text(controls.longitude)});
       entries.push_back({kStationSection, controls.grid_key, with_.fields.Text(controls.grid)});
       if (station == Station::kDX) {
         entries.push_back({kStationSection, "DXPrefix", with_.parameters.LastPrefix()});
       }
     }
-    entries.push_back({kStationSection, "Path", std::to_string(with_.view.Selected(OptionGroup::kPath))});
+    entries.push_back(
+        {kStationSection, "Path", std::to_string(with_.view.Selected(OptionGroup::kPath))});
     with_.settings.Store().Save(kProductName, entries);
   });
 }
