@@ -76,10 +76,10 @@ std::optional<std::string> Stations::MarkInvalid() {
     with_.diagnostics.DebugLog(std::string("   invalid ").append(name).append(": ").append(text));
     with_.view.MarkRefused(field, true);
     const bool is_dx = field == TextField::kDXLat || field == TextField::kDXLon;
-    const std::string whose = (is_dx ? "The DX station's " : "Your Station's ") + name;
-    if (Trim(text).empty()) return whose + " is missing";
-    return whose + " \"" + text + "\" is not valid. Write it like " +
-           std::string(LatLonModule::CoordinateExamples(axis));
+    std::string reason = (is_dx ? "The DX station's " : "Your Station's ") + name;
+    if (Trim(text).empty()) return reason + " is missing";
+    reason.append(" \"").append(text).append("\" is not valid. Write it like ");
+    return reason.append(LatLonModule::CoordinateExamples(axis));
   }
   return std::nullopt;
 }
