@@ -8,6 +8,7 @@
 #include "common/files.h"
 #include "common/text.h"
 #include "engine/deck_writer.h"
+#include "engine/engine_probe.h"
 #include "support/prediction_fixture.h"
 
 namespace skyhop::IONCAPModule {
@@ -194,6 +195,21 @@ TEST_F(ScriptsTest, ItsDecksDifferFromThoseThatAnEngineWasRunWithOnlyInRemarks) 
       if (line != other) different.push_back(line.substr(0, line.find(' ')));
     }
     EXPECT_EQ(different, cards) << ours;
+  }
+}
+
+TEST_F(ScriptsTest, EngineTestAsksEachEngineTheKnownQuestion) {
+  const struct {
+    EngineChoice engine;
+    const char* deck;
+  } cases[] = {{EngineChoice::kIonCap, "decks/transatlantic-ioncap.txt"},
+               {EngineChoice::kVoaCap, "decks/transatlantic-voacap26.txt"},
+               {EngineChoice::kVoaCapSnr, "decks/transatlantic-voacap30.txt"},
+               {EngineChoice::kIcePac, "decks/transatlantic-icepac26.txt"}};
+  for (const auto& [engine, deck] : cases) {
+    ASSERT_TRUE(decks_.Write(ProbeQuestion(engine), script_));
+    EXPECT_EQ(ReplaceAll(ReadFile(script_, 10000), "\r\n", "\n"),
+              ReplaceAll(TestData(deck), "\r\n", "\n"));
   }
 }
 

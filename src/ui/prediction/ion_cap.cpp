@@ -48,7 +48,10 @@ IonCap::IonCap(Collaborators collaborators)
     shown_.PreviewSolarBars();
     InputsChanged();
   });
-  peer_inputs_.SetBandListener([this] { InputsChanged(); });
+  peer_inputs_.SetBandListener([this] {
+    next_.UpdateConditions();
+    shown_.MarkOld();
+  });
   peer_inputs_.SetLinksListener([this] {
     EnablePeerCommands();
     with_.configuration_window.Peers_Change();
@@ -76,11 +79,11 @@ void IonCap::InitiateForecast() {
 }
 
 void IonCap::FreqPredict(double frequency, const std::string& mode, const std::string& snr) {
-  Handle("FreqPredict", [&] { point_.Predict(frequency, mode, snr); });
+  point_.Predict(frequency, mode, snr);
 }
 
 void IonCap::SetSNRDisplayActive(bool active) {
-  Handle("SetSNRDisplayActive", [&] { point_.SetActive(active); });
+  point_.SetActive(active);
 }
 
 void IonCap::UpdateLocalGrid() {

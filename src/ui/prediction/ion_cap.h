@@ -137,6 +137,7 @@ class IonCap {
   void SaveOption(const char* key, bool value);
   void ConfigurationChanged(Configuration::Item item);
   void EnablePeerCommands();
+  [[nodiscard]] bool AcceptFields();
   void Predict(int path, int direction);
   void TakeField(TextField field, const std::string& text);
   void InputsChanged();

@@ -66,7 +66,7 @@ void IonCap::Button_Click(Button button) {
   });
   const ButtonEvent& event = Find(kEvents, button);
   Handle(event.name, [&] {
-    if (event.takes_fields && !fields_.AcceptAll()) return;
+    if (event.takes_fields && !AcceptFields()) return;
     // PredictCommand logs the name of its own command.
     if (button != Button::kPathsButton) {
       with_.diagnostics.DebugLog(std::string("IonCap.") + event.name);
@@ -74,6 +74,11 @@ void IonCap::Button_Click(Button button) {
     event.run(*this);
   });
   peer_commands_.PredictForWaitingPeer();
+}
+
+/// A field that cannot be taken over is logged; the command is executed all the same.
+bool IonCap::AcceptFields() {
+  return with_.diagnostics.Trap("IonCap.FieldsAccepted", true, [&] { return fields_.AcceptAll(); });
 }
 
 void IonCap::PathsButton_Click() {
@@ -241,8 +246,10 @@ void IonCap::Field_Enter(TextField field) {
         with_.engine.parameters.SetPrefix();
         break;
       case TextField::kSNRFrequency:
-        with_.diagnostics.DebugLog("IonCap.SNRPredictCmd_Click");
-        point_.PredictTyped();
+        Handle("SNRPredictCmd_Click", [&] {
+          with_.diagnostics.DebugLog("IonCap.SNRPredictCmd_Click");
+          point_.PredictTyped();
+        });
         break;
       default:
         break;

@@ -45,7 +45,6 @@ void PeerCommands::PredictForPeer(const PeerRequest& request, const std::string&
     // The values that a peer has published before its command belong to the prediction.
     with_.peers.PeerValuesTimer_Tick();
     if (with_.predict.Busy()) {
-      (void)with_.predict.RefuseSecondRun();
       waiting_ = {request, argument};
       return;
     }

@@ -7,9 +7,11 @@
 namespace skyhop {
 
 void PointPanel::SetActive(bool active) {
-  active_ = active;
-  with_.view.SetChecked(CheckBox::kSNRDisplayCheck, active);
-  with_.point.SetDisplayActive(active);
+  with_.diagnostics.Trap("IonCap.SetSNRDisplayActive", [&] {
+    active_ = active;
+    with_.view.SetChecked(CheckBox::kSNRDisplayCheck, active);
+    with_.point.SetDisplayActive(active);
+  });
 }
 
 void PointPanel::ShowBand(std::int16_t band) {
@@ -35,9 +37,11 @@ void PointPanel::ForgetFrequency() {
 }
 
 void PointPanel::Predict(double frequency, const std::string& mode, const std::string& snr) {
-  with_.diagnostics.DebugLog("IonCap.FreqPredict, theFreq = " + NumberText(frequency) +
-                             ", theMode = " + mode);
-  with_.point.Predict(frequency, mode, snr);
+  with_.diagnostics.Trap("IonCap.FreqPredict", [&] {
+    with_.diagnostics.DebugLog("IonCap.FreqPredict, theFreq = " + NumberText(frequency) +
+                               ", theMode = " + mode);
+    with_.point.Predict(frequency, mode, snr);
+  });
 }
 
 void PointPanel::PredictTyped() {

@@ -248,7 +248,7 @@ void Configuration::SaveUrls() {
   for (std::size_t url = 0; url < kUrls.size(); ++url) {
     entries.push_back({kConfiguration, kUrls.at(url).key, urls_.at(url)});
   }
-  settings_->Store().Save(kProductName, entries);
+  diagnostics_->Trap("IoncapConfig.Save", [&] { settings_->Store().Save(kProductName, entries); });
 }
 
 template <class Value>

@@ -12,8 +12,8 @@
 #include "support/fake_launcher.h"
 #include "support/fake_view.h"
 #include "support/prediction_fixture.h"
-#include "ui/shared/view_form.h"
 #include "ui/shared/mode_names.h"
+#include "ui/shared/view_form.h"
 
 namespace skyhop::testing {
 namespace {
