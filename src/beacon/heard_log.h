@@ -34,7 +34,7 @@ class HeardLog {
   HeardLog(const std::filesystem::path& program_folder, Diagnostics& diagnostics)
       : path_(program_folder / kFileName), diagnostics_(&diagnostics) {}
 
-  /// Reads the file anew. Lines that cannot be read are written to the error log, see LogProblems.
+  /// Reads the file again. Writes unreadable lines to the error log, see LogProblems.
   void Load();
 
   /// Adds a mark and saves it. Ignores a mark that equals the present one, also if its note is

@@ -15,10 +15,10 @@ namespace {
 
 constexpr std::int16_t kPointMethod = 30;
 
-/// Angle that stands for a minimum take-off angle of 0, which the engines take for 3 degrees.
+/// The card has this angle for a take-off angle of 0, which the engines would read as 3 degrees.
 constexpr double kHorizon = 0.1;
 
-/// The most reliable percentage that the card's two digits tell; all of the days is out of reach.
+/// The highest reliability in the two digits of the card.
 constexpr double kHighestAvailability = 99;
 
 /// A text as decks can hold it: what is not printable ASCII becomes a question mark.
@@ -192,7 +192,7 @@ double ItsScript::BeamAzimuth(const Antenna& antenna, const Position& from, cons
 
 void ItsScript::SpecifyFrequencies(int file, const std::optional<PointOfDeck>& point) {
   PutName(file, "FREQUENCY");
-  // A leading 0.00 stands for the FOT of each hour, the others for no further frequency.
+  // The first 0.00 means the FOT of each hour; the others mean that no frequency follows.
   PutNumber(file, 0, 2, 5);
   for (std::size_t band = 1; band < kBandCount; ++band) {
     const auto line = static_cast<double>(kBandLineFrequencies.at(band));

@@ -22,7 +22,7 @@ namespace skyhop::IONCAPModule {
 struct PointRequest {
   double frequency = 0;  ///< MHz, 1.6 to 60
   std::string mode;      ///< only passed on
-  /// Stations and conditions; the set's required SNR counts, its path and date do not.
+  /// Stations, conditions and required SNR. Path and date of the set are not used.
   ParameterSet circuit;
 };
 

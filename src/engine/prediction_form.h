@@ -21,7 +21,7 @@ inline constexpr int kToTheDXStation = 1;
 /// The inputs of a prediction as the user types and chooses them, station by station. The window's
 /// controls and the command line's options fill it; the settings store it between runs.
 ///
-/// A choice is the index of an option; -1 stands for no choice.
+/// A choice is the index of an option, -1 for no choice.
 struct PredictionForm {
   std::string local_latitude;
   std::string local_longitude;

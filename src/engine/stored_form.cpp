@@ -93,7 +93,7 @@ void Parameters::RestoreModeAndSnr(PredictionForm& form) {
   try {
     form.mode = ToInteger(Stored("SNRMode", kNoMode));
   } catch (const Error&) {
-    // A text that is no index stands for no mode.
+    // A text that is no index means no mode.
   }
   if (form.mode >= 0) return;
   form.mode = -1;

@@ -116,7 +116,7 @@ void OverrideForm(const PredictOptions& options, PredictionForm& form) {
   const auto set = [](const auto& given, auto& member) {
     if (given) member = *given;
   };
-  // Of flux and sunspot number the given one counts, not the stored other one.
+  // A given flux replaces a stored sunspot number, and the other way round.
   if (options.sfi && !options.ssn) form.sunspot_number.clear();
   if (options.ssn && !options.sfi && !Trim(*options.ssn).empty()) form.flux.clear();
   set(options.path, form.path);

@@ -21,7 +21,7 @@ class StreamMessages : public UserMessages {
  public:
   explicit StreamMessages(std::ostream& err) : err_(&err) {}
   void Show(const std::string& text, const std::string& caption) override;
-  /// A remark that nobody has to acknowledge.
+  /// Writes a remark. It does not count as a message.
   void Note(const std::string& text);
   [[nodiscard]] int Count() const { return count_; }
 

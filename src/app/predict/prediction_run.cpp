@@ -38,7 +38,7 @@ class ScratchFolder {
     std::random_device random;
     do {
       path_ = parent / ("skyhop-" + std::to_string(random()));
-      // Creating it fails where somebody else already has the name.
+      // Fails if a folder of this name exists.
     } while (!std::filesystem::create_directory(path_));
   }
   ~ScratchFolder() {

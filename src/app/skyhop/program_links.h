@@ -28,7 +28,7 @@ class ViewLinkTimer : public LinkTimer {
 };
 
 /// The links with the other programs of the suite. The window's controller is made with `Server`
-/// and `Peers`, which do nothing until Attach tells them the controller.
+/// and `Peers`, which do nothing before Attach names the controller.
 class ProgramLinks {
  public:
   ProgramLinks(LinkTransport& transport, PredictionView& view, Diagnostics& diagnostics)

@@ -33,7 +33,7 @@ class BeaconPredictions {
   /// Hours of a day.
   static constexpr std::size_t kHours = 24;
   /// How open a frequency is in each hour from 0 UTC on, see IONCAPModule::FreqOpen; nothing
-  /// for an hour that the engine did not tell.
+  /// for an hour that the results lack.
   using Levels = std::array<std::optional<std::int16_t>, kHours>;
   /// Until a run that finds the engines' folders in use tries again.
   static constexpr std::chrono::seconds kBusyPause{1};
@@ -64,10 +64,10 @@ class BeaconPredictions {
   /// Whether Poll() may have to end an engine.
   [[nodiscard]] bool MustEnd(Time now) const { return run_.MustBeEnded(now); }
 
-  /// Ends the run in progress, to give way to a prediction of the user's or because nobody looks
-  /// any more. The next poll begins it anew.
+  /// Ends the run in progress: the user predicts, or the window is hidden. The next poll begins it
+  /// again.
   void Yield() { run_.End(); }
-  /// Forgets everything, so that what is wanted next is predicted anew.
+  /// Forgets everything. The next Want() predicts all again.
   void Forget();
 
   [[nodiscard]] bool Working() const { return !queue_.empty(); }

@@ -106,7 +106,7 @@ class ConfigurationView : public SideView {
   virtual void SetUrl(Address url, const std::string& text) = 0;
   /// Whether the address can be opened.
   virtual void EnableOpen(Address url, bool enabled) = 0;
-  /// What the address gave last, to stand below it; empty for nothing.
+  /// The result of the last download from the address, shown below it; empty for none.
   virtual void SetUrlNote(Address url, const std::string& text) = 0;
   virtual void SetPeers(std::span<const PeerState> peers) = 0;
   virtual void ShowToolTips(bool show) = 0;

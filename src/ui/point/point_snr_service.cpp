@@ -269,7 +269,7 @@ void PointSnrService::DisplaySNR() {
   });
 }
 
-/// Nobody is left waiting: the links are still there.
+/// Answers all peers that wait, while the links still exist.
 void PointSnrService::Terminate() {
   ended_ = true;
   with_.point.Cancel();

@@ -19,12 +19,12 @@
 
 namespace skyhop {
 
-/// The point prediction of the program with a window: takes requests from the user, from the
-/// transceiver's frequency and from peers, one after the other, shows what comes of them and
-/// answers the peers. A new request replaces one that is running; whoever asked for that is told.
+/// The point prediction of the program with a window. It takes requests of the user, of peers and
+/// for the transceiver's frequency, one at a time, shows their results and answers the peers. A new
+/// request replaces a running one, whose peer gets an answer that says so.
 ///
-/// A start may have to wait for a file, and lets events happen meanwhile. Of the requests that come
-/// then the newest begins when the start has ended.
+/// A start may wait for a file; events arrive meanwhile. The newest of the requests that arrive
+/// then begins when the start has ended.
 class PointSnrService : public PointPrediction {
  public:
   /// How often the engines are looked at.
@@ -97,14 +97,14 @@ class PointSnrService : public PointPrediction {
   std::optional<Order> last_;   ///< what was asked for last
   std::optional<Basis> basis_;  ///< of that; nothing when the inputs could not be read
   std::string circuit_;         ///< of that, in words
-  bool old_ = false;            ///< another basis counts now
+  bool old_ = false;            ///< the basis has changed since
   std::string problem_;         ///< why it was not started
   std::optional<SNRRequest> requester_;
   bool starting_ = false;
   std::optional<Order> next_;  ///< came during a start
   bool ended_ = false;
   std::vector<std::pair<std::int16_t, std::string>> answers_;  ///< to be sent at the next tick
-  std::optional<Wanted> dial_;                                 ///< what the transceiver told last
+  std::optional<Wanted> dial_;      ///< the last report of the transceiver
   std::optional<Wanted> followed_;  ///< that, while it is still to be predicted
   int quiet_ticks_ = 0;
 };

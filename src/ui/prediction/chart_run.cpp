@@ -168,7 +168,7 @@ void ChartRun::Abort() {
 }
 
 void ChartRun::Terminate() {
-  // A run counts even when it waits no longer.
+  // A run that waits no longer may still show a message.
   if (!running_ && !Running()) return;
   run_.Abort();
   (void)Leave();

@@ -62,7 +62,7 @@ class InputFields {
   /// behind it, or a coordinate with its hemisphere letter.
   void TakeFromPeer(TextField field, const std::string& text);
   [[nodiscard]] bool AcceptableFromPeer(TextField field, const std::string& text);
-  /// The program has written the field; its text counts as accepted.
+  /// The program has written the field: accepts its text.
   void Confirm(TextField field) { StateOf(field).committed = with_.view.Text(field); }
 
   /// Takes the restored texts for accepted ones. Marks those that are refused: another version or a

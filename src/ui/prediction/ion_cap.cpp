@@ -2,6 +2,9 @@
 
 #include "ui/prediction/ion_cap.h"
 
+#include <utility>
+
+#include "common/dates.h"
 #include "common/numbers.h"
 #include "common/program.h"
 #include "common/text.h"
@@ -178,7 +181,7 @@ void IonCap::InitializeParameters() {
   if (with_.view.Selected(OptionGroup::kModeSNRCombo) >= 0) {
     modes_.Use();
   } else if (Trim(with_.view.Text(TextField::kSNR)).empty()) {
-    // The stored mode is no longer in the list, so the field's own value counts again.
+    // The list lacks the stored mode, so the field gets the stored SNR.
     fields_.Put(TextField::kSNR,
                 with_.settings.GetStringSetting(kProductName, kSection, "SNR", "24"));
     parameters.SetPredictionSNR(with_.view.Text(TextField::kSNR));
@@ -241,6 +244,25 @@ void IonCap::ConfigurationChanged(Configuration::Item item) {
         break;
     }
   });
+}
+
+/// Shows the time. The chart's time and date follow while the user wants that.
+void IonCap::FollowClock() {
+  const HourMinute time = UtcHourMinute(with_.clock.UtcNow());
+  with_.view.SetLabel(Label::kClock,
+                      PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC");
+  if (std::exchange(hour_, time.hour) != time.hour) InputsChanged();
+  if (!with_.view.Checked(CheckBox::kShowCurrentTimeCheck)) return;
+  with_.chart.UpdateVerticalTimeBar();
+  PutToday();
+}
+
+void IonCap::PutToday() {
+  const std::string today = DateText(UtcDate(with_.clock.UtcNow()));
+  if (with_.view.Text(TextField::kTheDate) == today) return;
+  fields_.Put(TextField::kTheDate, today);
+  shown_.PreviewSolarBars();
+  InputsChanged();
 }
 
 void IonCap::EnablePeerCommands() {

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
-#include "common/dates.h"
-#include "common/numbers.h"
 #include "common/text.h"
 #include "ui/prediction/ion_cap.h"
 
@@ -332,25 +329,6 @@ void IonCap::InputsChanged() {
 
 void IonCap::PathChanged() {
   stations_.UpdateLabels();
-  InputsChanged();
-}
-
-/// Shows the time. The chart's time and date follow while the user wants that.
-void IonCap::FollowClock() {
-  const HourMinute time = UtcHourMinute(with_.clock.UtcNow());
-  with_.view.SetLabel(Label::kClock,
-                      PaddedNumber(time.hour, 2) + ":" + PaddedNumber(time.minute, 2) + " UTC");
-  if (std::exchange(hour_, time.hour) != time.hour) InputsChanged();
-  if (!with_.view.Checked(CheckBox::kShowCurrentTimeCheck)) return;
-  with_.chart.UpdateVerticalTimeBar();
-  PutToday();
-}
-
-void IonCap::PutToday() {
-  const std::string today = DateText(UtcDate(with_.clock.UtcNow()));
-  if (with_.view.Text(TextField::kTheDate) == today) return;
-  fields_.Put(TextField::kTheDate, today);
-  shown_.PreviewSolarBars();
   InputsChanged();
 }
 

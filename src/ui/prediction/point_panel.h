@@ -52,7 +52,7 @@ class PointPanel {
   /// Predicts for the transceiver's frequency, if it is known and the display is active.
   void FollowTransceiver();
   /// Inputs may have changed: marks an outdated point prediction, and predicts the transceiver's
-  /// frequency anew.
+  /// frequency again.
   void InputsChanged();
 
  private:

@@ -38,7 +38,7 @@ inline constexpr std::size_t kAddressCount = 7;
 [[nodiscard]] const char* DefaultUrl(Address address);
 
 /// What the configuration window sets and the rest of the program uses. A change is saved at once
-/// and then told to the listeners.
+/// and then the listeners are called.
 class Configuration {
  public:
   enum class Item {

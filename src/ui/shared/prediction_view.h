@@ -92,7 +92,7 @@ class PredictionView {
   virtual void SetLabel(Label label, const std::string& text) = 0;
   virtual void Enable(Button button, bool enabled) = 0;
 
-  /// Starts a timer that ticks again and again; a running one starts anew.
+  /// Starts or restarts a timer, which ticks until it is stopped.
   virtual void StartTimer(WindowTimer timer, std::chrono::milliseconds interval) = 0;
   virtual void StopTimer(WindowTimer timer) = 0;
   [[nodiscard]] virtual bool TimerRunning(WindowTimer timer) const = 0;

@@ -94,7 +94,7 @@ class PointPrediction : public SNRService {
   /// display is active.
   virtual void Follow(double /*frequency*/, const std::string& /*mode*/) {}
   /// Stations, conditions, settings or the hour may be others now: marks what is shown as that of
-  /// before when they are. Returns whether the transceiver's frequency is to be predicted anew.
+  /// before when they are. Returns whether the transceiver's frequency needs a new prediction.
   [[nodiscard]] virtual bool InputsChanged() { return false; }
   virtual void SNRExecuteTimer_Tick() {}
   /// Shows or hides what was predicted.

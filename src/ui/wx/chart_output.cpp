@@ -117,7 +117,7 @@ std::string SaveChart(wxWindow* parent, const ChartExport& chart) {
                 "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg",
                 [&](wxFileName& file, int filter) {
                   const wxString ending = file.GetExt().Lower();
-                  // An ending that was typed counts more than the list's choice.
+                  // A typed ending overrides the list's choice.
                   const bool svg = ending == "svg" || (ending != "png" && filter == 1);
                   if (ending != "svg" && ending != "png") {
                     file.SetFullName(file.GetFullName() + (svg ? ".svg" : ".png"));

@@ -33,7 +33,7 @@ class ControlEvents {
   virtual bool Left(TextField field) = 0;
   virtual void Changed(TextField field) = 0;
   virtual void DoubleClicked(TextField field) = 0;
-  /// What a field's tool tip tells beside what the field is for; may be empty.
+  /// The source of a field's value, for its tool tip; may be empty.
   [[nodiscard]] virtual std::string Origin(TextField field) = 0;
 };
 

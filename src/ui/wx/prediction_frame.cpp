@@ -250,7 +250,7 @@ void PredictionFrame::ShowReadout(const std::string& text) {
 
 void PredictionFrame::UpdateStatusBar() {
   if (GetStatusBar() == nullptr) return;
-  // What came last counts: a pointer on the chart reads out whatever happened before.
+  // The readout replaces the status while the pointer is on the chart.
   SetStatusText(ToWx(readout_.empty() ? status_ : readout_), 0);
 }
 

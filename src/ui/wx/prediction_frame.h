@@ -32,7 +32,7 @@ class PredictionFrame : public wxFrame, private ControlEvents {
   PredictionFrame(const PredictionFrame&) = delete;
   PredictionFrame& operator=(const PredictionFrame&) = delete;
 
-  /// Who gets the events; null for nobody.
+  /// Sends the events to `controller` from now on; null for none.
   void Attach(IonCap* controller) { controller_ = controller; }
   /// Asked before the window closes: as long as it returns true, closing waits.
   void SetBusyQuery(std::function<bool()> query) { busy_ = std::move(query); }
