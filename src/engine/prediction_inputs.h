@@ -78,7 +78,7 @@ namespace IONCAPModule {
 /// Throws Error 6 for a number beyond its type's range, Error 13 when the date is not one.
 [[nodiscard]] PredictionInputs InputsOf(const ParameterSet& set);
 
-// Range checks. A text without a number counts as 0.
+// Range checks. They read a text without a number as 0.
 [[nodiscard]] bool SolarFluxInRange(const std::string& flux);
 [[nodiscard]] bool KindexInRange(const std::string& k_index);
 [[nodiscard]] bool PowerInRange(const std::string& power);

@@ -17,7 +17,7 @@ namespace skyhop {
 
 /// The controller of the beacon window `BeaconMonitor`: it passes events to its parts and updates
 /// them with the time. A timer runs to the next second or slot while the window is open. Each tick
-/// reads the clock and counts nothing. Following ends when the window closes.
+/// reads the clock; it does not count ticks. Following ends when the window closes.
 class BeaconWindow : public BeaconMonitor {
  public:
   /// The time for which the window shows the result of a button.

@@ -32,7 +32,6 @@ class PointPanel {
 
   /// Shows or hides the display of the point prediction.
   void SetActive(bool active);
-  [[nodiscard]] bool Active() const { return active_; }
 
   /// Index of the band that a click into the chart chose or the transceiver is on, whichever was
   /// last; -1 for none.

@@ -23,7 +23,7 @@ class TransceiverBand {
   /// Name of a frequency's band, empty for none, and index of a band, -1 for none.
   [[nodiscard]] std::string NameFor(double megahertz) const;
   [[nodiscard]] std::int16_t IndexOf(const std::string& name) const;
-  /// The frequency in MHz that stands for a band: its middle, as the band file has its edges, since
+  /// The frequency in MHz to predict a band with: its middle, as the band file has its edges, since
   /// a prediction hardly differs within a band. Without them, the frequency of the chart's line.
   [[nodiscard]] std::string UsualFrequency(std::int16_t band) const;
 
